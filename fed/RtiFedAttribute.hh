@@ -1,0 +1,42 @@
+#pragma once
+
+#include "fed/RtiFedElement.hh"
+#include "fed/RtiTypeWrapper.hh"
+
+/// An attribute of an object class: its name, its handle, and the transportation, ordering and routing space that the
+/// FED file gives it. The space handle is 0 for an attribute in no space.
+///
+/// Its image is the name, transportation, ordering, space, handle.
+/// Threads: const members on any number of threads at once; setSpace and restore need the attribute to themselves.
+class RTI_EXPORT RtiFedAttribute : public RtiFedElement {
+public:
+    static constexpr const char *_thisClassName = "RtiFedAttribute";
+    static constexpr const char *_thisClassVersion = "1.0";
+
+    RtiFedAttribute(RtiAttributeHandle handle, std::string name, RtiTransportationHandle transport,
+                    RtiOrderingHandle ordering, RtiSpaceHandle space);
+    /// Restores itself from the buffer. Throws RtiBufferUnderflow.
+    explicit RtiFedAttribute(RtiBuffer &buffer);
+
+    RtiAttributeHandle getHandle() const { return _theHandle; }
+    RtiTransportationHandle getTransport() const { return _defaultTransport; }
+    RtiOrderingHandle getOrdering() const { return _defaultOrdering; }
+    RtiSpaceHandle getSpace() const { return _defaultSpace; }
+    void setSpace(RtiSpaceHandle space) { _defaultSpace = space; }
+
+    RTI_bool save(RtiBuffer &buffer) const override;
+    void restore(RtiBuffer &buffer) override;
+    void dump(std::ostream &os) const override;
+    /// Compares all but the name.
+    void diff(RtiBuffer &buffer, std::ostream &os) const override;
+
+private:
+    static const RtiFedField<RtiFedAttribute> _fields[4];
+    template <class Attribute, class Visit>
+    static void visitImage(Attribute &attribute, Visit visit);
+
+    RtiAttributeHandle _theHandle;
+    RtiTransportationHandle _defaultTransport;
+    RtiOrderingHandle _defaultOrdering;
+    RtiSpaceHandle _defaultSpace;
+};

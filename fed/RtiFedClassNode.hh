@@ -1,0 +1,130 @@
+#pragma once
+
+#include "fed/RtiFedElement.hh"
+#include "fed/RtiFedFields.hh"
+#include "fed/RtiFedMemberTable.hh"
+#include "infrastructure/RtiFedLimits.hh"
+
+#include <memory>
+#include <set>
+#include <utility>
+#include <vector>
+
+/// What the nodes of the two class trees share: the members declared on the class, its subclasses, its children's
+/// handles, and the way to its parent. `Node` is the concrete class.
+///
+/// A node has two ways to know a subclass: it owns the nodes made by its own add operation, while the database, which
+/// owns its nodes itself, only announces their handles by addChildClass.
+/// Threads: const members on any number of threads at once; all others need the node to themselves.
+template <class Node, class ClassHandle, class Member>
+class RtiFedClassNode : public RtiFedElement {
+public:
+    using Handle = ClassHandle;
+
+    Handle getHandle() const { return _theHandle; }
+    /// The parent's handle as it was when this node was made or saved; 0 for a root.
+    Handle getParentClassHandle() const { return _parentHandle; }
+    /// The node above, not owned; null for a root, and after a restore until it is set again.
+    Node *getParentClass() const { return _parent; }
+    void setParentClass(Node *parent) { _parent = parent; }
+
+    /// Announces a direct child.
+    void addChildClass(Handle child) { _childrenClasses.insert(child); }
+    /// A copy of the handles of the direct children, ascending.
+    std::set<Handle> getChildrenClasses() const { return _childrenClasses; }
+
+protected:
+    using Subclasses = RtiFedHandleMap<Handle, Node *>;
+
+    RtiFedClassNode() = default;
+
+    /// Throws RTI::RTIinternalError if the node would be nested deeper than kMaxClassNesting.
+    RtiFedClassNode(Handle handle, std::string name, Node *parent)
+        : RtiFedElement(std::move(name)), _theHandle(handle), _parentHandle(parent ? parent->getHandle() : Handle(0)),
+          _parent(parent), _level(parent ? static_cast<const RtiFedClassNode *>(parent)->_level + 1 : 1) {
+        checkLevel(getName());
+    }
+
+    /// Owns a subclass; one whose handle is taken is kept, but not found by it.
+    Node *adopt(std::unique_ptr<Node> subclass) {
+        Node *node = subclass.get();
+        _owned.push_back(std::move(subclass));
+        _subclasses.insert(node->getHandle(), node);
+        return node;
+    }
+
+    bool memberExists(std::string_view name) const { return _members.find(name) != nullptr; }
+    bool memberIsInherited(std::string_view name) const {
+        for (const RtiFedClassNode *node = _parent; node; node = node->_parent)
+            if (node->memberExists(name))
+                return true;
+        return false;
+    }
+
+    unsigned long sharedChecksum() const {
+        unsigned long checksum = checksumOf(getName()) ^ checksumOf(_theHandle) ^ _members.checksum();
+        for (const auto &[handle, subclass] : _subclasses)
+            if (subclass)
+                checksum ^= subclass->getChecksum();
+        return checksum;
+    }
+
+    /// The part of the image that both trees begin with: name, subclasses, members, children.
+    void saveShared(RtiBuffer &buffer) const {
+        RtiFedElement::save(buffer);
+        unsigned long count = 0;
+        for (const auto &[handle, subclass] : _subclasses)
+            count += subclass ? 1 : 0;
+        buffer.put(count);
+        for (const auto &[handle, subclass] : _subclasses)
+            if (subclass)
+                buffer.put(*subclass);
+        _members.save(buffer);
+        saveHandles(_childrenClasses, buffer);
+    }
+
+    void restoreShared(RtiBuffer &buffer, unsigned level) {
+        _level = level;
+        checkLevel("byte " + std::to_string(buffer.size() - buffer.remaining()));
+        _parent = nullptr;
+        RtiFedElement::restore(buffer);
+        _subclasses.clear();
+        _owned.clear();
+        for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count)
+            adopt(std::unique_ptr<Node>(new Node(buffer, level + 1)));
+        _members.restore(buffer);
+        restoreHandles(_childrenClasses, buffer);
+    }
+
+    static void saveHandles(const std::set<Handle> &handles, RtiBuffer &buffer) {
+        buffer.put(static_cast<unsigned long>(handles.size()));
+        for (const Handle &handle : handles)
+            buffer.put(handle);
+    }
+
+    static void restoreHandles(std::set<Handle> &handles, RtiBuffer &buffer) {
+        handles.clear();
+        for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count) {
+            Handle handle;
+            buffer.get(handle);
+            handles.insert(handles.end(), handle);
+        }
+    }
+
+    Subclasses _subclasses; // a null entry is one that getSubclass made
+    RtiFedMemberTable<Member> _members;
+    std::set<Handle> _childrenClasses;
+    Handle _theHandle;
+    Handle _parentHandle;
+    Node *_parent = nullptr;
+
+private:
+    void checkLevel(const std::string &where) const {
+        if (_level > kMaxClassNesting)
+            rtiFedRaise<RTI::RTIinternalError>(where, ": a class nested deeper than ", toString(kMaxClassNesting),
+                                               " levels");
+    }
+
+    std::vector<std::unique_ptr<Node>> _owned;
+    unsigned _level = 1; // bounds every walk down the nodes that this one owns
+};

@@ -1,0 +1,656 @@
+#include "fed/RtiFedDatabase.hh"
+
+#include "fed/loading/RtiFedDatabaseCodegen.hh"
+#include "fed/mom/RtiFedDatabaseMomVerifier.hh"
+#include "infrastructure/RtiDebugStream.hh"
+#include "infrastructure/RtiFedParser.hh"
+#include "infrastructure/RtiStringUtility.hh"
+
+#include <utility>
+
+namespace {
+
+constexpr const char *kMomDefaultSpace = "HLAMomDefaultSpace";
+constexpr const char *kNotFound = " not found in FED file.";
+
+/// A transportation or ordering: its handle, its name, and the short form that is accepted beside it.
+struct FixedName {
+    unsigned long handle;
+    const char *name;
+    const char *shortName;
+};
+
+constexpr FixedName kTransportations[] = {{2, "RTI_RELIABLE", "RELIABLE"}, {1, "RTI_BEST_EFFORT", "BEST_EFFORT"}};
+constexpr FixedName kOrderings[] = {{2, "RTI_TIME_STAMP_ORDERING", "TIMESTAMP"},
+                                    {1, "RTI_RECEIVE_ORDERING", "RECEIVE"}};
+
+const FixedName *findFixed(const FixedName (&names)[2], std::string_view name) {
+    const std::string upper = RtiStringUtility::toupper(name);
+    for (const FixedName &fixed : names)
+        if (upper == fixed.name || upper == fixed.shortName)
+            return &fixed;
+    return nullptr;
+}
+
+const FixedName *findFixed(const FixedName (&names)[2], unsigned long handle) {
+    for (const FixedName &fixed : names)
+        if (handle == fixed.handle)
+            return &fixed;
+    return nullptr;
+}
+
+template <class Handle>
+Handle next(Handle &counter) {
+    ++counter._value;
+    return counter;
+}
+
+} // namespace
+
+const RtiFedField<RtiFedDatabase> RtiFedDatabase::_fields[] = {
+    {"_fedName", [](const RtiFedDatabase &d) { return fieldText(d._fedName); }},
+    {"_fedVersion", [](const RtiFedDatabase &d) { return fieldText(d._fedVersion); }},
+    {"size _objectClassNameMap", [](const RtiFedDatabase &d) { return fieldText(d._objectClasses.numNames()); }},
+    {"size _objectClassHandleMap", [](const RtiFedDatabase &d) { return fieldText(d._objectClasses.numHandles()); }},
+    {"size _interactionClassNameMap",
+     [](const RtiFedDatabase &d) { return fieldText(d._interactionClasses.numNames()); }},
+    {"size _interactionClassHandleMap",
+     [](const RtiFedDatabase &d) { return fieldText(d._interactionClasses.numHandles()); }},
+    {"size _spaceNameMap", [](const RtiFedDatabase &d) { return fieldText(d._spaceNameMap.size()); }},
+    {"size _spaceHandleMap", [](const RtiFedDatabase &d) { return fieldText(d._spaceHandleMap.size()); }},
+    {"_nextSpaceHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextSpaceHandle); }},
+    {"_nextObjectClassHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextObjectClassHandle); }},
+    {"_nextAttributeHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextAttributeHandle); }},
+    {"_nextInteractionClassHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextInteractionClassHandle); }},
+    {"_nextParameterHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextParameterHandle); }},
+    {"_fileName", [](const RtiFedDatabase &d) { return fieldText(d._fileName); }}};
+
+// ---- Construction
+
+RtiFedDatabase::RtiFedDatabase(const RtiFedDatabaseConstructorArg &arg)
+    : _objectClasses("ObjectRoot."), _interactionClasses("InteractionRoot."), _fileName(arg.fedDatabaseName()) {
+    if (!arg.buildFromFileOrLeaveEmpty())
+        return;
+    std::FILE *file = std::fopen(_fileName.c_str(), "r");
+    if (!file) {
+        if (_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_high))
+            _rtiErrorStream.getOutputStream()
+                << "\"RtiFedDatabase\", line 60: \nCould not open FED file " + _fileName << std::endl;
+        throw RTI::CouldNotOpenFED(_fileName.c_str());
+    }
+    buildFromFed(file);
+}
+
+RtiFedDatabase::RtiFedDatabase(RtiBuffer &buffer)
+    : _objectClasses("ObjectRoot."), _interactionClasses("InteractionRoot.") {
+    RtiFedDatabase::restore(buffer);
+}
+
+RtiFedDatabase::~RtiFedDatabase() = default;
+
+void RtiFedDatabase::buildFromFed(std::FILE *file) {
+    parse(file);
+    std::string reason;
+    if (!verifyMomObjectClasses(reason))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 89:  MOM error: ", reason);
+    if (!verifyMomInteractionClasses(reason))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 95:  MOM error: ", reason);
+    createMomDefaultSpace();
+    setMomDefaultSpace();
+}
+
+void RtiFedDatabase::parse(std::FILE *file) {
+    RtiFedDatabaseCodegen codegen(this);
+    // A parser reports a syntax error as a text, ours as a string; the exceptions of the callbacks pass through.
+    try {
+        RtiFedParser_Class_main(file, &codegen); // which closes the file
+    } catch (const std::string &reason) {
+        couldNotParse("\"RtiFedDatabase\", line 73: ", "\"RtiFedDatabase\", line 75: ", reason);
+    } catch (const char *reason) {
+        couldNotParse("\"RtiFedDatabase\", line 80: ", "\"RtiFedDatabase\", line 82: ", reason);
+    }
+}
+
+void RtiFedDatabase::couldNotParse(const char *atFile, const char *atReason, const std::string &reason) const {
+    if (_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_high))
+        _rtiErrorStream.getOutputStream()
+            << atFile + ("\nCould not parse FED file " + _fileName) + "\n" + atReason + reason << std::endl;
+    throw RTI::ErrorReadingFED(_fileName.c_str());
+}
+
+// ---- Building
+
+void RtiFedDatabase::setFederateName(std::string name) {
+    _fedName = std::move(name);
+}
+
+void RtiFedDatabase::setFederateVersion(std::string version) {
+    _fedVersion = std::move(version);
+}
+
+RtiSpaceHandle RtiFedDatabase::createSpaceHandle() {
+    return next(_nextSpaceHandle);
+}
+
+RtiObjectClassHandle RtiFedDatabase::createObjectClassHandle() {
+    return next(_nextObjectClassHandle);
+}
+
+RtiAttributeHandle RtiFedDatabase::createAttributeHandle() {
+    return next(_nextAttributeHandle);
+}
+
+RtiInteractionClassHandle RtiFedDatabase::createInteractionClassHandle() {
+    return next(_nextInteractionClassHandle);
+}
+
+RtiParameterHandle RtiFedDatabase::createParameterHandle() {
+    return next(_nextParameterHandle);
+}
+
+RtiFedObjectClass *RtiFedDatabase::addObjectClass(std::string name) {
+    return addObjectClass(RtiDottedClassname(std::move(name)));
+}
+
+RtiFedObjectClass *RtiFedDatabase::addObjectClass(const RtiDottedClassname &name) {
+    const std::string &fullName = name.getClassname();
+    if (objectClassExists(fullName))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 202:  The object class ", fullName,
+                                          " already exists.");
+    RtiFedObjectClass *parent = nullptr;
+    if (name.getDepth() > 1) {
+        const RtiObjectClassHandle handle = getObjectClassHandle(name.getFullyQualifiedSubclass(name.getDepth() - 1));
+        if (handle == 0)
+            rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 222: FED Object Superclass Not Known");
+        parent = find(handle);
+    }
+    RtiFedObjectClass *added =
+        _objectClasses.add(std::make_unique<RtiFedObjectClass>(createObjectClassHandle(), fullName, parent));
+    if (parent) {
+        parent->addChildClass(added->getHandle());
+        parent->addChildClassToAll(added->getHandle());
+    }
+    return added;
+}
+
+void RtiFedDatabase::addObjectClassAttribute(RtiFedObjectClass *objectClass, std::string name,
+                                             RtiTransportationHandle transportation, RtiOrderingHandle ordering,
+                                             RtiSpaceHandle space) {
+    if (!objectClass)
+        rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 523: ");
+    const RtiAttributeHandle handle = createAttributeHandle();
+    objectClass->addAttribute(handle, std::move(name), transportation, ordering, space);
+    _attributeObjectClassMap.insert(handle, objectClass->getHandle());
+}
+
+RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, RtiTransportationHandle transportation,
+                                                            RtiOrderingHandle ordering, RtiSpaceHandle space) {
+    const RtiDottedClassname dotted(std::move(name));
+    const std::string &fullName = dotted.getClassname();
+    if (interactionClassExists(fullName))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 567:  The interaction class ", fullName,
+                                          " already exists.");
+    RtiFedInteractionClass *parent = nullptr;
+    if (dotted.getDepth() > 1) {
+        const RtiInteractionClassHandle handle =
+            getInteractionClassHandle(dotted.getFullyQualifiedSubclass(dotted.getDepth() - 1));
+        if (handle == 0)
+            rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 587: FED Interaction Superclass Not Known");
+        parent = find(handle);
+    }
+    RtiFedInteractionClass *added = _interactionClasses.add(std::make_unique<RtiFedInteractionClass>(
+        createInteractionClassHandle(), fullName, parent, transportation, ordering, space));
+    if (parent) // only the parent learns of it: an interaction class knows no further descendants
+        parent->addChildClass(added->getHandle());
+    return added;
+}
+
+RtiFedSpace *RtiFedDatabase::addSpace(std::string name) {
+    auto space = std::make_unique<RtiFedSpace>(createSpaceHandle(), std::move(name));
+    RtiFedSpace *added = space.get();
+    _spaceHandleMap.insert(added->getHandle(), std::move(space));
+    _spaceNameMap.insert(added->getName(), added); // a name that is taken keeps its first space
+    return added;
+}
+
+void RtiFedDatabase::addSpaceDimension(RtiFedSpace *space, std::string name) {
+    if (!space)
+        rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 666: ");
+    space->addDimension(std::move(name));
+}
+
+void RtiFedDatabase::createMomDefaultSpace() {
+    addSpace(kMomDefaultSpace);
+}
+
+void RtiFedDatabase::setMomDefaultSpace() {
+    const RtiSpaceHandle space = getRoutingSpaceHandle(kMomDefaultSpace);
+    setMomDefaultSpaceForAttributes(find(getObjectClassHandle("ObjectRoot.Manager")), space);
+    setMomDefaultSpaceForInteractionClasses(find(getInteractionClassHandle("InteractionRoot.Manager")), space);
+}
+
+void RtiFedDatabase::setMomDefaultSpaceForAttributes(const RtiFedObjectClass *objectClass, RtiSpaceHandle space) {
+    _objectClasses.forEachDerived(objectClass->getHandle(), [space](RtiFedObjectClass &derived) {
+        for (unsigned long i = 0; i < derived.getNumberOfAttributes(); ++i)
+            if (derived.getAttribute(i)->getSpace() == 0)
+                derived.getAttribute(i)->setSpace(space);
+    });
+}
+
+void RtiFedDatabase::setMomDefaultSpaceForInteractionClasses(RtiFedInteractionClass *interactionClass,
+                                                             RtiSpaceHandle space) {
+    _interactionClasses.forEachDerived(interactionClass->getHandle(), [space](RtiFedInteractionClass &derived) {
+        if (derived.getDefaultSpace() == 0)
+            derived.setDefaultSpace(space);
+    });
+}
+
+RTI_bool RtiFedDatabase::verifyMomObjectClasses(std::string &message) const {
+    return RtiFedDatabaseMomVerifier::verifyMomObjectClasses(*this, message);
+}
+
+RTI_bool RtiFedDatabase::verifyMomInteractionClasses(std::string &message) const {
+    return RtiFedDatabaseMomVerifier::verifyMomInteractionClasses(*this, message);
+}
+
+// ---- The database as a whole
+
+unsigned long RtiFedDatabase::numObjectClasses() const {
+    return static_cast<unsigned long>(_objectClasses.numNames());
+}
+
+unsigned long RtiFedDatabase::numInteractionClasses() const {
+    return static_cast<unsigned long>(_interactionClasses.numNames());
+}
+
+unsigned long RtiFedDatabase::numSpaces() const {
+    return static_cast<unsigned long>(_spaceNameMap.size());
+}
+
+template <class Database, class Visit>
+void RtiFedDatabase::visitCounters(Database &database, Visit visit) {
+    visit(database._nextSpaceHandle);
+    visit(database._nextObjectClassHandle);
+    visit(database._nextAttributeHandle);
+    visit(database._nextInteractionClassHandle);
+    visit(database._nextParameterHandle);
+}
+
+RTI_bool RtiFedDatabase::save(RtiBuffer &buffer) const {
+    RtiStringUtility::putString(_fedName, buffer);
+    RtiStringUtility::putString(_fedVersion, buffer);
+    _objectClasses.save(buffer);
+    _interactionClasses.save(buffer);
+    buffer.put(numSpaces());
+    for (const auto &[name, space] : _spaceNameMap)
+        buffer.put(*space);
+    buffer.put(static_cast<unsigned long>(_attributeObjectClassMap.size()));
+    for (const auto &[attribute, objectClass] : _attributeObjectClassMap) {
+        buffer.put(attribute);
+        buffer.put(objectClass);
+    }
+    visitCounters(*this, [&buffer](const RtiSaveableType &counter) { buffer.put(counter); });
+    RtiStringUtility::putString(_fileName, buffer);
+    return RTI_true;
+}
+
+void RtiFedDatabase::restore(RtiBuffer &buffer) {
+    _fedName = RtiStringUtility::getString(buffer);
+    _fedVersion = RtiStringUtility::getString(buffer);
+    _objectClasses.restore(buffer);
+    _interactionClasses.restore(buffer);
+    _spaceNameMap.clear();
+    _spaceHandleMap.clear();
+    for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count) {
+        auto space = std::make_unique<RtiFedSpace>(buffer);
+        _spaceNameMap.insert(space->getName(), space.get());
+        const RtiSpaceHandle handle = space->getHandle();
+        _spaceHandleMap.insert(handle, std::move(space));
+    }
+    _attributeObjectClassMap.clear();
+    for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count) {
+        RtiAttributeHandle attribute;
+        RtiObjectClassHandle objectClass;
+        buffer.get(attribute);
+        buffer.get(objectClass);
+        _attributeObjectClassMap.insert(attribute, objectClass);
+    }
+    visitCounters(*this, [&buffer](RtiSaveableType &counter) { buffer.get(counter); });
+    _fileName = RtiStringUtility::getString(buffer);
+}
+
+void RtiFedDatabase::dump(std::ostream &os) const {
+    dumpFields(_fields, *this, os);
+}
+
+void RtiFedDatabase::diff(RtiBuffer &buffer, std::ostream &os) const {
+    diffFields(_fields, *this, buffer, os);
+}
+
+unsigned long RtiFedDatabase::getChecksum() const {
+    unsigned long checksum =
+        checksumOf(_fedName) ^ checksumOf(_fedVersion) ^ _objectClasses.checksum() ^ _interactionClasses.checksum();
+    for (const auto &[name, space] : _spaceNameMap)
+        checksum ^= space->getChecksum();
+    return checksum;
+}
+
+void RtiFedDatabase::dumpDatabase(std::ostream *os) const {
+    *os << "FED DATABASE\n"
+        << "Federation:  " + _fedName + "\n"
+        << "Version: " + _fedVersion + "\n"
+        << "Routing Space List:\n";
+    for (const auto &[handle, space] : _spaceHandleMap) {
+        *os << "  " + getRoutingSpaceName(handle) + " (HANDLE = " + toString(handle._value) + ") \n";
+        for (unsigned long i = 0; i < space->getNumberOfDimensions(); ++i) {
+            const RtiFedDimension &dimension = *space->getDimension(i);
+            *os << "    " + dimension.getName() + " (HANDLE = " + toString(dimension.getHandle()._value) + ") \n";
+        }
+    }
+    // Readers of the listing rely on its odd shape: parentheses that stay open, and blanks that differ between the
+    // kinds.
+    *os << "\nObject Class Name List:\n";
+    for (const auto &[handle, objectClass] : _objectClasses) {
+        *os << "  " + getObjectClassName(handle) + " (HANDLE = " + toString(handle._value) + ") \n";
+        for (unsigned long i = 0; i < objectClass->getNumberOfAttributes(); ++i) {
+            const RtiFedAttribute &attribute = *objectClass->getAttribute(i);
+            *os << "    " + attribute.getName() + " (HANDLE = " + toString(attribute.getHandle()._value) + ")  " +
+                       getTransportationName(attribute.getTransport()) + "  " +
+                       getOrderingName(attribute.getOrdering()) + "  " +
+                       (attribute.getSpace() == 0 ? "(spaceHandle= 0"
+                                                  : "(space= " + getRoutingSpaceName(attribute.getSpace())) +
+                       "\n";
+        }
+    }
+    *os << "\nInteractions List:\n";
+    for (const auto &[handle, interactionClass] : _interactionClasses) {
+        const RtiSpaceHandle space = interactionClass->getDefaultSpace();
+        *os << "  " + getInteractionClassName(handle) + "   (HANDLE = " + toString(handle._value) + ") " +
+                   getTransportationName(interactionClass->getDefaultTransport()) + "  " +
+                   getOrderingName(interactionClass->getDefaultOrdering()) + "  " +
+                   (space == 0 ? "" : "(Space= " + getRoutingSpaceName(space)) + "\n";
+        for (unsigned long i = 0; i < interactionClass->getNumberOfParameters(); ++i)
+            *os << "    " + interactionClass->getParameter(i)->getName() + "\n";
+    }
+}
+
+// ---- Names and handles
+
+RTI_bool RtiFedDatabase::objectClassExists(RtiObjectClassHandle handle) const {
+    return find(handle) != nullptr;
+}
+
+RTI_bool RtiFedDatabase::objectClassExists(std::string_view name) const {
+    return _objectClasses.find(name) != nullptr;
+}
+
+RTI_bool RtiFedDatabase::interactionClassExists(RtiInteractionClassHandle handle) const {
+    return find(handle) != nullptr;
+}
+
+RTI_bool RtiFedDatabase::interactionClassExists(std::string_view name) const {
+    return _interactionClasses.find(name) != nullptr;
+}
+
+RtiFedSpace *RtiFedDatabase::find(RtiSpaceHandle handle) const {
+    const auto *found = _spaceHandleMap.find(handle);
+    return found ? found->get() : nullptr;
+}
+
+RtiFedInteractionClass *RtiFedDatabase::find(RtiInteractionClassHandle handle) const {
+    return _interactionClasses.find(handle);
+}
+
+RtiFedObjectClass *RtiFedDatabase::find(RtiObjectClassHandle handle) const {
+    return _objectClasses.find(handle);
+}
+
+RtiObjectClassHandle RtiFedDatabase::getObjectClassHandle(std::string_view name) const {
+    if (const RtiFedObjectClass *objectClass = _objectClasses.find(name))
+        return objectClass->getHandle();
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1342: Object Class Name: ", name, kNotFound);
+}
+
+std::string RtiFedDatabase::getObjectClassName(RtiObjectClassHandle handle) const {
+    if (const RtiFedObjectClass *objectClass = find(handle))
+        return objectClass->getName();
+    rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 1368: ");
+}
+
+RtiAttributeHandle RtiFedDatabase::getAttributeHandle(std::string_view name, RtiObjectClassHandle objectClass) const {
+    const RtiFedObjectClass *declaring = find(objectClass);
+    if (!declaring)
+        rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 1397: ");
+    for (; declaring; declaring = declaring->getParentClass()) {
+        const RtiAttributeHandle handle = declaring->getAttributeHandle(name);
+        if (handle != 0)
+            return handle;
+    }
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1410: Attribute Name: ", name,
+                                   " of Object Class: ", toString(objectClass._value), kNotFound);
+}
+
+std::string RtiFedDatabase::getAttributeName(RtiAttributeHandle handle, RtiObjectClassHandle objectClass) const {
+    const RtiFedObjectClass *declaring = find(objectClass);
+    if (!declaring)
+        rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 1450: ");
+    for (; declaring; declaring = declaring->getParentClass()) {
+        std::string name = declaring->getAttributeName(handle);
+        if (!name.empty())
+            return name;
+    }
+    rtiFedRaise<RTI::AttributeNotDefined>("\"RtiFedDatabase\", line 1464: ");
+}
+
+RtiInteractionClassHandle RtiFedDatabase::getInteractionClassHandle(std::string_view name) const {
+    if (const RtiFedInteractionClass *interactionClass = _interactionClasses.find(name))
+        return interactionClass->getHandle();
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1504: Interaction Class Name: ", name, kNotFound);
+}
+
+std::string RtiFedDatabase::getInteractionClassName(RtiInteractionClassHandle handle) const {
+    if (const RtiFedInteractionClass *interactionClass = find(handle))
+        return interactionClass->getName();
+    rtiFedRaise<RTI::InteractionClassNotDefined>("\"RtiFedDatabase\", line 1533: ");
+}
+
+RtiParameterHandle RtiFedDatabase::getParameterHandle(std::string_view name,
+                                                      RtiInteractionClassHandle interactionClass) const {
+    const RtiFedInteractionClass *declaring = find(interactionClass);
+    if (!declaring)
+        rtiFedRaise<RTI::InteractionClassNotDefined>("\"RtiFedDatabase\", line 1562: ");
+    for (; declaring; declaring = find(declaring->getParentClassHandle()))
+        if (const RtiFedParameter *parameter = declaring->findParameter(name))
+            return parameter->getHandle();
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1579: Parameter Name: ", name,
+                                   " of Interaction Class: ", toString(interactionClass._value), kNotFound);
+}
+
+std::string RtiFedDatabase::getParameterName(RtiParameterHandle handle,
+                                             RtiInteractionClassHandle interactionClass) const {
+    const RtiFedInteractionClass *declaring = find(interactionClass);
+    if (!declaring)
+        rtiFedRaise<RTI::InteractionClassNotDefined>("\"RtiFedDatabase\", line 1611: ");
+    for (; declaring; declaring = find(declaring->getParentClassHandle()))
+        if (const RtiFedParameter *parameter = declaring->find(handle))
+            return parameter->getName();
+    rtiFedRaise<RTI::InteractionParameterNotDefined>("\"RtiFedDatabase\", line 1628: ");
+}
+
+RtiSpaceHandle RtiFedDatabase::getRoutingSpaceHandle(std::string_view name) const {
+    if (const auto *space = _spaceNameMap.find(name))
+        return (*space)->getHandle();
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1651: Routing Space Name: ", name, kNotFound);
+}
+
+std::string RtiFedDatabase::getRoutingSpaceName(RtiSpaceHandle handle) const {
+    if (const RtiFedSpace *space = find(handle))
+        return space->getName();
+    rtiFedRaise<RTI::SpaceNotDefined>("\"RtiFedDatabase\", line 1679: ");
+}
+
+RtiDimensionHandle RtiFedDatabase::getDimensionHandle(std::string_view name, RtiSpaceHandle space) const {
+    if (const RtiFedSpace *found = find(space))
+        return found->getDimensionHandle(name);
+    rtiFedRaise<RTI::SpaceNotDefined>("\"RtiFedDatabase\", line 1706: ");
+}
+
+std::string RtiFedDatabase::getDimensionName(RtiDimensionHandle handle, RtiSpaceHandle space) const {
+    if (const RtiFedSpace *found = find(space))
+        return found->getDimensionName(handle);
+    rtiFedRaise<RTI::SpaceNotDefined>("\"RtiFedDatabase\", line 1734: ");
+}
+
+RtiSpaceHandle RtiFedDatabase::getAttributeRoutingSpaceHandle(RtiAttributeHandle attribute,
+                                                              RtiObjectClassHandle objectClass) const {
+    const RtiFedObjectClass *found = find(objectClass);
+    if (!found)
+        rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 1767: ");
+    if (const RtiFedAttribute *record = found->findRecurse(attribute))
+        return record->getSpace();
+    rtiFedRaise<RTI::AttributeNotDefined>("\"RtiFedDatabase\", line 1772: ");
+}
+
+RtiSpaceHandle RtiFedDatabase::getInteractionRoutingSpaceHandle(RtiInteractionClassHandle interactionClass) const {
+    if (const RtiFedInteractionClass *found = find(interactionClass))
+        return found->getDefaultSpace();
+    rtiFedRaise<RTI::InteractionClassNotDefined>("\"RtiFedDatabase\", line 1800: ");
+}
+
+RtiTransportationHandle RtiFedDatabase::getTransportationHandle(std::string_view name) const {
+    if (const FixedName *transportation = findFixed(kTransportations, name))
+        return transportation->handle;
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1833: Transportation Name: ", name, kNotFound);
+}
+
+std::string RtiFedDatabase::getTransportationName(RtiTransportationHandle handle) const {
+    if (const FixedName *transportation = findFixed(kTransportations, handle._value))
+        return transportation->name;
+    rtiFedRaise<RTI::InvalidTransportationHandle>("\"RtiFedDatabase\", line 1867: ");
+}
+
+RtiOrderingHandle RtiFedDatabase::getOrderingHandle(std::string_view name) const {
+    if (const FixedName *ordering = findFixed(kOrderings, name))
+        return ordering->handle;
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1899: Ordering Name: ", name, kNotFound);
+}
+
+std::string RtiFedDatabase::getOrderingName(RtiOrderingHandle handle) const {
+    if (const FixedName *ordering = findFixed(kOrderings, handle._value))
+        return ordering->name;
+    rtiFedRaise<RTI::InvalidOrderingHandle>("\"RtiFedDatabase\", line 1932: ");
+}
+
+// ---- Handle sets and derivation
+
+std::set<RtiObjectClassHandle> RtiFedDatabase::getObjectClassHandleSet() const {
+    return _objectClasses.handles();
+}
+
+std::set<RtiAttributeHandle> RtiFedDatabase::getAttributeHandleSet() const {
+    std::set<RtiAttributeHandle> attributes;
+    for (const auto &[handle, objectClass] : _objectClasses)
+        for (unsigned long i = 0; i < objectClass->getNumberOfAttributes(); ++i)
+            attributes.insert(attributes.end(), objectClass->getAttribute(i)->getHandle());
+    return attributes;
+}
+
+std::set<RtiInteractionClassHandle> RtiFedDatabase::getInteractionClassHandleSet() const {
+    return _interactionClasses.handles();
+}
+
+RtiObjectClassHandle RtiFedDatabase::getRealObjectClassHandle(RtiObjectClassHandle,
+                                                              RtiAttributeHandle attribute) const {
+    const RtiObjectClassHandle *declaring = _attributeObjectClassMap.find(attribute);
+    return declaring ? *declaring : RtiObjectClassHandle(0);
+}
+
+void RtiFedDatabase::getDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
+                                                    std::set<RtiObjectClassHandle> &derived) const {
+    _objectClasses.forEachDerived(objectClass,
+                                  [&derived](const RtiFedObjectClass &node) { derived.insert(node.getHandle()); });
+}
+
+void RtiFedDatabase::getDerivedInteractionClassHandleSet(RtiInteractionClassHandle interactionClass,
+                                                         std::set<RtiInteractionClassHandle> &derived) const {
+    _interactionClasses.forEachDerived(
+        interactionClass, [&derived](const RtiFedInteractionClass &node) { derived.insert(node.getHandle()); });
+}
+
+void RtiFedDatabase::getChildlessDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
+                                                             std::set<RtiObjectClassHandle> &derived) const {
+    const RtiFedObjectClass *node = find(objectClass);
+    if (!node)
+        return;
+    const auto children = node->getChildrenClasses();
+    if (children.empty())
+        derived.insert(objectClass);
+    // Not only the leaves, whatever the name says: callers rely on the inner classes being there.
+    for (const RtiObjectClassHandle &child : children)
+        getDerivedObjectClassHandleSet(child, derived);
+}
+
+std::set<RtiParameterHandle>
+RtiFedDatabase::getAvailableInteractionClassHandles(RtiInteractionClassHandle interactionClass) const {
+    std::set<RtiParameterHandle> parameters;
+    _interactionClasses.forEachAncestor(interactionClass, [&parameters](const RtiFedInteractionClass &node) {
+        for (unsigned long i = 0; i < node.getNumberOfParameters(); ++i)
+            parameters.insert(node.getParameter(i)->getHandle());
+    });
+    return parameters;
+}
+
+const RtiFedObjectClass &RtiFedDatabase::defined(const RtiFedObjectClass *objectClass) {
+    if (objectClass)
+        return *objectClass;
+    rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", available attributes: no such object class");
+}
+
+template <class Visit>
+void RtiFedDatabase::forEachAvailable(const RtiFedObjectClass &objectClass, Visit visit) const {
+    for (const RtiFedObjectClass *node = &objectClass; node; node = find(node->getParentClassHandle()))
+        for (unsigned long i = 0; i < node->getNumberOfAttributes(); ++i)
+            visit(node->getAttribute(i));
+}
+
+std::set<RtiFedAttribute *> *RtiFedDatabase::getAvailableFedAttributes(const RtiFedObjectClass *objectClass,
+                                                                       int) const {
+    const RtiFedObjectClass &known = defined(objectClass);
+    if (auto *ready = known.getAvailableFedAttributes())
+        return ready;
+    auto available = std::make_unique<std::set<RtiFedAttribute *>>();
+    forEachAvailable(known, [&available](RtiFedAttribute *attribute) { available->insert(attribute); });
+    return known.publishAvailableFedAttributes(std::move(available));
+}
+
+std::set<RtiFedAttribute *> *RtiFedDatabase::getAvailableFedAttributes(const RtiObjectClassHandle &objectClass,
+                                                                       int ignored) const {
+    return getAvailableFedAttributes(find(objectClass), ignored);
+}
+
+RtiAttributeHandleSet *RtiFedDatabase::getAvailableAttributeHandles(const RtiFedObjectClass *objectClass, int) const {
+    const RtiFedObjectClass &known = defined(objectClass);
+    if (auto *ready = known.getAvailableAttributes())
+        return ready;
+    std::set<RtiAttributeHandle> ascending; // as the set takes them best
+    forEachAvailable(known,
+                     [&ascending](const RtiFedAttribute *attribute) { ascending.insert(attribute->getHandle()); });
+    auto available = std::make_unique<RtiAttributeHandleSet>(known.getNumberOfAttributes());
+    for (const RtiAttributeHandle &attribute : ascending)
+        available->add(attribute);
+    return known.publishAvailableAttributes(std::move(available));
+}
+
+RtiAttributeHandleSet *RtiFedDatabase::getAvailableAttributeHandles(const RtiObjectClassHandle &objectClass,
+                                                                    int ignored) const {
+    return getAvailableAttributeHandles(find(objectClass), ignored);
+}
+
+RTI_bool RtiFedDatabase::verifyAvailableAttributes(const RtiObjectClassHandle &objectClass,
+                                                   RtiAttributeHandleSet attributes) const {
+    const RtiAttributeHandleSet &available = *getAvailableAttributeHandles(objectClass, 0);
+    for (unsigned long i = 0; i < attributes.size(); ++i)
+        if (!available.isMember(attributes.getHandle(i)))
+            return RTI_false;
+    return RTI_true;
+}

@@ -1,0 +1,3 @@
+#include "fed/RtiFedDimension.hh"
+
+RtiFedDimension::~RtiFedDimension() = default;

@@ -1,0 +1,36 @@
+#include "fed/RtiFedElement.hh"
+
+#include "fed/RtiFedFields.hh"
+#include "infrastructure/RtiStringUtility.hh"
+
+#include <utility>
+
+const RtiFedField<RtiFedElement> RtiFedElement::_fields[] = {
+    {"_name", [](const RtiFedElement &e) { return fieldText(e._name); }}};
+
+RtiFedElement::RtiFedElement(std::string name) : _name(std::move(name)) {}
+
+RtiFedElement::RtiFedElement(RtiBuffer &buffer) {
+    RtiFedElement::restore(buffer);
+}
+
+RTI_bool RtiFedElement::save(RtiBuffer &buffer) const {
+    RtiStringUtility::putString(_name, buffer);
+    return RTI_true;
+}
+
+void RtiFedElement::restore(RtiBuffer &buffer) {
+    _name = RtiStringUtility::getString(buffer);
+}
+
+void RtiFedElement::dump(std::ostream &os) const {
+    dumpFields(_fields, *this, os);
+}
+
+void RtiFedElement::diff(RtiBuffer &buffer, std::ostream &os) const {
+    diffFields(_fields, *this, buffer, os);
+}
+
+const std::string &RtiFedElement::getName() const {
+    return _name;
+}

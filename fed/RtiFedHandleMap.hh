@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <utility>
+
+/// A look-up from handles to values. Every handle map of the model is one of these. Handles come from counters, so they
+/// are dense and mostly arrive in ascending order.
+///
+/// Iteration is in ascending order of the handles; its elements are pairs of handle and value.
+/// Threads: const members on any number of threads at once.
+template <class Handle, class Value>
+class RtiFedHandleMap {
+public:
+    /// The value of a handle, or null. The pointer holds until the entry is erased or the map cleared.
+    const Value *find(Handle handle) const {
+        const auto place = _map.find(handle);
+        return place == _map.end() ? nullptr : &place->second;
+    }
+
+    /// Adds an entry and returns true; a handle that is taken keeps its value, and false is returned.
+    bool insert(Handle handle, Value value) { return _map.emplace(handle, std::move(value)).second; }
+    void clear() { _map.clear(); }
+
+    std::size_t size() const { return _map.size(); }
+    auto begin() const { return _map.begin(); }
+    auto end() const { return _map.end(); }
+
+private:
+    std::map<Handle, Value> _map;
+};

@@ -1,0 +1,121 @@
+#include "fed/RtiFedInteractionClass.hh"
+
+#include <utility>
+
+using Node = RtiFedInteractionClass;
+
+const RtiFedField<Node> RtiFedInteractionClass::_fields[] = {
+    {"_theHandle", [](const Node &c) { return fieldText(c._theHandle); }},
+    {"_parentInteractionClassHandle", [](const Node &c) { return fieldText(c._parentHandle); }},
+    {"_defaultTransport", [](const Node &c) { return fieldText(c._defaultTransport); }},
+    {"_defaultOrdering", [](const Node &c) { return fieldText(c._defaultOrdering); }},
+    {"_defaultSpace", [](const Node &c) { return fieldText(c._defaultSpace); }},
+    {"size _subClassHandleToPtrMap", [](const Node &c) { return fieldText(c._subclasses.size()); }},
+    {"size _parameterHandlePtrMap", [](const Node &c) { return fieldText(c._members.numHandles()); }},
+    {"size _parameterNamePtrMap", [](const Node &c) { return fieldText(c._members.numNames()); }},
+    {"size _parameterVector", [](const Node &c) { return fieldText(c._members.size()); }},
+    {"size _childrenClasses", [](const Node &c) { return fieldText(c._childrenClasses.size()); }}};
+
+/// The fields behind those that both class trees share, in the order of the image.
+template <class Class, class Visit>
+void RtiFedInteractionClass::visitImage(Class &interactionClass, Visit visit) {
+    visit(interactionClass._defaultTransport);
+    visit(interactionClass._defaultOrdering);
+    visit(interactionClass._defaultSpace);
+    visit(interactionClass._theHandle);
+    visit(interactionClass._parentHandle);
+}
+
+RtiFedInteractionClass::RtiFedInteractionClass(RtiInteractionClassHandle handle, std::string name,
+                                               RtiFedInteractionClass *parent, RtiTransportationHandle transport,
+                                               RtiOrderingHandle ordering, RtiSpaceHandle space)
+    : RtiFedClassNode(handle, std::move(name), parent), _defaultTransport(transport), _defaultOrdering(ordering),
+      _defaultSpace(space) {}
+
+RtiFedInteractionClass::RtiFedInteractionClass(RtiBuffer &buffer) : RtiFedInteractionClass(buffer, 1) {}
+
+RtiFedInteractionClass::RtiFedInteractionClass(RtiBuffer &buffer, unsigned level) {
+    restoreAtLevel(buffer, level);
+}
+
+RtiFedInteractionClass *RtiFedInteractionClass::addInteractionClass(RtiInteractionClassHandle handle, std::string name,
+                                                                    RtiTransportationHandle transport,
+                                                                    RtiOrderingHandle ordering, RtiSpaceHandle space) {
+    return adopt(std::make_unique<RtiFedInteractionClass>(handle, std::move(name), this, transport, ordering, space));
+}
+
+RtiFedParameter *RtiFedInteractionClass::addParameter(RtiParameterHandle handle, std::string name) {
+    // The texts say attribute although they concern a parameter: callers compare them.
+    if (parameterExists(name))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 413:  Duplicate attribute ", name,
+                                          " in interaction class ", getName());
+    if (parameterIsInherited(name))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name,
+                                          " in interaction class hierarchy at class ", getName());
+    return _members.add(std::make_unique<RtiFedParameter>(handle, std::move(name)));
+}
+
+RtiParameterHandle RtiFedInteractionClass::getParameterHandle(std::string_view name) const {
+    if (const RtiFedParameter *parameter = _members.find(name))
+        return parameter->getHandle();
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedInteractionClass\", line 202: ");
+}
+
+std::string RtiFedInteractionClass::getParameterName(RtiParameterHandle handle) const {
+    if (const RtiFedParameter *parameter = _members.find(handle))
+        return parameter->getName();
+    rtiFedRaise<RTI::InteractionParameterNotDefined>("\"RtiFedInteractionClass\", line 225: ");
+}
+
+RTI_bool RtiFedInteractionClass::parameterExists(std::string_view name) const {
+    return memberExists(name);
+}
+
+RTI_bool RtiFedInteractionClass::parameterIsInherited(std::string_view name) const {
+    return memberIsInherited(name);
+}
+
+RtiFedParameter *RtiFedInteractionClass::findParameter(std::string_view name) const {
+    return _members.find(name);
+}
+
+RtiFedParameter *RtiFedInteractionClass::find(RtiParameterHandle handle) const {
+    return _members.find(handle);
+}
+
+RtiFedParameter *RtiFedInteractionClass::getParameter(unsigned long index) const {
+    if (RtiFedParameter *parameter = _members.at(index))
+        return parameter;
+    rtiFedRaise<RTI::RTIinternalError>("\"RtiFedInteractionClass\", line 333: ");
+}
+
+unsigned long RtiFedInteractionClass::getNumberOfParameters() const {
+    return static_cast<unsigned long>(_members.size());
+}
+
+unsigned long RtiFedInteractionClass::getChecksum() const {
+    return sharedChecksum() ^ checksumOf(_defaultTransport) ^ checksumOf(_defaultOrdering) ^ checksumOf(_defaultSpace);
+}
+
+RTI_bool RtiFedInteractionClass::save(RtiBuffer &buffer) const {
+    saveShared(buffer);
+    visitImage(*this, [&buffer](const RtiSaveableType &field) { buffer.put(field); });
+    return RTI_true;
+}
+
+void RtiFedInteractionClass::restore(RtiBuffer &buffer) {
+    restoreAtLevel(buffer, 1);
+}
+
+void RtiFedInteractionClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
+    restoreShared(buffer, level);
+    visitImage(*this, [&buffer](RtiSaveableType &field) { buffer.get(field); });
+}
+
+void RtiFedInteractionClass::dump(std::ostream &os) const {
+    dumpFields(_fields, *this, os);
+}
+
+void RtiFedInteractionClass::diff(RtiBuffer &buffer, std::ostream &os) const {
+    diffFields(_fields, *this, buffer, os);
+}

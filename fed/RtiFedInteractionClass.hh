@@ -1,0 +1,81 @@
+#pragma once
+
+#include "fed/RtiFedClassNode.hh"
+#include "fed/RtiFedParameter.hh"
+
+/// An interaction class: a node of the interaction class tree, with its transportation, ordering and routing space, and
+/// the parameters declared on it. The space handle is 0 for a class in no space. Unlike an object class, it knows its
+/// children but not its other descendants.
+///
+/// It owns its parameters and the subclasses made by its own addInteractionClass.
+/// Its image is name, subclasses (each whole, by ascending handle), parameters, children, transportation, ordering,
+/// space, handle, parent's handle.
+/// Lifetime: what is handed out by pointer lives as long as the class.
+/// Threads: const members on any number of threads at once; all others need the class to themselves.
+class RTI_EXPORT RtiFedInteractionClass
+    : public RtiFedClassNode<RtiFedInteractionClass, RtiInteractionClassHandle, RtiFedParameter> {
+public:
+    static constexpr const char *_thisClassName = "RtiFedInteractionClass";
+    static constexpr const char *_thisClassVersion = "1.0";
+
+    /// `parent` is null for a root; it is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
+    RtiFedInteractionClass(RtiInteractionClassHandle handle, std::string name, RtiFedInteractionClass *parent,
+                           RtiTransportationHandle transport, RtiOrderingHandle ordering, RtiSpaceHandle space);
+    /// Restores itself from the buffer. Throws what restore throws.
+    explicit RtiFedInteractionClass(RtiBuffer &buffer);
+
+    /// Makes a subclass, owned by this node, and returns it. It inherits no transportation, ordering or space, and is
+    /// not announced as a child. Throws as the constructor.
+    RtiFedInteractionClass *addInteractionClass(RtiInteractionClassHandle handle, std::string name,
+                                                RtiTransportationHandle transport, RtiOrderingHandle ordering,
+                                                RtiSpaceHandle space);
+
+    /// Declares a parameter and returns it. Throws RTI::ErrorReadingFED if this class or one above it declares a
+    /// parameter of that name, in any letter case.
+    RtiFedParameter *addParameter(RtiParameterHandle handle, std::string name);
+
+    /// The handle of a parameter declared here, by its name in any letter case. Throws RTI::NameNotFound.
+    RtiParameterHandle getParameterHandle(std::string_view name) const;
+    /// The name of a parameter declared here, as declared. Throws RTI::InteractionParameterNotDefined.
+    std::string getParameterName(RtiParameterHandle handle) const;
+    /// Whether this class itself declares the parameter.
+    RTI_bool parameterExists(std::string_view name) const;
+    /// Whether a class above declares it; this class is not asked.
+    RTI_bool parameterIsInherited(std::string_view name) const;
+    /// A parameter declared here, by name in any letter case or by handle; null if there is none.
+    RtiFedParameter *findParameter(std::string_view name) const;
+    RtiFedParameter *find(RtiParameterHandle handle) const;
+    /// The parameter declared here at this place, from 0. Throws RTI::RTIinternalError.
+    RtiFedParameter *getParameter(unsigned long index) const;
+    unsigned long getNumberOfParameters() const;
+
+    RtiTransportationHandle getDefaultTransport() const { return _defaultTransport; }
+    RtiOrderingHandle getDefaultOrdering() const { return _defaultOrdering; }
+    RtiSpaceHandle getDefaultSpace() const { return _defaultSpace; }
+    void setDefaultSpace(RtiSpaceHandle space) { _defaultSpace = space; }
+
+    /// A 32-bit checksum over names, handles, defaults and parameters of this class and the subclasses it owns. Throws
+    /// RTI::RTIinternalError if a handle is wider than 32 bits.
+    unsigned long getChecksum() const;
+
+    RTI_bool save(RtiBuffer &buffer) const override;
+    /// Frees what the class owned before. Throws RtiBufferUnderflow, and RTI::RTIinternalError for subclasses nested
+    /// beyond kMaxClassNesting levels.
+    void restore(RtiBuffer &buffer) override;
+    void dump(std::ostream &os) const override;
+    /// Compares handles, defaults and numbers of elements.
+    void diff(RtiBuffer &buffer, std::ostream &os) const override;
+
+private:
+    friend RtiFedClassNode;
+    static const RtiFedField<RtiFedInteractionClass> _fields[10];
+    template <class Class, class Visit>
+    static void visitImage(Class &interactionClass, Visit visit);
+
+    RtiFedInteractionClass(RtiBuffer &buffer, unsigned level);
+    void restoreAtLevel(RtiBuffer &buffer, unsigned level);
+
+    RtiTransportationHandle _defaultTransport;
+    RtiOrderingHandle _defaultOrdering;
+    RtiSpaceHandle _defaultSpace;
+};

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "fed/RtiFedChecksum.hh"
+#include "fed/RtiFedHandleMap.hh"
+#include "fed/RtiFedNameMap.hh"
+
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// The records declared in a class or space: its attributes, parameters or dimensions. It owns them, keeps them in the
+/// order in which they were added, and finds them by name in any letter case and by handle.
+///
+/// Threads: const members on any number of threads at once.
+template <class Record>
+class RtiFedMemberTable {
+public:
+    using Handle = decltype(std::declval<const Record &>().getHandle());
+
+    /// Adds a record and returns it. One whose name or handle is taken is not found by it. Either the record is added
+    /// or, if memory runs out, nothing has changed.
+    Record *add(std::unique_ptr<Record> record) {
+        Record *added = record.get();
+        _vector.push_back(std::move(record));
+        bool named = false;
+        try {
+            named = _nameMap.insert(added->getName(), added);
+            _handleMap.insert(added->getHandle(), added);
+        } catch (...) {
+            if (named)
+                _nameMap.erase(added->getName());
+            _vector.pop_back();
+            throw;
+        }
+        return added;
+    }
+
+    Record *find(std::string_view name) const { return valueOf(_nameMap.find(name)); }
+    Record *findUpperCase(std::string_view name) const { return valueOf(_nameMap.findUpperCase(name)); }
+    Record *find(Handle handle) const { return valueOf(_handleMap.find(handle)); }
+
+    /// The record added at this place, counted from 0, or null behind the last.
+    Record *at(unsigned long index) const { return index < _vector.size() ? _vector[index].get() : nullptr; }
+    std::size_t size() const { return _vector.size(); }
+    std::size_t numNames() const { return _nameMap.size(); }
+    std::size_t numHandles() const { return _handleMap.size(); }
+
+    unsigned long checksum() const {
+        unsigned long checksum = 0;
+        for (const auto &record : _vector)
+            checksum ^= checksumOf(*record);
+        return checksum;
+    }
+
+    /// The image: how many there are, then each in the order of addition.
+    void save(RtiBuffer &buffer) const {
+        buffer.put(static_cast<unsigned long>(_vector.size()));
+        for (const auto &record : _vector)
+            buffer.put(*record);
+    }
+    void restore(RtiBuffer &buffer) {
+        clear();
+        for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count)
+            add(std::make_unique<Record>(buffer));
+    }
+
+private:
+    static Record *valueOf(Record *const *found) { return found ? *found : nullptr; }
+
+    void clear() {
+        _nameMap.clear();
+        _handleMap.clear();
+        _vector.clear();
+    }
+
+    RtiFedNameMap<Record *> _nameMap;
+    RtiFedHandleMap<Handle, Record *> _handleMap;
+    std::vector<std::unique_ptr<Record>> _vector;
+};

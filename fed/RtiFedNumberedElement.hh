@@ -1,0 +1,41 @@
+#pragma once
+
+#include "fed/RtiFedElement.hh"
+#include "fed/RtiFedFields.hh"
+
+#include <utility>
+
+/// A record of a name and a handle only: what parameters and dimensions have in common.
+///
+/// Its image is the name, then the handle. Neither dump nor diff says anything of the name: callers rely on that.
+/// Threads: as RtiSaveableType says.
+template <class Handle>
+class RtiFedNumberedElement : public RtiFedElement {
+public:
+    RtiFedNumberedElement(Handle handle, std::string name) : RtiFedElement(std::move(name)), _theHandle(handle) {}
+    /// Restores itself from the buffer. Throws RtiBufferUnderflow.
+    explicit RtiFedNumberedElement(RtiBuffer &buffer) { RtiFedNumberedElement::restore(buffer); }
+
+    Handle getHandle() const { return _theHandle; }
+
+    RTI_bool save(RtiBuffer &buffer) const override {
+        RtiFedElement::save(buffer);
+        buffer.put(_theHandle);
+        return RTI_true;
+    }
+    void restore(RtiBuffer &buffer) override {
+        RtiFedElement::restore(buffer);
+        buffer.get(_theHandle);
+    }
+    void dump(std::ostream &os) const override { dumpFields(_fields, *this, os); }
+    void diff(RtiBuffer &buffer, std::ostream &os) const override { diffFields(_fields, *this, buffer, os); }
+
+private:
+    static const RtiFedField<RtiFedNumberedElement> _fields[1];
+
+    Handle _theHandle;
+};
+
+template <class Handle>
+const RtiFedField<RtiFedNumberedElement<Handle>> RtiFedNumberedElement<Handle>::_fields[] = {
+    {"_theHandle", [](const RtiFedNumberedElement &e) { return fieldText(e._theHandle); }}};

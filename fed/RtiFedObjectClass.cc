@@ -1,0 +1,160 @@
+#include "fed/RtiFedObjectClass.hh"
+
+#include <utility>
+
+using Node = RtiFedObjectClass;
+
+const RtiFedField<Node> RtiFedObjectClass::_fields[] = {
+    {"_theHandle", [](const Node &c) { return fieldText(c._theHandle); }},
+    {"_parentObjectClassHandle", [](const Node &c) { return fieldText(c._parentHandle); }},
+    {"size _subClassHandleToPtrMap", [](const Node &c) { return fieldText(c._subclasses.size()); }},
+    {"size _attributeNameMap", [](const Node &c) { return fieldText(c._members.numNames()); }},
+    {"size _attributeHandleMap", [](const Node &c) { return fieldText(c._members.numHandles()); }},
+    {"size _attributeVector", [](const Node &c) { return fieldText(c._members.size()); }},
+    {"size _childrenClasses", [](const Node &c) { return fieldText(c._childrenClasses.size()); }},
+    {"size _allChildrenClasses", [](const Node &c) { return fieldText(c._allChildrenClasses.size()); }}};
+
+RtiFedObjectClass::RtiFedObjectClass(RtiObjectClassHandle handle, std::string name, RtiFedObjectClass *parent)
+    : RtiFedClassNode(handle, std::move(name), parent) {}
+
+RtiFedObjectClass::RtiFedObjectClass(RtiBuffer &buffer) : RtiFedObjectClass(buffer, 1) {}
+
+RtiFedObjectClass::RtiFedObjectClass(RtiBuffer &buffer, unsigned level) {
+    restoreAtLevel(buffer, level);
+}
+
+RtiFedObjectClass *RtiFedObjectClass::addObjectClass(RtiObjectClassHandle handle, std::string name) {
+    return adopt(std::make_unique<RtiFedObjectClass>(handle, std::move(name), this));
+}
+
+RtiFedAttribute *RtiFedObjectClass::addAttribute(RtiAttributeHandle handle, std::string name,
+                                                 RtiTransportationHandle transport, RtiOrderingHandle ordering,
+                                                 RtiSpaceHandle space) {
+    if (attributeExists(name))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 474:  Duplicate attribute ", name,
+                                          " in object class ", getName());
+    if (attributeIsInherited(name))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 485:  Duplicate attribute ", name,
+                                          " in object class hierarchy at class ", getName());
+    return _members.add(std::make_unique<RtiFedAttribute>(handle, std::move(name), transport, ordering, space));
+}
+
+void RtiFedObjectClass::addChildClassToAll(RtiObjectClassHandle descendant) {
+    for (RtiFedObjectClass *node = this; node; node = node->_parent)
+        node->_allChildrenClasses.insert(descendant);
+}
+
+void RtiFedObjectClass::setAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet> available) {
+    _availableAttributes.set(std::move(available));
+}
+
+void RtiFedObjectClass::setAvailableFedAttributes(std::unique_ptr<std::set<RtiFedAttribute *>> available) {
+    _availableFedAttributes.set(std::move(available));
+}
+
+RtiAttributeHandleSet *
+RtiFedObjectClass::publishAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet> available) const {
+    return _availableAttributes.publish(std::move(available));
+}
+
+std::set<RtiFedAttribute *> *
+RtiFedObjectClass::publishAvailableFedAttributes(std::unique_ptr<std::set<RtiFedAttribute *>> available) const {
+    return _availableFedAttributes.publish(std::move(available));
+}
+
+RtiAttributeHandle RtiFedObjectClass::getAttributeHandle(std::string_view name) const {
+    const RtiFedAttribute *attribute = _members.find(name);
+    return attribute ? attribute->getHandle() : RtiAttributeHandle(0);
+}
+
+RtiAttributeHandle RtiFedObjectClass::getAttributeHandleRecursive(std::string_view name) const {
+    for (const RtiFedObjectClass *node = this; node; node = node->_parent)
+        if (const RtiFedAttribute *attribute = node->_members.find(name))
+            return attribute->getHandle();
+    return 0;
+}
+
+RTI_bool RtiFedObjectClass::attributeExists(std::string_view name) const {
+    return memberExists(name);
+}
+
+RTI_bool RtiFedObjectClass::attributeIsInherited(std::string_view name) const {
+    return memberIsInherited(name);
+}
+
+std::string RtiFedObjectClass::getAttributeName(RtiAttributeHandle handle) const {
+    const RtiFedAttribute *attribute = _members.find(handle);
+    return attribute ? attribute->getName() : std::string();
+}
+
+RtiFedAttribute *RtiFedObjectClass::find(RtiAttributeHandle handle) const {
+    if (RtiFedAttribute *attribute = _members.find(handle))
+        return attribute;
+    rtiFedRaise<RTI::RTIinternalError>("\"RtiFedObjectClass\", line 390: ");
+}
+
+RtiFedAttribute *RtiFedObjectClass::findRecurse(RtiAttributeHandle handle) const {
+    for (const RtiFedObjectClass *node = this; node; node = node->_parent)
+        if (RtiFedAttribute *attribute = node->_members.find(handle))
+            return attribute;
+    return nullptr;
+}
+
+RtiFedAttribute *RtiFedObjectClass::getAttribute(unsigned long index) const {
+    if (RtiFedAttribute *attribute = _members.at(index))
+        return attribute;
+    rtiFedRaise<RTI::RTIinternalError>("\"RtiFedObjectClass\", line 299: ");
+}
+
+unsigned long RtiFedObjectClass::getNumberOfAttributes() const {
+    return static_cast<unsigned long>(_members.size());
+}
+
+RtiFedObjectClass *RtiFedObjectClass::getSubclass(unsigned long index) {
+    if (index >= _subclasses.size())
+        rtiFedRaise<RTI::RTIinternalError>("\"RtiFedObjectClass\", line 283: ");
+    // The index is a handle, not a place, and a miss leaves an empty entry: callers rely on both.
+    _subclasses.insert(index, nullptr);
+    return *_subclasses.find(index);
+}
+
+unsigned long RtiFedObjectClass::getNumberOfSubclasses() const {
+    return static_cast<unsigned long>(_subclasses.size());
+}
+
+RTI_bool RtiFedObjectClass::hasDerrivedClass(RtiObjectClassHandle handle) const {
+    return _allChildrenClasses.count(handle) > 0;
+}
+
+unsigned long RtiFedObjectClass::getChecksum() const {
+    return sharedChecksum();
+}
+
+RTI_bool RtiFedObjectClass::save(RtiBuffer &buffer) const {
+    saveShared(buffer);
+    saveHandles(_allChildrenClasses, buffer);
+    buffer.put(_theHandle);
+    buffer.put(_parentHandle);
+    return RTI_true;
+}
+
+void RtiFedObjectClass::restore(RtiBuffer &buffer) {
+    restoreAtLevel(buffer, 1);
+}
+
+void RtiFedObjectClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
+    restoreShared(buffer, level);
+    restoreHandles(_allChildrenClasses, buffer);
+    buffer.get(_theHandle);
+    buffer.get(_parentHandle);
+    _availableAttributes.set(nullptr);
+    _availableFedAttributes.set(nullptr);
+}
+
+void RtiFedObjectClass::dump(std::ostream &os) const {
+    dumpFields(_fields, *this, os);
+}
+
+void RtiFedObjectClass::diff(RtiBuffer &buffer, std::ostream &os) const {
+    diffFields(_fields, *this, buffer, os);
+}

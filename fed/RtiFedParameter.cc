@@ -1,0 +1,3 @@
+#include "fed/RtiFedParameter.hh"
+
+RtiFedParameter::~RtiFedParameter() = default;

@@ -1,0 +1,87 @@
+#include "fed/RtiFedSpace.hh"
+
+#include <utility>
+
+const RtiFedField<RtiFedSpace> RtiFedSpace::_fields[] = {
+    {"_theHandle", [](const RtiFedSpace &s) { return fieldText(s._theHandle); }},
+    {"_nextDimensionHandle", [](const RtiFedSpace &s) { return fieldText(s._nextDimensionHandle); }},
+    {"size _dimensionNameMap", [](const RtiFedSpace &s) { return fieldText(s._dimensions.numNames()); }},
+    {"size _dimensionHandleMap", [](const RtiFedSpace &s) { return fieldText(s._dimensions.numHandles()); }},
+    {"size _dimensionVector", [](const RtiFedSpace &s) { return fieldText(s._dimensions.size()); }}};
+
+RtiFedSpace::RtiFedSpace(RtiSpaceHandle handle, std::string name)
+    : RtiFedElement(std::move(name)), _theHandle(handle) {}
+
+RtiFedSpace::RtiFedSpace(RtiBuffer &buffer) {
+    RtiFedSpace::restore(buffer);
+}
+
+RtiDimensionHandle RtiFedSpace::createDimensionHandle() {
+    return _nextDimensionHandle._value++;
+}
+
+RtiFedDimension *RtiFedSpace::addDimension(std::string name) {
+    // Compared as it stands, not in upper case: callers rely on a space accepting "X" and then "x".
+    if (_dimensions.findUpperCase(name))
+        rtiFedRaise<RTI::RTIinternalError>("\"RtiFedSpace\", line 338: ");
+    return _dimensions.add(std::make_unique<RtiFedDimension>(createDimensionHandle(), std::move(name)));
+}
+
+RtiDimensionHandle RtiFedSpace::getDimensionHandle(std::string_view name) const {
+    if (const RtiFedDimension *dimension = _dimensions.find(name))
+        return dimension->getHandle();
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedSpace\", line 278: ");
+}
+
+std::string RtiFedSpace::getDimensionName(RtiDimensionHandle handle) const {
+    if (const RtiFedDimension *dimension = _dimensions.find(handle))
+        return dimension->getName();
+    rtiFedRaise<RTI::DimensionNotDefined>("\"RtiFedSpace\", line 301: ");
+}
+
+RTI_bool RtiFedSpace::dimensionExists(std::string_view name) const {
+    return _dimensions.findUpperCase(name) != nullptr;
+}
+
+RtiFedDimension *RtiFedSpace::find(RtiDimensionHandle handle) const {
+    if (RtiFedDimension *dimension = _dimensions.find(handle))
+        return dimension;
+    rtiFedRaise<RTI::RTIinternalError>("\"RtiFedSpace\", line 372: ");
+}
+
+RtiFedDimension *RtiFedSpace::getDimension(unsigned long index) const {
+    if (RtiFedDimension *dimension = _dimensions.at(index))
+        return dimension;
+    rtiFedRaise<RTI::RTIinternalError>("\"RtiFedSpace\", line 389: ");
+}
+
+unsigned long RtiFedSpace::getNumberOfDimensions() const {
+    return static_cast<unsigned long>(_dimensions.size());
+}
+
+unsigned long RtiFedSpace::getChecksum() const {
+    return checksumOf(getName()) ^ checksumOf(_theHandle) ^ _dimensions.checksum();
+}
+
+RTI_bool RtiFedSpace::save(RtiBuffer &buffer) const {
+    RtiFedElement::save(buffer);
+    _dimensions.save(buffer);
+    buffer.put(_theHandle);
+    buffer.put(_nextDimensionHandle);
+    return RTI_true;
+}
+
+void RtiFedSpace::restore(RtiBuffer &buffer) {
+    RtiFedElement::restore(buffer);
+    _dimensions.restore(buffer);
+    buffer.get(_theHandle);
+    buffer.get(_nextDimensionHandle);
+}
+
+void RtiFedSpace::dump(std::ostream &os) const {
+    dumpFields(_fields, *this, os);
+}
+
+void RtiFedSpace::diff(RtiBuffer &buffer, std::ostream &os) const {
+    diffFields(_fields, *this, buffer, os);
+}

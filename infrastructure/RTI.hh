@@ -1,0 +1,85 @@
+#pragma once
+
+#include "infrastructure/RtiExport.hh"
+
+#include <memory>
+#include <new>
+#include <string>
+
+/// The infrastructure's boolean, passed by value: the HLA 1.3 answer to a yes/no question.
+using RTI_bool = bool;
+inline constexpr RTI_bool RTI_true = true;
+inline constexpr RTI_bool RTI_false = false;
+
+/// Importance of a diagnostic message (see RtiDebugStream::enabled). Each is one bit.
+inline constexpr unsigned long RTI_G_high = 1;
+inline constexpr unsigned long RTI_G_medium = 2;
+
+/// The package a diagnostic message comes from (see RtiDebugStream::enabled). Each is one bit.
+inline constexpr unsigned long long RTI_P_fedDatabase = 1;
+
+/// The trace mask with which nothing is traced (see RtiDump::setTraceMask).
+inline constexpr unsigned char RTI_T_NONE = 0;
+
+namespace RTI {
+
+/// Base of every exception of the HLA 1.3 interface.
+///
+/// The text is shared between copies, so copying never throws; it lives as long as the last copy.
+/// Threads: copies may be used on different threads.
+class RTI_EXPORT Exception {
+public:
+    /// Copies `reason`; a null pointer counts as an empty text. Throws std::bad_alloc.
+    Exception(const char *reason)
+        : _reason(""), _name("Exception"), _text(std::make_shared<const std::string>(reason ? reason : "")) {
+        _reason = _text->c_str();
+    }
+    Exception(const Exception &) noexcept = default;
+    Exception &operator=(const Exception &) noexcept = default;
+    virtual ~Exception() = default;
+
+    /// A new object of the most derived type with the same reason, owned by the caller. The serial number is not
+    /// carried over. Null when memory is exhausted: a clone is asked for while an error is being handled.
+    virtual Exception *cloneSelf() const noexcept { return unnumbered(new (std::nothrow) Exception(*this)); }
+
+    /// Throws a copy of this object as its most derived type.
+    virtual void throwSelf() const { throw *this; }
+
+    unsigned long _serial = 0; ///< For the host to number its exceptions; this library leaves it 0.
+    const char *_reason;       ///< The message, never null; owned by the exception.
+    const char *_name;         ///< The published class name, never null; a constant of the class.
+
+protected:
+    static Exception *unnumbered(Exception *clone) noexcept {
+        if (clone)
+            clone->_serial = 0;
+        return clone;
+    }
+
+private:
+    std::shared_ptr<const std::string> _text;
+};
+
+/// Gives a concrete exception class what HLA 1.3 asks of each: its name, `cloneSelf` and `throwSelf`.
+/// `Concrete` inherits the constructors and has the text `_ex`, its published name.
+template <class Concrete>
+class RTI_EXPORT ConcreteException : public Exception {
+public:
+    ConcreteException(const char *reason) : Exception(reason) { _name = Concrete::_ex; }
+    ConcreteException(const ConcreteException &other) noexcept : Exception(other) { _name = Concrete::_ex; }
+    ConcreteException &operator=(const ConcreteException &) noexcept = default;
+
+    Exception *cloneSelf() const noexcept override {
+        return unnumbered(new (std::nothrow) Concrete(static_cast<const Concrete &>(*this)));
+    }
+    void throwSelf() const override { throw static_cast<const Concrete &>(*this); }
+};
+
+/// An index is not below the number of elements.
+class RTI_EXPORT ArrayIndexOutOfBounds : public ConcreteException<ArrayIndexOutOfBounds> {
+public:
+    static constexpr const char *_ex = "ArrayIndexOutOfBounds";
+    using ConcreteException::ConcreteException;
+};
+
+} // namespace RTI

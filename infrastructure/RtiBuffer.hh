@@ -1,0 +1,72 @@
+#pragma once
+
+#include "infrastructure/RTI.hh"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+class RtiSaveableType;
+
+/// A read wanted more bytes than are left. The text says how many of each.
+class RTI_EXPORT RtiBufferUnderflow : public RTI::ConcreteException<RtiBufferUnderflow> {
+public:
+    static constexpr const char *_ex = "RtiBufferUnderflow";
+    using ConcreteException::ConcreteException;
+};
+
+/// A number does not fit into 32 bits and was refused, never cut.
+class RTI_EXPORT RtiBufferOverflow : public RTI::ConcreteException<RtiBufferOverflow> {
+public:
+    static constexpr const char *_ex = "RtiBufferOverflow";
+    using ConcreteException::ConcreteException;
+};
+
+/// A growing byte buffer in memory with one read position, into which objects save themselves.
+///
+/// A 32-bit number is four bytes, most significant first, signed ones in two's complement, so that an image is the same
+/// bytes on every machine. What `put` wrote, the `get` of the same type reads back, in the same order.
+/// A failing `get` leaves the read position where it was.
+/// Threads: a buffer belongs to one thread at a time.
+class RTI_EXPORT RtiBuffer {
+public:
+    RtiBuffer();
+    /// Copies `size` bytes; the read position is at the first.
+    RtiBuffer(const void *bytes, std::size_t size);
+    virtual ~RtiBuffer();
+
+    /// Appends a number. Throws RtiBufferOverflow if it is wider than 32 bits.
+    virtual void put(unsigned long value);
+    virtual void put(long value);
+    /// Appends what the object's own save writes, and nothing else.
+    virtual void put(const RtiSaveableType &object);
+
+    /// Reads `count` numbers into the array. Throws RtiBufferUnderflow, the array then being untouched.
+    virtual void get(unsigned long *values, unsigned long count);
+    virtual void get(long *values, unsigned long count);
+    /// Lets the object restore itself from the read position.
+    virtual void get(RtiSaveableType &object);
+    /// Reads one number, such as the count of elements that follow. Throws RtiBufferUnderflow.
+    virtual unsigned long getUnsignedLong();
+
+    /// Appends or reads raw bytes. Reading throws RtiBufferUnderflow, the target then being untouched.
+    virtual void putBytes(const void *bytes, std::size_t size);
+    virtual void getBytes(void *bytes, std::size_t size);
+
+    /// All bytes, those already read included. The pointer holds until the next put.
+    const unsigned char *data() const { return _bytes.data(); }
+    std::size_t size() const { return _bytes.size(); }
+    /// How many bytes are still to be read.
+    std::size_t remaining() const { return _bytes.size() - _position; }
+    /// Moves the read position back to the first byte.
+    void rewind() { _position = 0; }
+
+private:
+    void requireNumbers(unsigned long count) const;
+    [[noreturn]] void underflow(const std::string &wanted) const;
+    unsigned long read32();
+    void append32(unsigned long value);
+
+    std::vector<unsigned char> _bytes;
+    std::size_t _position = 0;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "infrastructure/RTI.hh"
+
+#include <atomic>
+#include <ostream>
+
+/// A stream of diagnostic messages that can be switched per package and importance.
+///
+/// Threads: every member may run on any number of threads at once; what is written to the output stream is ordered by
+/// whoever owns that stream.
+class RTI_EXPORT RtiDebugStream {
+public:
+    /// Writes to standard error until told otherwise.
+    explicit RtiDebugStream(bool on);
+
+    /// Whether a message of this package (RTI_P_...) and importance (RTI_G_...) is to be written: both were enabled.
+    RTI_bool enabled(const unsigned long long &package, const unsigned long &importance) const;
+
+    /// Where messages go: the stream last set, standard error at first.
+    std::ostream &getOutputStream() const;
+    /// The stream must outlive its use here.
+    void setOutputStream(std::ostream &os);
+
+    /// Switches on the packages and importances whose bits are set, and all others off.
+    void enable(unsigned long long packages = ~0ULL, unsigned long importances = ~0UL);
+    void disable();
+
+private:
+    std::atomic<unsigned long long> _packages;
+    std::atomic<unsigned long> _importances;
+    std::atomic<std::ostream *> _output;
+};
+
+extern RTI_EXPORT RtiDebugStream _rtiDebugStream; ///< Tracing for developers; off by default.
+extern RTI_EXPORT RtiDebugStream _rtiErrorStream; ///< Failures that an operator should see; on by default.

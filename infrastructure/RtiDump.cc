@@ -1,0 +1,15 @@
+#include "infrastructure/RtiDump.hh"
+
+#include "infrastructure/RTI.hh"
+
+namespace {
+thread_local unsigned char theTraceMask = RTI_T_NONE;
+}
+
+void RtiDump::setTraceMask(const unsigned char &mask) {
+    theTraceMask = mask;
+}
+
+unsigned char RtiDump::getTraceMask() {
+    return theTraceMask;
+}

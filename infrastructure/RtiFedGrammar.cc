@@ -1,0 +1,59 @@
+#include "infrastructure/RtiFedGrammar.hh"
+
+#include "infrastructure/RtiStringUtility.hh"
+
+#include <algorithm>
+
+namespace {
+
+using C = RtiFedClause;
+
+// In the order of the enumeration.
+// clang-format off
+constexpr RtiFedClauseForm kForms[] = {
+    // keyword, noun, arguments, a space may follow, named, clauses in it
+    {"FED", "", 0, {}, false, false,
+     6, {C::federation, C::version, C::federate, C::spaces, C::objects, C::interactions}},
+    {"Federation", "clause", 1, {"a name"}, false, false, 0, {}},
+    {"FEDversion", "clause", 1, {"a version"}, false, false, 0, {}},
+    {"Federate", "federate", 2, {"a name", "a security level"}, false, true, 0, {}},
+    {"spaces", "section", 0, {}, false, false, 1, {C::space}},
+    {"space", "space", 1, {"a name"}, false, true, 1, {C::dimension}},
+    {"dimension", "dimension", 1, {"a name"}, false, true, 0, {}},
+    {"objects", "section", 0, {}, false, false, 1, {C::objectClass}},
+    {"class", "class", 1, {"a name"}, false, true, 3, {C::attribute, C::objectClass, C::secLevel}},
+    {"attribute", "attribute", 3, {"a name", "a transportation", "an ordering"}, true, true, 1, {C::secLevel}},
+    {"interactions", "section", 0, {}, false, false, 1, {C::interactionClass}},
+    {"class", "class", 3, {"a name", "a transportation", "an ordering"}, true, true,
+     3, {C::parameter, C::interactionClass, C::secLevel}},
+    {"parameter", "parameter", 1, {"a name"}, false, true, 0, {}},
+    {"sec_level", "clause", 1, {"a security level"}, false, false, 0, {}},
+    {"", "clause", 0, {}, false, false, 0, {}},
+};
+// clang-format on
+
+static_assert(std::size(kForms) == static_cast<std::size_t>(C::unknown) + 1);
+
+} // namespace
+
+const RtiFedClauseForm &formOf(RtiFedClause clause) {
+    return kForms[static_cast<std::size_t>(clause)];
+}
+
+bool isKeywordOf(RtiFedClause clause, std::string_view word) {
+    const std::string_view keyword = formOf(clause).keyword;
+    return std::equal(word.begin(), word.end(), keyword.begin(), keyword.end(),
+                      [](char a, char b) { return RtiStringUtility::toupper(a) == RtiStringUtility::toupper(b); });
+}
+
+RtiFedClause childOf(RtiFedClause parent, std::string_view keyword) {
+    const RtiFedClauseForm &form = formOf(parent);
+    const auto *end = form.children + form.numChildren;
+    const auto *child = std::find_if(form.children, end, [keyword](RtiFedClause c) { return isKeywordOf(c, keyword); });
+    return child == end ? RtiFedClause::unknown : *child;
+}
+
+bool isLeaf(RtiFedClause clause) {
+    const RtiFedClauseForm &form = formOf(clause);
+    return form.numChildren == 0 || form.children[0] == RtiFedClause::secLevel;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "infrastructure/RtiFedText.hh"
+
+/// One token of a FED text.
+struct RtiFedToken {
+    enum Kind : unsigned char { open, close, name, nul, end };
+
+    Kind kind = end;
+    bool quoted = false;
+    bool unterminated = false; ///< A quote opens this name and the line ends before it closes.
+    RtiFedOffset begin = 0;    ///< The first byte, an opening quote included.
+    RtiFedSpan text;           ///< Of a name: its bytes without the quotes.
+};
+
+/// Cuts a FED text into parentheses and names; blanks and comments fall away. A NUL byte and the end of the text are
+/// tokens that are found again and again.
+class RtiFedLexer {
+public:
+    RtiFedLexer(const RtiFedText &text, RtiFedOffset at) : _bytes(text.bytes()), _at(at) {}
+
+    RtiFedToken next();
+
+private:
+    void skipBlanksAndComments();
+    RtiFedToken quotedName();
+    RtiFedToken plainName(RtiFedOffset begin);
+
+    std::string_view _bytes;
+    RtiFedOffset _at;
+};

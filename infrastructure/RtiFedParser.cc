@@ -1,0 +1,167 @@
+#include "infrastructure/RtiFedParser.hh"
+
+#include "fed/loading/RtiFedParserCodegen.hh"
+#include "infrastructure/RtiFedLimits.hh"
+#include "infrastructure/RtiFedReader.hh"
+#include "infrastructure/RtiStringUtility.hh"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace {
+
+bool lessInAnyCase(std::string_view a, std::string_view b) {
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+        return RtiStringUtility::toupper(x) < RtiStringUtility::toupper(y);
+    });
+}
+
+} // namespace
+
+struct RtiFedParser::Contents {
+    explicit Contents(std::string bytes) : text(std::move(bytes)), read(text) {
+        std::sort(read.skippedNames.begin(), read.skippedNames.end(),
+                  [this](RtiFedSpan a, RtiFedSpan b) { return lessInAnyCase(text.at(a), text.at(b)); });
+    }
+
+    /// Makes a declaration the one whose position is asked for, and returns its texts.
+    std::array<std::string, 4> enter(const RtiFedArguments &arguments) {
+        current = arguments;
+        return {std::string(text.at(arguments[0])), std::string(text.at(arguments[1])),
+                std::string(text.at(arguments[2])), std::string(text.at(arguments[3]))};
+    }
+
+    /// Calls `onClass` with the full name and texts of each class and `onMember` with the texts of each member.
+    template <class OnClass, class OnMember>
+    void deliver(const RtiFedDeclarations::Tree &tree, OnClass onClass, OnMember onMember) {
+        std::string path;
+        std::vector<std::size_t> ends; // of the full names of the classes around, by level
+        for (const RtiFedDeclarations::Class &declared : tree.classes) {
+            ends.resize(declared.level - 1);
+            path.resize(ends.empty() ? 0 : ends.back());
+            if (!ends.empty())
+                path += '.';
+            auto texts = enter(declared.arguments);
+            path += texts[0];
+            ends.push_back(path.size());
+            texts[0] = path;
+            onClass(std::move(texts));
+            for (auto i = declared.firstMember; i != RtiFedDeclarations::kNone; i = tree.members[i].next)
+                onMember(enter(tree.members[i].arguments));
+        }
+    }
+
+    RtiFedText text;
+    RtiFedReader read;
+    RtiFedArguments current;
+};
+
+RtiFedParser::RtiFedParser(std::string text) : _contents(std::make_unique<Contents>(std::move(text))) {}
+
+RtiFedParser::~RtiFedParser() = default;
+
+std::string RtiFedParser::readText(std::FILE *file) {
+    std::string text;
+    char chunk[65536];
+    while (const std::size_t size = std::fread(chunk, 1, sizeof chunk, file)) {
+        text.append(chunk, size);
+        if (std::memchr(chunk, '\0', size) || text.size() > kMaxTextSize)
+            return text;
+    }
+    if (std::ferror(file))
+        throw std::string("the file cannot be read: ") + std::strerror(errno);
+    return text;
+}
+
+std::size_t RtiFedParser::numErrors() const {
+    return _contents->read.errors.size();
+}
+
+RtiFedParser::Error RtiFedParser::error(std::size_t index) const {
+    const RtiFedSyntaxError &error = _contents->read.errors[index];
+    const auto &balance = _contents->read.balance;
+    return {_contents->text.position(error.at),
+            error.describe(_contents->text, balance ? balance->suspect : std::nullopt)};
+}
+
+void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
+    const RtiFedDeclarations &declared = _contents->read.declarations;
+    if (declared.federation.begin)
+        codegen.setFederate(_contents->enter({declared.federation})[0]);
+    if (declared.version.begin)
+        codegen.setFederateVersion(_contents->enter({declared.version})[0]);
+    auto dimension = declared.dimensions.begin();
+    for (const RtiFedDeclarations::Space &space : declared.spaces) {
+        codegen.addSpace(_contents->enter({space.name})[0]);
+        for (std::uint32_t i = 0; i < space.numDimensions; ++i)
+            codegen.addDimension(_contents->enter({*dimension++})[0]);
+    }
+    using Texts = std::array<std::string, 4>;
+    _contents->deliver(
+        declared.objects, [&](Texts texts) { codegen.addObjectClass(std::move(texts[0])); },
+        [&](Texts texts) {
+            codegen.addObjectClassAttribute(std::move(texts[0]), std::move(texts[1]), std::move(texts[2]),
+                                            std::move(texts[3]));
+        });
+    _contents->deliver(
+        declared.interactions,
+        [&](Texts texts) {
+            codegen.addInteractionClass(std::move(texts[0]), std::move(texts[1]), std::move(texts[2]),
+                                        std::move(texts[3]));
+        },
+        [&](Texts texts) { codegen.addParameter(std::move(texts[0])); });
+    _contents->current = {};
+}
+
+RtiFedPosition RtiFedParser::position(std::size_t argument) const {
+    return _contents->text.position(given(argument) ? _contents->current[argument].begin : _contents->read.fed);
+}
+
+bool RtiFedParser::given(std::size_t argument) const {
+    return _contents->current.at(argument).begin > 0;
+}
+
+bool RtiFedParser::nestingKnown() const {
+    return _contents->read.nestingKnown;
+}
+
+bool RtiFedParser::skipped(std::string_view name) const {
+    const auto &names = _contents->read.skippedNames;
+    const auto place = std::lower_bound(names.begin(), names.end(), name, [this](RtiFedSpan a, std::string_view b) {
+        return lessInAnyCase(_contents->text.at(a), b);
+    });
+    return place != names.end() && !lessInAnyCase(name, _contents->text.at(*place));
+}
+
+std::string RtiFedParser::printable(std::string_view bytes) {
+    constexpr std::size_t kShown = 60;
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::size_t end = bytes.size();
+    if (end > kShown) {
+        end = kShown;
+        while (end > kShown - 4 && (bytes[end] & 0xC0) == 0x80) // not within a UTF-8 sequence
+            --end;
+    }
+    std::string shown;
+    for (const char c : bytes.substr(0, end)) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x20 && byte != 0x7F)
+            shown += c;
+        else
+            shown += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return end < bytes.size() ? shown + "..." : shown;
+}
+
+int RtiFedParser_Class_main(std::FILE *file, RtiFedParserCodegen *codegen) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE *)> closer(file, &std::fclose);
+    RtiFedParser parser(RtiFedParser::readText(file));
+    if (parser.numErrors() > 0) {
+        const RtiFedParser::Error error = parser.error(0);
+        throw "line " + std::to_string(error.position.line) + ", column " + std::to_string(error.position.column) +
+            ": " + error.text;
+    }
+    parser.deliver(*codegen);
+    return 0;
+}

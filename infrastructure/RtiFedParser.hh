@@ -1,0 +1,80 @@
+#pragma once
+
+#include "infrastructure/RtiExport.hh"
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+class RtiFedParserCodegen;
+
+/// A place in a FED text, both counted from 1. A column counts bytes: a tab is one, a letter beyond ASCII as many as
+/// its encoding has; a byte order mark in front of the text is not counted.
+struct RtiFedPosition {
+    unsigned long line;
+    unsigned long column;
+};
+
+/// Reads the text of a FED file and delivers its declarations to callbacks.
+///
+/// The whole text is read when the parser is made; every syntax error is kept and none is thrown. Memory and time grow
+/// linearly with the text. Names may be up to kMaxNameLength bytes, classes nest up to kMaxClassNesting levels.
+/// Threads: a parser belongs to one thread at a time.
+class RTI_EXPORT RtiFedParser {
+public:
+    struct Error {
+        RtiFedPosition position; ///< The beginning of what was found and not expected.
+        std::string text;        ///< What was expected and what was found.
+    };
+
+    /// Reads the text, which may begin with a byte order mark. At most kMaxTextSize bytes; a longer text has one error.
+    explicit RtiFedParser(std::string text);
+    ~RtiFedParser();
+    RtiFedParser(const RtiFedParser &) = delete;
+    RtiFedParser &operator=(const RtiFedParser &) = delete;
+
+    /// Reads a file from its current position to its end, or to its first NUL byte, which no FED text has; a text
+    /// beyond kMaxTextSize is cut behind that. Throws a std::string that says why the file cannot be read.
+    static std::string readText(std::FILE *file);
+
+    /// The syntax errors, in the order of the text.
+    std::size_t numErrors() const;
+    Error error(std::size_t index) const; ///< `index` is below numErrors().
+
+    /// Calls a callback for each declaration: federation, version, spaces, object classes, interaction classes, each
+    /// class after its superclass and directly followed by its own members. An exception of a callback passes through.
+    ///
+    /// Of a text with syntax errors it delivers what was understood: a declaration whose name could be read, with
+    /// empty texts for what could not.
+    void deliver(RtiFedParserCodegen &codegen);
+
+    /// While a callback runs: where its first, second ... argument stands in the text (from 0); where an argument is
+    /// absent, and at any other time, where the FED clause begins.
+    RtiFedPosition position(std::size_t argument = 0) const;
+
+    /// While a callback runs: whether the text has its first, second ... argument, be it an empty one in quotes.
+    bool given(std::size_t argument) const;
+
+    /// Whether each clause is known to stand in the clause that its author meant. If parentheses are missing or stand
+    /// too much it is not, and what is said about inheritance or absence may only follow from that.
+    bool nestingKnown() const;
+
+    /// Whether a name stands, in any letter case, in a part of the text that was not understood.
+    bool skipped(std::string_view name) const;
+
+    /// A copy of `bytes` fit for a message: control bytes as \xNN, and cut behind some 60 bytes.
+    static std::string printable(std::string_view bytes);
+
+private:
+    struct Contents;
+    std::unique_ptr<Contents> _contents;
+};
+
+/// The entry point of the database: reads `file` from its current position, delivers its declarations to the callbacks,
+/// and closes the file, whatever happens. Returns 0.
+///
+/// If the text has a syntax error or cannot be read, nothing is delivered, and a std::string is thrown that says where
+/// ("line 14, column 24: ..."), what was expected and what was found. An exception of a callback passes through.
+RTI_EXPORT int RtiFedParser_Class_main(std::FILE *file, RtiFedParserCodegen *codegen);

@@ -1,0 +1,31 @@
+#include "infrastructure/RtiFedText.hh"
+
+namespace {
+constexpr RtiFedOffset kCheckpoint = 4096;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+} // namespace
+
+RtiFedOffset RtiFedText::begin() const {
+    return bytes().substr(0, kByteOrderMark.size()) == kByteOrderMark ? kByteOrderMark.size() : 0;
+}
+
+RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
+    if (_checkpoints.empty()) {
+        Line line{1, begin()};
+        for (RtiFedOffset at = 0; at <= _text.size(); step(line, at++))
+            if (at % kCheckpoint == 0)
+                _checkpoints.push_back(line);
+    }
+    Line line = _checkpoints[offset / kCheckpoint];
+    for (RtiFedOffset at = offset / kCheckpoint * kCheckpoint; at < offset; ++at)
+        step(line, at);
+    return {line.number, offset - line.begin + 1UL};
+}
+
+void RtiFedText::step(Line &line, RtiFedOffset offset) const {
+    if (offset >= _text.size())
+        return;
+    const bool pair = offset + 1 < _text.size() && _text[offset + 1] == '\n';
+    if (_text[offset] == '\n' || (_text[offset] == '\r' && !pair))
+        line = {line.number + 1, offset + 1};
+}

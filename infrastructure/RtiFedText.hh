@@ -1,0 +1,43 @@
+#pragma once
+
+#include "infrastructure/RtiFedParser.hh"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A place in the text: the byte offset from its beginning.
+using RtiFedOffset = std::uint32_t;
+
+/// A run of bytes of the text, such as a name without its quotes. Of length 0 where the text has none.
+struct RtiFedSpan {
+    RtiFedOffset begin = 0;
+    RtiFedOffset length = 0;
+};
+
+/// The text of a FED file, and the line and column of each of its bytes.
+class RtiFedText {
+public:
+    explicit RtiFedText(std::string text) : _text(std::move(text)) {}
+
+    std::string_view bytes() const { return _text; }
+    std::string_view at(RtiFedSpan span) const { return bytes().substr(span.begin, span.length); }
+
+    /// Where the text proper begins: behind a byte order mark.
+    RtiFedOffset begin() const;
+
+    /// Costs a pass over the text at the first call, and next to nothing later.
+    RtiFedPosition position(RtiFedOffset offset) const;
+
+private:
+    struct Line {
+        RtiFedOffset number;
+        RtiFedOffset begin;
+    };
+    /// Steps over the byte at `offset`, to the next line if it ends one: LF, CR LF, or CR alone.
+    void step(Line &line, RtiFedOffset offset) const;
+
+    std::string _text;
+    mutable std::vector<Line> _checkpoints; // the line at every kCheckpoint-th byte, filled on demand
+};
