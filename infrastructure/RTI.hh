@@ -18,8 +18,9 @@ inline constexpr unsigned long RTI_G_medium = 2;
 /// The package a diagnostic message comes from (see RtiDebugStream::enabled). Each is one bit.
 inline constexpr unsigned long long RTI_P_fedDatabase = 1;
 
-/// The trace mask with which nothing is traced (see RtiDump::setTraceMask).
+/// The trace masks with which nothing and everything is traced (see RtiDump::setTraceMask).
 inline constexpr unsigned char RTI_T_NONE = 0;
+inline constexpr unsigned char RTI_T_ALL = 0xFF;
 
 namespace RTI {
 

@@ -1,13 +1,18 @@
 #include "infrastructure/RtiDebugStream.hh"
 
+#include "infrastructure/RtiDump.hh"
+
 #include <iostream>
 
-RtiDebugStream _rtiDebugStream(false);
-RtiDebugStream _rtiErrorStream(true);
+RtiDebugStream _rtiDebugStream(false, true);
+RtiDebugStream _rtiErrorStream(true, false);
 
-RtiDebugStream::RtiDebugStream(bool on) : _packages(on ? ~0ULL : 0), _importances(on ? ~0UL : 0), _output(&std::cerr) {}
+RtiDebugStream::RtiDebugStream(bool on, bool forTracing)
+    : _forTracing(forTracing), _packages(on ? ~0ULL : 0), _importances(on ? ~0UL : 0), _output(&std::cerr) {}
 
 RTI_bool RtiDebugStream::enabled(const unsigned long long &package, const unsigned long &importance) const {
+    if (_forTracing && RtiDump::getTraceMask() == RTI_T_NONE)
+        return RTI_false;
     return (_packages & package) != 0 && (_importances & importance) != 0;
 }
 

@@ -11,8 +11,9 @@
 /// whoever owns that stream.
 class RTI_EXPORT RtiDebugStream {
 public:
-    /// Writes to standard error until told otherwise.
-    explicit RtiDebugStream(bool on);
+    /// Writes to standard error until told otherwise. A stream for tracing is silent for a thread whose trace mask is
+    /// RTI_T_NONE.
+    RtiDebugStream(bool on, bool forTracing);
 
     /// Whether a message of this package (RTI_P_...) and importance (RTI_G_...) is to be written: both were enabled.
     RTI_bool enabled(const unsigned long long &package, const unsigned long &importance) const;
@@ -27,6 +28,7 @@ public:
     void disable();
 
 private:
+    const bool _forTracing;
     std::atomic<unsigned long long> _packages;
     std::atomic<unsigned long> _importances;
     std::atomic<std::ostream *> _output;

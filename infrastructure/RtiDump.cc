@@ -3,7 +3,7 @@
 #include "infrastructure/RTI.hh"
 
 namespace {
-thread_local unsigned char theTraceMask = RTI_T_NONE;
+thread_local unsigned char theTraceMask = RTI_T_ALL;
 }
 
 void RtiDump::setTraceMask(const unsigned char &mask) {

@@ -2,8 +2,8 @@
 
 #include "infrastructure/RtiExport.hh"
 
-/// What the calling thread traces while it dumps. Each thread has a mask of its own, so that one thread's dump does not
-/// disturb another's.
+/// What the calling thread traces; at first everything. Each thread has a mask of its own, so that one thread's dump
+/// does not disturb another's.
 class RTI_EXPORT RtiDump {
 public:
     static void setTraceMask(const unsigned char &mask);

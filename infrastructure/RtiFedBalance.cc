@@ -29,12 +29,12 @@ std::optional<std::string_view> indentationOf(std::string_view bytes, RtiFedOffs
 RtiFedBalance::RtiFedBalance(const RtiFedText &text) {
     std::vector<Open> opens;
     RtiFedLexer lexer(text, text.begin());
-    for (RtiFedToken token = lexer.next(); token.kind != RtiFedToken::end && token.kind != RtiFedToken::nul;
+    for (RtiFedToken token = lexer.next(); token.kind != RtiFedToken::Kind::end && token.kind != RtiFedToken::Kind::nul;
          token = lexer.next()) {
-        if (token.kind == RtiFedToken::open) {
+        if (token.kind == RtiFedToken::Kind::open) {
             ++missing;
             opens.push_back({token.begin, indentationOf(text.bytes(), token.begin)});
-        } else if (token.kind == RtiFedToken::close) {
+        } else if (token.kind == RtiFedToken::Kind::close) {
             --missing;
             if (opens.empty())
                 continue;

@@ -33,15 +33,15 @@ RtiFedToken RtiFedLexer::next() {
         return token;
     switch (_bytes[_at]) {
     case '(':
-        token.kind = RtiFedToken::open;
+        token.kind = RtiFedToken::Kind::open;
         ++_at;
         return token;
     case ')':
-        token.kind = RtiFedToken::close;
+        token.kind = RtiFedToken::Kind::close;
         ++_at;
         return token;
     case '\0':
-        token.kind = RtiFedToken::nul;
+        token.kind = RtiFedToken::Kind::nul;
         return token;
     case '"':
         return quotedName();
@@ -66,9 +66,11 @@ RtiFedToken RtiFedLexer::quotedName() {
     RtiFedOffset close = _at + 1;
     while (close < _bytes.size() && _bytes[close] != '"' && classOf(_bytes[close]) != lineEnd && _bytes[close] != '\0')
         ++close;
-    if (close < _bytes.size() && _bytes[close] == '"') {
-        RtiFedToken token{RtiFedToken::name, true, false, _at, {_at + 1, close - _at - 1}};
-        _at = close + 1;
+    const bool closed = close < _bytes.size() && _bytes[close] == '"';
+    const bool cut = close == _bytes.size() && _bytes.find(')', _at) == std::string_view::npos; // the text just ends
+    if (closed || cut) {
+        RtiFedToken token{RtiFedToken::Kind::name, true, false, _at, {_at + 1, close - _at - 1}};
+        _at = closed ? close + 1 : close;
         return token;
     }
     // Without its second quote, the first is taken as a slip: what follows is read as if it were not there.
@@ -82,5 +84,5 @@ RtiFedToken RtiFedLexer::quotedName() {
 RtiFedToken RtiFedLexer::plainName(RtiFedOffset begin) {
     while (_at < _bytes.size() && classOf(_bytes[_at]) == ordinary)
         ++_at;
-    return {RtiFedToken::name, false, false, begin, {begin, _at - begin}};
+    return {RtiFedToken::Kind::name, false, false, begin, {begin, _at - begin}};
 }

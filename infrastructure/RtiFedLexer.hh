@@ -4,9 +4,9 @@
 
 /// One token of a FED text.
 struct RtiFedToken {
-    enum Kind : unsigned char { open, close, name, nul, end };
+    enum class Kind : unsigned char { open, close, name, nul, end };
 
-    Kind kind = end;
+    Kind kind = Kind::end;
     bool quoted = false;
     bool unterminated = false; ///< A quote opens this name and the line ends before it closes.
     RtiFedOffset begin = 0;    ///< The first byte, an opening quote included.

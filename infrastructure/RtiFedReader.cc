@@ -24,10 +24,10 @@ void RtiFedReader::advance() {
 }
 
 void RtiFedReader::openFed() {
-    if (_token.kind == RtiFedToken::open) {
+    if (_token.kind == RtiFedToken::Kind::open) {
         fed = _token.begin;
         advance();
-        if (_token.kind == RtiFedToken::name && !_token.quoted &&
+        if (_token.kind == RtiFedToken::Kind::name && !_token.quoted &&
             isKeywordOf(RtiFedClause::fed, _text.at(_token.text))) {
             _open.push_back({RtiFedClause::fed, fed});
             return advance();
@@ -38,15 +38,15 @@ void RtiFedReader::openFed() {
 
 void RtiFedReader::step() {
     switch (_token.kind) {
-    case RtiFedToken::open:
+    case RtiFedToken::Kind::open:
         return readClause();
-    case RtiFedToken::close:
+    case RtiFedToken::Kind::close:
         return closeClause();
-    case RtiFedToken::name:
+    case RtiFedToken::Kind::name:
         return skipStrayNames();
-    case RtiFedToken::nul:
+    case RtiFedToken::Kind::nul:
         return stop(Problem::nulByte);
-    case RtiFedToken::end:
+    case RtiFedToken::Kind::end:
         return leftOpen(_token.begin);
     }
 }
@@ -55,14 +55,20 @@ void RtiFedReader::readClause() {
     const RtiFedOffset begin = _token.begin;
     advance();
     auto kind = RtiFedClause::unknown;
-    if (_token.kind == RtiFedToken::name && !_token.quoted) {
+    if (_token.kind == RtiFedToken::Kind::name && !_token.quoted) {
         const std::string_view keyword = _text.at(_token.text);
         supplyForgotten(keyword, begin);
         kind = childOf(_open.back().kind, keyword);
     }
+    if (kind == RtiFedClause::unknown && _token.text.length > 0 &&
+        _token.text.begin + _token.text.length == _text.bytes().size()) {
+        _open.push_back({kind, begin}); // its keyword is cut short by the end of the text
+        advance();
+        return leftOpen(_token.begin);
+    }
     const bool tooLate = kind == RtiFedClause::secLevel && _open.back().hasClauses;
     if (kind == RtiFedClause::unknown || tooLate) {
-        if (isLeaf(_open.back().kind) && _token.kind != RtiFedToken::end)
+        if (isLeaf(_open.back().kind) && _token.kind != RtiFedToken::Kind::end)
             fail(Problem::expectedClose, begin);
         else if (!expected(Problem::expectedClause))
             return;
@@ -96,7 +102,7 @@ void RtiFedReader::readArguments() {
     RtiFedArguments arguments;
     bool understood = true;
     for (std::size_t i = 0; i < form.numArguments + (form.maySpace ? 1 : 0); ++i) {
-        if (_token.kind != RtiFedToken::name) {
+        if (_token.kind != RtiFedToken::Kind::name) {
             if (i == form.numArguments)
                 break;
             if (!expected(Problem::expectedArgument, static_cast<RtiFedOffset>(i)))
@@ -182,7 +188,7 @@ void RtiFedReader::closeClause() {
 
 void RtiFedReader::skipStrayNames() {
     fail(Problem::expectedClose, _token.begin);
-    for (; _token.kind == RtiFedToken::name; advance())
+    for (; _token.kind == RtiFedToken::Kind::name; advance())
         skippedNames.push_back(_token.text);
 }
 
@@ -192,18 +198,18 @@ void RtiFedReader::skipClause() {
         _skippedInFed = true;
     for (std::size_t depth = 1; depth > 0; advance()) {
         switch (_token.kind) {
-        case RtiFedToken::open:
+        case RtiFedToken::Kind::open:
             ++depth;
             break;
-        case RtiFedToken::close:
+        case RtiFedToken::Kind::close:
             --depth;
             break;
-        case RtiFedToken::name:
+        case RtiFedToken::Kind::name:
             skippedNames.push_back(_token.text);
             break;
-        case RtiFedToken::nul:
+        case RtiFedToken::Kind::nul:
             return stop(Problem::nulByte);
-        case RtiFedToken::end:
+        case RtiFedToken::Kind::end:
             return leftOpen(_token.begin);
         }
     }
@@ -232,9 +238,9 @@ void RtiFedReader::supplyForgotten(std::string_view keyword, RtiFedOffset at) {
 }
 
 void RtiFedReader::behindFed() {
-    if (_token.kind == RtiFedToken::nul)
+    if (_token.kind == RtiFedToken::Kind::nul)
         return stop(Problem::nulByte);
-    if (_token.kind == RtiFedToken::end) {
+    if (_token.kind == RtiFedToken::Kind::end) {
         for (const RtiFedClause kind : {RtiFedClause::federation, RtiFedClause::version})
             if (_firstOf[static_cast<std::size_t>(kind)] == 0 && !_skippedInFed)
                 fail(Problem::missingClause, _fedClose).kind = kind;
@@ -242,8 +248,8 @@ void RtiFedReader::behindFed() {
     }
     fail(Problem::trailingText, _token.begin).other = _fedClose;
     nestingKnown = false;
-    for (; _token.kind != RtiFedToken::end && _token.kind != RtiFedToken::nul; _token = _lexer.next())
-        if (_token.kind == RtiFedToken::name)
+    for (; _token.kind != RtiFedToken::Kind::end && _token.kind != RtiFedToken::Kind::nul; _token = _lexer.next())
+        if (_token.kind == RtiFedToken::Kind::name)
             skippedNames.push_back(_token.text);
 }
 
@@ -259,9 +265,9 @@ RtiFedSyntaxError &RtiFedReader::fail(Problem problem, RtiFedOffset at) {
 }
 
 bool RtiFedReader::expected(Problem problem, RtiFedOffset number) {
-    if (_token.kind == RtiFedToken::end)
+    if (_token.kind == RtiFedToken::Kind::end)
         leftOpen(_token.begin);
-    else if (_token.kind == RtiFedToken::nul)
+    else if (_token.kind == RtiFedToken::Kind::nul)
         stop(Problem::nulByte);
     else
         fail(problem, _token.begin).number = number;

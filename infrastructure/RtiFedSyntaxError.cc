@@ -17,15 +17,15 @@ std::string placeOf(const RtiFedText &text, RtiFedOffset offset) {
 std::string found(const RtiFedText &text, RtiFedOffset at) {
     const RtiFedToken token = RtiFedLexer(text, at).next();
     switch (token.kind) {
-    case RtiFedToken::open:
+    case RtiFedToken::Kind::open:
         return "\"(\"";
-    case RtiFedToken::close:
+    case RtiFedToken::Kind::close:
         return "\")\"";
-    case RtiFedToken::nul:
+    case RtiFedToken::Kind::nul:
         return "a NUL byte";
-    case RtiFedToken::end:
+    case RtiFedToken::Kind::end:
         return "the end of the file";
-    case RtiFedToken::name:
+    case RtiFedToken::Kind::name:
         break;
     }
     return quoted(text.at(token.text));
@@ -37,7 +37,7 @@ std::string clauseAt(const RtiFedText &text, RtiFedOffset offset) {
     lexer.next();
     const RtiFedToken keyword = lexer.next();
     const std::string place = " of " + placeOf(text, offset);
-    if (keyword.kind != RtiFedToken::name)
+    if (keyword.kind != RtiFedToken::Kind::name)
         return "the \"(\"" + place;
     const std::string_view word = text.at(keyword.text);
     auto kind = RtiFedClause::fed;
@@ -49,7 +49,7 @@ std::string clauseAt(const RtiFedText &text, RtiFedOffset offset) {
     if (!formOf(kind).named)
         return "the " + noun + " " + quoted(word) + place;
     const RtiFedToken name = lexer.next();
-    return "the " + noun + (name.kind == RtiFedToken::name ? " " + quoted(text.at(name.text)) : "") + place;
+    return "the " + noun + (name.kind == RtiFedToken::Kind::name ? " " + quoted(text.at(name.text)) : "") + place;
 }
 
 std::string listOfChildren(RtiFedClause parent, bool afterFirst) {

@@ -6,7 +6,8 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 } // namespace
 
 RtiFedOffset RtiFedText::begin() const {
-    return bytes().substr(0, kByteOrderMark.size()) == kByteOrderMark ? kByteOrderMark.size() : 0;
+    const bool marked = bytes().substr(0, kByteOrderMark.size()) == kByteOrderMark;
+    return marked ? static_cast<RtiFedOffset>(kByteOrderMark.size()) : 0;
 }
 
 RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
