@@ -12,6 +12,7 @@ class RTI_EXPORT RtiFedAttribute : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedAttribute";
     static constexpr const char *_thisClassVersion = "1.0";
+    static constexpr std::size_t _leastImageSize = 20; ///< Bytes: the length of a name, and four handles.
 
     RtiFedAttribute(RtiAttributeHandle handle, std::string name, RtiTransportationHandle transport,
                     RtiOrderingHandle ordering, RtiSpaceHandle space);

@@ -6,7 +6,9 @@
 #include "fed/RtiFedRaise.hh"
 #include "infrastructure/RtiCrc.hh"
 
+#include <cstdint>
 #include <string>
+#include <type_traits>
 
 // The terms of a checksum, which are joined by XOR. Two equal terms cancel; that weakness is accepted.
 
@@ -18,9 +20,11 @@ inline unsigned long checksumOf(const std::string &text) {
 /// is wider.
 template <class T, int N>
 unsigned long checksumOf(const RtiTypeWrapper<T, N> &handle) {
-    const unsigned long bits = static_cast<unsigned long>(handle._value) & 0xFFFFFFFFUL;
-    if (static_cast<T>(bits) != handle._value && static_cast<T>(bits) - handle._value != static_cast<T>(1) << 32)
+    using Narrow = std::conditional_t<std::is_signed_v<T>, std::int32_t, std::uint32_t>;
+    const auto narrow = static_cast<Narrow>(handle._value);
+    if (static_cast<T>(narrow) != handle._value)
         rtiFedRaise<RTI::RTIinternalError>("the handle ", toString(handle._value), " does not fit into 32 bits");
+    const auto bits = static_cast<std::uint32_t>(narrow);
     const unsigned char bytes[] = {
         static_cast<unsigned char>(bits & 0xFF), static_cast<unsigned char>(bits >> 8 & 0xFF),
         static_cast<unsigned char>(bits >> 16 & 0xFF), static_cast<unsigned char>(bits >> 24)};

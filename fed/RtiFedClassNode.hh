@@ -2,6 +2,7 @@
 
 #include "fed/RtiFedElement.hh"
 #include "fed/RtiFedFields.hh"
+#include "fed/RtiFedHandleSet.hh"
 #include "fed/RtiFedMemberTable.hh"
 #include "infrastructure/RtiFedLimits.hh"
 
@@ -31,7 +32,20 @@ public:
     /// Announces a direct child.
     void addChildClass(Handle child) { _childrenClasses.insert(child); }
     /// A copy of the handles of the direct children, ascending.
-    std::set<Handle> getChildrenClasses() const { return _childrenClasses; }
+    std::set<Handle> getChildrenClasses() const { return _childrenClasses.toSet(); }
+
+    /// The same, and the members, without a copy.
+    const RtiFedHandleSet<Handle> &children() const { return _childrenClasses; }
+    const RtiFedMemberTable<Member> &members() const { return _members; }
+
+    /// Calls `visit` for each node that this one owns, at any depth.
+    template <class Visit>
+    void forEachOwned(Visit visit) const {
+        for (const auto &owned : _owned) {
+            visit(*owned);
+            owned->forEachOwned(visit);
+        }
+    }
 
 protected:
     using Subclasses = RtiFedHandleMap<Handle, Node *>;
@@ -41,8 +55,10 @@ protected:
     /// Throws RTI::RTIinternalError if the node would be nested deeper than kMaxClassNesting.
     RtiFedClassNode(Handle handle, std::string name, Node *parent)
         : RtiFedElement(std::move(name)), _theHandle(handle), _parentHandle(parent ? parent->getHandle() : Handle(0)),
-          _parent(parent), _level(parent ? static_cast<const RtiFedClassNode *>(parent)->_level + 1 : 1) {
-        checkLevel(getName());
+          _parent(parent), _level(levelBelow(parent)) {
+        if (_level > kMaxClassNesting)
+            rtiFedRaise<RTI::RTIinternalError>("the class ", getName(), " is nested deeper than ",
+                                               toString(kMaxClassNesting), " levels");
     }
 
     /// Owns a subclass; one whose handle is taken is kept, but not found by it.
@@ -80,49 +96,47 @@ protected:
             if (subclass)
                 buffer.put(*subclass);
         _members.save(buffer);
-        saveHandles(_childrenClasses, buffer);
+        _childrenClasses.save(buffer);
     }
 
     void restoreShared(RtiBuffer &buffer, unsigned level) {
+        if (level > kMaxClassNesting)
+            refuseImage(imageByte(buffer), "a class nested deeper than ", toString(kMaxClassNesting), " levels");
         _level = level;
-        checkLevel("byte " + std::to_string(buffer.size() - buffer.remaining()));
         _parent = nullptr;
         RtiFedElement::restore(buffer);
         _subclasses.clear();
         _owned.clear();
-        for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count)
-            adopt(std::unique_ptr<Node>(new Node(buffer, level + 1)));
-        _members.restore(buffer);
-        restoreHandles(_childrenClasses, buffer);
-    }
-
-    static void saveHandles(const std::set<Handle> &handles, RtiBuffer &buffer) {
-        buffer.put(static_cast<unsigned long>(handles.size()));
-        for (const Handle &handle : handles)
-            buffer.put(handle);
-    }
-
-    static void restoreHandles(std::set<Handle> &handles, RtiBuffer &buffer) {
-        handles.clear();
-        for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count) {
-            Handle handle;
-            buffer.get(handle);
-            handles.insert(handles.end(), handle);
+        for (unsigned long count = readCount(buffer, Node::_leastImageSize, "subclasses"); count > 0; --count) {
+            const std::size_t byte = imageByte(buffer);
+            const auto *subclass = adopt(std::unique_ptr<Node>(new Node(buffer, level + 1)));
+            if (*_subclasses.find(subclass->getHandle()) != subclass)
+                refuseImage(byte, "the handle ", toString(subclass->getHandle()._value), " stands twice in the class ",
+                            getName());
         }
+        _members.restore(buffer, Node::_membersAre);
+        if (_members.numNames() < _members.size())
+            refuseImage(imageByte(buffer), "a name stands twice among the ", Node::_membersAre, " of the class ",
+                        getName());
+        _childrenClasses.restore(buffer);
     }
+
+    unsigned level() const { return _level; }
 
     Subclasses _subclasses; // a null entry is one that getSubclass made
     RtiFedMemberTable<Member> _members;
-    std::set<Handle> _childrenClasses;
+    RtiFedHandleSet<Handle> _childrenClasses;
     Handle _theHandle;
     Handle _parentHandle;
     Node *_parent = nullptr;
 
 private:
-    void checkLevel(const std::string &where) const {
-        if (_level > kMaxClassNesting)
-            rtiFedRaise<RTI::RTIinternalError>(where, ": a class nested deeper than ", toString(kMaxClassNesting),
-                                               " levels");
+    static unsigned levelBelow(const RtiFedClassNode *parent) {
+        unsigned level = parent ? parent->_level + 1 : 1; // a node that was restored may have lost its own parent
+        unsigned counted = 1;
+        for (const RtiFedClassNode *above = parent; above && counted <= kMaxClassNesting; above = above->_parent)
+            ++counted;
+        return level < counted ? counted : level;
     }
 
     std::vector<std::unique_ptr<Node>> _owned;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "fed/RtiFedHandleMap.hh"
+#include "fed/RtiFedImage.hh"
 #include "fed/RtiFedNameMap.hh"
-#include "infrastructure/RtiBuffer.hh"
+#include "infrastructure/RtiFedLimits.hh"
 
+#include <algorithm>
 #include <memory>
 #include <set>
 #include <string_view>
@@ -33,7 +35,8 @@ public:
         return found ? *found : nullptr;
     }
 
-    /// Owns a class and returns it. Either it is added or, if memory runs out, nothing has changed.
+    /// Owns a class, whose handle must be free, and returns it. Either it is added or, if memory runs out, nothing has
+    /// changed.
     Node *add(std::unique_ptr<Node> node) {
         Node *added = node.get();
         const bool named = _nameMap.insert(added->getName(), added);
@@ -61,16 +64,42 @@ public:
             buffer.put(*node);
     }
     /// Frees what the tree owned, reads the classes, and links each to its parent. A parent that is not there leaves
-    /// its class without one.
-    void restore(RtiBuffer &buffer) {
+    /// its class without one. Throws RTI::RTIinternalError for names, handles or links that no sound tree has.
+    /// `classes` is what they are called there; `check` is called for each class, with the byte where it begins, and
+    /// may refuse more.
+    template <class Check>
+    void restore(RtiBuffer &buffer, const char *classes, Check check) {
+        clear();
+        std::vector<std::pair<Node *, std::size_t>> read;
+        for (unsigned long count = readCount(buffer, Node::_leastImageSize, classes); count > 0; --count) {
+            const std::size_t byte = imageByte(buffer);
+            auto node = std::make_unique<Node>(buffer);
+            if (_nameMap.find(node->getName()))
+                refuseImage(byte, "the class name ", node->getName(), " stands twice");
+            if (node->getHandle() == 0 || find(node->getHandle()))
+                refuseImage(byte, "the handle of the class ", node->getName(), " is 0 or stands twice");
+            read.emplace_back(add(std::move(node)), byte);
+        }
+        for (const auto &[node, byte] : read)
+            node->setParentClass(find(node->getParentClassHandle()));
+        std::set<Handle> nested;
+        for (const auto &[node, byte] : read) {
+            checkLinks(*node, byte);
+            node->forEachOwned([&, at = byte](const Node &owned) {
+                if (find(owned.getHandle()) || !nested.insert(owned.getHandle()).second)
+                    refuseImage(at, "the handle of the class ", owned.getName(), " stands twice");
+            });
+        }
+        for (const auto &[node, byte] : read)
+            check(*node, byte);
+    }
+
+    void clear() {
         _nameMap.clear();
         _handleMap.clear();
-        for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count)
-            add(std::make_unique<Node>(buffer));
-        for (const auto &[handle, node] : _handleMap)
-            if (!(node->getParentClassHandle() == Handle(0)))
-                node->setParentClass(find(node->getParentClassHandle()));
     }
+
+    Handle greatest() const { return _handleMap.greatest(); }
 
     std::set<Handle> handles() const {
         std::set<Handle> all;
@@ -80,18 +109,18 @@ public:
     }
 
     /// Calls `visit` for a class and all its descendants, each class before its children, those by ascending handle.
-    /// An unknown handle is passed over.
-    template <class Visit>
-    void forEachDerived(Handle from, Visit visit) const {
-        std::vector<Handle> waiting{from};
+    /// Null is passed over, and so is a child that is not there.
+    template <class Class, class Visit>
+    void forEachDerived(Class *from, Visit visit) const {
+        std::vector<Class *> waiting{from};
         while (!waiting.empty()) {
-            Node *node = find(waiting.back());
+            Class *node = waiting.back();
             waiting.pop_back();
             if (!node)
                 continue;
             visit(*node);
-            const auto children = node->getChildrenClasses();
-            waiting.insert(waiting.end(), children.rbegin(), children.rend());
+            std::for_each(node->children().rbegin(), node->children().rend(),
+                          [&](const Handle &child) { waiting.push_back(find(child)); });
         }
     }
 
@@ -109,6 +138,24 @@ public:
     auto end() const { return _handleMap.end(); }
 
 private:
+    /// Refuses a class in a circle or too deep, and one that is not the child of its parent or the parent of its
+    /// children.
+    void checkLinks(const Node &node, std::size_t byte) const {
+        unsigned level = 1;
+        for (const Node *above = node.getParentClass(); above; above = above->getParentClass())
+            if (++level > kMaxClassNesting)
+                refuseImage(byte, "the class ", node.getName(), " is nested in a circle or deeper than ",
+                            toString(kMaxClassNesting), " levels");
+        if (node.getParentClass() && !node.getParentClass()->children().contains(node.getHandle()))
+            refuseImage(byte, "the class ", node.getName(), " is no child of its parent");
+        for (const Handle child : node.children()) {
+            const Node *found = find(child);
+            if (!found || found->getParentClass() != &node)
+                refuseImage(byte, "the child ", toString(child._value), " of the class ", node.getName(),
+                            " is not there or has another parent");
+        }
+    }
+
     std::string_view _rootPrefix;
     RtiFedNameMap<Node *> _nameMap;
     RtiFedHandleMap<Handle, std::unique_ptr<Node>> _handleMap;

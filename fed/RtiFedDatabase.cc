@@ -206,10 +206,14 @@ RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, Rt
 }
 
 RtiFedSpace *RtiFedDatabase::addSpace(std::string name) {
-    auto space = std::make_unique<RtiFedSpace>(createSpaceHandle(), std::move(name));
+    return own(std::make_unique<RtiFedSpace>(createSpaceHandle(), std::move(name)));
+}
+
+/// Enters a space whose handle is free; a name that is taken keeps its first space.
+RtiFedSpace *RtiFedDatabase::own(std::unique_ptr<RtiFedSpace> space) {
     RtiFedSpace *added = space.get();
     _spaceHandleMap.insert(added->getHandle(), std::move(space));
-    _spaceNameMap.insert(added->getName(), added); // a name that is taken keeps its first space
+    _spaceNameMap.insert(added->getName(), added);
     return added;
 }
 
@@ -230,7 +234,7 @@ void RtiFedDatabase::setMomDefaultSpace() {
 }
 
 void RtiFedDatabase::setMomDefaultSpaceForAttributes(const RtiFedObjectClass *objectClass, RtiSpaceHandle space) {
-    _objectClasses.forEachDerived(objectClass->getHandle(), [space](RtiFedObjectClass &derived) {
+    _objectClasses.forEachDerived(objectClass, [space](const RtiFedObjectClass &derived) {
         for (unsigned long i = 0; i < derived.getNumberOfAttributes(); ++i)
             if (derived.getAttribute(i)->getSpace() == 0)
                 derived.getAttribute(i)->setSpace(space);
@@ -239,7 +243,7 @@ void RtiFedDatabase::setMomDefaultSpaceForAttributes(const RtiFedObjectClass *ob
 
 void RtiFedDatabase::setMomDefaultSpaceForInteractionClasses(RtiFedInteractionClass *interactionClass,
                                                              RtiSpaceHandle space) {
-    _interactionClasses.forEachDerived(interactionClass->getHandle(), [space](RtiFedInteractionClass &derived) {
+    _interactionClasses.forEachDerived(interactionClass, [space](RtiFedInteractionClass &derived) {
         if (derived.getDefaultSpace() == 0)
             derived.setDefaultSpace(space);
     });
@@ -295,28 +299,90 @@ RTI_bool RtiFedDatabase::save(RtiBuffer &buffer) const {
 }
 
 void RtiFedDatabase::restore(RtiBuffer &buffer) {
+    try {
+        restoreContents(buffer);
+    } catch (...) {
+        clear(); // nothing stays that was not checked
+        throw;
+    }
+}
+
+void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
+    clear();
     _fedName = RtiStringUtility::getString(buffer);
     _fedVersion = RtiStringUtility::getString(buffer);
-    _objectClasses.restore(buffer);
-    _interactionClasses.restore(buffer);
-    _spaceNameMap.clear();
-    _spaceHandleMap.clear();
-    for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count) {
+
+    RtiFedHandleMap<RtiAttributeHandle, RtiObjectClassHandle> attributes; // by those that declare them
+    _objectClasses.restore(buffer, "object classes", [&](const RtiFedObjectClass &node, std::size_t byte) {
+        checkDescendants(node, byte);
+        for (const auto &attribute : node.members())
+            if (attribute->getHandle() == 0 || !attributes.insert(attribute->getHandle(), node.getHandle()))
+                refuseImage(byte, "an attribute handle of the class ", node.getName(), " is 0 or stands twice");
+    });
+    RtiFedHandleMap<RtiParameterHandle, RtiInteractionClassHandle> parameters;
+    _interactionClasses.restore(
+        buffer, "interaction classes", [&](const RtiFedInteractionClass &node, std::size_t byte) {
+            for (const auto &parameter : node.members())
+                if (parameter->getHandle() == 0 || !parameters.insert(parameter->getHandle(), node.getHandle()))
+                    refuseImage(byte, "a parameter handle of the class ", node.getName(), " is 0 or stands twice");
+        });
+
+    for (unsigned long count = readCount(buffer, RtiFedSpace::_leastImageSize, "spaces"); count > 0; --count) {
+        const std::size_t byte = imageByte(buffer);
         auto space = std::make_unique<RtiFedSpace>(buffer);
-        _spaceNameMap.insert(space->getName(), space.get());
-        const RtiSpaceHandle handle = space->getHandle();
-        _spaceHandleMap.insert(handle, std::move(space));
+        if (!(RtiSpaceHandle(0) < space->getHandle()) || find(space->getHandle()))
+            refuseImage(byte, "the handle of the space ", space->getName(), " is below 1 or stands twice");
+        if (_spaceNameMap.find(space->getName()))
+            refuseImage(byte, "the space name ", space->getName(), " stands twice");
+        own(std::move(space));
     }
-    _attributeObjectClassMap.clear();
-    for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count) {
+
+    RtiAttributeHandle last = 0;
+    for (unsigned long count = readCount(buffer, 8, "pairs of attribute and class"); count > 0; --count) {
+        const std::size_t byte = imageByte(buffer);
         RtiAttributeHandle attribute;
         RtiObjectClassHandle objectClass;
         buffer.get(attribute);
         buffer.get(objectClass);
+        const RtiObjectClassHandle *declaring = attributes.find(attribute);
+        if (!(last < attribute) || !declaring || *declaring != objectClass)
+            refuseImage(byte, "the attribute handle ", toString(attribute._value),
+                        " is out of order, or not declared by the class ", toString(objectClass._value));
         _attributeObjectClassMap.insert(attribute, objectClass);
+        last = attribute;
     }
+
+    const std::size_t byte = imageByte(buffer);
     visitCounters(*this, [&buffer](RtiSaveableType &counter) { buffer.get(counter); });
+    if (_nextSpaceHandle < _spaceHandleMap.greatest() || _nextObjectClassHandle < _objectClasses.greatest() ||
+        _nextAttributeHandle < attributes.greatest() || _nextInteractionClassHandle < _interactionClasses.greatest() ||
+        _nextParameterHandle < parameters.greatest())
+        refuseImage(byte, "a counter is below a handle that was handed out");
     _fileName = RtiStringUtility::getString(buffer);
+}
+
+/// Refuses a class that does not know just its descendants.
+void RtiFedDatabase::checkDescendants(const RtiFedObjectClass &node, std::size_t byte) const {
+    for (const RtiFedObjectClass *above = node.getParentClass(); above; above = above->getParentClass())
+        if (!above->hasDerrivedClass(node.getHandle()))
+            refuseImage(byte, "the class ", node.getName(), " is no descendant of ", above->getName(), " above it");
+    for (const RtiObjectClassHandle handle : node.descendants()) {
+        const RtiFedObjectClass *above = find(handle);
+        while (above && above != &node)
+            above = above->getParentClass();
+        if (!above || handle == node.getHandle())
+            refuseImage(byte, "the descendant ", toString(handle._value), " of the class ", node.getName(),
+                        " is not below it");
+    }
+}
+
+void RtiFedDatabase::clear() {
+    _objectClasses.clear();
+    _interactionClasses.clear();
+    _spaceNameMap.clear();
+    _spaceHandleMap.clear();
+    _attributeObjectClassMap.clear();
+    visitCounters(*this, [](auto &counter) { counter._value = 0; });
 }
 
 void RtiFedDatabase::dump(std::ostream &os) const {
@@ -567,14 +633,14 @@ RtiObjectClassHandle RtiFedDatabase::getRealObjectClassHandle(RtiObjectClassHand
 
 void RtiFedDatabase::getDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
                                                     std::set<RtiObjectClassHandle> &derived) const {
-    _objectClasses.forEachDerived(objectClass,
+    _objectClasses.forEachDerived(find(objectClass),
                                   [&derived](const RtiFedObjectClass &node) { derived.insert(node.getHandle()); });
 }
 
 void RtiFedDatabase::getDerivedInteractionClassHandleSet(RtiInteractionClassHandle interactionClass,
                                                          std::set<RtiInteractionClassHandle> &derived) const {
     _interactionClasses.forEachDerived(
-        interactionClass, [&derived](const RtiFedInteractionClass &node) { derived.insert(node.getHandle()); });
+        find(interactionClass), [&derived](const RtiFedInteractionClass &node) { derived.insert(node.getHandle()); });
 }
 
 void RtiFedDatabase::getChildlessDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,

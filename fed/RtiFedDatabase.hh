@@ -47,7 +47,7 @@ public:
 
     RTI_bool save(RtiBuffer &buffer) const override;
     /// Replaces the whole content. Throws RtiBufferUnderflow, and RTI::RTIinternalError for an image that no sound
-    /// database has; the database is then partly restored.
+    /// database has, saying what is wrong at which byte; the database then holds no class, space or attribute.
     void restore(RtiBuffer &buffer) override;
     /// Writes a line for each of the database's own fields.
     void dump(std::ostream &os) const override;
@@ -77,7 +77,7 @@ public:
     RtiParameterHandle createParameterHandle();
 
     /// Adds an object class by its full dotted name. Throws RTI::ErrorReadingFED if it exists, RTI::NameNotFound if its
-    /// superclass does not, RTI::RTIinternalError beyond kMaxClassNesting levels.
+    /// superclass does not, RTI::RTIinternalError beyond kMaxClassNesting levels (a handle is used up then).
     RtiFedObjectClass *addObjectClass(std::string name);
     RtiFedObjectClass *addObjectClass(const RtiDottedClassname &name);
     /// Adds an attribute. Throws RTI::RTIinternalError without a class, RTI::ErrorReadingFED if the class has or
@@ -213,6 +213,10 @@ private:
     static const RtiFedField<RtiFedDatabase> _fields[14];
 
     void parse(std::FILE *file);
+    RtiFedSpace *own(std::unique_ptr<RtiFedSpace> space);
+    void restoreContents(RtiBuffer &buffer);
+    void checkDescendants(const RtiFedObjectClass &node, std::size_t byte) const;
+    void clear();
     /// Throws RTI::ErrorReadingFED after two lines on the error stream.
     [[noreturn]] void couldNotParse(const char *atFile, const char *atReason, const std::string &reason) const;
     static const RtiFedObjectClass &defined(const RtiFedObjectClass *objectClass);

@@ -18,10 +18,14 @@ public:
         return place == _map.end() ? nullptr : &place->second;
     }
 
-    /// Adds an entry and returns true; a handle that is taken keeps its value, and false is returned.
-    bool insert(Handle handle, Value value) { return _map.emplace(handle, std::move(value)).second; }
+    /// Adds an entry and returns true; a handle that is taken keeps its value, and false is returned. The value given
+    /// is moved from only if it was added.
+    bool insert(Handle handle, Value &&value) { return _map.try_emplace(handle, std::move(value)).second; }
+    bool insert(Handle handle, const Value &value) { return _map.try_emplace(handle, value).second; }
     void clear() { _map.clear(); }
 
+    /// The greatest handle, 0 if there is none.
+    Handle greatest() const { return _map.empty() ? Handle(0) : _map.rbegin()->first; }
     std::size_t size() const { return _map.size(); }
     auto begin() const { return _map.begin(); }
     auto end() const { return _map.end(); }

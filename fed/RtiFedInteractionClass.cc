@@ -104,7 +104,7 @@ RTI_bool RtiFedInteractionClass::save(RtiBuffer &buffer) const {
 }
 
 void RtiFedInteractionClass::restore(RtiBuffer &buffer) {
-    restoreAtLevel(buffer, 1);
+    restoreAtLevel(buffer, level());
 }
 
 void RtiFedInteractionClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {

@@ -17,6 +17,8 @@ class RTI_EXPORT RtiFedInteractionClass
 public:
     static constexpr const char *_thisClassName = "RtiFedInteractionClass";
     static constexpr const char *_thisClassVersion = "1.0";
+    static constexpr std::size_t _leastImageSize = 36; ///< Bytes: the length of a name, three counts, and five handles.
+    static constexpr const char *_membersAre = "parameters";
 
     /// `parent` is null for a root; it is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
     RtiFedInteractionClass(RtiInteractionClassHandle handle, std::string name, RtiFedInteractionClass *parent,
@@ -59,8 +61,9 @@ public:
     unsigned long getChecksum() const;
 
     RTI_bool save(RtiBuffer &buffer) const override;
-    /// Frees what the class owned before. Throws RtiBufferUnderflow, and RTI::RTIinternalError for subclasses nested
-    /// beyond kMaxClassNesting levels.
+    /// Frees what the class owned before. Throws RtiBufferUnderflow, and RTI::RTIinternalError for an image that no
+    /// class has: a name or handle twice, or subclasses beyond kMaxClassNesting levels. The class is then partly
+    /// restored.
     void restore(RtiBuffer &buffer) override;
     void dump(std::ostream &os) const override;
     /// Compares handles, defaults and numbers of elements.

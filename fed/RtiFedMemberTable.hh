@@ -2,6 +2,7 @@
 
 #include "fed/RtiFedChecksum.hh"
 #include "fed/RtiFedHandleMap.hh"
+#include "fed/RtiFedImage.hh"
 #include "fed/RtiFedNameMap.hh"
 
 #include <memory>
@@ -59,11 +60,19 @@ public:
         for (const auto &record : _vector)
             buffer.put(*record);
     }
-    void restore(RtiBuffer &buffer) {
+    /// Throws RTI::RTIinternalError for a handle that stands twice; `what` is what the records are called there.
+    void restore(RtiBuffer &buffer, const char *what) {
         clear();
-        for (unsigned long count = buffer.getUnsignedLong(); count > 0; --count)
-            add(std::make_unique<Record>(buffer));
+        for (unsigned long count = readCount(buffer, Record::_leastImageSize, what); count > 0; --count) {
+            const std::size_t byte = imageByte(buffer);
+            const Record *added = add(std::make_unique<Record>(buffer));
+            if (find(added->getHandle()) != added)
+                refuseImage(byte, "the handle ", toString(added->getHandle()._value), " stands twice among the ", what);
+        }
     }
+
+    auto begin() const { return _vector.begin(); }
+    auto end() const { return _vector.end(); }
 
 private:
     static Record *valueOf(Record *const *found) { return found ? *found : nullptr; }

@@ -12,6 +12,8 @@
 template <class Handle>
 class RtiFedNumberedElement : public RtiFedElement {
 public:
+    static constexpr std::size_t _leastImageSize = 8; ///< Bytes: the length of a name, and a handle.
+
     RtiFedNumberedElement(Handle handle, std::string name) : RtiFedElement(std::move(name)), _theHandle(handle) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedNumberedElement(RtiBuffer &buffer) { RtiFedNumberedElement::restore(buffer); }

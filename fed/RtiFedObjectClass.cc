@@ -123,7 +123,7 @@ unsigned long RtiFedObjectClass::getNumberOfSubclasses() const {
 }
 
 RTI_bool RtiFedObjectClass::hasDerrivedClass(RtiObjectClassHandle handle) const {
-    return _allChildrenClasses.count(handle) > 0;
+    return _allChildrenClasses.contains(handle);
 }
 
 unsigned long RtiFedObjectClass::getChecksum() const {
@@ -132,23 +132,23 @@ unsigned long RtiFedObjectClass::getChecksum() const {
 
 RTI_bool RtiFedObjectClass::save(RtiBuffer &buffer) const {
     saveShared(buffer);
-    saveHandles(_allChildrenClasses, buffer);
+    _allChildrenClasses.save(buffer);
     buffer.put(_theHandle);
     buffer.put(_parentHandle);
     return RTI_true;
 }
 
 void RtiFedObjectClass::restore(RtiBuffer &buffer) {
-    restoreAtLevel(buffer, 1);
+    restoreAtLevel(buffer, level());
 }
 
 void RtiFedObjectClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
+    _availableAttributes.set(nullptr); // first, since they refer to what is freed now
+    _availableFedAttributes.set(nullptr);
     restoreShared(buffer, level);
-    restoreHandles(_allChildrenClasses, buffer);
+    _allChildrenClasses.restore(buffer);
     buffer.get(_theHandle);
     buffer.get(_parentHandle);
-    _availableAttributes.set(nullptr);
-    _availableFedAttributes.set(nullptr);
 }
 
 void RtiFedObjectClass::dump(std::ostream &os) const {

@@ -20,6 +20,8 @@ class RTI_EXPORT RtiFedObjectClass : public RtiFedClassNode<RtiFedObjectClass, R
 public:
     static constexpr const char *_thisClassName = "RtiFedObjectClass";
     static constexpr const char *_thisClassVersion = "1.0";
+    static constexpr std::size_t _leastImageSize = 28; ///< Bytes: the length of a name, four counts, and two handles.
+    static constexpr const char *_membersAre = "attributes";
 
     /// `parent` is null for a root; it is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
     RtiFedObjectClass(RtiObjectClassHandle handle, std::string name, RtiFedObjectClass *parent);
@@ -73,14 +75,17 @@ public:
     unsigned long getNumberOfSubclasses() const;
     /// Whether the handle is that of a descendant at any depth.
     RTI_bool hasDerrivedClass(RtiObjectClassHandle handle) const;
+    /// The handles of all descendants, without a copy.
+    const RtiFedHandleSet<RtiObjectClassHandle> &descendants() const { return _allChildrenClasses; }
 
     /// A 32-bit checksum over the names, handles and attributes of this class and the subclasses it owns. Throws
     /// RTI::RTIinternalError if a handle is wider than 32 bits.
     unsigned long getChecksum() const;
 
     RTI_bool save(RtiBuffer &buffer) const override;
-    /// Frees what the class owned before. Throws RtiBufferUnderflow, and RTI::RTIinternalError for subclasses nested
-    /// beyond kMaxClassNesting levels.
+    /// Frees what the class owned before. Throws RtiBufferUnderflow, and RTI::RTIinternalError for an image that no
+    /// class has: a name or handle twice, or subclasses beyond kMaxClassNesting levels. The class is then partly
+    /// restored.
     void restore(RtiBuffer &buffer) override;
     void dump(std::ostream &os) const override;
     /// Compares handles and numbers of elements.
@@ -93,7 +98,7 @@ private:
     RtiFedObjectClass(RtiBuffer &buffer, unsigned level);
     void restoreAtLevel(RtiBuffer &buffer, unsigned level);
 
-    std::set<RtiObjectClassHandle> _allChildrenClasses;
+    RtiFedHandleSet<RtiObjectClassHandle> _allChildrenClasses;
     RtiFedPublished<RtiAttributeHandleSet> _availableAttributes;
     RtiFedPublished<std::set<RtiFedAttribute *>> _availableFedAttributes;
 };

@@ -73,9 +73,13 @@ RTI_bool RtiFedSpace::save(RtiBuffer &buffer) const {
 
 void RtiFedSpace::restore(RtiBuffer &buffer) {
     RtiFedElement::restore(buffer);
-    _dimensions.restore(buffer);
+    _dimensions.restore(buffer, "dimensions");
     buffer.get(_theHandle);
+    const std::size_t byte = imageByte(buffer);
     buffer.get(_nextDimensionHandle);
+    for (const auto &dimension : _dimensions)
+        if (!(dimension->getHandle() < _nextDimensionHandle))
+            refuseImage(byte, "the next dimension handle of the space ", getName(), " is taken");
 }
 
 void RtiFedSpace::dump(std::ostream &os) const {

@@ -13,6 +13,7 @@ class RTI_EXPORT RtiFedSpace : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedSpace";
     static constexpr const char *_thisClassVersion = "1.0";
+    static constexpr std::size_t _leastImageSize = 16; ///< Bytes: the length of a name, a count, and two handles.
 
     using Handle = RtiSpaceHandle;
 
@@ -46,6 +47,8 @@ public:
     unsigned long getChecksum() const;
 
     RTI_bool save(RtiBuffer &buffer) const override;
+    /// Throws RtiBufferUnderflow, and RTI::RTIinternalError if two dimensions have one handle or the next would be
+    /// taken.
     void restore(RtiBuffer &buffer) override;
     void dump(std::ostream &os) const override;
     /// Compares handles and numbers of dimensions, not names.
