@@ -1,0 +1,93 @@
+#pragma once
+
+#include "fed/RtiFedDatabase.hh"
+#include "infrastructure/RtiBuffer.hh"
+#include "infrastructure/RtiDebugStream.hh"
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <typeinfo>
+
+std::string readFile(const std::string &path);
+inline std::string example(const std::string &name) {
+    return readFile(std::string(RTIFED_EXAMPLES) + "/" + name);
+}
+
+/// The smallest FED text with the MOM, with more declarations in its sections.
+std::string withMom(const std::string &objects, const std::string &interactions = "", const std::string &spaces = "");
+
+std::string replaced(std::string text, const std::string &what, const std::string &with);
+
+/// A file of this test that is gone when it ends.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::string &contents);
+    ~TemporaryFile();
+    const std::string &path() const { return _path; }
+
+private:
+    std::string _path;
+};
+
+/// A database built from a file that holds the text.
+std::unique_ptr<RtiFedDatabase> load(const std::string &text);
+
+/// An empty database with a name of its own.
+std::unique_ptr<RtiFedDatabase> emptyDatabase(const std::string &fileName = "none.fed");
+
+std::string listing(const RtiFedDatabase &database);
+
+/// What is written to the error stream while this lives.
+class ErrorLines {
+public:
+    ErrorLines() { _rtiErrorStream.setOutputStream(_lines); }
+    ~ErrorLines() { _rtiErrorStream.setOutputStream(std::cerr); }
+    std::string text() const { return _lines.str(); }
+
+private:
+    std::ostringstream _lines;
+};
+
+/// The reason of the exception that `action` throws, which must be of just this type.
+template <class Exception, class Action>
+std::string reasonOf(Action action) {
+    try {
+        action();
+    } catch (const RTI::Exception &thrown) {
+        EXPECT_TRUE(typeid(thrown) == typeid(Exception)) << thrown._name << ": " << thrown._reason;
+        return thrown._reason;
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return {};
+}
+
+inline RtiBuffer imageOf(const RtiSaveableType &object) {
+    RtiBuffer buffer;
+    object.save(buffer);
+    return buffer;
+}
+
+inline std::string bytesOf(const RtiSaveableType &object) {
+    const RtiBuffer image = imageOf(object);
+    return {reinterpret_cast<const char *>(image.data()), image.size()};
+}
+
+inline std::string dumpOf(const RtiSaveableType &object) {
+    std::ostringstream os;
+    os << std::hex; // must not show
+    object.dump(os);
+    return os.str();
+}
+
+/// The lines of a comparison of the image of `saved` with `live`; the image must be consumed whole.
+inline std::string diffOf(const RtiSaveableType &saved, const RtiSaveableType &live) {
+    RtiBuffer image = imageOf(saved);
+    std::ostringstream os;
+    live.diff(image, os);
+    EXPECT_EQ(image.remaining(), 0u);
+    return os.str();
+}

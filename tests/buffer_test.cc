@@ -1,0 +1,63 @@
+#include "infrastructure/RtiStringUtility.hh"
+#include "tests/Support.hh"
+
+using namespace std::string_literals;
+
+TEST(Buffer, WritesNumbersMostSignificantByteFirst) {
+    RtiBuffer buffer;
+    buffer.put(0x01020304UL);
+    buffer.put(-2L);
+    RtiStringUtility::putString("a\0b"s, buffer);
+    const std::string bytes(reinterpret_cast<const char *>(buffer.data()), buffer.size());
+    EXPECT_EQ(bytes, "\1\2\3\4\xFF\xFF\xFF\xFE\0\0\0\3a\0b"s);
+}
+
+TEST(Buffer, ReadsBackTheWholeRangeOf32Bits) {
+    RtiBuffer buffer;
+    const unsigned long unsignedOnes[] = {0, 1, 4294967295UL};
+    const long signedOnes[] = {0, -1, 2147483647L, -2147483647L - 1};
+    for (const unsigned long value : unsignedOnes)
+        buffer.put(value);
+    for (const long value : signedOnes)
+        buffer.put(value);
+    RtiStringUtility::putString("", buffer);
+
+    unsigned long unsignedRead[3];
+    long signedRead[4];
+    buffer.get(unsignedRead, 3);
+    buffer.get(signedRead, 4);
+    EXPECT_TRUE(std::equal(unsignedRead, unsignedRead + 3, unsignedOnes));
+    EXPECT_TRUE(std::equal(signedRead, signedRead + 4, signedOnes));
+    EXPECT_EQ(RtiStringUtility::getString(buffer), "");
+    EXPECT_EQ(buffer.remaining(), 0u);
+    buffer.rewind();
+    EXPECT_EQ(buffer.remaining(), buffer.size());
+}
+
+TEST(Buffer, RefusesWhatDoesNotFit) {
+    if constexpr (sizeof(long) > 4) {
+        RtiBuffer buffer;
+        EXPECT_EQ(reasonOf<RtiBufferOverflow>([&] { buffer.put(0xFFFFFFFFUL + 1); }),
+                  "the number 4294967296 does not fit into the 32 bits of an image");
+        reasonOf<RtiBufferOverflow>([&] { buffer.put(0x7FFFFFFFL + 1); });
+        reasonOf<RtiBufferOverflow>([&] { buffer.put(-0x7FFFFFFFL - 2); });
+        EXPECT_EQ(buffer.size(), 0u);
+    }
+}
+
+TEST(Buffer, SaysWhatWasWantedAndWhatIsLeft) {
+    RtiBuffer buffer("\0\0\0\7\0\0", 6);
+    unsigned long values[2] = {8, 9};
+    EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { buffer.get(values, 2); }),
+              "byte 0: 2 numbers of 4 bytes wanted, 6 bytes left");
+    EXPECT_EQ(values[0], 8u);
+    EXPECT_EQ(buffer.getUnsignedLong(), 7u); // the failure moved nothing
+    EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { buffer.getUnsignedLong(); }),
+              "byte 4: 1 number of 4 bytes wanted, 2 bytes left");
+    // A count whose bytes overflow the address range.
+    reasonOf<RtiBufferUnderflow>([&] { buffer.get(values, ~0UL / 4 + 2); });
+
+    RtiBuffer string("\x7F\xFF\xFF\xFFx", 5);
+    EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { RtiStringUtility::getString(string); }),
+              "byte 4: a string of 2147483647 bytes, 1 left");
+}

@@ -1,0 +1,80 @@
+#include "infrastructure/RtiAttributeHandleSet.hh"
+#include "infrastructure/RtiCrc.hh"
+#include "infrastructure/RtiDebugSaver.hh"
+#include "infrastructure/RtiDottedClassname.hh"
+#include "infrastructure/RtiDump.hh"
+#include "infrastructure/RtiStringUtility.hh"
+#include "tests/Support.hh"
+
+TEST(HostServices, CrcIsTheOneOfZip) {
+    EXPECT_EQ(RtiCrc::computeCrc("123456789", 9), 0xCBF43926UL);
+    EXPECT_EQ(RtiCrc::computeCrc("", 0), 0u);
+    EXPECT_EQ(RtiCrc::computeCrc("x", -1), 0u);
+}
+
+TEST(HostServices, UpperCaseTouchesAToZOnly) {
+    EXPECT_EQ(RtiStringUtility::toupper("aZ{`@[\xE4\xFF"), "AZ{`@[\xE4\xFF");
+}
+
+TEST(HostServices, DottedNames) {
+    const RtiDottedClassname name("ObjectRoot.Manager.Federate");
+    EXPECT_EQ(name.getDepth(), 3);
+    EXPECT_EQ(name.getFullyQualifiedSubclass(0), "");
+    EXPECT_EQ(name.getFullyQualifiedSubclass(1), "ObjectRoot");
+    EXPECT_EQ(name.getFullyQualifiedSubclass(2), "ObjectRoot.Manager");
+    EXPECT_EQ(name.getFullyQualifiedSubclass(9), name.getClassname());
+    EXPECT_EQ(RtiDottedClassname("X").getDepth(), 1);
+}
+
+TEST(HostServices, HandleSetIsASet) {
+    RtiAttributeHandleSet set(0);
+    for (const unsigned long handle : {7UL, 3UL, 7UL, 5UL})
+        set.add(handle);
+    ASSERT_EQ(set.size(), 3u);
+    EXPECT_EQ(set.getHandle(0), 3);
+    EXPECT_EQ(set.getHandle(2), 7);
+    EXPECT_TRUE(set.isMember(5));
+    EXPECT_FALSE(set.isMember(4));
+    EXPECT_EQ(reasonOf<RTI::ArrayIndexOutOfBounds>([&] { set.getHandle(3); }),
+              "attribute handle set: index 3 of 3 handles");
+}
+
+TEST(HostServices, StreamsAreSwitchedByPackageAndImportance) {
+    RtiDebugStream stream(false, true);
+    EXPECT_FALSE(stream.enabled(RTI_P_fedDatabase, RTI_G_high));
+    stream.enable(RTI_P_fedDatabase, RTI_G_high);
+    EXPECT_TRUE(stream.enabled(RTI_P_fedDatabase, RTI_G_high));
+    EXPECT_FALSE(stream.enabled(RTI_P_fedDatabase, RTI_G_medium));
+    {
+        const RtiDebugSaver saver(stream);
+        RtiDump::setTraceMask(RTI_T_NONE);
+        EXPECT_FALSE(stream.enabled(RTI_P_fedDatabase, RTI_G_high));
+        EXPECT_TRUE(_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_high));
+    }
+    EXPECT_TRUE(stream.enabled(RTI_P_fedDatabase, RTI_G_high));
+    EXPECT_FALSE(stream.enabled(RTI_P_fedDatabase << 1, RTI_G_high));
+    EXPECT_TRUE(_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_medium));
+    EXPECT_FALSE(_rtiDebugStream.enabled(RTI_P_fedDatabase, RTI_G_high));
+    EXPECT_EQ(&stream.getOutputStream(), &std::cerr);
+}
+
+TEST(HostServices, DumpsAreNotTraced) {
+    struct Probe : std::stringbuf {
+        int sync() override { return 0; }
+        std::streamsize xsputn(const char *text, std::streamsize size) override {
+            mask |= RtiDump::getTraceMask();
+            return std::stringbuf::xsputn(text, size);
+        }
+        unsigned char mask = 0;
+    } probe;
+    std::ostream os(&probe);
+    const RtiDebugSaver saver(_rtiDebugStream);
+    RtiDump::setTraceMask(5);
+    const RtiFedElement element("x"), other("y");
+    element.dump(os);
+    RtiBuffer image = imageOf(other);
+    element.diff(image, os);
+    EXPECT_EQ(probe.str(), "_name=``x''\nold _name=``y'', new _name=``x''\n");
+    EXPECT_EQ(probe.mask, RTI_T_NONE);
+    EXPECT_EQ(RtiDump::getTraceMask(), 5);
+}

@@ -1,0 +1,64 @@
+#!/bin/sh
+# Runs the program as a person would, and compares what it prints and returns. Usage: program_test.sh PROGRAM EXAMPLES
+set -u
+program=$1
+examples=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failures=0
+
+# expect STATUS OUT ERR COMMAND...: the exact exit status, standard output and standard error.
+expect() {
+    status=$1 out=$2 err=$3
+    shift 3
+    "$@" >"$work/out" 2>"$work/err"
+    got=$?
+    printf '%s' "$out" >"$work/expected-out"
+    printf '%s' "$err" >"$work/expected-err"
+    if [ "$got" != "$status" ] || ! cmp -s "$work/out" "$work/expected-out" || ! cmp -s "$work/err" "$work/expected-err"; then
+        echo "FAILED: $*: status $got, expected $status"
+        diff "$work/expected-out" "$work/out"
+        diff "$work/expected-err" "$work/err"
+        failures=$((failures + 1))
+    fi
+}
+
+cd "$work" || exit 1
+printf '(FED (Federation F)\n (FEDversion v)\n (spaces (space S (dimension D))))\n' >small.fed
+printf '(FED (Federation F))\n' >wrong.fed
+wrong='1:20: error: expected a "FEDversion" clause in "FED" of 1:1, found ")"
+'
+expect 0 '' '' "$program" check "$examples/minimal.fed" "$examples/harbour.fed" "$examples/tolerances.fed"
+expect 0 'setFederate("F");
+setFederateVersion("v");
+
+addSpace("S");
+addDimension("D");
+' '' "$program" calls small.fed
+expect 1 '' "wrong.fed:$wrong" "$program" calls wrong.fed
+expect 2 '' 'rtifed: none.fed: No such file or directory
+' "$program" calls none.fed
+expect 2 '' 'rtifed: /: the file cannot be read: Is a directory
+' "$program" list /
+
+"$program" check wrong.fed none.fed "$examples/minimal.fed" >out 2>err
+[ $? = 2 ] && [ "$(head -n 1 out)" = "wrong.fed:$(printf '%s' "$wrong")" ] &&
+    [ "$(cat err)" = 'rtifed: none.fed: No such file or directory' ] || { echo 'FAILED: check of several'; failures=1; }
+"$program" list "$examples/harbour.fed" >by-name && "$program" list - <"$examples/harbour.fed" >by-stdin &&
+    cmp by-name by-stdin && grep -q '^    Position (HANDLE = ' by-name || { echo 'FAILED: list'; failures=1; }
+"$program" list small.fed >out 2>err
+[ $? = 1 ] && [ ! -s out ] && grep -q '^small.fed:1:1: error: the Management Object Model' err ||
+    { echo 'FAILED: list of a file without the MOM'; failures=1; }
+for arguments in '' 'frobnicate' 'check' 'list' 'list a b'; do
+    # shellcheck disable=SC2086
+    "$program" $arguments >out 2>err
+    [ $? = 2 ] && [ ! -s out ] && [ -s err ] || { echo "FAILED: usage '$arguments'"; failures=1; }
+done
+"$program" --help >out && grep -q 'check' out || { echo 'FAILED: --help'; failures=1; }
+if [ -e /dev/full ]; then
+    "$program" list "$examples/minimal.fed" >/dev/full 2>err
+    [ $? = 2 ] && grep -q 'standard output cannot be written' err || { echo 'FAILED: full disk'; failures=1; }
+    "$program" calls small.fed >/dev/full 2>err
+    [ $? = 2 ] || { echo 'FAILED: full disk for calls'; failures=1; }
+fi
+exit "$failures"

@@ -1,0 +1,80 @@
+#include "fed/RtiFedSpace.hh"
+#include "infrastructure/RtiCrc.hh"
+#include "tests/Support.hh"
+
+using namespace std::string_literals;
+
+namespace {
+
+RtiFedSpace spaceOf(std::initializer_list<const char *> dimensions) {
+    RtiFedSpace space(-4, "Area");
+    for (const char *name : dimensions)
+        space.addDimension(name);
+    return space;
+}
+
+} // namespace
+
+TEST(Space, NumbersItsDimensionsFromZero) {
+    const RtiFedSpace space = spaceOf({"X", "Y", "Z"});
+    EXPECT_EQ(space.getDimension(1)->getName(), "Y");
+    EXPECT_EQ(space.getDimension(1)->getHandle(), 1);
+    EXPECT_EQ(space.getNumberOfDimensions(), 3u);
+    EXPECT_EQ(space.getDimensionName(2), "Z");
+    EXPECT_EQ(space.find(0)->getName(), "X");
+    EXPECT_EQ(reasonOf<RTI::RTIinternalError>([&] { space.getDimension(3); }), "\"RtiFedSpace\", line 389: ");
+    EXPECT_EQ(reasonOf<RTI::RTIinternalError>([&] { space.find(3); }), "\"RtiFedSpace\", line 372: ");
+    EXPECT_EQ(reasonOf<RTI::DimensionNotDefined>([&] { space.getDimensionName(3); }), "\"RtiFedSpace\", line 301: ");
+    EXPECT_EQ(reasonOf<RTI::NameNotFound>([&] { space.getDimensionHandle("W"); }), "\"RtiFedSpace\", line 278: ");
+}
+
+TEST(Space, FindsInAnyCaseButExistsInUpperCaseOnly) {
+    const RtiFedSpace space = spaceOf({"Lat1"});
+    EXPECT_EQ(space.getDimensionHandle("lAT1"), 0);
+    EXPECT_TRUE(space.dimensionExists("LAT1"));
+    EXPECT_FALSE(space.dimensionExists("Lat1"));
+}
+
+TEST(Space, RefusesASecondNameOnlyInUpperCase) {
+    RtiFedSpace space = spaceOf({"X"});
+    EXPECT_EQ(reasonOf<RTI::RTIinternalError>([&] { space.addDimension("X"); }), "\"RtiFedSpace\", line 338: ");
+    EXPECT_EQ(space.addDimension("x")->getHandle(), 1); // the refusal used no handle
+    space.addDimension("y");
+    EXPECT_EQ(space.getDimensionHandle("x"), 0);
+    EXPECT_EQ(dumpOf(space), "_theHandle=``-4''\n_nextDimensionHandle=``3''\nsize _dimensionNameMap=``2''\n"
+                             "size _dimensionHandleMap=``3''\nsize _dimensionVector=``3''\n");
+}
+
+TEST(Space, RestoresWithItsNumbering) {
+    RtiFedSpace space = spaceOf({"X", "x"});
+    EXPECT_EQ(bytesOf(space), "\0\0\0\4Area\0\0\0\2"
+                              "\0\0\0\1X\0\0\0\0\0\0\0\1x\0\0\0\1\xFF\xFF\xFF\xFC\0\0\0\2"s);
+    RtiBuffer image = imageOf(space);
+    RtiFedSpace restored(image);
+    EXPECT_EQ(restored.getChecksum(), space.getChecksum());
+    EXPECT_EQ(restored.addDimension("Y")->getHandle(), 2);
+    EXPECT_EQ(diffOf(restored, space), "old _nextDimensionHandle=``3'', new _nextDimensionHandle=``2''\n"
+                                       "old size _dimensionNameMap=``2'', new size _dimensionNameMap=``1''\n"
+                                       "old size _dimensionHandleMap=``3'', new size _dimensionHandleMap=``2''\n"
+                                       "old size _dimensionVector=``3'', new size _dimensionVector=``2''\n");
+    RtiBuffer again = imageOf(space);
+    restored.restore(again);
+    EXPECT_EQ(bytesOf(restored), bytesOf(space));
+}
+
+TEST(Space, ChecksumIsMadeOfItsNamesAndHandles) {
+    const auto crc = [](std::string_view bytes) {
+        return RtiCrc::computeCrc(bytes.data(), static_cast<long>(bytes.size()));
+    };
+    using namespace std::string_view_literals;
+    EXPECT_EQ(spaceOf({}).getChecksum(), crc("Area") ^ crc("\xFC\xFF\xFF\xFF"sv));
+    EXPECT_EQ(spaceOf({"X", "Y"}).getChecksum(),
+              spaceOf({}).getChecksum() ^ crc("X") ^ crc("\0\0\0\0"sv) ^ crc("Y") ^ crc("\1\0\0\0"sv));
+}
+
+TEST(Space, ChecksumRefusesAWideHandle) {
+    if constexpr (sizeof(long) > 4) {
+        EXPECT_EQ(reasonOf<RTI::RTIinternalError>([] { RtiFedSpace(1L << 32, "s").getChecksum(); }),
+                  "the handle 4294967296 does not fit into 32 bits");
+    }
+}
