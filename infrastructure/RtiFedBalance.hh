@@ -2,20 +2,27 @@
 
 #include "infrastructure/RtiFedText.hh"
 
-#include <optional>
+#include <vector>
 
-/// How the parentheses of a whole text match. Looked at only after an error, to tell where one was forgotten.
+/// How the parentheses of a whole text match, and where by its look one is missing or too much. Made only after an
+/// error, to lead its reader to the place.
 struct RtiFedBalance {
-    /// A clause whose ")" begins a line under the beginning of a clause around it: by the look of the text it was left
-    /// open, and that ")" is the outer clause's.
+    /// Where the look of the text, the indentation of its lines, contradicts its parentheses.
     struct Suspect {
-        RtiFedOffset clause; ///< Its "(".
-        RtiFedOffset close;  ///< The ")" that closes it.
-        RtiFedOffset under;  ///< The "(" of the outer clause.
+        enum Look : unsigned char {
+            closeUnderOuter, ///< `at`, the ")" of `clause`, begins a line under the beginning of `other` around it.
+            openUnderClause, ///< `at`, the "(" of a clause in `clause`, begins a line just under it.
+            moreBehindClose  ///< Behind `at`, the ")" of `clause`, a line begins to the right of that clause.
+        };
+        Look look;
+        RtiFedOffset clause; ///< The "(" of a clause.
+        RtiFedOffset at;
+        RtiFedOffset other = 0;
     };
 
     explicit RtiFedBalance(const RtiFedText &text);
 
-    long missing = 0; ///< How many ")" are missing; negative if there are too many.
-    std::optional<Suspect> suspect;
+    long missing = 0; ///< How many ")" are missing; below 0, how many there are too many.
+    /// In the order of the text: one for each missing ")" as far as the look tells, or where there is one too many.
+    std::vector<Suspect> suspects;
 };

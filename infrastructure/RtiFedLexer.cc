@@ -26,7 +26,18 @@ Class classOf(char c) {
 } // namespace
 
 RtiFedToken RtiFedLexer::next() {
-    skipBlanksAndComments();
+    RtiFedOffset strayQuote = 0;
+    for (skipBlanksAndComments(); _at < _bytes.size() && _bytes[_at] == '"' && endOfQuoted() == _at;
+         skipBlanksAndComments()) {
+        strayQuote = strayQuote ? strayQuote : _at;
+        ++_at; // what follows is read as if the quote were not there
+    }
+    RtiFedToken token = tokenHere();
+    token.strayQuote = strayQuote;
+    return token;
+}
+
+RtiFedToken RtiFedLexer::tokenHere() {
     RtiFedToken token;
     token.begin = _at;
     if (_at == _bytes.size())
@@ -44,10 +55,26 @@ RtiFedToken RtiFedLexer::next() {
         token.kind = RtiFedToken::Kind::nul;
         return token;
     case '"':
-        return quotedName();
+        return name(_at, endOfQuoted(), true);
     default:
-        return plainName(_at);
+        break;
     }
+    RtiFedOffset end = _at;
+    while (end < _bytes.size() && classOf(_bytes[end]) == ordinary)
+        ++end;
+    return name(_at, end, false);
+}
+
+/// Behind the second quote of the pair that begins here. Where the line ends before one, here; but where the text ends,
+/// or a NUL byte ends it, without any parenthesis, the name is cut short there.
+RtiFedOffset RtiFedLexer::endOfQuoted() const {
+    RtiFedOffset end = _at + 1;
+    while (end < _bytes.size() && _bytes[end] != '"' && classOf(_bytes[end]) != lineEnd && _bytes[end] != '\0')
+        ++end;
+    if (end < _bytes.size() && _bytes[end] == '"')
+        return end + 1;
+    const bool cut = end == _bytes.size() || _bytes[end] == '\0';
+    return cut && _bytes.substr(_at, end - _at).find(')') == std::string_view::npos ? end : _at;
 }
 
 void RtiFedLexer::skipBlanksAndComments() {
@@ -62,27 +89,9 @@ void RtiFedLexer::skipBlanksAndComments() {
     }
 }
 
-RtiFedToken RtiFedLexer::quotedName() {
-    RtiFedOffset close = _at + 1;
-    while (close < _bytes.size() && _bytes[close] != '"' && classOf(_bytes[close]) != lineEnd && _bytes[close] != '\0')
-        ++close;
-    const bool closed = close < _bytes.size() && _bytes[close] == '"';
-    const bool cut = close == _bytes.size() && _bytes.find(')', _at) == std::string_view::npos; // the text just ends
-    if (closed || cut) {
-        RtiFedToken token{RtiFedToken::Kind::name, true, false, _at, {_at + 1, close - _at - 1}};
-        _at = closed ? close + 1 : close;
-        return token;
-    }
-    // Without its second quote, the first is taken as a slip: what follows is read as if it were not there.
-    const RtiFedOffset quote = _at++;
-    RtiFedToken token = plainName(_at);
-    token.quoted = token.unterminated = true;
-    token.begin = quote;
-    return token;
-}
-
-RtiFedToken RtiFedLexer::plainName(RtiFedOffset begin) {
-    while (_at < _bytes.size() && classOf(_bytes[_at]) == ordinary)
-        ++_at;
-    return {RtiFedToken::Kind::name, false, false, begin, {begin, _at - begin}};
+RtiFedToken RtiFedLexer::name(RtiFedOffset begin, RtiFedOffset end, bool quoted) {
+    _at = end;
+    const bool closed = quoted && end > begin + 1 && _bytes[end - 1] == '"';
+    const RtiFedOffset first = quoted ? begin + 1 : begin;
+    return {RtiFedToken::Kind::name, quoted, begin, {first, (closed ? end - 1 : end) - first}, 0};
 }

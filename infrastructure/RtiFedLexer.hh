@@ -8,9 +8,9 @@ struct RtiFedToken {
 
     Kind kind = Kind::end;
     bool quoted = false;
-    bool unterminated = false; ///< A quote opens this name and the line ends before it closes.
-    RtiFedOffset begin = 0;    ///< The first byte, an opening quote included.
-    RtiFedSpan text;           ///< Of a name: its bytes without the quotes.
+    RtiFedOffset begin = 0;      ///< The first byte, an opening quote included.
+    RtiFedSpan text;             ///< Of a name: its bytes without the quotes.
+    RtiFedOffset strayQuote = 0; ///< Of a quote in front of it that no second one closes; 0 if there is none.
 };
 
 /// Cuts a FED text into parentheses and names; blanks and comments fall away. A NUL byte and the end of the text are
@@ -23,8 +23,9 @@ public:
 
 private:
     void skipBlanksAndComments();
-    RtiFedToken quotedName();
-    RtiFedToken plainName(RtiFedOffset begin);
+    RtiFedToken tokenHere();
+    RtiFedToken name(RtiFedOffset begin, RtiFedOffset end, bool quoted);
+    RtiFedOffset endOfQuoted() const;
 
     std::string_view _bytes;
     RtiFedOffset _at;

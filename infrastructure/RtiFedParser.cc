@@ -17,6 +17,24 @@ bool lessInAnyCase(std::string_view a, std::string_view b) {
     });
 }
 
+/// The bytes of the printable character at the beginning, 0 if there is none: a control character, a byte order mark,
+/// or no UTF-8.
+std::size_t printableSize(std::string_view bytes) {
+    const auto at = [bytes](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U; };
+    const unsigned first = at(0);
+    if (first < 0x80)
+        return first >= 0x20 && first != 0x7F ? 1 : 0;
+    const std::size_t size = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+    for (std::size_t i = 1; i < size; ++i)
+        if ((at(i) & 0xC0) != 0x80)
+            return 0;
+    const unsigned two = first << 8 | at(1);
+    const bool overlong = two < 0xE0A0 && first == 0xE0, surrogate = two >= 0xEDA0 && first == 0xED;
+    const bool outside = (first == 0xF0 && at(1) < 0x90) || (first == 0xF4 && at(1) > 0x8F);
+    const bool control = two < 0xC2A0, mark = two == 0xEFBB && at(2) == 0xBF;
+    return overlong || surrogate || outside || (size == 2 && control) || mark ? 0 : size;
+}
+
 } // namespace
 
 struct RtiFedParser::Contents {
@@ -43,6 +61,7 @@ struct RtiFedParser::Contents {
             if (!ends.empty())
                 path += '.';
             auto texts = enter(declared.arguments);
+            std::replace(texts[0].begin(), texts[0].end(), '.', '_'); // only a wrong text has a dot here
             path += texts[0];
             ends.push_back(path.size());
             texts[0] = path;
@@ -80,9 +99,8 @@ std::size_t RtiFedParser::numErrors() const {
 
 RtiFedParser::Error RtiFedParser::error(std::size_t index) const {
     const RtiFedSyntaxError &error = _contents->read.errors[index];
-    const auto &balance = _contents->read.balance;
-    return {_contents->text.position(error.at),
-            error.describe(_contents->text, balance ? balance->suspect : std::nullopt)};
+    std::string description = error.describe(_contents->text);
+    return {_contents->text.position(error.at), std::move(description)};
 }
 
 void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
@@ -115,7 +133,8 @@ void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
 }
 
 RtiFedPosition RtiFedParser::position(std::size_t argument) const {
-    return _contents->text.position(given(argument) ? _contents->current[argument].begin : _contents->read.fed);
+    const RtiFedText &text = _contents->text;
+    return text.position(given(argument) ? text.beginOfName(_contents->current[argument]) : _contents->read.fed);
 }
 
 bool RtiFedParser::given(std::size_t argument) const {
@@ -124,6 +143,18 @@ bool RtiFedParser::given(std::size_t argument) const {
 
 bool RtiFedParser::nestingKnown() const {
     return _contents->read.nestingKnown;
+}
+
+bool RtiFedParser::spacesKnown() const {
+    return _contents->read.spacesKnown;
+}
+
+bool RtiFedParser::classesKnown() const {
+    return _contents->read.classesKnown;
+}
+
+std::size_t RtiFedParser::numLostNames() const {
+    return _contents->read.lostNames;
 }
 
 bool RtiFedParser::skipped(std::string_view name) const {
@@ -137,21 +168,19 @@ bool RtiFedParser::skipped(std::string_view name) const {
 std::string RtiFedParser::printable(std::string_view bytes) {
     constexpr std::size_t kShown = 60;
     constexpr char kDigits[] = "0123456789abcdef";
-    std::size_t end = bytes.size();
-    if (end > kShown) {
-        end = kShown;
-        while (end > kShown - 4 && (bytes[end] & 0xC0) == 0x80) // not within a UTF-8 sequence
-            --end;
-    }
     std::string shown;
-    for (const char c : bytes.substr(0, end)) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x20 && byte != 0x7F)
-            shown += c;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t size = printableSize(bytes.substr(at));
+        if (shown.size() + (size ? size : 4) > kShown)
+            return shown + "...";
+        const auto byte = static_cast<unsigned char>(bytes[at]);
+        if (size)
+            shown += bytes.substr(at, size);
         else
             shown += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
+        at += size ? size : 1;
     }
-    return end < bytes.size() ? shown + "..." : shown;
+    return shown;
 }
 
 int RtiFedParser_Class_main(std::FILE *file, RtiFedParserCodegen *codegen) {

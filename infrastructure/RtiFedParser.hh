@@ -47,7 +47,8 @@ public:
     /// class after its superclass and directly followed by its own members. An exception of a callback passes through.
     ///
     /// Of a text with syntax errors it delivers what was understood: a declaration whose name could be read, with
-    /// empty texts for what could not.
+    /// empty texts for what could not. A dot in
+    /// the name of a class is an underscore there.
     void deliver(RtiFedParserCodegen &codegen);
 
     /// While a callback runs: where its first, second ... argument stands in the text (from 0); where an argument is
@@ -61,10 +62,20 @@ public:
     /// too much it is not, and what is said about inheritance or absence may only follow from that.
     bool nestingKnown() const;
 
-    /// Whether a name stands, in any letter case, in a part of the text that was not understood.
+    /// Whether all spaces are known. If a space lost its name, or the text ends before its spaces, they are not.
+    bool spacesKnown() const;
+
+    /// Whether each class has the name that was meant, as far as can be told. If a class lacks a word or has one too
+    /// many it is not known, nor what the classes in it are called.
+    bool classesKnown() const;
+
+    /// How many clauses lack a word: it may be the name of what they declare.
+    std::size_t numLostNames() const;
+
+    /// Whether a part of the text that was not understood may declare this name, in any letter case.
     bool skipped(std::string_view name) const;
 
-    /// A copy of `bytes` fit for a message: control bytes as \xNN, and cut behind some 60 bytes.
+    /// A copy of `bytes` fit for a terminal: what is no printable UTF-8 as \xNN, and cut behind some 60 bytes.
     static std::string printable(std::string_view bytes);
 
 private:

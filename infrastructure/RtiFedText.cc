@@ -10,6 +10,12 @@ RtiFedOffset RtiFedText::begin() const {
     return marked ? static_cast<RtiFedOffset>(kByteOrderMark.size()) : 0;
 }
 
+RtiFedOffset RtiFedText::beginOfName(RtiFedSpan name) const {
+    const RtiFedOffset end = name.begin + name.length;
+    const bool inQuotes = name.begin > 0 && _text[name.begin - 1] == '"' && end < _text.size() && _text[end] == '"';
+    return name.begin - (inQuotes ? 1 : 0);
+}
+
 RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
     if (_checkpoints.empty()) {
         Line line{1, begin()};
@@ -17,9 +23,16 @@ RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
             if (at % kCheckpoint == 0)
                 _checkpoints.push_back(line);
     }
+    RtiFedOffset at = offset / kCheckpoint * kCheckpoint;
     Line line = _checkpoints[offset / kCheckpoint];
-    for (RtiFedOffset at = offset / kCheckpoint * kCheckpoint; at < offset; ++at)
+    if (_lastOffset > at && _lastOffset <= offset) {
+        at = _lastOffset;
+        line = _lastLine;
+    }
+    for (; at < offset; ++at)
         step(line, at);
+    _lastOffset = offset;
+    _lastLine = line;
     return {line.number, offset - line.begin + 1UL};
 }
 

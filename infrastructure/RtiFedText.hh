@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// A place in the text: the byte offset from its beginning.
@@ -24,6 +25,9 @@ public:
     std::string_view bytes() const { return _text; }
     std::string_view at(RtiFedSpan span) const { return bytes().substr(span.begin, span.length); }
 
+    /// Where a name begins, with the quote in front of it if it stands in quotes.
+    RtiFedOffset beginOfName(RtiFedSpan name) const;
+
     /// Where the text proper begins: behind a byte order mark.
     RtiFedOffset begin() const;
 
@@ -40,4 +44,6 @@ private:
 
     std::string _text;
     mutable std::vector<Line> _checkpoints; // the line at every kCheckpoint-th byte, filled on demand
+    mutable RtiFedOffset _lastOffset = 0;   // of which the line was last asked for: the next is often close behind
+    mutable Line _lastLine{1, 0};
 };
