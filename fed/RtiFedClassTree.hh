@@ -119,8 +119,9 @@ public:
             if (!node)
                 continue;
             visit(*node);
-            std::for_each(node->children().rbegin(), node->children().rend(),
-                          [&](const Handle &child) { waiting.push_back(find(child)); });
+            const auto first = waiting.size();
+            node->children().forEach([&](const Handle &child) { waiting.push_back(find(child)); });
+            std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(first), waiting.end());
         }
     }
 
@@ -148,12 +149,12 @@ private:
                             toString(kMaxClassNesting), " levels");
         if (node.getParentClass() && !node.getParentClass()->children().contains(node.getHandle()))
             refuseImage(byte, "the class ", node.getName(), " is no child of its parent");
-        for (const Handle child : node.children()) {
+        node.children().forEach([&](const Handle &child) {
             const Node *found = find(child);
             if (!found || found->getParentClass() != &node)
                 refuseImage(byte, "the child ", toString(child._value), " of the class ", node.getName(),
                             " is not there or has another parent");
-        }
+        });
     }
 
     std::string_view _rootPrefix;

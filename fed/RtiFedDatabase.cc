@@ -366,14 +366,14 @@ void RtiFedDatabase::checkDescendants(const RtiFedObjectClass &node, std::size_t
     for (const RtiFedObjectClass *above = node.getParentClass(); above; above = above->getParentClass())
         if (!above->hasDerrivedClass(node.getHandle()))
             refuseImage(byte, "the class ", node.getName(), " is no descendant of ", above->getName(), " above it");
-    for (const RtiObjectClassHandle handle : node.descendants()) {
+    node.descendants().forEach([&](const RtiObjectClassHandle &handle) {
         const RtiFedObjectClass *above = find(handle);
         while (above && above != &node)
             above = above->getParentClass();
         if (!above || handle == node.getHandle())
             refuseImage(byte, "the descendant ", toString(handle._value), " of the class ", node.getName(),
                         " is not below it");
-    }
+    });
 }
 
 void RtiFedDatabase::clear() {

@@ -1,4 +1,5 @@
 #include "fed/RtiFedHandleMap.hh"
+#include "fed/RtiFedHandleSet.hh"
 #include "fed/RtiFedNameMap.hh"
 #include "fed/RtiTypeWrapper.hh"
 
@@ -50,6 +51,27 @@ TEST(NameMap, AgreesWithAPlainModel) {
     for (const auto &[name, value] : map)
         EXPECT_EQ(value, (expected++)->second) << name;
     EXPECT_EQ(expected, model.end());
+}
+
+TEST(HandleSet, AgreesWithAPlainModel) {
+    std::mt19937 random(4);
+    for (const unsigned long range : {3UL, 40UL, 4000UL}) {
+        RtiFedHandleSet<RtiObjectClassHandle> set;
+        std::set<RtiObjectClassHandle> model;
+        for (int i = 0; i < 400; ++i) {
+            const unsigned long handle = random() % 8 ? random() % range : 4294967295UL - random() % 3;
+            ASSERT_EQ(set.contains(handle), model.count(handle) == 1);
+            set.insert(handle);
+            model.insert(handle);
+            ASSERT_EQ(set.size(), model.size());
+        }
+        EXPECT_EQ(set.toSet(), model);
+        RtiBuffer image;
+        set.save(image);
+        RtiFedHandleSet<RtiObjectClassHandle> restored;
+        restored.restore(image);
+        EXPECT_EQ(restored.toSet(), model);
+    }
 }
 
 TEST(HandleMap, AgreesWithAPlainModel) {

@@ -86,7 +86,7 @@ TEST(Parser, LetsTheExceptionsOfCallbacksThrough) {
 TEST(Parser, SaysWhatItExpectedAndFound) {
     EXPECT_EQ(errorsOf(""), "1:1: expected \"(FED\", found the end of the file\n");
     EXPECT_EQ(errorsOf("\n (feed)"), "2:3: expected \"(FED\", found \"feed\"\n");
-    EXPECT_EQ(errorsOf("(\"FED\")"), "1:2: expected \"(FED\", found \"FED\"\n");
+    EXPECT_EQ(errorsOf("(\"FED\")"), "1:2: expected \"(FED\", found \"FED\" in quotes\n");
     EXPECT_EQ(errorsOf("(FED\n)"), "2:1: expected a \"Federation\" clause in \"FED\" of 1:1, found \")\"\n"
                                    "2:1: expected a \"FEDversion\" clause in \"FED\" of 1:1, found \")\"\n");
     EXPECT_EQ(
@@ -136,7 +136,7 @@ TEST(Parser, NamesTheClauseThatWasLeftOpen) {
         errorsOf(kHead + "(objects\n  (class A\n    (class B\n      (attribute b reliable timestamp)\n    (class C"
                          "\n    )\n  )\n)\n(interactions)\n)"),
         "10:1: expected \")\" to close the section \"objects\" of 2:1, found \"(\"; by its look, the class \"B\" of "
-        "4:5 was left open: the \")\" of 8:3 closes it, but stands under the class \"A\" of 3:3\n");
+        "4:5 was left open: the \"(\" of 6:5 stands just under it\n");
     EXPECT_EQ(errorsOf(kHead + "(objects\n  (class A\n    (class B\n  )\n)\n"),
               "7:1: expected \")\" to close the section \"objects\" of 2:1, found the end of the file; by its look, "
               "the class \"B\" of 4:5 "

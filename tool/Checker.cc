@@ -1,6 +1,8 @@
 #include "tool/Checker.hh"
 
 #include "fed/mom/RtiFedDatabaseMomVerifier.hh"
+#include "infrastructure/RtiFedLimits.hh"
+#include "infrastructure/RtiStringUtility.hh"
 
 #include <algorithm>
 #include <tuple>
@@ -43,6 +45,16 @@ struct Interactions {
     static auto missing(const RtiFedDatabase &db) { return RtiFedDatabaseMomVerifier::missingInteractionClasses(db); }
 };
 
+template <class LookUp>
+bool isKnown(LookUp lookUp) {
+    try {
+        lookUp();
+        return true;
+    } catch (const RTI::NameNotFound &) {
+        return false;
+    }
+}
+
 std::string_view lastComponent(std::string_view className) {
     return className.substr(className.rfind('.') + 1);
 }
@@ -54,16 +66,14 @@ std::string join(const std::vector<std::string> &names) {
     return joined;
 }
 
-/// Adds a line for each class of the MOM of which something is missing, but for names that stand in text that was not
+/// Adds a line for each class of the MOM of which something is missing, but for names that `mayStand` in what was not
 /// understood; returns how many names are missing.
-template <class Tree>
-std::size_t describeMissing(const RtiFedDatabase &db, const RtiFedParser &parser, std::vector<std::string> &lines) {
+template <class Tree, class MayStand>
+std::size_t describeMissing(const RtiFedDatabase &db, MayStand mayStand, std::vector<std::string> &lines) {
     std::size_t count = 0;
     for (auto &[className, classMissing, members] : Tree::missing(db)) {
-        classMissing = classMissing && !parser.skipped(lastComponent(className));
-        members.erase(std::remove_if(members.begin(), members.end(),
-                                     [&parser](const std::string &member) { return parser.skipped(member); }),
-                      members.end());
+        classMissing = classMissing && !mayStand(lastComponent(className));
+        members.erase(std::remove_if(members.begin(), members.end(), mayStand), members.end());
         count += members.size() + (classMissing ? 1 : 0);
         const std::string memberNoun = std::string(Tree::member) + (members.size() == 1 ? " " : "s ");
         if (classMissing)
@@ -87,7 +97,7 @@ bool comesBefore(const Finding &a, const Finding &b) {
 Checker::Checker(std::string text)
     : _parser(std::move(text)), _database(RtiFedDatabaseConstructorArg(std::string(), RTI_false)) {
     _parser.deliver(*this);
-    if (_parser.nestingKnown())
+    if (_parser.nestingKnown() && _parser.classesKnown() && !_shiftedInClass)
         checkMom();
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
 }
@@ -118,26 +128,24 @@ void Checker::addObjectClass(std::string name) {
     _objectClass = addClass<Objects>(name, [&] { return _database.addObjectClass(name); });
 }
 
-void Checker::addObjectClassAttribute(std::string name, std::string transportationName, std::string orderingName,
-                                      std::string spaceName) {
-    const std::string owner = "the attribute " + quoted(name);
-    const RtiTransportationHandle transport = transportation(transportationName, owner);
-    const RtiOrderingHandle order = ordering(orderingName, owner);
-    const RtiSpaceHandle inSpace = space(spaceName, owner);
+void Checker::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
+                                      std::string space) {
+    const Properties properties = judge("the attribute " + quoted(name), transportation, ordering, space);
     addMember<Objects>(_objectClass, name, [&] {
-        _database.addObjectClassAttribute(_objectClass, name, transport, order, inSpace);
+        _database.addObjectClassAttribute(_objectClass, name, properties.transportation, properties.ordering,
+                                          properties.space);
         return _objectClass->getAttribute(_objectClass->getNumberOfAttributes() - 1);
     });
 }
 
-void Checker::addInteractionClass(std::string name, std::string transportationName, std::string orderingName,
-                                  std::string spaceName) {
-    const std::string owner = "the interaction class " + quoted(name);
-    const RtiTransportationHandle transport = transportation(transportationName, owner);
-    const RtiOrderingHandle order = ordering(orderingName, owner);
-    const RtiSpaceHandle inSpace = space(spaceName, owner);
-    _interactionClass =
-        addClass<Interactions>(name, [&] { return _database.addInteractionClass(name, transport, order, inSpace); });
+void Checker::addInteractionClass(std::string name, std::string transportation, std::string ordering,
+                                  std::string space) {
+    const std::size_t numShifted = _shiftedWords.size();
+    const Properties properties = judge("the interaction class " + quoted(name), transportation, ordering, space);
+    _shiftedInClass = _shiftedInClass || _shiftedWords.size() > numShifted;
+    _interactionClass = addClass<Interactions>(name, [&] {
+        return _database.addInteractionClass(name, properties.transportation, properties.ordering, properties.space);
+    });
 }
 
 void Checker::addParameter(std::string name) {
@@ -206,47 +214,68 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
     declared(add());
 }
 
-RtiTransportationHandle Checker::transportation(const std::string &name, const std::string &owner) {
-    try {
-        if (_parser.given(1)) // else its absence was reported
-            return _database.getTransportationHandle(name);
-    } catch (const RTI::NameNotFound &) {
-        find(1, "unknown transportation " + quoted(name) + " of " + owner + ", expected reliable or best_effort");
+/// Finds what is unknown of the words behind a name. What a syntax error took away is not judged.
+Checker::Properties Checker::judge(const std::string &owner, const std::string &transportation,
+                                   const std::string &ordering, const std::string &space) {
+    Properties known;
+    if (_findings.size() == kMaxErrors)
+        return known;
+    const auto isTransportation = [this](const std::string &word) {
+        return isKnown([&] { _database.getTransportationHandle(word); });
+    };
+    const auto isOrdering = [this](const std::string &word) {
+        return isKnown([&] { _database.getOrderingHandle(word); });
+    };
+    // A word too many or too few shifts those behind it: one slip, not three.
+    if (_parser.given(3) && isOrdering(space)) {
+        if (!isTransportation(transportation) && isTransportation(ordering))
+            return findShift(1, "unknown transportation", transportation, owner, "a word too many");
+        if (isTransportation(transportation) && !isOrdering(ordering))
+            return findShift(2, "unknown ordering", ordering, owner, "a word too many");
     }
-    return 0;
+    if (_parser.given(2) && !_parser.given(3) && isOrdering(transportation) && !isOrdering(ordering))
+        return findShift(1, "unknown transportation", transportation, owner, "a word is missing");
+    if (!_parser.given(2)) // one of the two words is missing, and was reported
+        return known;
+    if (isTransportation(transportation))
+        known.transportation = _database.getTransportationHandle(transportation);
+    else
+        find(1, "unknown transportation " + quoted(transportation) + " of " + owner +
+                    ", expected reliable or best_effort");
+    if (isOrdering(ordering))
+        known.ordering = _database.getOrderingHandle(ordering);
+    else
+        find(2, "unknown ordering " + quoted(ordering) + " of " + owner + ", expected timestamp or receive");
+    if (space.empty())
+        return known;
+    if (isKnown([&] { _database.getRoutingSpaceHandle(space); }))
+        known.space = _database.getRoutingSpaceHandle(space);
+    else if (_parser.spacesKnown() && !_parser.skipped(space))
+        find(3, "unknown routing space " + quoted(space) + " of " + owner +
+                    ", expected the name of a space that the file declares");
+    return known;
 }
 
-RtiOrderingHandle Checker::ordering(const std::string &name, const std::string &owner) {
-    try {
-        if (_parser.given(2))
-            return _database.getOrderingHandle(name);
-    } catch (const RTI::NameNotFound &) {
-        find(2, "unknown ordering " + quoted(name) + " of " + owner + ", expected timestamp or receive");
-    }
-    return 0;
-}
-
-RtiSpaceHandle Checker::space(const std::string &name, const std::string &owner) {
-    try {
-        if (!name.empty())
-            return _database.getRoutingSpaceHandle(name);
-    } catch (const RTI::NameNotFound &) {
-        if (!_parser.skipped(name))
-            find(3, "unknown routing space " + quoted(name) + " of " + owner +
-                        ", expected the name of a space that the file declares");
-    }
-    return 0;
+Checker::Properties Checker::findShift(std::size_t argument, const std::string &unknown, const std::string &word,
+                                       const std::string &owner, const std::string &reason) {
+    find(argument, unknown + " " + quoted(word) + " of " + owner + ", " + reason);
+    _shiftedWords.push_back(RtiStringUtility::toupper(word)); // it may be the name that was meant
+    return {};
 }
 
 void Checker::checkMom() {
+    const auto mayStand = [this](std::string_view name) {
+        const auto isShifted = std::find(_shiftedWords.begin(), _shiftedWords.end(), RtiStringUtility::toupper(name));
+        return isShifted != _shiftedWords.end() || _parser.skipped(name);
+    };
     std::vector<std::string> lines;
-    const std::size_t count =
-        describeMissing<Objects>(_database, _parser, lines) + describeMissing<Interactions>(_database, _parser, lines);
-    if (count > 0) {
-        find(0, "the Management Object Model (MOM) is incomplete, " + std::to_string(count) +
-                    (count == 1 ? " name is missing:" : " names are missing:"));
-        _findings.back().details = std::move(lines);
-    }
+    const std::size_t count = describeMissing<Objects>(_database, mayStand, lines) +
+                              describeMissing<Interactions>(_database, mayStand, lines);
+    if (count > _parser.numLostNames()) // else those may be the missing
+        _findings.push_back({_parser.position(),
+                             "the Management Object Model (MOM) is incomplete, " + std::to_string(count) +
+                                 (count == 1 ? " name is missing:" : " names are missing:"),
+                             std::move(lines)});
     checkMomPlace<Objects>();
     checkMomPlace<Interactions>();
 }
@@ -273,7 +302,8 @@ std::string Checker::firstPlace(const void *record) const {
 }
 
 void Checker::find(std::size_t argument, std::string text) {
-    _findings.push_back({_parser.position(argument), std::move(text), {}});
+    if (_findings.size() < kMaxErrors)
+        _findings.push_back({_parser.position(argument), std::move(text), {}});
 }
 
 void Checker::findIfNestingKnown(std::string text) {

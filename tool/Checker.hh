@@ -56,6 +56,12 @@ private:
         unsigned long clause; // the class clause in which it stands, counted
     };
 
+    struct Properties {
+        RtiTransportationHandle transportation;
+        RtiOrderingHandle ordering;
+        RtiSpaceHandle space;
+    };
+
     void setFederate(std::string name) override;
     void setFederateVersion(std::string version) override;
     void addSpace(std::string name) override;
@@ -72,9 +78,10 @@ private:
     template <class Tree, class Add>
     void addMember(typename Tree::Node *owner, const std::string &name, Add add);
 
-    RtiTransportationHandle transportation(const std::string &name, const std::string &owner);
-    RtiOrderingHandle ordering(const std::string &name, const std::string &owner);
-    RtiSpaceHandle space(const std::string &name, const std::string &owner);
+    Properties judge(const std::string &owner, const std::string &transportation, const std::string &ordering,
+                     const std::string &space);
+    Properties findShift(std::size_t argument, const std::string &unknown, const std::string &word,
+                         const std::string &owner, const std::string &reason);
 
     void checkMom();
     template <class Tree>
@@ -89,6 +96,8 @@ private:
     RtiFedParser _parser;
     RtiFedDatabase _database;
     std::unordered_map<const void *, Declaration> _declarations; // by record
+    std::vector<std::string> _shiftedWords;                      // upper-cased
+    bool _shiftedInClass = false;                                // one of them may be the name of a class
     unsigned long _clause = 0;
     bool _repeated = false;            // the current class was declared before
     std::string _repeatedClass;        // the outermost class around, itself included, that was declared before
