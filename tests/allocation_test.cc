@@ -337,8 +337,17 @@ using Db = RtiFedDatabase;
 const BuildingCall kBuildingCalls[] = {
     {"Space", [](Db &db) { db.addSpace("AnotherRoutingSpace"); }},
     {"Dimension", [](Db &db) { db.addSpaceDimension(db.find(RtiSpaceHandle(1)), "NorthingInTheHarbour"); }},
-    {"ObjectClassInDepth", [](Db &db) { db.addObjectClass("RootOfAllObjectClasses.Vessel.Tug.Large"); }},
-    {"ObjectClassBeside", [](Db &db) { db.addObjectClass("RootOfAllObjectClasses.Quay"); }},
+    // With a gap in the handles, so that no set of them just extends a run.
+    {"ObjectClassInDepth",
+     [](Db &db) {
+         db.createObjectClassHandle();
+         db.addObjectClass("RootOfAllObjectClasses.Vessel.Tug.Large");
+     }},
+    {"ObjectClassBeside",
+     [](Db &db) {
+         db.createObjectClassHandle();
+         db.addObjectClass("RootOfAllObjectClasses.Quay");
+     }},
     {"Attribute",
      [](Db &db) { db.addObjectClassAttribute(db.find(RtiObjectClassHandle(2)), "LengthOfTheVessel", 1, 1, 1); }},
     {"InteractionClass",

@@ -90,6 +90,51 @@ TEST(Check, KnowsWhereTheMomAndItsNeighboursMayStand) {
               "\"ObjectRoot.\" as well, the first is at 12:32\n");
 }
 
+TEST(Check, FindsAShiftedWordOnce) {
+    const auto findings = [](const std::string &attribute) {
+        return findingsOf(withMom("\n(class A (attribute " + attribute + "))", "", "(space S)"));
+    };
+    EXPECT_EQ(findings("a receive S"), "13:23: unknown transportation \"receive\" of the attribute \"a\", a word is "
+                                       "missing\n");
+    EXPECT_EQ(findings("a b reliable receive"),
+              "13:23: unknown transportation \"b\" of the attribute \"a\", a word too "
+              "many\n");
+    EXPECT_EQ(findings("a reliable b receive"),
+              "13:32: unknown ordering \"b\" of the attribute \"a\", a word too many\n");
+    EXPECT_EQ(findings("a receive"), "13:30: expected an ordering, found \")\"\n");
+    EXPECT_EQ(findings("a reliable receive S T"), "13:42: expected \")\" to close the attribute \"a\" of 13:10, found "
+                                                  "\"T\"\n");
+    EXPECT_EQ(findings("\"a reliable fast S"),
+              "13:21: expected a second quote on the line, found the end of the line\n");
+    EXPECT_EQ(findings("a \"\" timestamp"),
+              "13:23: unknown transportation \"\" of the attribute \"a\", expected reliable "
+              "or best_effort\n");
+}
+
+/// One slip, one finding, and it names a line at most one away.
+TEST(Check, LeadsToEverySlip) {
+    const std::string text = example("minimal.fed");
+    std::size_t at = text.find("(FED") + 4;
+    for (std::size_t number = 0; (at = text.find_first_not_of(" \n", at)) != std::string::npos; ++number) {
+        const std::size_t end = text[at] == '(' || text[at] == ')' ? at + 1 : text.find_first_of("() \n", at);
+        const std::string edits[] = {text.substr(0, at) + text.substr(end), text.substr(0, at) + "( " + text.substr(at),
+                                     text.substr(0, at) + ") " + text.substr(at),
+                                     text.substr(0, at) + "\"" + text.substr(at)};
+        const long line = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n') + 1;
+        at = end;
+        if (number % 7 != 0)
+            continue;
+        for (const std::string &edit : edits) {
+            const std::string findings = findingsOf(edit);
+            const auto isNear = [&findings](long n) {
+                return (" " + findings).find(" " + std::to_string(n) + ":") != std::string::npos;
+            };
+            ASSERT_EQ(std::count(findings.begin(), findings.end(), '\n'), 1) << line << ": " << findings;
+            ASSERT_TRUE(isNear(line - 1) || isNear(line) || isNear(line + 1)) << line << ": " << findings;
+        }
+    }
+}
+
 /// What check passes, the database accepts, and the other way round.
 TEST(Check, AgreesWithTheDatabase) {
     const ErrorLines errors;

@@ -46,6 +46,28 @@ expect 2 '' 'rtifed: /: the file cannot be read: Is a directory
     [ "$(cat err)" = 'rtifed: none.fed: No such file or directory' ] || { echo 'FAILED: check of several'; failures=1; }
 "$program" list "$examples/harbour.fed" >by-name && "$program" list - <"$examples/harbour.fed" >by-stdin &&
     cmp by-name by-stdin && grep -q '^    Position (HANDLE = ' by-name || { echo 'FAILED: list'; failures=1; }
+
+# Images: saved, read by every command that reads a model, refused if damaged, and never half-written.
+"$program" save "$examples/minimal.fed" model.img && cp model.img before.img || { echo 'FAILED: save'; failures=1; }
+expect 0 '96881752  model.img
+96881752  -
+' '' "$program" checksum model.img - <"$examples/minimal.fed"
+"$program" list model.img >from-image && "$program" list "$examples/minimal.fed" | cmp - from-image ||
+    { echo 'FAILED: list of an image'; failures=1; }
+expect 0 '' '' "$program" check model.img
+expect 1 '' 'model.img: error: expected FED text, found a saved image
+' "$program" calls model.img
+expect 1 '' '-:1:1: error: expected "(FED", found the end of the file
+' "$program" save - model.img </dev/null
+(ulimit -f 1 && trap '' XFSZ && "$program" save "$examples/harbour.fed" model.img) 2>err
+[ $? = 2 ] && cmp model.img before.img && [ "$(ls model.img*)" = model.img ] ||
+    { echo 'FAILED: a save that cannot end'; failures=1; }
+expect 2 '' 'rtifed: none/model.img: No such file or directory
+' "$program" save "$examples/minimal.fed" none/model.img
+echo x >>model.img
+expect 1 "model.img: error: image byte $(($(wc -c <before.img))): 2 bytes stand behind the image
+" '' "$program" check model.img
+
 "$program" list small.fed >out 2>err
 [ $? = 1 ] && [ ! -s out ] && grep -q '^small.fed:1:1: error: the Management Object Model' err ||
     { echo 'FAILED: list of a file without the MOM'; failures=1; }

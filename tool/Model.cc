@@ -1,5 +1,6 @@
 #include "tool/Model.hh"
 
+#include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiFedParser.hh"
 
 #include <cerrno>
@@ -7,11 +8,6 @@
 #include <cstring>
 
 namespace {
-
-/// An image begins with the length of a name, whose first byte is zero; FED text never does.
-bool isImage(const std::string &contents) {
-    return !contents.empty() && contents[0] == '\0';
-}
 
 std::string readAll(std::FILE *file) {
     const int first = std::getc(file);
@@ -21,8 +17,11 @@ std::string readAll(std::FILE *file) {
     }
     std::string image(1, '\0');
     char chunk[65536];
-    while (const std::size_t size = std::fread(chunk, 1, sizeof chunk, file))
+    while (const std::size_t size = std::fread(chunk, 1, sizeof chunk, file)) {
         image.append(chunk, size);
+        if (image.size() > kMaxTextSize)
+            throw "expected an image of at most " + std::to_string(kMaxTextSize) + " bytes, found a longer one";
+    }
     if (std::ferror(file))
         throw std::string("the file cannot be read: ") + std::strerror(errno);
     return image;
@@ -53,22 +52,41 @@ void print(std::ostream &os, const std::string &fileName, const Finding &finding
         os << "    " << line << '\n';
 }
 
-std::unique_ptr<RtiFedDatabase> loadModel(const std::string &fileName, std::ostream &complaints) {
-    std::string contents = readInput(fileName);
+bool isImage(const std::string &contents) {
+    return !contents.empty() && contents[0] == '\0';
+}
+
+std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image) {
+    RtiBuffer buffer(image.data(), image.size());
+    auto database = std::make_unique<RtiFedDatabase>(buffer);
+    if (buffer.remaining() > 0)
+        throw RTI::RTIinternalError(("image byte " + std::to_string(buffer.size() - buffer.remaining()) + ": " +
+                                     std::to_string(buffer.remaining()) + " bytes stand behind the image")
+                                        .c_str());
+    return database;
+}
+
+bool reportProblems(const std::string &fileName, const std::string &contents, std::ostream &os) {
     if (isImage(contents)) {
         try {
-            RtiBuffer image(contents.data(), contents.size());
-            return std::make_unique<RtiFedDatabase>(image);
+            restoreImage(contents);
+            return true;
         } catch (const RTI::Exception &refused) {
-            complaints << fileName << ": error: no image of a database: " << refused._reason << '\n';
-            return nullptr;
+            os << fileName << ": error: " << refused._reason << '\n';
+            return false;
         }
     }
     const Checker checker(contents);
-    if (!checker.foundNothing()) {
-        checker.forEachFinding([&](const Finding &finding) { print(complaints, fileName, finding); });
+    checker.forEachFinding([&](const Finding &finding) { print(os, fileName, finding); });
+    return checker.foundNothing();
+}
+
+std::unique_ptr<RtiFedDatabase> loadModel(const std::string &fileName, std::ostream &complaints) {
+    std::string contents = readInput(fileName);
+    if (!reportProblems(fileName, contents, complaints))
         return nullptr;
-    }
+    if (isImage(contents))
+        return restoreImage(contents);
     auto database = std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg(fileName, RTI_false));
     std::FILE *text = fmemopen(contents.data(), contents.size(), "r");
     if (!text)

@@ -1,9 +1,12 @@
 #include "tool/Checker.hh"
 #include "tool/Model.hh"
+#include "tool/OutputFile.hh"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
+#include <iomanip>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -12,13 +15,13 @@ namespace {
 
 enum Status { done = 0, wrong = 1, cannotWork = 2 };
 
-Status check(const std::vector<std::string> &fileNames) {
+/// Does `work`, which returns whether a file is right, for each file; one that cannot be read keeps none from its turn.
+template <class Work>
+Status forEachFile(const std::vector<std::string> &fileNames, Work work) {
     Status status = done;
     for (const std::string &fileName : fileNames) {
         try {
-            const Checker checker(readInput(fileName));
-            checker.forEachFinding([&](const Finding &finding) { print(std::cout, fileName, finding); });
-            if (!checker.foundNothing())
+            if (!work(fileName))
                 status = std::max(status, wrong);
         } catch (const CannotWork &why) {
             std::cerr << "rtifed: " << why.what() << '\n';
@@ -26,6 +29,32 @@ Status check(const std::vector<std::string> &fileNames) {
         }
     }
     return status;
+}
+
+Status check(const std::vector<std::string> &fileNames) {
+    return forEachFile(fileNames, [](const std::string &fileName) {
+        return reportProblems(fileName, readInput(fileName), std::cout);
+    });
+}
+
+Status checksum(const std::vector<std::string> &fileNames) {
+    return forEachFile(fileNames, [](const std::string &fileName) {
+        const auto model = loadModel(fileName, std::clog);
+        if (model)
+            std::cout << std::hex << std::setw(8) << std::setfill('0') << model->getChecksum() << "  " << fileName
+                      << '\n';
+        return model != nullptr;
+    });
+}
+
+Status save(const std::string &fileName, const std::string &imageName) {
+    const auto model = loadModel(fileName, std::clog);
+    if (!model)
+        return wrong;
+    RtiBuffer image;
+    model->save(image);
+    writeFile(imageName, image.data(), image.size());
+    return done;
 }
 
 Status list(const std::string &fileName) {
@@ -38,7 +67,12 @@ Status list(const std::string &fileName) {
 
 /// Prints the declarations as call text, by the library's default callbacks.
 Status calls(const std::string &fileName) {
-    RtiFedParser parser(readInput(fileName));
+    std::string contents = readInput(fileName);
+    if (isImage(contents)) {
+        std::clog << fileName << ": error: expected FED text, found a saved image\n";
+        return wrong;
+    }
+    RtiFedParser parser(std::move(contents));
     for (std::size_t i = 0; i < parser.numErrors(); ++i) {
         RtiFedParser::Error error = parser.error(i);
         print(std::clog, fileName, {error.position, std::move(error.text), {}});
@@ -56,12 +90,12 @@ int main(int argc, char **argv) {
     std::ios::sync_with_stdio(false); // each command writes by streams or by stdio, never by both
     CLI::App app("rtifed - check and read FED files of HLA 1.3 federations");
     app.require_subcommand(1);
-    app.footer("FILE is FED text, or - for standard input.\n"
+    app.footer("FILE is FED text or a saved image, or - for standard input.\n"
                "Exit status: 0 done and nothing found; 1 the file was read and found wrong; 2 usage, or a file that "
-               "cannot be opened.");
+               "cannot be opened or written.");
 
     std::vector<std::string> fileNames;
-    std::string fileName;
+    std::string fileName, imageName;
     Status status = done;
     auto *checkCommand =
         app.add_subcommand("check", "Load each file; print every problem as FILE:LINE:COLUMN: error: TEXT");
@@ -73,6 +107,14 @@ int main(int argc, char **argv) {
     auto *callsCommand = app.add_subcommand("calls", "Print the declarations as call text, whether or not they load");
     callsCommand->add_option("FILE", fileName)->required();
     callsCommand->callback([&] { status = calls(fileName); });
+    auto *checksumCommand =
+        app.add_subcommand("checksum", "Print the checksum of each model, by which two can be compared");
+    checksumCommand->add_option("FILE", fileNames)->required();
+    checksumCommand->callback([&] { status = checksum(fileNames); });
+    auto *saveCommand = app.add_subcommand("save", "Write the saved image of a model, for other processes to restore");
+    saveCommand->add_option("FED", fileName)->required();
+    saveCommand->add_option("IMAGE", imageName)->required();
+    saveCommand->callback([&] { status = save(fileName, imageName); });
 
     try {
         app.parse(argc, argv);
