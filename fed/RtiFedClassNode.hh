@@ -31,6 +31,8 @@ public:
 
     /// Announces a direct child.
     void addChildClass(Handle child) { _childrenClasses.insert(child); }
+    /// Takes the memory for that, so that announcing this child next cannot fail.
+    void makeRoomForChildClass(Handle child) { _childrenClasses.makeRoomFor(child); }
     /// A copy of the handles of the direct children, ascending.
     std::set<Handle> getChildrenClasses() const { return _childrenClasses.toSet(); }
 
@@ -61,11 +63,17 @@ protected:
                                                toString(kMaxClassNesting), " levels");
     }
 
-    /// Owns a subclass; one whose handle is taken is kept, but not found by it.
+    /// Owns a subclass; one whose handle is taken is kept, but not found by it. If memory runs out, nothing has
+    /// changed.
     Node *adopt(std::unique_ptr<Node> subclass) {
         Node *node = subclass.get();
         _owned.push_back(std::move(subclass));
-        _subclasses.insert(node->getHandle(), node);
+        try {
+            _subclasses.insert(node->getHandle(), node);
+        } catch (...) {
+            _owned.pop_back();
+            throw;
+        }
         return node;
     }
 

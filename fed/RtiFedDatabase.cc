@@ -164,8 +164,12 @@ RtiFedObjectClass *RtiFedDatabase::addObjectClass(const RtiDottedClassname &name
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 222: FED Object Superclass Not Known");
         parent = find(handle);
     }
-    RtiFedObjectClass *added =
-        _objectClasses.add(std::make_unique<RtiFedObjectClass>(createObjectClassHandle(), fullName, parent));
+    auto made = std::make_unique<RtiFedObjectClass>(createObjectClassHandle(), fullName, parent);
+    if (parent) { // first, since a class that its parent does not know would spoil the image
+        parent->makeRoomForChildClass(made->getHandle());
+        parent->makeRoomInAllFor(made->getHandle());
+    }
+    RtiFedObjectClass *added = _objectClasses.add(std::move(made));
     if (parent) {
         parent->addChildClass(added->getHandle());
         parent->addChildClassToAll(added->getHandle());
@@ -179,8 +183,13 @@ void RtiFedDatabase::addObjectClassAttribute(RtiFedObjectClass *objectClass, std
     if (!objectClass)
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 523: ");
     const RtiAttributeHandle handle = createAttributeHandle();
-    objectClass->addAttribute(handle, std::move(name), transportation, ordering, space);
     _attributeObjectClassMap.insert(handle, objectClass->getHandle());
+    try {
+        objectClass->addAttribute(handle, std::move(name), transportation, ordering, space);
+    } catch (...) {
+        _attributeObjectClassMap.erase(handle);
+        throw;
+    }
 }
 
 RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, RtiTransportationHandle transportation,
@@ -198,8 +207,11 @@ RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, Rt
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 587: FED Interaction Superclass Not Known");
         parent = find(handle);
     }
-    RtiFedInteractionClass *added = _interactionClasses.add(std::make_unique<RtiFedInteractionClass>(
-        createInteractionClassHandle(), fullName, parent, transportation, ordering, space));
+    auto made = std::make_unique<RtiFedInteractionClass>(createInteractionClassHandle(), fullName, parent,
+                                                         transportation, ordering, space);
+    if (parent)
+        parent->makeRoomForChildClass(made->getHandle());
+    RtiFedInteractionClass *added = _interactionClasses.add(std::move(made));
     if (parent) // only the parent learns of it: an interaction class knows no further descendants
         parent->addChildClass(added->getHandle());
     return added;
@@ -209,11 +221,18 @@ RtiFedSpace *RtiFedDatabase::addSpace(std::string name) {
     return own(std::make_unique<RtiFedSpace>(createSpaceHandle(), std::move(name)));
 }
 
-/// Enters a space whose handle is free; a name that is taken keeps its first space.
+/// Enters a space whose handle is free; a name that is taken keeps its first space. If memory runs out, nothing has
+/// changed.
 RtiFedSpace *RtiFedDatabase::own(std::unique_ptr<RtiFedSpace> space) {
     RtiFedSpace *added = space.get();
-    _spaceHandleMap.insert(added->getHandle(), std::move(space));
-    _spaceNameMap.insert(added->getName(), added);
+    const RtiSpaceHandle handle = added->getHandle();
+    _spaceHandleMap.insert(handle, std::move(space));
+    try {
+        _spaceNameMap.insert(added->getName(), added);
+    } catch (...) {
+        _spaceHandleMap.erase(handle);
+        throw;
+    }
     return added;
 }
 

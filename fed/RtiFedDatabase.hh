@@ -28,7 +28,7 @@
 /// Lifetime: the database owns all that it hands out by pointer; it lives as long as the database.
 /// Threads: every const member may run on any number of threads at once; building needs the database to itself.
 /// Failures: a lookup throws and changes nothing; its message begins with the place where it was raised. Any member may
-/// throw std::bad_alloc.
+/// throw std::bad_alloc; a building call then has changed nothing, but for the handle it used up.
 class RTI_EXPORT RtiFedDatabase : public RtiSaveableType {
 public:
     static constexpr const char *_thisClassName = "RtiFedDatabase";

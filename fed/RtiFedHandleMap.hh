@@ -22,6 +22,7 @@ public:
     /// is moved from only if it was added.
     bool insert(Handle handle, Value &&value) { return _map.try_emplace(handle, std::move(value)).second; }
     bool insert(Handle handle, const Value &value) { return _map.try_emplace(handle, value).second; }
+    void erase(Handle handle) { _map.erase(handle); }
     void clear() { _map.clear(); }
 
     /// The greatest handle, 0 if there is none.

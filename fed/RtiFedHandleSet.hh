@@ -39,6 +39,13 @@ public:
         ++_size;
     }
 
+    /// Takes the memory that the next insert may need, so that it cannot fail if it is that of this handle.
+    void makeRoomFor(Handle handle) {
+        const bool joins = !_runs.empty() && _runs.back().last == handle._value - 1;
+        if (!joins && _runs.size() == _runs.capacity())
+            _runs.reserve(_runs.size() * 2 + 1);
+    }
+
     bool contains(Handle handle) const {
         const auto next = std::upper_bound(_runs.begin(), _runs.end(), handle._value, isBefore);
         return next != _runs.begin() && handle._value <= (next - 1)->last;

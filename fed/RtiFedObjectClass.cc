@@ -44,6 +44,11 @@ void RtiFedObjectClass::addChildClassToAll(RtiObjectClassHandle descendant) {
         node->_allChildrenClasses.insert(descendant);
 }
 
+void RtiFedObjectClass::makeRoomInAllFor(RtiObjectClassHandle descendant) {
+    for (RtiFedObjectClass *node = this; node; node = node->_parent)
+        node->_allChildrenClasses.makeRoomFor(descendant);
+}
+
 void RtiFedObjectClass::setAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet> available) {
     _availableAttributes.set(std::move(available));
 }

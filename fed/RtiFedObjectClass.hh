@@ -39,6 +39,8 @@ public:
 
     /// Announces a descendant to this class and every class above it.
     void addChildClassToAll(RtiObjectClassHandle descendant);
+    /// Takes the memory for that, so that announcing this descendant next cannot fail.
+    void makeRoomInAllFor(RtiObjectClassHandle descendant);
 
     /// Replaces the set of available attributes and frees the old one, unless it is the same.
     void setAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet> available);
