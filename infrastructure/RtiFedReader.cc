@@ -130,8 +130,6 @@ void RtiFedReader::readArguments() {
         ++count;
     if (_stopped)
         return;
-    if (form.named)
-        _open.back().name.label = arguments[0];
     if (_open.back().doubtful)
         std::fill(arguments.begin() + 1, arguments.end(), RtiFedSpan());
     if (count < form.numArguments) { // the word that is missing may be the name
@@ -173,6 +171,8 @@ bool RtiFedReader::readArgument(std::size_t index, RtiFedArguments &arguments) {
     if (_token.text.length > kMaxNameLength)
         fail(Problem::nameTooLong, _token.begin).number = _token.text.length;
     arguments[index] = _token.text;
+    if (index == 0 && formOf(_open.back().name.kind).named)
+        _open.back().name.label = _token.text;
     _open.back().doubtful = _open.back().doubtful || _token.strayQuote;
     advance();
     return true;

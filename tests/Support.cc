@@ -50,3 +50,52 @@ std::string listing(const RtiFedDatabase &database) {
     database.dumpDatabase(&os);
     return os.str();
 }
+
+std::string answers(const RtiFedDatabase &db) {
+    std::ostringstream os, counters;
+    os.exceptions(std::ios::badbit); // a stream keeps the failure to itself otherwise
+    counters.exceptions(std::ios::badbit);
+    db.dump(counters);
+    db.dumpDatabase(&os);
+    os << db.getChecksum();
+    RtiBuffer image;
+    db.save(image);
+    db.diff(image, os);
+    for (const RtiObjectClassHandle &handle : db.getObjectClassHandleSet()) {
+        const RtiFedObjectClass &node = *db.find(handle);
+        os << '\n' << db.getObjectClassHandle(db.getObjectClassName(handle))._value;
+        std::set<RtiObjectClassHandle> derived;
+        db.getDerivedObjectClassHandleSet(handle, derived);
+        os << derived.size() << node.getChildrenClasses().size() << node.descendants().size()
+           << node.getParentClassHandle()._value << (node.getParentClass() ? node.getParentClass()->getName() : "-");
+        db.getChildlessDerivedObjectClassHandleSet(handle, derived);
+        os << derived.size() << db.getAvailableFedAttributes(handle, 0)->size();
+        const RtiAttributeHandleSet &available = *db.getAvailableAttributeHandles(handle, 0);
+        for (unsigned long i = 0; i < available.size(); ++i) {
+            const RtiAttributeHandle attribute = available.getHandle(i);
+            os << db.getAttributeHandle(db.getAttributeName(attribute, handle), handle)._value
+               << db.getRealObjectClassHandle(handle, attribute)._value
+               << db.getAttributeRoutingSpaceHandle(attribute, handle)._value;
+        }
+        os << db.verifyAvailableAttributes(handle, available);
+        node.forEachOwned([&os](const RtiFedObjectClass &owned) { os << owned.getName(); });
+    }
+    for (const RtiInteractionClassHandle &handle : db.getInteractionClassHandleSet()) {
+        os << '\n' << db.getInteractionClassHandle(db.getInteractionClassName(handle))._value;
+        const RtiFedInteractionClass &node = *db.find(handle);
+        node.forEachOwned([&os](const RtiFedInteractionClass &owned) { os << owned.getName(); });
+        std::set<RtiInteractionClassHandle> derived;
+        db.getDerivedInteractionClassHandleSet(handle, derived);
+        os << derived.size() << node.getChildrenClasses().size() << db.getInteractionRoutingSpaceHandle(handle)._value;
+        for (const RtiParameterHandle &parameter : db.getAvailableInteractionClassHandles(handle))
+            os << db.getParameterHandle(db.getParameterName(parameter, handle), handle)._value;
+    }
+    return os.str();
+}
+
+std::unique_ptr<RtiFedDatabase> restored(const std::string &image) {
+    RtiBuffer buffer(image.data(), image.size());
+    auto database = std::make_unique<RtiFedDatabase>(buffer);
+    EXPECT_EQ(buffer.remaining(), 0u);
+    return database;
+}

@@ -22,6 +22,30 @@ std::string withMom(const std::string &objects, const std::string &interactions 
 
 std::string replaced(std::string text, const std::string &what, const std::string &with);
 
+/// Calls `test` with each text and what is expected of it, from a file of tests/data: "----" lines stand between the
+/// cases, and a "====" line in each.
+template <class Test>
+void forEachCase(const std::string &fileName, Test test) {
+    std::istringstream lines(readFile(std::string(RTIFED_TEST_DATA "/") + fileName));
+    std::string part, text, line;
+    const auto finish = [&] {
+        SCOPED_TRACE(text);
+        test(text, part);
+        part.clear();
+    };
+    while (std::getline(lines, line)) {
+        if (line == "====") {
+            text = part.substr(0, part.size() - 1);
+            part.clear();
+        } else if (line == "----") {
+            finish();
+        } else {
+            part += line + "\n";
+        }
+    }
+    finish();
+}
+
 /// A file of this test that is gone when it ends.
 class TemporaryFile {
 public:
@@ -40,6 +64,12 @@ std::unique_ptr<RtiFedDatabase> load(const std::string &text);
 std::unique_ptr<RtiFedDatabase> emptyDatabase(const std::string &fileName = "none.fed");
 
 std::string listing(const RtiFedDatabase &database);
+
+/// What a database answers to every query, as text; not the counters, which a refused call may use up.
+std::string answers(const RtiFedDatabase &db);
+
+/// A database restored from an image, all of which must be used.
+std::unique_ptr<RtiFedDatabase> restored(const std::string &image);
 
 /// What is written to the error stream while this lives.
 class ErrorLines {

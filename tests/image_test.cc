@@ -6,49 +6,6 @@ using namespace std::string_literals;
 
 namespace {
 
-std::unique_ptr<RtiFedDatabase> restored(const std::string &image) {
-    RtiBuffer buffer(image.data(), image.size());
-    auto database = std::make_unique<RtiFedDatabase>(buffer);
-    EXPECT_EQ(buffer.remaining(), 0u);
-    return database;
-}
-
-/// What the database answers to every query, as text.
-std::string answers(const RtiFedDatabase &db) {
-    std::ostringstream os;
-    os << listing(db) << db.getChecksum() << dumpOf(db);
-    for (const RtiObjectClassHandle &handle : db.getObjectClassHandleSet()) {
-        const RtiFedObjectClass &node = *db.find(handle);
-        os << "\n" << db.getObjectClassName(handle) << handle._value << "<" << node.getParentClassHandle()._value;
-        os << (node.getParentClass() ? node.getParentClass()->getName() : "-");
-        for (const RtiObjectClassHandle &other : db.getObjectClassHandleSet())
-            os << node.hasDerrivedClass(other);
-        std::set<RtiObjectClassHandle> derived;
-        db.getDerivedObjectClassHandleSet(handle, derived);
-        db.getChildlessDerivedObjectClassHandleSet(handle, derived);
-        os << derived.size();
-        const RtiAttributeHandleSet &available = *db.getAvailableAttributeHandles(handle, 0);
-        EXPECT_EQ(db.getAvailableFedAttributes(handle, 0)->size(), available.size());
-        for (unsigned long i = 0; i < available.size(); ++i) {
-            const RtiAttributeHandle attribute = available.getHandle(i);
-            const std::string name = db.getAttributeName(attribute, handle);
-            os << name << db.getAttributeHandle(name, handle)._value
-               << db.getRealObjectClassHandle(handle, attribute)._value
-               << db.getAttributeRoutingSpaceHandle(attribute, handle)._value;
-        }
-    }
-    for (const RtiInteractionClassHandle &handle : db.getInteractionClassHandleSet()) {
-        std::set<RtiInteractionClassHandle> derived;
-        db.getDerivedInteractionClassHandleSet(handle, derived);
-        os << "\n"
-           << db.getInteractionClassHandle(db.getInteractionClassName(handle))._value << derived.size()
-           << db.getInteractionRoutingSpaceHandle(handle)._value;
-        for (const RtiParameterHandle &parameter : db.getAvailableInteractionClassHandles(handle))
-            os << db.getParameterHandle(db.getParameterName(parameter, handle), handle)._value;
-    }
-    return os.str();
-}
-
 /// A small database with everything that an image can hold.
 std::unique_ptr<RtiFedDatabase> smallDatabase() {
     auto db = emptyDatabase("s.fed");

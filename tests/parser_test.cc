@@ -84,68 +84,18 @@ TEST(Parser, LetsTheExceptionsOfCallbacksThrough) {
 }
 
 TEST(Parser, SaysWhatItExpectedAndFound) {
-    EXPECT_EQ(errorsOf(""), "1:1: expected \"(FED\", found the end of the file\n");
-    EXPECT_EQ(errorsOf("\n (feed)"), "2:3: expected \"(FED\", found \"feed\"\n");
-    EXPECT_EQ(errorsOf("(\"FED\")"), "1:2: expected \"(FED\", found \"FED\" in quotes\n");
-    EXPECT_EQ(errorsOf("(FED\n)"), "2:1: expected a \"Federation\" clause in \"FED\" of 1:1, found \")\"\n"
-                                   "2:1: expected a \"FEDversion\" clause in \"FED\" of 1:1, found \")\"\n");
-    EXPECT_EQ(
-        errorsOf("(FED (Federaton F) (FEDversion v))"),
-        "1:7: expected \"Federation\", \"FEDversion\", \"Federate\", \"spaces\", \"objects\" or \"interactions\", "
-        "found \"Federaton\"\n");
-    EXPECT_EQ(errorsOf(kHead + ") (objects)"),
-              "2:3: expected the end of the file, found \"(\": the \")\" of 2:1 closed \"FED\" of 1:1\n");
-    EXPECT_EQ(errorsOf(kHead + "(objects)(spaces)\n(objects (oops)))"),
-              "3:1: expected one \"objects\" clause, found a second, the first is at 2:1\n");
-    EXPECT_EQ(errorsOf(kHead + "\t(objects\0))"s), "2:10: expected FED text, found a NUL byte\n");
-    EXPECT_EQ(sectionErrors("(spaces (space))"), "2:15: expected a name, found \")\"\n");
-    EXPECT_EQ(sectionErrors("(spaces (space S T (dimension)))"),
-              "2:18: expected \"(\" or \")\" in the space \"S\" of 2:9, found \"T\"\n"
-              "2:30: expected a name, found \")\"\n");
-    EXPECT_EQ(sectionErrors("(objects (class a.b (class)))"),
-              "2:17: expected a class name without a dot, found \"a.b\"\n2:27: expected a name, found \")\"\n");
-    EXPECT_EQ(sectionErrors("(objects (class A reliable timestamp (atribute x) (attribute y fast)))"),
-              "2:19: expected \"(\" or \")\" in the class \"A\" of 2:10, found \"reliable\"\n"
-              "2:39: expected \"attribute\", \"class\" or \"sec_level\", found \"atribute\"\n"
-              "2:68: expected an ordering, found \")\"\n");
-    EXPECT_EQ(sectionErrors("(objects (class A (attribute a reliable receive S T) (sec_level late)))"),
-              "2:51: expected \")\" to close the attribute \"a\" of 2:19, found \"T\"\n"
-              "2:55: expected \"attribute\" or \"class\", found \"sec_level\"\n");
-    EXPECT_EQ(sectionErrors("(interactions (class I (parameter p)) (class J reliable) (parameter q))"),
-              "2:24: expected a transportation, found \"(\"\n2:56: expected an ordering, found \")\"\n"
-              "2:59: expected \"class\", found \"parameter\"\n");
-    EXPECT_EQ(sectionErrors("(objects (class \"A\n (attribute \"b reliable timestamp)))"),
-              "2:17: expected a second quote on the line, found the end of the line\n"
-              "3:13: expected a second quote on the line, found the end of the line\n");
-    EXPECT_EQ(sectionErrors("(objects () (class \x01\x7F))"), "2:11: expected \"class\", found \")\"\n");
-    EXPECT_EQ(
-        sectionErrors("(" + std::string(59, 'x') + "\xC3\xA9)"),
-        "2:2: expected \"Federation\", \"FEDversion\", \"Federate\", \"spaces\", \"objects\" or \"interactions\", "
-        "found \"" +
-            std::string(59, 'x') + "...\"\n");
+    forEachCase("errors.txt",
+                [](const std::string &text, const std::string &expected) { EXPECT_EQ(errorsOf(text), expected); });
 }
 
-TEST(Parser, NamesTheClauseThatWasLeftOpen) {
-    // A member without its ")" is closed where the next clause begins, and all else is read as meant.
-    EXPECT_EQ(sectionErrors("(objects\n  (class A\n    (attribute a reliable timestamp\n    (attribute b reliable "
-                            "timestamp)\n    (atribute c)\n  )\n)"),
-              "5:5: expected \")\" to close the attribute \"a\" of 4:5, found \"(\"\n"
-              "6:6: expected \"attribute\" or \"class\", found \"atribute\"\n");
-    // The look of the text tells which class it was.
-    EXPECT_EQ(
-        errorsOf(kHead + "(objects\n  (class A\n    (class B\n      (attribute b reliable timestamp)\n    (class C"
-                         "\n    )\n  )\n)\n(interactions)\n)"),
-        "10:1: expected \")\" to close the section \"objects\" of 2:1, found \"(\"; by its look, the class \"B\" of "
-        "4:5 was left open: the \"(\" of 6:5 stands just under it\n");
-    EXPECT_EQ(errorsOf(kHead + "(objects\n  (class A\n    (class B\n  )\n)\n"),
-              "7:1: expected \")\" to close the section \"objects\" of 2:1, found the end of the file; by its look, "
-              "the class \"B\" of 4:5 "
-              "was left open: the \")\" of 5:3 closes it, but stands under the class \"A\" of 3:3\n");
-    // With enough parentheses it is a clause in the wrong place.
-    EXPECT_EQ(sectionErrors("(objects (class A (interactions (class B))))"),
-              "2:20: expected \"attribute\", \"class\" or \"sec_level\", found \"interactions\"\n");
-    EXPECT_EQ(sectionErrors("(objects (class A (attribute a reliable timestamp (class B))))"),
-              "2:51: expected \")\" to close the attribute \"a\" of 2:19, found \"(\"\n");
+TEST(Parser, ShowsWhatItFoundFitForATerminal) {
+    EXPECT_EQ(errorsOf(""), "1:1: expected \"(FED\", found the end of the file\n");
+    EXPECT_EQ(errorsOf(kHead + "\t(objects\0))"s), "2:10: expected FED text, found a NUL byte\n");
+    EXPECT_EQ(errorsOf("(\x1B[1m\x7F\xC2\x85\xE9 \xC3\xA9"),
+              "1:2: expected \"(FED\", found \"\\x1b[1m\\x7f\\xc2\\x85\\xe9\"\n");
+    EXPECT_EQ(RtiFedParser::printable(std::string(59, 'x') + "\xC3\xA9"), std::string(59, 'x') + "...");
+    EXPECT_EQ(RtiFedParser::printable("\xF0\x9F\x9A\xA2\xE2\x82\xAC\xED\xA0\x80\xEF\xBB\xBF"),
+              "\xF0\x9F\x9A\xA2\xE2\x82\xAC\\xed\\xa0\\x80\\xef\\xbb\\xbf");
 }
 
 TEST(Parser, GivesOneErrorForATextCutAnywhere) {
