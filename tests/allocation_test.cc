@@ -1,10 +1,7 @@
 // Memory that runs out: every single allocation of an action fails in its turn. Whatever fails, std::bad_alloc comes
 // out, and nothing stays allocated or open. This is an executable of its own, since it replaces the allocator.
 
-#include "fed/loading/RtiFedDatabaseCodegen.hh"
 #include "infrastructure/RtiDump.hh"
-#include "infrastructure/RtiFedParser.hh"
-#include "infrastructure/RtiMemoryManager.hh"
 #include "tests/Support.hh"
 
 #include <cstddef>
@@ -27,12 +24,10 @@ void *allocate(std::size_t size) noexcept {
     return memory;
 }
 
-void *allocateOrFail(std::size_t size) noexcept {
-    return allocationsToFailure > 0 && --allocationsToFailure == 0 ? nullptr : allocate(size);
-}
-
 void *allocateOrThrow(std::size_t size) {
-    if (void *memory = allocateOrFail(size))
+    if (allocationsToFailure > 0 && --allocationsToFailure == 0)
+        throw std::bad_alloc();
+    if (void *memory = allocate(size))
         return memory;
     throw std::bad_alloc();
 }
@@ -57,9 +52,6 @@ void operator delete[](void *memory, std::size_t) noexcept { release(memory); }
 void operator delete(void *memory, const std::nothrow_t &) noexcept { release(memory); }
 void operator delete[](void *memory, const std::nothrow_t &) noexcept { release(memory); }
 
-// The same for the infrastructure's allocator: the program's definition stands before that of the shared library.
-void *RtiMemoryManager::malloc(unsigned long size) noexcept { return allocateOrFail(size); }
-void RtiMemoryManager::free(void *memory) noexcept { release(memory); }
 // clang-format on
 
 namespace {
@@ -187,67 +179,12 @@ TEST(Allocation, FailsInALoadThatIsRefused) {
     _rtiErrorStream.setOutputStream(std::cerr);
 }
 
-TEST(Allocation, NothingStaysOfAForeignException) {
-    struct Thrower : RtiFedDatabaseCodegen {
-        using RtiFedDatabaseCodegen::RtiFedDatabaseCodegen;
-        void addParameter(std::string) override { throw 7; }
-    };
-    const TemporaryFile file(loadableText());
-    failEachAllocation([&file] {
-        const auto db = emptyDatabase();
-        Thrower thrower(db.get());
-        try {
-            RtiFedParser_Class_main(std::fopen(file.path().c_str(), "r"), &thrower);
-            ADD_FAILURE() << "nothing was thrown";
-        } catch (int) {
-        }
-    });
-}
-
 // ---- Images
 
 TEST(Allocation, FailsInARestore) {
     const TemporaryFile file(loadableText());
     const std::string image = bytesOf(RtiFedDatabase(RtiFedDatabaseConstructorArg(file.path(), RTI_true)));
     EXPECT_GT(failEachAllocation([&image] { restored(image); }), 1000u);
-}
-
-TEST(Allocation, FailsInARestoreOfADatabaseInUse) {
-    const std::string image = smallImage(), answer = answers(*restored(image));
-    const auto inUse = [&image] {
-        auto db = restored(image);
-        answers(*db);
-        return db;
-    };
-    const auto restore = [&image](const std::unique_ptr<RtiFedDatabase> &db) {
-        RtiBuffer buffer(image.data(), image.size());
-        db->restore(buffer);
-    };
-    const auto isEmptyOrWhole = [&](const std::unique_ptr<RtiFedDatabase> &db) {
-        if (db->numObjectClasses() > 0) // the buffer itself failed
-            EXPECT_EQ(answers(*db), answer);
-        else
-            EXPECT_EQ(db->numInteractionClasses() + db->numSpaces() + db->getAttributeHandleSet().size(), 0u);
-        restore(db);
-        EXPECT_EQ(bytesOf(*db), image);
-    };
-    EXPECT_GT(failEachAllocation(inUse, restore, isEmptyOrWhole), 30u);
-}
-
-TEST(Allocation, FailsInARestoreThatIsRefused) {
-    const std::string image = smallImage();
-    for (std::size_t size = 0; size < image.size(); size += 7)
-        failEachAllocation([&] { expectRefusal([&] { restored(image.substr(0, size)); }); });
-    for (std::size_t at = 0; at < image.size(); ++at) {
-        std::string damaged = image;
-        damaged[at] = static_cast<char>(damaged[at] ^ 1);
-        failEachAllocation([&damaged] {
-            try {
-                restored(damaged);
-            } catch (const RTI::Exception &) { // most are refused, for every reason there is
-            }
-        });
-    }
 }
 
 // ---- Queries

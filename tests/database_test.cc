@@ -2,21 +2,6 @@
 #include "infrastructure/RtiFedLimits.hh"
 #include "tests/Support.hh"
 
-#include <dirent.h>
-
-namespace {
-
-long openFiles() {
-    long count = 0;
-    DIR *directory = opendir("/proc/self/fd");
-    while (readdir(directory))
-        ++count;
-    closedir(directory);
-    return count;
-}
-
-} // namespace
-
 TEST(Database, StaysEmptyOnRequest) {
     const auto database = emptyDatabase("/no/such/file");
     EXPECT_EQ(dumpOf(*database),
@@ -55,16 +40,6 @@ TEST(Database, ReportsASyntaxErrorWithItsPlace) {
         "/");
     _rtiErrorStream.enable();
     EXPECT_EQ(errors.text().size(), errors.text().rfind('\n') + 1);
-}
-
-TEST(Database, LeavesNoFileOpen) {
-    const ErrorLines errors;
-    const long before = openFiles();
-    load(example("minimal.fed"));
-    EXPECT_ANY_THROW(load("(FED"));
-    EXPECT_ANY_THROW(load(withMom("(class A (attribute a reliable timestamp NoSuchSpace))")));
-    EXPECT_ANY_THROW(RtiFedDatabase(RtiFedDatabaseConstructorArg("/", RTI_true)));
-    EXPECT_EQ(openFiles(), before);
 }
 
 TEST(Database, RefusesWhatAFileDeclaresWrongly) {

@@ -98,11 +98,3 @@ TEST(Attribute, OnlyItsSpaceChanges) {
     attribute.setSpace(4);
     EXPECT_EQ(bytesOf(attribute), bytesOf(RtiFedAttribute(7, "x", 1, 2, 4)));
 }
-
-TEST(Records, NameTheirClassAndVersion) {
-    EXPECT_STREQ(RtiFedElement::_thisClassName, "RtiFedElement");
-    EXPECT_STREQ(RtiFedParameter::_thisClassName, "RtiFedParameter");
-    EXPECT_STREQ(RtiFedDimension::_thisClassName, "RtiFedDimension");
-    EXPECT_STREQ(RtiFedAttribute::_thisClassName, "RtiFedAttribute");
-    EXPECT_STREQ(RtiFedDatabase::_thisClassVersion, "1.0");
-}
