@@ -1,5 +1,6 @@
 #include "tests/Support.hh"
 
+#include <algorithm>
 #include <thread>
 #include <vector>
 
@@ -98,29 +99,24 @@ TEST_F(SetsTest, VerifiesAttributesOfAClass) {
     reasonOf<RTI::ObjectClassNotDefined>([&] { database->verifyAvailableAttributes(99, setOf({})); });
 }
 
-TEST(Threads, FillColdCachesTogether) {
+TEST(Threads, AskAColdDatabaseTogether) {
     constexpr std::size_t kThreads = 4;
-    const auto database = load(example("harbour.fed"));
-    const auto classes = database->getObjectClassHandleSet();
-    std::vector<std::vector<const void *>> seen(kThreads);
-    std::vector<std::string> listings(kThreads), dumps(kThreads);
-    std::vector<std::thread> threads;
-    for (std::size_t i = 0; i < kThreads; ++i)
-        threads.emplace_back([&, i] {
-            for (const RtiObjectClassHandle &handle : classes) {
-                seen[i].push_back(database->getAvailableFedAttributes(handle, 0));
-                seen[i].push_back(database->getAvailableAttributeHandles(handle, 0));
-                database->getObjectClassHandle(database->getObjectClassName(handle));
-                database->verifyAvailableAttributes(handle, *database->getAvailableAttributeHandles(handle, 0));
-            }
-            listings[i] = listing(*database);
-            dumps[i] = dumpOf(*database);
-        });
-    for (std::thread &thread : threads)
-        thread.join();
-    for (std::size_t i = 1; i < kThreads; ++i) {
-        EXPECT_EQ(seen[i], seen[0]);
-        EXPECT_EQ(listings[i], listings[0]);
-        EXPECT_EQ(dumps[i], dumps[0]);
+    const auto loaded = load(example("harbour.fed")), copy = restored(bytesOf(*loaded));
+    for (const RtiFedDatabase *database : {loaded.get(), copy.get()}) {
+        std::vector<std::vector<const void *>> seen(kThreads);
+        std::vector<std::string> answered(kThreads);
+        std::vector<std::thread> threads;
+        for (std::size_t i = 0; i < kThreads; ++i)
+            threads.emplace_back([&, i] {
+                for (const RtiObjectClassHandle &handle : database->getObjectClassHandleSet()) {
+                    seen[i].push_back(database->getAvailableFedAttributes(handle, 0));
+                    seen[i].push_back(database->getAvailableAttributeHandles(handle, 0));
+                }
+                answered[i] = answers(*database);
+            });
+        for (std::thread &thread : threads)
+            thread.join();
+        EXPECT_EQ(std::count(seen.begin(), seen.end(), seen[0]), kThreads);
+        EXPECT_EQ(std::count(answered.begin(), answered.end(), answered[0]), kThreads);
     }
 }
