@@ -6,7 +6,10 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "infrastructure/RtiStringUtility.hh"
 
+#include <algorithm>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -332,19 +335,31 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
     _fedVersion = RtiStringUtility::getString(buffer);
 
     RtiFedHandleMap<RtiAttributeHandle, RtiObjectClassHandle> attributes; // by those that declare them
+    std::unordered_map<const RtiFedObjectClass *, std::size_t> below;     // how many classes stand below each
     _objectClasses.restore(buffer, "object classes", [&](const RtiFedObjectClass &node, std::size_t byte) {
-        checkDescendants(node, byte);
+        for (const RtiFedObjectClass *above = node.getParentClass(); above; above = above->getParentClass()) {
+            ++below[above];
+            if (!above->hasDerrivedClass(node.getHandle()))
+                refuseImage(byte, "the class ", node.getName(), " is no descendant of ", above->getName(), " above it");
+        }
         for (const auto &attribute : node.members())
             if (attribute->getHandle() == 0 || !attributes.insert(attribute->getHandle(), node.getHandle()))
                 refuseImage(byte, "an attribute handle of the class ", node.getName(), " is 0 or stands twice");
     });
-    RtiFedHandleMap<RtiParameterHandle, RtiInteractionClassHandle> parameters;
-    _interactionClasses.restore(
-        buffer, "interaction classes", [&](const RtiFedInteractionClass &node, std::size_t byte) {
-            for (const auto &parameter : node.members())
-                if (parameter->getHandle() == 0 || !parameters.insert(parameter->getHandle(), node.getHandle()))
-                    refuseImage(byte, "a parameter handle of the class ", node.getName(), " is 0 or stands twice");
-        });
+    // With all that stand below a class among its descendants, an equal number says that there are no others.
+    for (const auto &[handle, node] : _objectClasses)
+        if (node->descendants().size() != (below.count(node.get()) ? below[node.get()] : 0))
+            refuseImage(imageByte(buffer), "not all descendants of the class ", node->getName(), " are below it");
+    std::vector<std::pair<unsigned long, std::size_t>> parameters; // and the byte where their class begins
+    _interactionClasses.restore(buffer, "interaction classes",
+                                [&](const RtiFedInteractionClass &node, std::size_t byte) {
+                                    for (const auto &parameter : node.members())
+                                        parameters.emplace_back(parameter->getHandle()._value, byte);
+                                });
+    std::sort(parameters.begin(), parameters.end());
+    for (std::size_t i = 0; i < parameters.size(); ++i)
+        if (parameters[i].first == (i > 0 ? parameters[i - 1].first : 0))
+            refuseImage(parameters[i].second, "a parameter handle of the class is 0 or stands twice");
 
     for (unsigned long count = readCount(buffer, RtiFedSpace::_leastImageSize, "spaces"); count > 0; --count) {
         const std::size_t byte = imageByte(buffer);
@@ -375,24 +390,9 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
     visitCounters(*this, [&buffer](RtiSaveableType &counter) { buffer.get(counter); });
     if (_nextSpaceHandle < _spaceHandleMap.greatest() || _nextObjectClassHandle < _objectClasses.greatest() ||
         _nextAttributeHandle < attributes.greatest() || _nextInteractionClassHandle < _interactionClasses.greatest() ||
-        _nextParameterHandle < parameters.greatest())
-        refuseImage(byte, "a counter is below a handle that was handed out");
+        _nextParameterHandle < (parameters.empty() ? 0 : parameters.back().first))
+        refuseImage(byte, "a counter is below 0 or a handle that was handed out");
     _fileName = RtiStringUtility::getString(buffer);
-}
-
-/// Refuses a class that does not know just its descendants.
-void RtiFedDatabase::checkDescendants(const RtiFedObjectClass &node, std::size_t byte) const {
-    for (const RtiFedObjectClass *above = node.getParentClass(); above; above = above->getParentClass())
-        if (!above->hasDerrivedClass(node.getHandle()))
-            refuseImage(byte, "the class ", node.getName(), " is no descendant of ", above->getName(), " above it");
-    node.descendants().forEach([&](const RtiObjectClassHandle &handle) {
-        const RtiFedObjectClass *above = find(handle);
-        while (above && above != &node)
-            above = above->getParentClass();
-        if (!above || handle == node.getHandle())
-            refuseImage(byte, "the descendant ", toString(handle._value), " of the class ", node.getName(),
-                        " is not below it");
-    });
 }
 
 void RtiFedDatabase::clear() {

@@ -215,7 +215,6 @@ private:
     void parse(std::FILE *file);
     RtiFedSpace *own(std::unique_ptr<RtiFedSpace> space);
     void restoreContents(RtiBuffer &buffer);
-    void checkDescendants(const RtiFedObjectClass &node, std::size_t byte) const;
     void clear();
     /// Throws RTI::ErrorReadingFED after two lines on the error stream.
     [[noreturn]] void couldNotParse(const char *atFile, const char *atReason, const std::string &reason) const;

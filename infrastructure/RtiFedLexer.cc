@@ -26,10 +26,10 @@ Class classOf(char c) {
 } // namespace
 
 RtiFedToken RtiFedLexer::next() {
-    RtiFedOffset strayQuote = 0;
+    std::optional<RtiFedOffset> strayQuote;
     for (skipBlanksAndComments(); _at < _bytes.size() && _bytes[_at] == '"' && endOfQuoted() == _at;
          skipBlanksAndComments()) {
-        strayQuote = strayQuote ? strayQuote : _at;
+        strayQuote = strayQuote.value_or(_at);
         ++_at; // what follows is read as if the quote were not there
     }
     RtiFedToken token = tokenHere();
@@ -93,5 +93,5 @@ RtiFedToken RtiFedLexer::name(RtiFedOffset begin, RtiFedOffset end, bool quoted)
     _at = end;
     const bool closed = quoted && end > begin + 1 && _bytes[end - 1] == '"';
     const RtiFedOffset first = quoted ? begin + 1 : begin;
-    return {RtiFedToken::Kind::name, quoted, begin, {first, (closed ? end - 1 : end) - first}, 0};
+    return {RtiFedToken::Kind::name, quoted, begin, {first, (closed ? end - 1 : end) - first}, {}};
 }

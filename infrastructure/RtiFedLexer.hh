@@ -2,15 +2,17 @@
 
 #include "infrastructure/RtiFedText.hh"
 
+#include <optional>
+
 /// One token of a FED text.
 struct RtiFedToken {
     enum class Kind : unsigned char { open, close, name, nul, end };
 
     Kind kind = Kind::end;
     bool quoted = false;
-    RtiFedOffset begin = 0;      ///< The first byte, an opening quote included.
-    RtiFedSpan text;             ///< Of a name: its bytes without the quotes.
-    RtiFedOffset strayQuote = 0; ///< Of a quote in front of it that no second one closes; 0 if there is none.
+    RtiFedOffset begin = 0;                 ///< The first byte, an opening quote included.
+    RtiFedSpan text;                        ///< Of a name: its bytes without the quotes.
+    std::optional<RtiFedOffset> strayQuote; ///< The first quote in front of it that no second one closes.
 };
 
 /// Cuts a FED text into parentheses and names; blanks and comments fall away. A NUL byte and the end of the text are
@@ -18,6 +20,9 @@ struct RtiFedToken {
 class RtiFedLexer {
 public:
     RtiFedLexer(const RtiFedText &text, RtiFedOffset at) : _bytes(text.bytes()), _at(at) {}
+    /// Takes the text to end at `end`.
+    RtiFedLexer(const RtiFedText &text, RtiFedOffset at, RtiFedOffset end)
+        : _bytes(text.bytes().substr(0, end)), _at(at) {}
 
     RtiFedToken next();
 

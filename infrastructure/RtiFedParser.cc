@@ -165,13 +165,12 @@ bool RtiFedParser::skipped(std::string_view name) const {
     return place != names.end() && !lessInAnyCase(name, _contents->text.at(*place));
 }
 
-std::string RtiFedParser::printable(std::string_view bytes) {
-    constexpr std::size_t kShown = 60;
+std::string RtiFedParser::printable(std::string_view bytes, std::size_t limit) {
     constexpr char kDigits[] = "0123456789abcdef";
     std::string shown;
     for (std::size_t at = 0; at < bytes.size();) {
         const std::size_t size = printableSize(bytes.substr(at));
-        if (shown.size() + (size ? size : 4) > kShown)
+        if (shown.size() + (size ? size : 4) > limit)
             return shown + "...";
         const auto byte = static_cast<unsigned char>(bytes[at]);
         if (size)

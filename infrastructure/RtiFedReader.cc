@@ -8,7 +8,7 @@ using Kind = RtiFedToken::Kind;
 
 RtiFedReader::RtiFedReader(const RtiFedText &text) : _text(text), _lexer(text, text.begin()) {
     if (text.bytes().size() > kMaxTextSize)
-        stop(Problem::textTooLong, 0);
+        stop(Problem::textTooLong, text.begin());
     else
         openFed();
     while (!_stopped && (!_open.empty() || behindFed()))
@@ -22,7 +22,7 @@ void RtiFedReader::advance() {
     _token = _lexer.next();
     _behindClose = false;
     if (_token.strayQuote)
-        fail(Problem::strayQuote, _token.strayQuote);
+        fail(Problem::strayQuote, *_token.strayQuote);
 }
 
 void RtiFedReader::openFed() {
@@ -290,7 +290,7 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
     if (_open.size() == 2)
         _skippedInFed = true;
     std::size_t depth = 1, words = wordsRead;
-    for (; depth > 0; advance()) {
+    for (; depth > 0 && !_stopped; advance()) {
         switch (_token.kind) {
         case Kind::open:
             ++depth;
@@ -394,6 +394,8 @@ bool RtiFedReader::reopenLastClosed(Problem problem, RtiFedOffset at) {
 }
 
 RtiFedSyntaxError &RtiFedReader::fail(Problem problem, RtiFedOffset at) {
+    if (errors.size() > kMaxErrors)
+        return errors.back();
     if (errors.size() == kMaxErrors) {
         problem = Problem::tooManyErrors;
         _stopped = true;

@@ -48,7 +48,8 @@ std::string nameOf(const RtiFedText &text, const RtiFedClauseName &clause) {
 
 /// The same for the clause that begins at an offset.
 std::string nameOf(const RtiFedText &text, RtiFedOffset begin) {
-    RtiFedLexer lexer(text, begin);
+    constexpr RtiFedOffset kNear = 4096; // many errors may name one clause: no long comment is read for each
+    RtiFedLexer lexer(text, begin, begin + kNear);
     lexer.next();
     const RtiFedToken keyword = lexer.next();
     RtiFedClauseName clause{RtiFedClause::unknown, begin, keyword.text};

@@ -100,6 +100,8 @@ Checker::Checker(std::string text)
     if (_parser.nestingKnown() && _parser.classesKnown() && !_shiftedInClass)
         checkMom();
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
+    if (_findings.size() >= kMaxErrors)
+        _findings.push_back({_findings.back().position, "more was found than is shown", {}});
 }
 
 void Checker::setFederate(std::string name) {

@@ -72,7 +72,7 @@ bool reportProblems(const std::string &fileName, const std::string &contents, st
             restoreImage(contents);
             return true;
         } catch (const RTI::Exception &refused) {
-            os << fileName << ": error: " << refused._reason << '\n';
+            os << fileName << ": error: " << RtiFedParser::printable(refused._reason, 300) << '\n';
             return false;
         }
     }

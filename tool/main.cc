@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <iomanip>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -61,7 +62,15 @@ Status list(const std::string &fileName) {
     const auto model = loadModel(fileName, std::clog);
     if (!model)
         return wrong;
-    model->dumpDatabase(&std::cout);
+    std::ostringstream listing; // whole or not at all: an image may refer to what does not exist
+    try {
+        model->dumpDatabase(&listing);
+    } catch (const RTI::Exception &) {
+        std::clog << fileName
+                  << ": error: the model refers to a space, transportation or ordering that does not exist\n";
+        return wrong;
+    }
+    std::cout << listing.str();
     return done;
 }
 
