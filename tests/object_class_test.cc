@@ -143,12 +143,6 @@ TEST_F(ObjectClassTest, DumpsAndComparesSizes) {
                                    "old size _allChildrenClasses=``1'', new size _allChildrenClasses=``0''\n");
 }
 
-TEST_F(ObjectClassTest, KeepsASubclassWhoseHandleIsTaken) {
-    RtiFedObjectClass *second = root.addObjectClass(5, "Root.Again");
-    EXPECT_EQ(second->getName(), "Root.Again");
-    EXPECT_EQ(root.getNumberOfSubclasses(), 1u);
-}
-
 TEST(ObjectClass, NestsToABound) {
     RtiFedObjectClass root(1, "c", nullptr);
     RtiFedObjectClass *node = &root;

@@ -142,27 +142,3 @@ TEST(Parser, CountsLinesAndColumns) {
     EXPECT_EQ(errorsOf(std::string(10000, '\n') + std::string(9000, ' ') + "x"),
               "10001:9001: expected \"(FED\", found \"x\"\n");
 }
-
-TEST(Parser, TellsWhereADeclarationStands) {
-    struct Places : RtiFedParserCodegen {
-        explicit Places(RtiFedParser &p) : parser(p) {}
-        void setFederate(std::string) override { add(0); }
-        void setFederateVersion(std::string) override { add(0); }
-        void addObjectClass(std::string) override { add(0); }
-        void addObjectClassAttribute(std::string, std::string, std::string, std::string) override {
-            for (std::size_t i = 0; i < 4; ++i)
-                add(i);
-        }
-        void add(std::size_t argument) {
-            const RtiFedPosition position = parser.position(argument);
-            text += std::to_string(position.line) + ":" + std::to_string(position.column) + " ";
-        }
-        RtiFedParser &parser;
-        std::string text;
-    };
-    RtiFedParser parser(kHead + "(objects (class A\n (class B) (attribute a reliable receive))))");
-    Places places(parser);
-    parser.deliver(places);
-    EXPECT_EQ(places.text, "1:18 1:33 2:17 3:23 3:25 3:34 1:1 3:9 ");
-    EXPECT_EQ(parser.position().column, 1u);
-}

@@ -92,9 +92,3 @@ TEST(Attribute, DiffHasItsOddCommas) {
               "old _defaultOrdering=``1'',, new _defaultOrdering=``2''\n"
               "old _defaultSpace=``-3'',, new _defaultSpace=``3''\n");
 }
-
-TEST(Attribute, OnlyItsSpaceChanges) {
-    RtiFedAttribute attribute(7, "x", 1, 2, 0);
-    attribute.setSpace(4);
-    EXPECT_EQ(bytesOf(attribute), bytesOf(RtiFedAttribute(7, "x", 1, 2, 4)));
-}
