@@ -5,6 +5,7 @@
 #include "fed/RtiFedImage.hh"
 #include "fed/RtiFedNameMap.hh"
 
+#include <algorithm>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -23,11 +24,14 @@ public:
     /// or, if memory runs out, nothing has changed.
     Record *add(std::unique_ptr<Record> record) {
         Record *added = record.get();
+        if (_ascending && !_vector.empty() && !(_vector.back()->getHandle() < added->getHandle()))
+            mapHandles();
         _vector.push_back(std::move(record));
         bool named = false;
         try {
             named = _nameMap.insert(added->getName(), added);
-            _handleMap.insert(added->getHandle(), added);
+            if (!_ascending)
+                _handleMap.insert(added->getHandle(), added);
         } catch (...) {
             if (named)
                 _nameMap.erase(added->getName());
@@ -39,13 +43,20 @@ public:
 
     Record *find(std::string_view name) const { return valueOf(_nameMap.find(name)); }
     Record *findUpperCase(std::string_view name) const { return valueOf(_nameMap.findUpperCase(name)); }
-    Record *find(Handle handle) const { return valueOf(_handleMap.find(handle)); }
+    Record *find(Handle handle) const {
+        if (!_ascending)
+            return valueOf(_handleMap.find(handle));
+        const auto place =
+            std::lower_bound(_vector.begin(), _vector.end(), handle,
+                             [](const auto &record, const Handle &h) { return record->getHandle() < h; });
+        return place != _vector.end() && (*place)->getHandle() == handle ? place->get() : nullptr;
+    }
 
     /// The record added at this place, counted from 0, or null behind the last.
     Record *at(unsigned long index) const { return index < _vector.size() ? _vector[index].get() : nullptr; }
     std::size_t size() const { return _vector.size(); }
     std::size_t numNames() const { return _nameMap.size(); }
-    std::size_t numHandles() const { return _handleMap.size(); }
+    std::size_t numHandles() const { return _ascending ? _vector.size() : _handleMap.size(); }
 
     unsigned long checksum() const {
         unsigned long checksum = 0;
@@ -77,13 +88,24 @@ public:
 private:
     static Record *valueOf(Record *const *found) { return found ? *found : nullptr; }
 
+    /// From now on the handles are looked up in a map: they no longer ascend.
+    void mapHandles() {
+        RtiFedHandleMap<Handle, Record *> handleMap;
+        for (const auto &record : _vector)
+            handleMap.insert(record->getHandle(), record.get());
+        _handleMap = std::move(handleMap);
+        _ascending = false;
+    }
+
     void clear() {
+        _ascending = true;
         _nameMap.clear();
         _handleMap.clear();
         _vector.clear();
     }
 
     RtiFedNameMap<Record *> _nameMap;
-    RtiFedHandleMap<Handle, Record *> _handleMap;
+    bool _ascending = true;                       // the handles ascend with the vector, as a counter makes them
+    RtiFedHandleMap<Handle, Record *> _handleMap; // of all records if they do not, else empty
     std::vector<std::unique_ptr<Record>> _vector;
 };

@@ -184,7 +184,7 @@ TEST(Allocation, FailsInALoadThatIsRefused) {
 TEST(Allocation, FailsInARestore) {
     const TemporaryFile file(loadableText());
     const std::string image = bytesOf(RtiFedDatabase(RtiFedDatabaseConstructorArg(file.path(), RTI_true)));
-    EXPECT_GT(failEachAllocation([&image] { restored(image); }), 1000u);
+    EXPECT_GT(failEachAllocation([&image] { restored(image); }), 500u);
 }
 
 // ---- Queries

@@ -49,6 +49,10 @@ TEST_F(ObjectClassTest, RefusesAnAttributeTwice) {
               "Root.Sub.Leaf");
     EXPECT_EQ(leaf->getNumberOfAttributes(), 1u);
     root.addAttribute(9, "flag", 1, 1, 0); // below, it is not looked for
+    root.addAttribute(4, "late", 1, 1, 0); // handles need not ascend, nor differ
+    root.addAttribute(9, "twin", 1, 1, 0);
+    EXPECT_EQ(root.find(1)->getName() + root.find(4)->getName() + root.find(9)->getName(), "Positionlateflag");
+    EXPECT_NE(dumpOf(root).find("size _attributeHandleMap=``3''\nsize _attributeVector=``4''\n"), std::string::npos);
 }
 
 TEST_F(ObjectClassTest, GetsASubclassByItsHandleAndMakesTheMissing) {
