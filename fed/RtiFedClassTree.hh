@@ -86,8 +86,8 @@ public:
         for (const auto &[node, byte] : read) {
             checkLinks(*node, byte);
             node->forEachOwned([&, at = byte](const Node &owned) {
-                if (find(owned.getHandle()) || !nested.insert(owned.getHandle()).second)
-                    refuseImage(at, "the handle of the class ", owned.getName(), " stands twice");
+                if (owned.getHandle() == 0 || find(owned.getHandle()) || !nested.insert(owned.getHandle()).second)
+                    refuseImage(at, "the handle of the class ", owned.getName(), " is 0 or stands twice");
             });
         }
         for (const auto &[node, byte] : read)

@@ -335,10 +335,15 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
     _fedVersion = RtiStringUtility::getString(buffer);
 
     RtiFedHandleMap<RtiAttributeHandle, RtiObjectClassHandle> attributes; // by those that declare them
-    std::unordered_map<const RtiFedObjectClass *, std::size_t> below;     // how many classes stand below each
+    struct Below {
+        std::size_t numClasses = 0;
+        std::size_t byte = 0; // where the class itself begins
+    };
+    std::unordered_map<const RtiFedObjectClass *, Below> below;
     _objectClasses.restore(buffer, "object classes", [&](const RtiFedObjectClass &node, std::size_t byte) {
+        below[&node].byte = byte;
         for (const RtiFedObjectClass *above = node.getParentClass(); above; above = above->getParentClass()) {
-            ++below[above];
+            ++below[above].numClasses;
             if (!above->hasDerrivedClass(node.getHandle()))
                 refuseImage(byte, "the class ", node.getName(), " is no descendant of ", above->getName(), " above it");
         }
@@ -348,8 +353,8 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
     });
     // With all that stand below a class among its descendants, an equal number says that there are no others.
     for (const auto &[handle, node] : _objectClasses)
-        if (node->descendants().size() != (below.count(node.get()) ? below[node.get()] : 0))
-            refuseImage(imageByte(buffer), "not all descendants of the class ", node->getName(), " are below it");
+        if (node->descendants().size() != below[node.get()].numClasses)
+            refuseImage(below[node.get()].byte, "not all descendants of the class ", node->getName(), " are below it");
     std::vector<std::pair<unsigned long, std::size_t>> parameters; // and the byte where their class begins
     _interactionClasses.restore(buffer, "interaction classes",
                                 [&](const RtiFedInteractionClass &node, std::size_t byte) {
@@ -359,7 +364,8 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
     std::sort(parameters.begin(), parameters.end());
     for (std::size_t i = 0; i < parameters.size(); ++i)
         if (parameters[i].first == (i > 0 ? parameters[i - 1].first : 0))
-            refuseImage(parameters[i].second, "a parameter handle of the class is 0 or stands twice");
+            refuseImage(parameters[i].second, "the parameter handle ", toString(parameters[i].first),
+                        " of the class that begins here is 0 or stands twice");
 
     for (unsigned long count = readCount(buffer, RtiFedSpace::_leastImageSize, "spaces"); count > 0; --count) {
         const std::size_t byte = imageByte(buffer);

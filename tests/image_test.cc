@@ -116,6 +116,8 @@ TEST(Image, RefusesWhatNoDatabaseWrote) {
     const std::string links = "\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0\2\0\0\0\1"s;
     EXPECT_EQ(with(links, "\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0\1\0\0\0\1"s),
               "image byte 72: the handle of the class R.C is 0 or stands twice");
+    EXPECT_EQ(with(links, "\0\0\0\2\0\0\0\0\0\0\0\1\0\0\0\2\0\0\0\2\0\0\0\1"s),
+              "image byte 72: not all descendants of the class R.C are below it");
     EXPECT_EQ(with(links, "\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0\2\0\0\0\2"s),
               "image byte 14: the child 2 of the class R is not there or has another parent");
     EXPECT_EQ(with(links, "\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0\2\0\0\0\0"s),
