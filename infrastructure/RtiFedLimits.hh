@@ -16,7 +16,8 @@ inline constexpr std::size_t kMaxNameLength = 16384;
 /// some 10 MiB; the bound keeps a small text of long paths from asking for gigabytes.
 inline constexpr std::size_t kMaxFullNames = std::size_t(64) << 20;
 
-/// Syntax errors of one text, behind which it is not read on: nobody reads so many, and each takes memory.
+/// Syntax errors of one text, behind which it is not read on, and findings of `rtifed check` beside them: nobody reads
+/// so many, and each takes memory.
 inline constexpr std::size_t kMaxErrors = 100000;
 
 /// Bytes of a FED text. Offsets into it are kept in 32 bits; the largest text known has less than 1 MiB.

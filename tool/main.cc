@@ -106,20 +106,18 @@ int main(int argc, char **argv) {
     std::vector<std::string> fileNames;
     std::string fileName, imageName;
     Status status = done;
-    auto *checkCommand =
-        app.add_subcommand("check", "Load each file; print every problem as FILE:LINE:COLUMN: error: TEXT");
-    checkCommand->add_option("FILE", fileNames)->required();
-    checkCommand->callback([&] { status = check(fileNames); });
-    auto *listCommand = app.add_subcommand("list", "Print the model's readable listing, with all handles");
-    listCommand->add_option("FILE", fileName)->required();
-    listCommand->callback([&] { status = list(fileName); });
-    auto *callsCommand = app.add_subcommand("calls", "Print the declarations as call text, whether or not they load");
-    callsCommand->add_option("FILE", fileName)->required();
-    callsCommand->callback([&] { status = calls(fileName); });
-    auto *checksumCommand =
-        app.add_subcommand("checksum", "Print the checksum of each model, by which two can be compared");
-    checksumCommand->add_option("FILE", fileNames)->required();
-    checksumCommand->callback([&] { status = checksum(fileNames); });
+    const auto add = [&app](const char *name, const char *purpose, auto &argument, auto action) {
+        CLI::App *command = app.add_subcommand(name, purpose);
+        command->add_option("FILE", argument)->required();
+        command->callback(action);
+    };
+    add("check", "Load each file; print every problem as FILE:LINE:COLUMN: error: TEXT", fileNames,
+        [&] { status = check(fileNames); });
+    add("list", "Print the model's readable listing, with all handles", fileName, [&] { status = list(fileName); });
+    add("calls", "Print the declarations as call text, whether or not they load", fileName,
+        [&] { status = calls(fileName); });
+    add("checksum", "Print the checksum of each model, by which two can be compared", fileNames,
+        [&] { status = checksum(fileNames); });
     auto *saveCommand = app.add_subcommand("save", "Write the saved image of a model, for other processes to restore");
     saveCommand->add_option("FED", fileName)->required();
     saveCommand->add_option("IMAGE", imageName)->required();
