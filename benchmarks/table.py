@@ -1,0 +1,209 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks of a build and prints one table: ours, a peer, and whether their ratio meets the goal.
+
+Usage: table.py BUILD_FOLDER [quick] [REGEX]
+
+A figure is the median over repetitions; a ratio is that of two such medians of one run, and beside it stand the lowest
+and the highest ratio of two repetitions. Times are of the processor, per query or per declaration. REGEX selects rows
+by "WORKLOAD SIZE PEER".
+"""
+
+import collections
+import json
+import os
+import re
+import statistics
+import subprocess
+import sys
+import tempfile
+
+Size = collections.namedtuple("Size", "label declarations")
+Row = collections.namedtuple("Row", "title size kind ours peer peer_name goal")
+# How often each kind of measurement is repeated, and the least seconds of a repetition in one process.
+Effort = collections.namedtuple("Effort", "lookup warm scale fresh seconds")
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+UNITS = {"lookup": "ns", "warm": "ns/decl", "scale": "ns/decl", "fresh": "ns/decl", "memory": "B/decl"}
+
+
+def classes(count):
+    """A federation with so many object classes, which are 15 % of it."""
+    return Size(f"{count:.0e} classes".replace("e+0", "e"), round(count / 0.15))
+
+
+def declarations(count):
+    return Size(f"{count:.0e}".replace("e+0", "e"), count)
+
+
+def rows(quick):
+    some_classes = [classes(n) for n in ([1000, 10000] if quick else [1000, 10000, 100000])]
+    some = [declarations(n) for n in ([10000] if quick else [10000, 100000])]
+    few, large, huge = declarations(10000), declarations(100000), declarations(100000 if quick else 1000000)
+
+    def each(sizes, title, kind, ours, peer, peer_name, goal):
+        for size in sizes:
+            yield Row(title, size, kind, ours.format(size.declarations), peer.format(size.declarations), peer_name,
+                      goal)
+
+    def lookup(sizes, title, workload, peer, order, goal):
+        yield from each(sizes, f"{title}, {order.replace('-', ' ')}", "lookup", f"{workload}/{{}}/ours/{order}",
+                        f"{workload}/{{}}/{peer}/{order}", peer, goal)
+
+    def load(title, kind, ours, peer, peer_name, goal, sizes=some):
+        yield from each(sizes, f"{title}, {kind}", kind, f"{ours}/{{}}", f"{peer}/{{}}", peer_name, goal)
+
+    def memory(title, ours, peer, peer_name, goal):
+        yield from each([large], title, "memory", ours, peer, peer_name, goal)
+
+    name = "class name to handle"
+    yield from lookup(some_classes, f"{name}, random", "class", "flat_hash_map", "back-to-back", 1.00)
+    yield from lookup(some_classes, f"{name}, skewed", "class-skewed", "flat_hash_map", "back-to-back", 1.00)
+    yield from lookup(some_classes, f"{name}, random", "class", "flat_hash_map", "chained", 0.90)
+    yield from lookup(some_classes, f"{name}, skewed", "class-skewed", "flat_hash_map", "chained", 0.90)
+    yield from lookup(some_classes, f"{name}, random", "class", "map", "back-to-back", 0.10)
+    yield from lookup(some_classes, f"{name}, random", "class", "unordered_map", "back-to-back", 0.65)
+    yield from lookup(some_classes, f"{name}, without root", "short-class", "flat_hash_map", "back-to-back", 0.55)
+    yield from lookup(some, "attribute name in a class", "attribute", "flat_hash_map", "back-to-back", 0.95)
+    yield from lookup(some_classes, "handle to record", "record", "vector", "chained", 1.05)
+    yield from lookup(some_classes, "handle to record", "record", "flat_hash_map", "back-to-back", 1.00)
+    for order in "back-to-back", "chained":
+        yield from lookup([large], "attribute to declaring class", "declaring-class", "vector", order, 2.0)
+        yield from lookup([large], "is it derived from", "derivation", "bits", order, 2.0)
+        yield from lookup([large], "are these attributes available", "availability", "bits", order, 2.0)
+
+    text, hashed, tree = "text to database", "pugixml + flat maps", "pugixml tree"
+    yield from load(text, "warm", "text", "maps", hashed, 0.40)
+    yield from load(text, "fresh", "text", "maps", hashed, 0.45)
+    yield from load(text, "warm", "text", "plain", "plain", 0.15)
+    yield from load(text, "fresh", "text", "plain", "plain", 0.25)
+    yield from load(text, "warm", "text", "descriptors", "protobuf", 0.07)
+    yield from load(text, "warm", "text", "tree", tree, 2.1)
+    yield from load(text, "fresh", "text", "tree", tree, 1.5)
+    yield from load("image to database", "warm", "image", "tree", tree, 0.90)
+    yield from load("image to database", "warm", "image", "text", "our text load", 0.40)
+
+    yield from memory("memory after text load", "text/{}/live", "tree/{}/live", tree, 0.80)
+    yield from memory("memory at peak of text load", "text/{}/peak", "maps/{}/peak", hashed, 0.58)
+    yield from memory("memory at peak of restore", "image/{}/peak", "image/{}/live", "ours after it", 1.05)
+
+    ratio = Size(f"{huge.label} : {few.label}", huge.declarations)
+    for title, ours, goal in (text, "text", 1.20), ("image to database", "image", 1.40):
+        yield from each([ratio], f"{title}, warm", "scale", f"{ours}/{{}}", f"{ours}/{few.declarations}",
+                        f"ours at {few.label}", goal)
+
+
+class Programs:
+    def __init__(self, folder, effort):
+        self._folder, self._effort = folder, effort
+        self._federations = os.path.join(folder, "federations")
+        self._declarations = {}
+
+    def _run(self, program, *arguments):
+        done = subprocess.run([os.path.join(self._folder, f"rtifed-bench-{program}"), *arguments],
+                              capture_output=True, text=True)
+        if done.returncode != 0:
+            sys.exit(f"rtifed-bench-{program} failed:\n{done.stderr}")
+        return done.stdout
+
+    def generate(self, sizes):
+        os.makedirs(self._federations, exist_ok=True)
+        printed = self._run("generate", os.path.join(ROOT, "examples", "minimal.fed"), self._federations,
+                            *map(str, sorted(sizes)))
+        self._declarations = dict(line.split() for line in printed.splitlines())
+
+    def measure(self, kind, names):
+        """The figures of each name, one for a repetition."""
+        print(f"measuring: {kind}", file=sys.stderr)
+        return getattr(self, f"_{kind}")(names)
+
+    def _per_declaration(self, name, figures):
+        count = int(self._declarations[name.split("/")[1]])
+        return [figure / count for figure in figures]
+
+    def _repeat(self, program, subjects, names, repetitions):
+        """The results of each benchmark in the order in which its repetitions ran."""
+        with tempfile.NamedTemporaryFile(suffix=".json") as out:
+            self._run(program, self._federations, *subjects, f"--benchmark_filter=^({'|'.join(names)})$",
+                      "--benchmark_enable_random_interleaving=true", f"--benchmark_repetitions={repetitions}",
+                      f"--benchmark_min_time={self._effort.seconds}", f"--benchmark_out={out.name}",
+                      "--benchmark_out_format=json")
+            results = json.load(out)["benchmarks"]
+        return {name: [r for r in results if r["run_name"] == name and r["run_type"] == "iteration"]
+                for name in names}
+
+    def _lookup(self, names):
+        workloads = sorted({name.rsplit("/", 2)[0] for name in names})
+        results = self._repeat("lookup", workloads, names, self._effort.lookup)
+        return {name: [1e9 / r["items_per_second"] for r in results[name]] for name in names}
+
+    def _loads(self, names, repetitions):
+        results = self._repeat("load", names, names, repetitions)
+        return {name: self._per_declaration(name, [r["cpu_time"] for r in results[name]]) for name in names}
+
+    def _warm(self, names):
+        return self._loads(names, self._effort.warm)
+
+    def _scale(self, names):
+        return self._loads(names, self._effort.scale)
+
+    def _fresh(self, names):
+        figures = {name: [] for name in names}
+        for _ in range(self._effort.fresh):
+            for name in names:
+                contender, size = name.split("/")
+                figures[name].append(int(self._run("load-once", contender, os.path.join(self._federations, size))))
+        return {name: self._per_declaration(name, figures[name]) for name in names}
+
+    def _memory(self, names):
+        figures = {}
+        for name in names:
+            contender, size, which = name.split("/")
+            live, peak = self._run("memory", contender, os.path.join(self._federations, size)).split()
+            figures[name] = self._per_declaration(name, [int(live if which == "live" else peak)])
+        return figures
+
+
+def machine(folder):
+    with open("/proc/cpuinfo") as info:
+        model = next((line.split(":")[1].strip() for line in info if line.startswith("model name")), "unknown")
+    with open(os.path.join(os.path.dirname(folder), "CMakeCache.txt")) as cache:
+        compiler = re.search(r"^CMAKE_CXX_COMPILER:\w+=(.*)$", cache.read(), re.MULTILINE).group(1)
+    version = subprocess.run([compiler, "--version"], capture_output=True, text=True, check=True).stdout.split("\n")[0]
+    return f"{model}, {os.cpu_count()} cores; {version}"
+
+
+def main():
+    arguments = sys.argv[2:]
+    quick = arguments[:1] == ["quick"]
+    pattern = re.compile("".join(arguments[1:] if quick else arguments))
+    effort = Effort(5, 5, 3, 5, 0.01) if quick else Effort(15, 11, 5, 15, 0.05)
+    chosen = [row for row in rows(quick) if pattern.search(f"{row.title} {row.size.label} {row.peer_name}")]
+    if not chosen:
+        sys.exit("no row is selected")
+
+    names = {}
+    for row in chosen:
+        names.setdefault(row.kind, {}).update({row.ours: None, row.peer: None})
+    programs = Programs(os.path.abspath(sys.argv[1]), effort)
+    programs.generate({int(name.split("/")[1]) for some in names.values() for name in some})
+    figures = {kind: programs.measure(kind, list(some)) for kind, some in names.items()}
+
+    lines = [("workload", "size", "ours", "peer", "ratio (spread)", "goal", "")]
+    met = 0
+    for row in chosen:
+        ours, peer = figures[row.kind][row.ours], figures[row.kind][row.peer]
+        ratio = statistics.median(ours) / statistics.median(peer)
+        paired = [a / b for a, b in zip(ours, peer)]
+        met += ratio <= row.goal
+        lines.append((row.title, row.size.label, f"{statistics.median(ours):.2f} {UNITS[row.kind]}",
+                      f"{row.peer_name} {statistics.median(peer):.2f}",
+                      f"{ratio:.2f} ({min(paired):.2f} - {max(paired):.2f})", f"{row.goal:.2f}",
+                      "met" if ratio <= row.goal else "not met"))
+    print(machine(os.path.abspath(sys.argv[1])))
+    widths = [max(map(len, column)) for column in zip(*lines)]
+    for line in lines:
+        print(" | ".join(cell.ljust(width) for cell, width in zip(line, widths)).rstrip())
+    print(f"{met} of {len(chosen)} goals met")
+
+
+main()
