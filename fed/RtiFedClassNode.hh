@@ -43,21 +43,20 @@ public:
     /// Calls `visit` for each node that this one owns, at any depth.
     template <class Visit>
     void forEachOwned(Visit visit) const {
-        for (const auto &owned : _owned) {
-            visit(*owned);
-            owned->forEachOwned(visit);
-        }
+        if (_owned)
+            for (const auto &owned : _owned->nodes) {
+                visit(*owned);
+                owned->forEachOwned(visit);
+            }
     }
 
 protected:
-    using Subclasses = RtiFedHandleMap<Handle, Node *>;
-
     RtiFedClassNode() = default;
 
     /// Throws RTI::RTIinternalError if the node would be nested deeper than kMaxClassNesting.
     RtiFedClassNode(Handle handle, std::string name, Node *parent)
-        : RtiFedElement(std::move(name)), _theHandle(handle), _parentHandle(parent ? parent->getHandle() : Handle(0)),
-          _parent(parent), _level(levelBelow(parent)) {
+        : RtiFedElement(std::move(name)), _parent(parent), _theHandle(handle),
+          _parentHandle(parent ? parent->getHandle() : Handle(0)), _level(levelBelow(parent)) {
         if (_level > kMaxClassNesting)
             rtiFedRaise<RTI::RTIinternalError>("the class ", getName(), " is nested deeper than ",
                                                toString(kMaxClassNesting), " levels");
@@ -67,18 +66,26 @@ protected:
     /// changed.
     Node *adopt(std::unique_ptr<Node> subclass) {
         Node *node = subclass.get();
-        _owned.push_back(std::move(subclass));
+        Owned &owned = theOwned();
+        owned.nodes.push_back(std::move(subclass));
         try {
-            _subclasses.insert(node->getHandle(), node);
+            owned.byHandle.insert(node->getHandle(), node);
         } catch (...) {
-            _owned.pop_back();
+            owned.nodes.pop_back();
             throw;
         }
         return node;
     }
 
-    bool memberExists(std::string_view name) const { return _members.find(name) != nullptr; }
-    bool memberIsInherited(std::string_view name) const {
+    unsigned long numSubclasses() const { return _owned ? static_cast<unsigned long>(_owned->byHandle.size()) : 0; }
+    /// The subclass of a handle. If there is none, there is an empty entry for it from now on.
+    Node *subclassOrEmpty(Handle handle) {
+        theOwned().byHandle.insert(handle, nullptr);
+        return *_owned->byHandle.find(handle);
+    }
+
+    bool memberExists(const RtiFedName &name) const { return _members.find(name) != nullptr; }
+    bool memberIsInherited(const RtiFedName &name) const {
         for (const RtiFedClassNode *node = _parent; node; node = node->_parent)
             if (node->memberExists(name))
                 return true;
@@ -87,9 +94,7 @@ protected:
 
     unsigned long sharedChecksum() const {
         unsigned long checksum = checksumOf(getName()) ^ checksumOf(_theHandle) ^ _members.checksum();
-        for (const auto &[handle, subclass] : _subclasses)
-            if (subclass)
-                checksum ^= subclass->getChecksum();
+        forEachSubclass([&checksum](const Node &subclass) { checksum ^= subclass.getChecksum(); });
         return checksum;
     }
 
@@ -97,12 +102,9 @@ protected:
     void saveShared(RtiBuffer &buffer) const {
         RtiFedElement::save(buffer);
         unsigned long count = 0;
-        for (const auto &[handle, subclass] : _subclasses)
-            count += subclass ? 1 : 0;
+        forEachSubclass([&count](const Node &) { ++count; });
         buffer.put(count);
-        for (const auto &[handle, subclass] : _subclasses)
-            if (subclass)
-                buffer.put(*subclass);
+        forEachSubclass([&buffer](const Node &subclass) { buffer.put(subclass); });
         _members.save(buffer);
         _childrenClasses.save(buffer);
     }
@@ -113,12 +115,11 @@ protected:
         _level = level;
         _parent = nullptr;
         RtiFedElement::restore(buffer);
-        _subclasses.clear();
-        _owned.clear();
+        _owned.reset();
         for (unsigned long count = readCount(buffer, Node::_leastImageSize, "subclasses"); count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
             const auto *subclass = adopt(std::unique_ptr<Node>(new Node(buffer, level + 1)));
-            if (*_subclasses.find(subclass->getHandle()) != subclass)
+            if (*_owned->byHandle.find(subclass->getHandle()) != subclass)
                 refuseImage(byte, "the handle ", toString(subclass->getHandle()._value), " stands twice in the class ",
                             getName());
         }
@@ -131,14 +132,34 @@ protected:
 
     unsigned level() const { return _level; }
 
-    Subclasses _subclasses; // a null entry is one that getSubclass made
+    Node *_parent = nullptr; // beside the members, since most look-ups go on from there
     RtiFedMemberTable<Member> _members;
     RtiFedHandleSet<Handle> _childrenClasses;
     Handle _theHandle;
     Handle _parentHandle;
-    Node *_parent = nullptr;
 
 private:
+    struct Owned {
+        std::vector<std::unique_ptr<Node>> nodes;
+        RtiFedHandleMap<Handle, Node *> byHandle; // with empty entries that getSubclass made
+    };
+
+    Owned &theOwned() {
+        if (!_owned)
+            _owned = std::make_unique<Owned>();
+        return *_owned;
+    }
+
+    /// Calls `visit` with each subclass that is found by its handle, by ascending handle.
+    template <class Visit>
+    void forEachSubclass(Visit visit) const {
+        if (_owned)
+            _owned->byHandle.forEach([&visit](const Handle &, const Node *subclass) {
+                if (subclass)
+                    visit(*subclass);
+            });
+    }
+
     static unsigned levelBelow(const RtiFedClassNode *parent) {
         unsigned level = parent ? parent->_level + 1 : 1; // a node that was restored may have lost its own parent
         unsigned counted = 1;
@@ -147,6 +168,6 @@ private:
         return level < counted ? counted : level;
     }
 
-    std::vector<std::unique_ptr<Node>> _owned;
-    unsigned _level = 1; // bounds every walk down the nodes that this one owns
+    std::unique_ptr<Owned> _owned; // only if there are any: the database owns its nodes itself
+    unsigned _level = 1;           // bounds every walk down the nodes that this one owns
 };

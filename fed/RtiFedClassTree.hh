@@ -27,24 +27,25 @@ public:
         const auto *found = _handleMap.find(handle);
         return found ? found->get() : nullptr;
     }
-    /// By name in any letter case; a name that is not found is tried once more behind the root prefix, whatever it is.
-    Node *find(std::string_view name) const {
-        auto *found = _nameMap.find(name);
-        if (!found)
-            found = _nameMap.find(_rootPrefix, name);
-        return found ? *found : nullptr;
+    Node *find(std::string_view name) const { return find(handleOf(name)); }
+    /// The handle of a class, by its name in any letter case; 0 if there is none. A name that is not found is tried
+    /// once more behind the root prefix, whatever it is.
+    Handle handleOf(std::string_view name) const {
+        const Names found = _nameMap.find(name);
+        const Number exact = isUnderRoot(name) ? _nameMap.find(behindRoot(name)).underRoot : found.alone;
+        return exact != 0 ? exact : found.underRoot;
     }
 
-    /// Owns a class, whose handle must be free, and returns it. Either it is added or, if memory runs out, nothing has
-    /// changed.
+    /// Owns a class, whose handle must be free and not 0, and returns it. Either it is added or, if memory runs out,
+    /// nothing has changed.
     Node *add(std::unique_ptr<Node> node) {
         Node *added = node.get();
-        const bool named = _nameMap.insert(added->getName(), added);
+        const Handle handle = added->getHandle();
+        _handleMap.insert(handle, std::move(node));
         try {
-            _handleMap.insert(added->getHandle(), std::move(node));
+            enterName(added->getName(), handle._value);
         } catch (...) {
-            if (named)
-                _nameMap.erase(added->getName());
+            _handleMap.erase(handle);
             throw;
         }
         return added;
@@ -52,29 +53,29 @@ public:
 
     unsigned long checksum() const {
         unsigned long checksum = 0;
-        for (const auto &[handle, node] : _handleMap)
-            checksum ^= node->getChecksum();
+        forEach([&checksum](const Node &node) { checksum ^= node.getChecksum(); });
         return checksum;
     }
 
     /// The image: how many there are, then each in the order of the upper-cased names.
     void save(RtiBuffer &buffer) const {
-        buffer.put(static_cast<unsigned long>(_nameMap.size()));
-        for (const auto &[name, node] : _nameMap)
-            buffer.put(*node);
+        buffer.put(static_cast<unsigned long>(_numNames));
+        forEachByName([&buffer](const Node &node) { buffer.put(node); });
     }
     /// Frees what the tree owned, reads the classes, and links each to its parent. A parent that is not there leaves
     /// its class without one. Throws RTI::RTIinternalError for names, handles or links that no sound tree has.
-    /// `classes` is what they are called there; `check` is called for each class, with the byte where it begins, and
-    /// may refuse more.
-    template <class Check>
-    void restore(RtiBuffer &buffer, const char *classes, Check check) {
+    /// `classes` is what they are called there. Returns each class with the byte where it begins, in the order read.
+    std::vector<std::pair<Node *, std::size_t>> restore(RtiBuffer &buffer, const char *classes) {
         clear();
+        unsigned long count = readCount(buffer, Node::_leastImageSize, classes);
+        _nameMap.reserve(count);
+        _handleMap.reserve(count);
         std::vector<std::pair<Node *, std::size_t>> read;
-        for (unsigned long count = readCount(buffer, Node::_leastImageSize, classes); count > 0; --count) {
+        read.reserve(count);
+        for (; count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
             auto node = std::make_unique<Node>(buffer);
-            if (_nameMap.find(node->getName()))
+            if (isNamed(node->getName()))
                 refuseImage(byte, "the class name ", node->getName(), " stands twice");
             if (node->getHandle() == 0 || find(node->getHandle()))
                 refuseImage(byte, "the handle of the class ", node->getName(), " is 0 or stands twice");
@@ -90,12 +91,12 @@ public:
                     refuseImage(at, "the handle of the class ", owned.getName(), " is 0 or stands twice");
             });
         }
-        for (const auto &[node, byte] : read)
-            check(*node, byte);
+        return read;
     }
 
     void clear() {
         _nameMap.clear();
+        _numNames = 0;
         _handleMap.clear();
     }
 
@@ -103,8 +104,7 @@ public:
 
     std::set<Handle> handles() const {
         std::set<Handle> all;
-        for (const auto &[handle, node] : _handleMap)
-            all.insert(all.end(), handle);
+        _handleMap.forEach([&all](const Handle &handle, const auto &) { all.insert(all.end(), handle); });
         return all;
     }
 
@@ -132,13 +132,70 @@ public:
             visit(*node);
     }
 
-    std::size_t numNames() const { return _nameMap.size(); }
+    std::size_t numNames() const { return _numNames; }
     std::size_t numHandles() const { return _handleMap.size(); }
-    /// Pairs of handle and owned class, by ascending handle.
-    auto begin() const { return _handleMap.begin(); }
-    auto end() const { return _handleMap.end(); }
+
+    /// Calls `visit` with each class, by ascending handle.
+    template <class Visit>
+    void forEach(Visit visit) const {
+        _handleMap.forEach([&visit](const Handle &, const std::unique_ptr<Node> &node) { visit(*node); });
+    }
 
 private:
+    using Number = decltype(Handle::_value);
+
+    /// The classes whose full name is `key`, and the root prefix and `key`; 0 for none. Nearly all names begin with the
+    /// prefix. Without it they are shorter, and one look-up answers for a name both as it stands and behind the prefix.
+    struct Names {
+        Number alone = 0;
+        Number underRoot = 0;
+    };
+
+    bool isUnderRoot(std::string_view name) const {
+        return RtiFedName::equal(name.substr(0, _rootPrefix.size()), _rootPrefix);
+    }
+    std::string_view behindRoot(std::string_view name) const { return name.substr(_rootPrefix.size()); }
+
+    bool isNamed(std::string_view name) const {
+        return isUnderRoot(name) ? _nameMap.find(behindRoot(name)).underRoot != 0 : _nameMap.find(name).alone != 0;
+    }
+    /// Enters the full name of a class; one that is taken stays as it is.
+    void enterName(std::string_view name, Number handle) {
+        const bool underRoot = isUnderRoot(name);
+        const RtiFedName key = underRoot ? behindRoot(name) : name;
+        Names names = _nameMap.find(key);
+        Number &place = underRoot ? names.underRoot : names.alone;
+        if (place != 0)
+            return;
+        place = handle;
+        if (!_nameMap.insert(key, names))
+            _nameMap.replace(key, names);
+        ++_numNames;
+    }
+
+    /// Calls `visit` with each class that is found by its name, in the order of the upper-cased full names.
+    template <class Visit>
+    void forEachByName(Visit visit) const {
+        const std::string prefix = RtiStringUtility::toupper(_rootPrefix);
+        std::vector<std::pair<std::string_view, Number>> alone, underRoot;
+        for (const auto &[key, names] : _nameMap.sorted()) {
+            if (names.alone != 0)
+                alone.emplace_back(key, names.alone);
+            if (names.underRoot != 0)
+                underRoot.emplace_back(key, names.underRoot);
+        }
+        // No name of the first kind begins with the prefix, so its place among the others is that of the prefix.
+        const auto split =
+            std::find_if(alone.begin(), alone.end(), [&](const auto &name) { return name.first > prefix; });
+        const auto visitAll = [&](auto from, auto to) {
+            for (; from != to; ++from)
+                visit(*find(Handle(from->second)));
+        };
+        visitAll(alone.begin(), split);
+        visitAll(underRoot.begin(), underRoot.end());
+        visitAll(split, alone.end());
+    }
+
     /// Refuses a class in a circle or too deep, and one that is not the child of its parent or the parent of its
     /// children.
     void checkLinks(const Node &node, std::size_t byte) const {
@@ -158,6 +215,7 @@ private:
     }
 
     std::string_view _rootPrefix;
-    RtiFedNameMap<Node *> _nameMap;
+    RtiFedNameMap<Names> _nameMap;
+    std::size_t _numNames = 0;
     RtiFedHandleMap<Handle, std::unique_ptr<Node>> _handleMap;
 };

@@ -19,8 +19,8 @@ constexpr const char *kNotFound = " not found in FED file.";
 /// A transportation or ordering: its handle, its name, and the short form that is accepted beside it.
 struct FixedName {
     unsigned long handle;
-    const char *name;
-    const char *shortName;
+    std::string_view name;
+    std::string_view shortName;
 };
 
 constexpr FixedName kTransportations[] = {{2, "RTI_RELIABLE", "RELIABLE"}, {1, "RTI_BEST_EFFORT", "BEST_EFFORT"}};
@@ -28,9 +28,8 @@ constexpr FixedName kOrderings[] = {{2, "RTI_TIME_STAMP_ORDERING", "TIMESTAMP"},
                                     {1, "RTI_RECEIVE_ORDERING", "RECEIVE"}};
 
 const FixedName *findFixed(const FixedName (&names)[2], std::string_view name) {
-    const std::string upper = RtiStringUtility::toupper(name);
     for (const FixedName &fixed : names)
-        if (upper == fixed.name || upper == fixed.shortName)
+        if (RtiFedName::equal(name, fixed.name) || RtiFedName::equal(name, fixed.shortName))
             return &fixed;
     return nullptr;
 }
@@ -186,7 +185,7 @@ void RtiFedDatabase::addObjectClassAttribute(RtiFedObjectClass *objectClass, std
     if (!objectClass)
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 523: ");
     const RtiAttributeHandle handle = createAttributeHandle();
-    _attributeObjectClassMap.insert(handle, objectClass->getHandle());
+    _attributeObjectClassMap.insert(handle, objectClass->getHandle()._value);
     try {
         objectClass->addAttribute(handle, std::move(name), transportation, ordering, space);
     } catch (...) {
@@ -257,9 +256,9 @@ void RtiFedDatabase::setMomDefaultSpace() {
 
 void RtiFedDatabase::setMomDefaultSpaceForAttributes(const RtiFedObjectClass *objectClass, RtiSpaceHandle space) {
     _objectClasses.forEachDerived(objectClass, [space](const RtiFedObjectClass &derived) {
-        for (unsigned long i = 0; i < derived.getNumberOfAttributes(); ++i)
-            if (derived.getAttribute(i)->getSpace() == 0)
-                derived.getAttribute(i)->setSpace(space);
+        for (RtiFedAttribute &attribute : derived.members())
+            if (attribute.getSpace() == 0)
+                attribute.setSpace(space);
     });
 }
 
@@ -308,13 +307,13 @@ RTI_bool RtiFedDatabase::save(RtiBuffer &buffer) const {
     _objectClasses.save(buffer);
     _interactionClasses.save(buffer);
     buffer.put(numSpaces());
-    for (const auto &[name, space] : _spaceNameMap)
+    for (const auto &[name, space] : _spaceNameMap.sorted())
         buffer.put(*space);
     buffer.put(static_cast<unsigned long>(_attributeObjectClassMap.size()));
-    for (const auto &[attribute, objectClass] : _attributeObjectClassMap) {
+    _attributeObjectClassMap.forEach([&buffer](const RtiAttributeHandle &attribute, unsigned long objectClass) {
         buffer.put(attribute);
-        buffer.put(objectClass);
-    }
+        buffer.put(RtiObjectClassHandle(objectClass));
+    });
     visitCounters(*this, [&buffer](const RtiSaveableType &counter) { buffer.put(counter); });
     RtiStringUtility::putString(_fileName, buffer);
     return RTI_true;
@@ -334,39 +333,69 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
     _fedName = RtiStringUtility::getString(buffer);
     _fedVersion = RtiStringUtility::getString(buffer);
 
-    RtiFedHandleMap<RtiAttributeHandle, RtiObjectClassHandle> attributes; // by those that declare them
+    AttributeClasses declared = restoreObjectClasses(buffer);
+    const RtiParameterHandle greatestParameter = restoreInteractionClasses(buffer);
+    restoreSpaces(buffer);
+    const RtiAttributeHandle greatestAttribute = declared.greatest();
+    restoreAttributeClasses(buffer, std::move(declared));
+
+    const std::size_t byte = imageByte(buffer);
+    visitCounters(*this, [&buffer](RtiSaveableType &counter) { buffer.get(counter); });
+    if (_nextSpaceHandle < _spaceHandleMap.greatest() || _nextObjectClassHandle < _objectClasses.greatest() ||
+        _nextAttributeHandle < greatestAttribute || _nextInteractionClassHandle < _interactionClasses.greatest() ||
+        _nextParameterHandle < greatestParameter)
+        refuseImage(byte, "a counter is below 0 or a handle that was handed out");
+    _fileName = RtiStringUtility::getString(buffer);
+}
+
+/// Returns the classes that declare the attributes.
+RtiFedDatabase::AttributeClasses RtiFedDatabase::restoreObjectClasses(RtiBuffer &buffer) {
+    AttributeClasses declared;
     struct Below {
-        std::size_t numClasses = 0;
         std::size_t byte = 0; // where the class itself begins
+        std::size_t numClasses = 0;
+        bool operator==(const Below &other) const { return byte == other.byte; }
     };
-    std::unordered_map<const RtiFedObjectClass *, Below> below;
-    _objectClasses.restore(buffer, "object classes", [&](const RtiFedObjectClass &node, std::size_t byte) {
-        below[&node].byte = byte;
-        for (const RtiFedObjectClass *above = node.getParentClass(); above; above = above->getParentClass()) {
-            ++below[above].numClasses;
-            if (!above->hasDerrivedClass(node.getHandle()))
-                refuseImage(byte, "the class ", node.getName(), " is no descendant of ", above->getName(), " above it");
+    const auto read = _objectClasses.restore(buffer, "object classes");
+    RtiFedHandleMap<RtiObjectClassHandle, Below> below;
+    below.reserve(read.size());
+    for (const auto &[node, byte] : read)
+        below.insert(node->getHandle(), {byte});
+    for (const auto &[node, byte] : read) {
+        for (const RtiFedObjectClass *above = node->getParentClass(); above; above = above->getParentClass()) {
+            ++below.find(above->getHandle())->numClasses;
+            if (!above->hasDerrivedClass(node->getHandle()))
+                refuseImage(byte, "the class ", node->getName(), " is no descendant of ", above->getName(),
+                            " above it");
         }
-        for (const auto &attribute : node.members())
-            if (attribute->getHandle() == 0 || !attributes.insert(attribute->getHandle(), node.getHandle()))
-                refuseImage(byte, "an attribute handle of the class ", node.getName(), " is 0 or stands twice");
-    });
+        for (const RtiFedAttribute &attribute : node->members())
+            if (attribute.getHandle() == 0 || !declared.insert(attribute.getHandle(), node->getHandle()._value))
+                refuseImage(byte, "an attribute handle of the class ", node->getName(), " is 0 or stands twice");
+    }
     // With all that stand below a class among its descendants, an equal number says that there are no others.
-    for (const auto &[handle, node] : _objectClasses)
-        if (node->descendants().size() != below[node.get()].numClasses)
-            refuseImage(below[node.get()].byte, "not all descendants of the class ", node->getName(), " are below it");
+    _objectClasses.forEach([&](const RtiFedObjectClass &node) {
+        const Below &found = *below.find(node.getHandle());
+        if (node.descendants().size() != found.numClasses)
+            refuseImage(found.byte, "not all descendants of the class ", node.getName(), " are below it");
+    });
+    return declared;
+}
+
+/// Returns the greatest parameter handle, 0 if there is none.
+RtiParameterHandle RtiFedDatabase::restoreInteractionClasses(RtiBuffer &buffer) {
     std::vector<std::pair<unsigned long, std::size_t>> parameters; // and the byte where their class begins
-    _interactionClasses.restore(buffer, "interaction classes",
-                                [&](const RtiFedInteractionClass &node, std::size_t byte) {
-                                    for (const auto &parameter : node.members())
-                                        parameters.emplace_back(parameter->getHandle()._value, byte);
-                                });
+    for (const auto &[node, byte] : _interactionClasses.restore(buffer, "interaction classes"))
+        for (const RtiFedParameter &parameter : node->members())
+            parameters.emplace_back(parameter.getHandle()._value, byte);
     std::sort(parameters.begin(), parameters.end());
     for (std::size_t i = 0; i < parameters.size(); ++i)
         if (parameters[i].first == (i > 0 ? parameters[i - 1].first : 0))
             refuseImage(parameters[i].second, "the parameter handle ", toString(parameters[i].first),
                         " of the class that begins here is 0 or stands twice");
+    return parameters.empty() ? 0 : parameters.back().first;
+}
 
+void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
     for (unsigned long count = readCount(buffer, RtiFedSpace::_leastImageSize, "spaces"); count > 0; --count) {
         const std::size_t byte = imageByte(buffer);
         auto space = std::make_unique<RtiFedSpace>(buffer);
@@ -376,29 +405,27 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
             refuseImage(byte, "the space name ", space->getName(), " stands twice");
         own(std::move(space));
     }
+}
 
-    RtiAttributeHandle last = 0;
-    for (unsigned long count = readCount(buffer, 8, "pairs of attribute and class"); count > 0; --count) {
+void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses declared) {
+    unsigned long count = readCount(buffer, 8, "pairs of attribute and class");
+    const bool all = count == declared.size(); // a host may have declared some past the database
+    for (RtiAttributeHandle last = 0; count > 0; --count) {
         const std::size_t byte = imageByte(buffer);
         RtiAttributeHandle attribute;
         RtiObjectClassHandle objectClass;
         buffer.get(attribute);
         buffer.get(objectClass);
-        const RtiObjectClassHandle *declaring = attributes.find(attribute);
-        if (!(last < attribute) || !declaring || *declaring != objectClass)
+        const unsigned long *declaring = declared.find(attribute);
+        if (!(last < attribute) || !declaring || objectClass != *declaring)
             refuseImage(byte, "the attribute handle ", toString(attribute._value),
                         " is out of order, or not declared by the class ", toString(objectClass._value));
-        _attributeObjectClassMap.insert(attribute, objectClass);
+        if (!all)
+            _attributeObjectClassMap.insert(attribute, objectClass._value);
         last = attribute;
     }
-
-    const std::size_t byte = imageByte(buffer);
-    visitCounters(*this, [&buffer](RtiSaveableType &counter) { buffer.get(counter); });
-    if (_nextSpaceHandle < _spaceHandleMap.greatest() || _nextObjectClassHandle < _objectClasses.greatest() ||
-        _nextAttributeHandle < attributes.greatest() || _nextInteractionClassHandle < _interactionClasses.greatest() ||
-        _nextParameterHandle < (parameters.empty() ? 0 : parameters.back().first))
-        refuseImage(byte, "a counter is below 0 or a handle that was handed out");
-    _fileName = RtiStringUtility::getString(buffer);
+    if (all)
+        _attributeObjectClassMap = std::move(declared);
 }
 
 void RtiFedDatabase::clear() {
@@ -421,7 +448,7 @@ void RtiFedDatabase::diff(RtiBuffer &buffer, std::ostream &os) const {
 unsigned long RtiFedDatabase::getChecksum() const {
     unsigned long checksum =
         checksumOf(_fedName) ^ checksumOf(_fedVersion) ^ _objectClasses.checksum() ^ _interactionClasses.checksum();
-    for (const auto &[name, space] : _spaceNameMap)
+    for (const auto &[name, space] : _spaceNameMap.sorted())
         checksum ^= space->getChecksum();
     return checksum;
 }
@@ -431,38 +458,36 @@ void RtiFedDatabase::dumpDatabase(std::ostream *os) const {
         << "Federation:  " + _fedName + "\n"
         << "Version: " + _fedVersion + "\n"
         << "Routing Space List:\n";
-    for (const auto &[handle, space] : _spaceHandleMap) {
+    _spaceHandleMap.forEach([&](const RtiSpaceHandle &handle, const auto &space) {
         *os << "  " + getRoutingSpaceName(handle) + " (HANDLE = " + toString(handle._value) + ") \n";
         for (unsigned long i = 0; i < space->getNumberOfDimensions(); ++i) {
             const RtiFedDimension &dimension = *space->getDimension(i);
             *os << "    " + dimension.getName() + " (HANDLE = " + toString(dimension.getHandle()._value) + ") \n";
         }
-    }
+    });
     // Readers of the listing rely on its odd shape: parentheses that stay open, and blanks that differ between the
     // kinds.
     *os << "\nObject Class Name List:\n";
-    for (const auto &[handle, objectClass] : _objectClasses) {
-        *os << "  " + getObjectClassName(handle) + " (HANDLE = " + toString(handle._value) + ") \n";
-        for (unsigned long i = 0; i < objectClass->getNumberOfAttributes(); ++i) {
-            const RtiFedAttribute &attribute = *objectClass->getAttribute(i);
+    _objectClasses.forEach([&](const RtiFedObjectClass &objectClass) {
+        *os << "  " + objectClass.getName() + " (HANDLE = " + toString(objectClass.getHandle()._value) + ") \n";
+        for (const RtiFedAttribute &attribute : objectClass.members())
             *os << "    " + attribute.getName() + " (HANDLE = " + toString(attribute.getHandle()._value) + ")  " +
                        getTransportationName(attribute.getTransport()) + "  " +
                        getOrderingName(attribute.getOrdering()) + "  " +
                        (attribute.getSpace() == 0 ? "(spaceHandle= 0"
                                                   : "(space= " + getRoutingSpaceName(attribute.getSpace())) +
                        "\n";
-        }
-    }
+    });
     *os << "\nInteractions List:\n";
-    for (const auto &[handle, interactionClass] : _interactionClasses) {
-        const RtiSpaceHandle space = interactionClass->getDefaultSpace();
-        *os << "  " + getInteractionClassName(handle) + "   (HANDLE = " + toString(handle._value) + ") " +
-                   getTransportationName(interactionClass->getDefaultTransport()) + "  " +
-                   getOrderingName(interactionClass->getDefaultOrdering()) + "  " +
+    _interactionClasses.forEach([&](const RtiFedInteractionClass &interactionClass) {
+        const RtiSpaceHandle space = interactionClass.getDefaultSpace();
+        *os << "  " + interactionClass.getName() + "   (HANDLE = " + toString(interactionClass.getHandle()._value) +
+                   ") " + getTransportationName(interactionClass.getDefaultTransport()) + "  " +
+                   getOrderingName(interactionClass.getDefaultOrdering()) + "  " +
                    (space == 0 ? "" : "(Space= " + getRoutingSpaceName(space)) + "\n";
-        for (unsigned long i = 0; i < interactionClass->getNumberOfParameters(); ++i)
-            *os << "    " + interactionClass->getParameter(i)->getName() + "\n";
-    }
+        for (const RtiFedParameter &parameter : interactionClass.members())
+            *os << "    " + parameter.getName() + "\n";
+    });
 }
 
 // ---- Names and handles
@@ -472,7 +497,7 @@ RTI_bool RtiFedDatabase::objectClassExists(RtiObjectClassHandle handle) const {
 }
 
 RTI_bool RtiFedDatabase::objectClassExists(std::string_view name) const {
-    return _objectClasses.find(name) != nullptr;
+    return _objectClasses.handleOf(name) != 0;
 }
 
 RTI_bool RtiFedDatabase::interactionClassExists(RtiInteractionClassHandle handle) const {
@@ -480,7 +505,7 @@ RTI_bool RtiFedDatabase::interactionClassExists(RtiInteractionClassHandle handle
 }
 
 RTI_bool RtiFedDatabase::interactionClassExists(std::string_view name) const {
-    return _interactionClasses.find(name) != nullptr;
+    return _interactionClasses.handleOf(name) != 0;
 }
 
 RtiFedSpace *RtiFedDatabase::find(RtiSpaceHandle handle) const {
@@ -497,8 +522,9 @@ RtiFedObjectClass *RtiFedDatabase::find(RtiObjectClassHandle handle) const {
 }
 
 RtiObjectClassHandle RtiFedDatabase::getObjectClassHandle(std::string_view name) const {
-    if (const RtiFedObjectClass *objectClass = _objectClasses.find(name))
-        return objectClass->getHandle();
+    const RtiObjectClassHandle handle = _objectClasses.handleOf(name);
+    if (handle != 0)
+        return handle;
     rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1342: Object Class Name: ", name, kNotFound);
 }
 
@@ -512,10 +538,11 @@ RtiAttributeHandle RtiFedDatabase::getAttributeHandle(std::string_view name, Rti
     const RtiFedObjectClass *declaring = find(objectClass);
     if (!declaring)
         rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 1397: ");
+    const RtiFedName hashed(name);
     for (; declaring; declaring = declaring->getParentClass()) {
-        const RtiAttributeHandle handle = declaring->getAttributeHandle(name);
-        if (handle != 0)
-            return handle;
+        const RtiFedAttribute *attribute = declaring->members().find(hashed);
+        if (attribute && attribute->getHandle() != 0)
+            return attribute->getHandle();
     }
     rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1410: Attribute Name: ", name,
                                    " of Object Class: ", toString(objectClass._value), kNotFound);
@@ -534,8 +561,9 @@ std::string RtiFedDatabase::getAttributeName(RtiAttributeHandle handle, RtiObjec
 }
 
 RtiInteractionClassHandle RtiFedDatabase::getInteractionClassHandle(std::string_view name) const {
-    if (const RtiFedInteractionClass *interactionClass = _interactionClasses.find(name))
-        return interactionClass->getHandle();
+    const RtiInteractionClassHandle handle = _interactionClasses.handleOf(name);
+    if (handle != 0)
+        return handle;
     rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1504: Interaction Class Name: ", name, kNotFound);
 }
 
@@ -550,8 +578,9 @@ RtiParameterHandle RtiFedDatabase::getParameterHandle(std::string_view name,
     const RtiFedInteractionClass *declaring = find(interactionClass);
     if (!declaring)
         rtiFedRaise<RTI::InteractionClassNotDefined>("\"RtiFedDatabase\", line 1562: ");
+    const RtiFedName hashed(name);
     for (; declaring; declaring = find(declaring->getParentClassHandle()))
-        if (const RtiFedParameter *parameter = declaring->findParameter(name))
+        if (const RtiFedParameter *parameter = declaring->members().find(hashed))
             return parameter->getHandle();
     rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1579: Parameter Name: ", name,
                                    " of Interaction Class: ", toString(interactionClass._value), kNotFound);
@@ -569,8 +598,8 @@ std::string RtiFedDatabase::getParameterName(RtiParameterHandle handle,
 }
 
 RtiSpaceHandle RtiFedDatabase::getRoutingSpaceHandle(std::string_view name) const {
-    if (const auto *space = _spaceNameMap.find(name))
-        return (*space)->getHandle();
+    if (const RtiFedSpace *space = _spaceNameMap.find(name))
+        return space->getHandle();
     rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1651: Routing Space Name: ", name, kNotFound);
 }
 
@@ -616,7 +645,7 @@ RtiTransportationHandle RtiFedDatabase::getTransportationHandle(std::string_view
 
 std::string RtiFedDatabase::getTransportationName(RtiTransportationHandle handle) const {
     if (const FixedName *transportation = findFixed(kTransportations, handle._value))
-        return transportation->name;
+        return std::string(transportation->name);
     rtiFedRaise<RTI::InvalidTransportationHandle>("\"RtiFedDatabase\", line 1867: ");
 }
 
@@ -628,7 +657,7 @@ RtiOrderingHandle RtiFedDatabase::getOrderingHandle(std::string_view name) const
 
 std::string RtiFedDatabase::getOrderingName(RtiOrderingHandle handle) const {
     if (const FixedName *ordering = findFixed(kOrderings, handle._value))
-        return ordering->name;
+        return std::string(ordering->name);
     rtiFedRaise<RTI::InvalidOrderingHandle>("\"RtiFedDatabase\", line 1932: ");
 }
 
@@ -640,9 +669,10 @@ std::set<RtiObjectClassHandle> RtiFedDatabase::getObjectClassHandleSet() const {
 
 std::set<RtiAttributeHandle> RtiFedDatabase::getAttributeHandleSet() const {
     std::set<RtiAttributeHandle> attributes;
-    for (const auto &[handle, objectClass] : _objectClasses)
-        for (unsigned long i = 0; i < objectClass->getNumberOfAttributes(); ++i)
-            attributes.insert(attributes.end(), objectClass->getAttribute(i)->getHandle());
+    _objectClasses.forEach([&attributes](const RtiFedObjectClass &objectClass) {
+        for (const RtiFedAttribute &attribute : objectClass.members())
+            attributes.insert(attributes.end(), attribute.getHandle());
+    });
     return attributes;
 }
 
@@ -652,8 +682,8 @@ std::set<RtiInteractionClassHandle> RtiFedDatabase::getInteractionClassHandleSet
 
 RtiObjectClassHandle RtiFedDatabase::getRealObjectClassHandle(RtiObjectClassHandle,
                                                               RtiAttributeHandle attribute) const {
-    const RtiObjectClassHandle *declaring = _attributeObjectClassMap.find(attribute);
-    return declaring ? *declaring : RtiObjectClassHandle(0);
+    const unsigned long *declaring = _attributeObjectClassMap.find(attribute);
+    return declaring ? *declaring : 0;
 }
 
 void RtiFedDatabase::getDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
@@ -685,8 +715,8 @@ std::set<RtiParameterHandle>
 RtiFedDatabase::getAvailableInteractionClassHandles(RtiInteractionClassHandle interactionClass) const {
     std::set<RtiParameterHandle> parameters;
     _interactionClasses.forEachAncestor(interactionClass, [&parameters](const RtiFedInteractionClass &node) {
-        for (unsigned long i = 0; i < node.getNumberOfParameters(); ++i)
-            parameters.insert(node.getParameter(i)->getHandle());
+        for (const RtiFedParameter &parameter : node.members())
+            parameters.insert(parameter.getHandle());
     });
     return parameters;
 }
@@ -700,8 +730,8 @@ const RtiFedObjectClass &RtiFedDatabase::defined(const RtiFedObjectClass *object
 template <class Visit>
 void RtiFedDatabase::forEachAvailable(const RtiFedObjectClass &objectClass, Visit visit) const {
     for (const RtiFedObjectClass *node = &objectClass; node; node = find(node->getParentClassHandle()))
-        for (unsigned long i = 0; i < node->getNumberOfAttributes(); ++i)
-            visit(node->getAttribute(i));
+        for (RtiFedAttribute &attribute : node->members())
+            visit(&attribute);
 }
 
 std::set<RtiFedAttribute *> *RtiFedDatabase::getAvailableFedAttributes(const RtiFedObjectClass *objectClass,

@@ -212,9 +212,15 @@ public:
 private:
     static const RtiFedField<RtiFedDatabase> _fields[14];
 
+    using AttributeClasses = RtiFedHandleMap<RtiAttributeHandle, unsigned long>; // the declaring class's handle
+
     void parse(std::FILE *file);
     RtiFedSpace *own(std::unique_ptr<RtiFedSpace> space);
     void restoreContents(RtiBuffer &buffer);
+    AttributeClasses restoreObjectClasses(RtiBuffer &buffer);
+    RtiParameterHandle restoreInteractionClasses(RtiBuffer &buffer);
+    void restoreSpaces(RtiBuffer &buffer);
+    void restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses declared);
     void clear();
     /// Throws RTI::ErrorReadingFED after two lines on the error stream.
     [[noreturn]] void couldNotParse(const char *atFile, const char *atReason, const std::string &reason) const;
@@ -230,7 +236,7 @@ private:
     RtiFedClassTree<RtiFedInteractionClass> _interactionClasses;
     RtiFedNameMap<RtiFedSpace *> _spaceNameMap;
     RtiFedHandleMap<RtiSpaceHandle, std::unique_ptr<RtiFedSpace>> _spaceHandleMap;
-    RtiFedHandleMap<RtiAttributeHandle, RtiObjectClassHandle> _attributeObjectClassMap;
+    AttributeClasses _attributeObjectClassMap;
     // The last handle of each kind that was handed out.
     RtiSpaceHandle _nextSpaceHandle;
     RtiObjectClassHandle _nextObjectClassHandle;

@@ -30,7 +30,3 @@ void RtiFedElement::dump(std::ostream &os) const {
 void RtiFedElement::diff(RtiBuffer &buffer, std::ostream &os) const {
     diffFields(_fields, *this, buffer, os);
 }
-
-const std::string &RtiFedElement::getName() const {
-    return _name;
-}

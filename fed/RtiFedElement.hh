@@ -27,7 +27,7 @@ public:
     void diff(RtiBuffer &buffer, std::ostream &os) const override;
 
     /// The name as declared; the reference sees a later restore.
-    virtual const std::string &getName() const;
+    virtual const std::string &getName() const { return _name; }
 
 protected:
     RtiFedElement() = default;

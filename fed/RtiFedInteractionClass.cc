@@ -10,7 +10,7 @@ const RtiFedField<Node> RtiFedInteractionClass::_fields[] = {
     {"_defaultTransport", [](const Node &c) { return fieldText(c._defaultTransport); }},
     {"_defaultOrdering", [](const Node &c) { return fieldText(c._defaultOrdering); }},
     {"_defaultSpace", [](const Node &c) { return fieldText(c._defaultSpace); }},
-    {"size _subClassHandleToPtrMap", [](const Node &c) { return fieldText(c._subclasses.size()); }},
+    {"size _subClassHandleToPtrMap", [](const Node &c) { return fieldText(c.numSubclasses()); }},
     {"size _parameterHandlePtrMap", [](const Node &c) { return fieldText(c._members.numHandles()); }},
     {"size _parameterNamePtrMap", [](const Node &c) { return fieldText(c._members.numNames()); }},
     {"size _parameterVector", [](const Node &c) { return fieldText(c._members.size()); }},
@@ -46,13 +46,14 @@ RtiFedInteractionClass *RtiFedInteractionClass::addInteractionClass(RtiInteracti
 
 RtiFedParameter *RtiFedInteractionClass::addParameter(RtiParameterHandle handle, std::string name) {
     // The texts say attribute although they concern a parameter: callers compare them.
-    if (parameterExists(name))
+    const RtiFedName hashed(name);
+    if (memberExists(hashed))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 413:  Duplicate attribute ", name,
                                           " in interaction class ", getName());
-    if (parameterIsInherited(name))
+    if (memberIsInherited(hashed))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name,
                                           " in interaction class hierarchy at class ", getName());
-    return _members.add(std::make_unique<RtiFedParameter>(handle, std::move(name)));
+    return _members.add(std::make_unique<RtiFedParameter>(handle, std::move(name)), hashed);
 }
 
 RtiParameterHandle RtiFedInteractionClass::getParameterHandle(std::string_view name) const {

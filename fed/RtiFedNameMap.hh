@@ -1,88 +1,182 @@
 #pragma once
 
-#include "infrastructure/RtiStringUtility.hh"
+#include "fed/RtiFedName.hh"
 
+#include <algorithm>
 #include <cstddef>
-#include <map>
-#include <string>
+#include <cstdint>
+#include <cstring>
+#include <stdexcept>
 #include <string_view>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
-/// A look-up from names to values in any letter case, without a copy of the name that is looked for. Every name map of
-/// the model is one of these, so that this place decides how names are matched and how fast.
+/// A look-up from names to values in any letter case, without a copy of the name that is looked for. `Value` is a small
+/// plain type, and `Value()` means that there is none.
 ///
-/// Iteration is in the order of the upper-cased names, byte by byte; its elements are pairs of key and value.
+/// A hash table. Its buckets are one cache line each, and hold for up to seven entries a part of the hash and the place
+/// of the entry. The entries, each its value, then its name in upper case, follow one another in one block; none moves
+/// or goes. So a look-up reads one line of the buckets and the entry, and nothing else.
 /// Threads: const members on any number of threads at once.
 template <class Value>
 class RtiFedNameMap {
-    /// A name in two pieces, so that a prefix need not be joined with the name behind it.
-    struct Joined {
-        std::string_view head, tail;
-        std::size_t size() const { return head.size() + tail.size(); }
-        char operator[](std::size_t i) const { return i < head.size() ? head[i] : tail[i - head.size()]; }
-    };
-
-    struct Less {
-        using is_transparent = void;
-
-        /// How many bytes at the beginning are the same to the letter, block by block: full class names begin alike.
-        static std::size_t commonBlocks(std::string_view a, std::string_view b) {
-            constexpr std::size_t kBlock = 32;
-            std::size_t i = 0;
-            while (i + kBlock <= a.size() && i + kBlock <= b.size() && a.compare(i, kBlock, b, i, kBlock) == 0)
-                i += kBlock;
-            return i;
-        }
-
-        template <class A, class B>
-        bool operator()(const A &a, const B &b) const {
-            const std::size_t common = a.size() < b.size() ? a.size() : b.size();
-            std::size_t i = 0;
-            if constexpr (!std::is_same_v<A, Joined> && !std::is_same_v<B, Joined>)
-                i = commonBlocks(a, b);
-            for (; i < common; ++i) {
-                const unsigned char x = RtiStringUtility::toupper(a[i]), y = RtiStringUtility::toupper(b[i]);
-                if (x != y)
-                    return x < y;
-            }
-            return a.size() < b.size();
-        }
-    };
-
-    using Map = std::map<std::string, Value, Less>;
+    static_assert(std::is_trivially_copyable_v<Value>);
 
 public:
-    /// The value of a name, or null. The pointer holds until the entry is erased or the map cleared.
-    const Value *find(std::string_view name) const { return valueAt(_map.find(name)); }
-    /// The value of `prefix` followed by `name`, or null.
-    const Value *find(std::string_view prefix, std::string_view name) const {
-        return valueAt(_map.find(Joined{prefix, name}));
-    }
-    /// The value of a name that is given in upper case, or null: here a spelling in any other case is not found.
-    const Value *findUpperCase(std::string_view name) const {
-        for (const char c : name)
-            if (RtiStringUtility::toupper(c) != static_cast<unsigned char>(c))
-                return nullptr;
-        return find(name);
+    /// The value of a name, or Value().
+    Value find(const RtiFedName &name) const {
+        const std::uint32_t *place = placeOf(name);
+        return place ? headAt(*place).value : Value();
     }
 
-    /// Adds an entry and returns true; a name that is taken keeps its value, and false is returned.
-    bool insert(std::string_view name, Value value) { return _map.emplace(name, std::move(value)).second; }
-    void erase(std::string_view name) {
-        const auto place = _map.find(name);
-        if (place != _map.end())
-            _map.erase(place);
+    /// Adds an entry and returns true; a name that is taken keeps its value, and false is returned. If memory runs out,
+    /// nothing has changed.
+    bool insert(const RtiFedName &name, Value value) {
+        if (placeOf(name))
+            return false;
+        if ((_size + 1) > _buckets.size() * kFill)
+            grow(_buckets.empty() ? 1 : _buckets.size() * 2);
+        const std::uint32_t place = append(name.text(), value);
+        enter(static_cast<std::uint32_t>(name.hash()), tagOf(name), place);
+        ++_size;
+        return true;
     }
-    void clear() { _map.clear(); }
 
-    std::size_t size() const { return _map.size(); }
-    auto begin() const { return _map.begin(); }
-    auto end() const { return _map.end(); }
+    /// Gives a name that is there another value.
+    void replace(const RtiFedName &name, Value value) {
+        Head head = headAt(*placeOf(name));
+        head.value = value;
+        std::memcpy(&_block[*placeOf(name)], &head, sizeof head);
+    }
+
+    /// Takes the memory for so many names, but not for their letters.
+    void reserve(std::size_t size) {
+        std::size_t buckets = _buckets.empty() ? 1 : _buckets.size();
+        while (size > buckets * kFill)
+            buckets *= 2;
+        if (buckets > _buckets.size())
+            grow(buckets);
+    }
+
+    void clear() { *this = RtiFedNameMap(); }
+
+    std::size_t size() const { return _size; }
+
+    /// Pairs of each name in upper case and its value, in the order of the names, byte by byte. The names are part of
+    /// the map.
+    std::vector<std::pair<std::string_view, Value>> sorted() const {
+        std::vector<std::pair<std::string_view, Value>> all;
+        all.reserve(_size);
+        for (std::size_t place = 0; place < _block.size();) {
+            const Head head = headAt(place);
+            all.emplace_back(std::string_view(textAt(place), head.size), head.value);
+            place += wordsOf(head.size);
+        }
+        std::sort(all.begin(), all.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+        return all;
+    }
 
 private:
-    const Value *valueAt(typename Map::const_iterator place) const {
-        return place == _map.end() ? nullptr : &place->second;
+    struct Head {
+        Value value;
+        std::uint32_t size; // of the name behind it
+    };
+    using Word = std::uint64_t;
+    static constexpr std::size_t kHeadWords = (sizeof(Head) + sizeof(Word) - 1) / sizeof(Word);
+    static constexpr std::size_t kSlots = 7; // of a bucket
+    static constexpr std::size_t kFill = 5;  // of these, on average, before the table grows
+    static constexpr Word kOnes = 0x0101010101010101U;
+
+    struct Slot {
+        std::uint32_t hash;
+        std::uint32_t place; // of the entry in the block
+    };
+    struct alignas(64) Bucket {
+        Word tags = 0; // a byte for each slot, 0 if it is free; the lowest is 1 if an entry went on to the next bucket
+        Slot slots[kSlots];
+    };
+    static_assert(sizeof(Bucket) == 64);
+
+    static constexpr Word kWentOn = 1;
+
+    static Word tagOf(const RtiFedName &name) { return name.hash() >> 56 | 0x80; }
+    static std::size_t wordsOf(std::size_t size) { return kHeadWords + (size + sizeof(Word) - 1) / sizeof(Word); }
+
+    Head headAt(std::size_t place) const {
+        Head head;
+        std::memcpy(static_cast<void *>(&head), &_block[place], sizeof head);
+        return head;
+    }
+    const char *textAt(std::size_t place) const { return reinterpret_cast<const char *>(&_block[place + kHeadWords]); }
+
+    const std::uint32_t *placeOf(const RtiFedName &name) const {
+        const auto hash = static_cast<std::uint32_t>(name.hash());
+        const Word wanted = tagOf(name) * kOnes;
+        const std::size_t mask = _buckets.size() - 1;
+        for (std::size_t i = 0; i < _buckets.size(); ++i) {
+            const Bucket &bucket = _buckets[(hash + i) & mask];
+            const Word differ = bucket.tags ^ wanted;
+            // The bytes that are equal; and perhaps some that are not, which the comparison sorts out.
+            for (Word found = (differ - kOnes) & ~differ & 0x80 * kOnes & ~Word(0xFF); found; found &= found - 1) {
+                const Slot &slot = bucket.slots[lowestByte(found) - 1];
+                if (slot.hash == hash && isAt(slot.place, name.text()))
+                    return &slot.place;
+            }
+            if (!(bucket.tags & kWentOn))
+                return nullptr;
+        }
+        return nullptr;
     }
 
-    Map _map;
+    static int lowestByte(Word word) { return __builtin_ctzll(word) / 8; }
+
+    bool isAt(std::size_t place, std::string_view name) const {
+        return headAt(place).size == name.size() && RtiFedName::equalUpper(name.data(), textAt(place), name.size());
+    }
+
+    /// Appends an entry to the block and returns its place.
+    std::uint32_t append(std::string_view name, Value value) {
+        const std::size_t place = _block.size();
+        const std::size_t end = place + wordsOf(name.size());
+        if (end > UINT32_MAX)
+            throw std::length_error("the names of one look-up take more than 32 GiB");
+        if (end > _block.capacity())
+            _block.reserve(std::max(end, _block.capacity() + _block.capacity() / 2));
+        _block.resize(end);
+        const Head head{value, static_cast<std::uint32_t>(name.size())};
+        std::memcpy(&_block[place], &head, sizeof head);
+        RtiFedName::putUpper(name, reinterpret_cast<char *>(&_block[place] + kHeadWords));
+        return static_cast<std::uint32_t>(place);
+    }
+
+    /// Enters a place into the first bucket with a free slot, from that of the hash.
+    void enter(std::uint32_t hash, Word tag, std::uint32_t place) {
+        const std::size_t mask = _buckets.size() - 1;
+        for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+            Bucket &bucket = _buckets[at];
+            for (std::size_t i = 0; i < kSlots; ++i) {
+                const std::size_t shift = 8 * (i + 1);
+                if ((bucket.tags >> shift & 0xFF) == 0) {
+                    bucket.tags |= tag << shift;
+                    bucket.slots[i] = {hash, place};
+                    return;
+                }
+            }
+            bucket.tags |= kWentOn;
+        }
+    }
+
+    void grow(std::size_t numBuckets) {
+        std::vector<Bucket> old(numBuckets);
+        old.swap(_buckets);
+        for (const Bucket &bucket : old)
+            for (std::size_t i = 0; i < kSlots; ++i)
+                if (const Word tag = bucket.tags >> 8 * (i + 1) & 0xFF)
+                    enter(bucket.slots[i].hash, tag, bucket.slots[i].place);
+    }
+
+    std::vector<Bucket> _buckets; // a power of two, or none
+    std::vector<Word> _block;
+    std::size_t _size = 0;
 };

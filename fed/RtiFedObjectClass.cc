@@ -7,7 +7,7 @@ using Node = RtiFedObjectClass;
 const RtiFedField<Node> RtiFedObjectClass::_fields[] = {
     {"_theHandle", [](const Node &c) { return fieldText(c._theHandle); }},
     {"_parentObjectClassHandle", [](const Node &c) { return fieldText(c._parentHandle); }},
-    {"size _subClassHandleToPtrMap", [](const Node &c) { return fieldText(c._subclasses.size()); }},
+    {"size _subClassHandleToPtrMap", [](const Node &c) { return fieldText(c.numSubclasses()); }},
     {"size _attributeNameMap", [](const Node &c) { return fieldText(c._members.numNames()); }},
     {"size _attributeHandleMap", [](const Node &c) { return fieldText(c._members.numHandles()); }},
     {"size _attributeVector", [](const Node &c) { return fieldText(c._members.size()); }},
@@ -30,13 +30,14 @@ RtiFedObjectClass *RtiFedObjectClass::addObjectClass(RtiObjectClassHandle handle
 RtiFedAttribute *RtiFedObjectClass::addAttribute(RtiAttributeHandle handle, std::string name,
                                                  RtiTransportationHandle transport, RtiOrderingHandle ordering,
                                                  RtiSpaceHandle space) {
-    if (attributeExists(name))
+    const RtiFedName hashed(name);
+    if (memberExists(hashed))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 474:  Duplicate attribute ", name,
                                           " in object class ", getName());
-    if (attributeIsInherited(name))
+    if (memberIsInherited(hashed))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 485:  Duplicate attribute ", name,
                                           " in object class hierarchy at class ", getName());
-    return _members.add(std::make_unique<RtiFedAttribute>(handle, std::move(name), transport, ordering, space));
+    return _members.add(std::make_unique<RtiFedAttribute>(handle, std::move(name), transport, ordering, space), hashed);
 }
 
 void RtiFedObjectClass::addChildClassToAll(RtiObjectClassHandle descendant) {
@@ -73,8 +74,9 @@ RtiAttributeHandle RtiFedObjectClass::getAttributeHandle(std::string_view name) 
 }
 
 RtiAttributeHandle RtiFedObjectClass::getAttributeHandleRecursive(std::string_view name) const {
+    const RtiFedName hashed(name);
     for (const RtiFedObjectClass *node = this; node; node = node->_parent)
-        if (const RtiFedAttribute *attribute = node->_members.find(name))
+        if (const RtiFedAttribute *attribute = node->_members.find(hashed))
             return attribute->getHandle();
     return 0;
 }
@@ -116,15 +118,14 @@ unsigned long RtiFedObjectClass::getNumberOfAttributes() const {
 }
 
 RtiFedObjectClass *RtiFedObjectClass::getSubclass(unsigned long index) {
-    if (index >= _subclasses.size())
+    if (index >= numSubclasses())
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedObjectClass\", line 283: ");
     // The index is a handle, not a place, and a miss leaves an empty entry: callers rely on both.
-    _subclasses.insert(index, nullptr);
-    return *_subclasses.find(index);
+    return subclassOrEmpty(index);
 }
 
 unsigned long RtiFedObjectClass::getNumberOfSubclasses() const {
-    return static_cast<unsigned long>(_subclasses.size());
+    return numSubclasses();
 }
 
 RTI_bool RtiFedObjectClass::hasDerrivedClass(RtiObjectClassHandle handle) const {

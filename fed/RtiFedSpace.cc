@@ -77,8 +77,8 @@ void RtiFedSpace::restore(RtiBuffer &buffer) {
     buffer.get(_theHandle);
     const std::size_t byte = imageByte(buffer);
     buffer.get(_nextDimensionHandle);
-    for (const auto &dimension : _dimensions)
-        if (!(dimension->getHandle() < _nextDimensionHandle))
+    for (const RtiFedDimension &dimension : _dimensions)
+        if (!(dimension.getHandle() < _nextDimensionHandle))
             refuseImage(byte, "the next dimension handle of the space ", getName(), " is taken");
 }
 

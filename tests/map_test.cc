@@ -5,52 +5,75 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <random>
 
 // Both containers against a plain model: std::map, and upper-cased keys for names.
 
+namespace {
+
+/// Short and long names of letters whose case counts, of the bytes beside them, and of others.
+std::string randomName(std::mt19937 &random) {
+    static constexpr char kLetters[] = "aAzZ.[{`@\xE4\xFF";
+    std::string name(random() % 16 ? random() % 4 : random() % 40, ' ');
+    for (char &c : name)
+        c = kLetters[random() % (sizeof kLetters)];
+    return name;
+}
+
+} // namespace
+
+TEST(Name, IsComparedInUpperCase) {
+    std::mt19937 random(5);
+    for (int i = 0; i < 100000; ++i) {
+        const std::string a = randomName(random);
+        std::string b = random() % 2 ? RtiStringUtility::toupper(a) : a;
+        if (!b.empty() && random() % 2)
+            b[random() % b.size()] = static_cast<char>(random());
+        const std::string upperA = RtiStringUtility::toupper(a), upperB = RtiStringUtility::toupper(b);
+        ASSERT_EQ(RtiFedName::equal(a, b), upperA == upperB) << a << " " << b;
+        ASSERT_EQ(RtiFedName::equalUpper(a.data(), upperB.data(), a.size()), upperA == upperB) << a << " " << b;
+        ASSERT_TRUE(upperA != upperB || RtiFedName(a).hash() == RtiFedName(b).hash()) << a;
+    }
+}
+
 TEST(NameMap, AgreesWithAPlainModel) {
     std::mt19937 random(1);
-    const auto randomName = [&random] {
-        static constexpr char kLetters[] = "aAbB.z{`@\xE4";
-        std::string name(random() % 4, ' ');
-        for (char &c : name)
-            c = kLetters[random() % (sizeof kLetters - 1)];
-        return name;
-    };
     RtiFedNameMap<int> map;
     std::map<std::string, int> model;
-    for (int i = 0; i < 20000; ++i) {
-        const std::string name = randomName(), prefix = randomName(), key = RtiStringUtility::toupper(name);
+    for (int i = 1; i < 40000; ++i) {
+        const std::string name = randomName(random), key = RtiStringUtility::toupper(name);
         const auto expected = model.find(key);
-        const int *found = map.find(name);
-        ASSERT_EQ(found != nullptr, expected != model.end()) << name;
-        if (found) {
-            ASSERT_EQ(*found, expected->second);
-        }
-        const auto joined = model.find(RtiStringUtility::toupper(prefix + name));
-        const int *foundJoined = map.find(prefix, name);
-        ASSERT_EQ(foundJoined ? *foundJoined : -1, joined == model.end() ? -1 : joined->second) << prefix << name;
-        ASSERT_EQ(map.findUpperCase(name) != nullptr, model.count(name) == 1) << name;
-        switch (random() % 16) {
-        case 0:
-            map.erase(name);
-            model.erase(key);
-            break;
-        case 1:
-        case 2:
+        ASSERT_EQ(map.find(name), expected == model.end() ? 0 : expected->second) << name;
+        if (i % 4 == 0) {
             ASSERT_EQ(map.insert(name, i), model.emplace(key, i).second);
-            break;
-        default:
-            break;
+        } else if (i % 64 == 1 && expected != model.end()) {
+            map.replace(name, i);
+            expected->second = i;
+        } else if (i == 20000) {
+            map.reserve(3 * map.size());
         }
         ASSERT_EQ(map.size(), model.size());
     }
-    auto expected = model.begin();
-    for (const auto &[name, value] : map)
-        EXPECT_EQ(value, (expected++)->second) << name;
-    EXPECT_EQ(expected, model.end());
+    const auto sorted = map.sorted();
+    EXPECT_TRUE(std::equal(sorted.begin(), sorted.end(), model.begin(), model.end(),
+                           [](const auto &a, const auto &b) { return a.first == b.first && a.second == b.second; }));
+}
+
+// Names that agree in the bits that choose a bucket: those behind the seventh go on to the next ones.
+TEST(NameMap, FindsNamesOfOneBucket) {
+    RtiFedNameMap<int> map;
+    std::vector<std::string> names;
+    for (int i = 0; names.size() < 40; ++i)
+        if (const std::string name = "name" + std::to_string(i); RtiFedName(name).hash() % 1024 == 1023)
+            names.push_back(name);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        EXPECT_TRUE(map.insert(names[i], static_cast<int>(i) + 1));
+    map.reserve(5000);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        EXPECT_EQ(map.find(names[i]), static_cast<int>(i) + 1);
+    EXPECT_EQ(map.find(std::string("name")), 0);
 }
 
 TEST(HandleSet, AgreesWithAPlainModel) {
@@ -75,24 +98,30 @@ TEST(HandleSet, AgreesWithAPlainModel) {
 }
 
 TEST(HandleMap, AgreesWithAPlainModel) {
-    std::mt19937 random(2);
-    RtiFedHandleMap<RtiSpaceHandle, int> map;
-    std::map<long, int> model;
-    for (int i = 0; i < 20000; ++i) {
-        const long handle = static_cast<long>(random() % 2000) - 20;
-        const auto expected = model.find(handle);
-        const int *found = map.find(handle);
-        ASSERT_EQ(found ? *found : -1, expected == model.end() ? -1 : expected->second) << handle;
-        if (i % 8 == 0) {
-            ASSERT_EQ(map.insert(handle, i), model.emplace(handle, i).second);
+    for (const long range : {20L, 2000L, 2000000000L}) {
+        std::mt19937 random(2);
+        RtiFedHandleMap<RtiSpaceHandle, int> map;
+        std::map<long, int> model;
+        for (int i = 0; i < 20000; ++i) {
+            const long handle = static_cast<long>(random() % 4 ? random() % 50 : random() % range) - 9;
+            const auto expected = model.find(handle);
+            const int *found = map.find(handle);
+            ASSERT_EQ(found ? *found : -1, expected == model.end() ? -1 : expected->second) << handle;
+            if (i % 8 == 0) {
+                const int value = static_cast<int>(random() % 3); // 0 marks an empty place inside
+                ASSERT_EQ(map.insert(handle, value), model.emplace(handle, value).second);
+            } else if (i % 32 == 1) {
+                map.erase(handle);
+                model.erase(handle);
+            }
+            ASSERT_EQ(map.size(), model.size());
+            ASSERT_EQ(map.greatest()._value, model.empty() ? 0 : std::max(0L, model.rbegin()->first));
         }
+        auto expected = model.begin();
+        map.forEach([&expected](const RtiSpaceHandle &handle, int value) {
+            EXPECT_EQ(handle._value, expected->first);
+            EXPECT_EQ(value, (expected++)->second);
+        });
+        EXPECT_EQ(expected, model.end());
     }
-    ASSERT_EQ(map.size(), model.size());
-    auto expected = model.begin();
-    for (const auto &[handle, value] : map) {
-        EXPECT_EQ(handle._value, expected->first);
-        EXPECT_EQ(value, (expected++)->second);
-    }
-    map.clear();
-    EXPECT_EQ(map.size(), 0u);
 }
