@@ -11,6 +11,9 @@
 #include <utility>
 #include <vector>
 
+template <class Node>
+class RtiFedClassTree;
+
 /// What the nodes of the two class trees share: the members declared on the class, its subclasses, its children's
 /// handles, and the way to its parent. `Node` is the concrete class.
 ///
@@ -39,6 +42,8 @@ public:
     /// The same, and the members, without a copy.
     const RtiFedHandleSet<Handle> &children() const { return _childrenClasses; }
     const RtiFedMemberTable<Member> &members() const { return _members; }
+    /// Puts the members into an arena that others share, before there are any. It must outlive the node.
+    void shareArena(RtiFedArena &arena) { _members.share(arena); }
 
     /// Calls `visit` for each node that this one owns, at any depth.
     template <class Visit>

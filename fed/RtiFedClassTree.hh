@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fed/RtiFedArena.hh"
 #include "fed/RtiFedHandleMap.hh"
 #include "fed/RtiFedImage.hh"
 #include "fed/RtiFedNameMap.hh"
@@ -36,9 +37,19 @@ public:
         return exact != 0 ? exact : found.underRoot;
     }
 
-    /// Owns a class, whose handle must be free and not 0, and returns it. Either it is added or, if memory runs out,
-    /// nothing has changed.
-    Node *add(std::unique_ptr<Node> node) {
+    using Owner = std::unique_ptr<Node, RtiFedDestroy>;
+
+    /// Makes a class for this tree, which it does not know yet.
+    template <class... Arguments>
+    Owner make(Arguments &&...arguments) {
+        Owner node(_arena.template make<Node>(std::forward<Arguments>(arguments)...));
+        node->shareArena(_arena);
+        return node;
+    }
+
+    /// Owns a class that it made, whose handle must be free and not 0, and returns it. Either it is added or, if memory
+    /// runs out, nothing has changed.
+    Node *add(Owner node) {
         Node *added = node.get();
         const Handle handle = added->getHandle();
         _handleMap.insert(handle, std::move(node));
@@ -74,7 +85,8 @@ public:
         read.reserve(count);
         for (; count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
-            auto node = std::make_unique<Node>(buffer);
+            Owner node = make();
+            node->restoreAtLevel(buffer, 1);
             if (isNamed(node->getName()))
                 refuseImage(byte, "the class name ", node->getName(), " stands twice");
             if (node->getHandle() == 0 || find(node->getHandle()))
@@ -98,6 +110,7 @@ public:
         _nameMap.clear();
         _numNames = 0;
         _handleMap.clear();
+        _arena = RtiFedArena();
     }
 
     Handle greatest() const { return _handleMap.greatest(); }
@@ -138,7 +151,7 @@ public:
     /// Calls `visit` with each class, by ascending handle.
     template <class Visit>
     void forEach(Visit visit) const {
-        _handleMap.forEach([&visit](const Handle &, const std::unique_ptr<Node> &node) { visit(*node); });
+        _handleMap.forEach([&visit](const Handle &, const Owner &node) { visit(*node); });
     }
 
 private:
@@ -215,7 +228,8 @@ private:
     }
 
     std::string_view _rootPrefix;
+    RtiFedArena _arena; // with the classes and their members
     RtiFedNameMap<Names> _nameMap;
     std::size_t _numNames = 0;
-    RtiFedHandleMap<Handle, std::unique_ptr<Node>> _handleMap;
+    RtiFedHandleMap<Handle, Owner> _handleMap;
 };

@@ -166,7 +166,7 @@ RtiFedObjectClass *RtiFedDatabase::addObjectClass(const RtiDottedClassname &name
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 222: FED Object Superclass Not Known");
         parent = find(handle);
     }
-    auto made = std::make_unique<RtiFedObjectClass>(createObjectClassHandle(), fullName, parent);
+    auto made = _objectClasses.make(createObjectClassHandle(), fullName, parent);
     if (parent) { // first, since a class that its parent does not know would spoil the image
         parent->makeRoomForChildClass(made->getHandle());
         parent->makeRoomInAllFor(made->getHandle());
@@ -209,8 +209,8 @@ RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, Rt
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 587: FED Interaction Superclass Not Known");
         parent = find(handle);
     }
-    auto made = std::make_unique<RtiFedInteractionClass>(createInteractionClassHandle(), fullName, parent,
-                                                         transportation, ordering, space);
+    auto made =
+        _interactionClasses.make(createInteractionClassHandle(), fullName, parent, transportation, ordering, space);
     if (parent)
         parent->makeRoomForChildClass(made->getHandle());
     RtiFedInteractionClass *added = _interactionClasses.add(std::move(made));

@@ -53,7 +53,7 @@ RtiFedParameter *RtiFedInteractionClass::addParameter(RtiParameterHandle handle,
     if (memberIsInherited(hashed))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name,
                                           " in interaction class hierarchy at class ", getName());
-    return _members.add(std::make_unique<RtiFedParameter>(handle, std::move(name)), hashed);
+    return _members.add(hashed, handle, std::move(name));
 }
 
 RtiParameterHandle RtiFedInteractionClass::getParameterHandle(std::string_view name) const {

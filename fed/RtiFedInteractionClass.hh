@@ -71,10 +71,13 @@ public:
 
 private:
     friend RtiFedClassNode;
+    friend RtiFedArena;
+    friend RtiFedClassTree<RtiFedInteractionClass>;
     static const RtiFedField<RtiFedInteractionClass> _fields[10];
     template <class Class, class Visit>
     static void visitImage(Class &interactionClass, Visit visit);
 
+    RtiFedInteractionClass() = default;
     RtiFedInteractionClass(RtiBuffer &buffer, unsigned level);
     void restoreAtLevel(RtiBuffer &buffer, unsigned level);
 

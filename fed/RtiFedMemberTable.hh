@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fed/RtiFedArena.hh"
 #include "fed/RtiFedChecksum.hh"
 #include "fed/RtiFedHandleMap.hh"
 #include "fed/RtiFedImage.hh"
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -21,7 +23,7 @@
 template <class Record>
 class RtiFedMemberTable {
     struct Entry {
-        std::unique_ptr<Record> record;
+        Record *record; // in the arena
         std::uint32_t hash;
         std::uint32_t handle;
     };
@@ -29,37 +31,19 @@ class RtiFedMemberTable {
 public:
     using Handle = decltype(std::declval<const Record &>().getHandle());
 
-    /// Adds a record and returns it. One whose name or handle is taken is not found by it. Either the record is added
-    /// or, if memory runs out, nothing has changed.
-    Record *add(std::unique_ptr<Record> record) {
-        const RtiFedName name = nameOf(*record);
-        return add(std::move(record), name);
-    }
-    /// The same for a record whose name was hashed already.
-    Record *add(std::unique_ptr<Record> record, const RtiFedName &hashed) {
-        Record *added = record.get();
-        const Handle handle = added->getHandle();
-        const RtiFedName name = hashed.movedTo(added->RtiFedElement::getName());
-        const bool isNew = !find(name);
-        if (!_handles && !ascendsTo(handle))
-            indexHandles();
-        if (!_names && isNew && _entries.size() >= kFew)
-            indexNames();
-        _entries.push_back({std::move(record), hashOf(name), static_cast<std::uint32_t>(handle._value)});
-        bool handled = false;
-        try {
-            handled = _handles && _handles->insert(handle, added);
-            if (_names && isNew)
-                _names->insert(name, added);
-        } catch (...) {
-            if (handled)
-                _handles->erase(handle);
-            _entries.pop_back();
-            throw;
-        }
-        _filter |= bitOf(name);
-        _numNames += isNew ? 1 : 0;
-        return added;
+    RtiFedMemberTable() = default;
+    ~RtiFedMemberTable() { destroyRecords(); }
+    RtiFedMemberTable(const RtiFedMemberTable &) = delete;
+    RtiFedMemberTable &operator=(const RtiFedMemberTable &) = delete;
+
+    /// Puts the records into an arena that others share; an empty table's only. It must outlive the table.
+    void share(RtiFedArena &arena) { _arena = &arena; }
+
+    /// Makes a record, adds it, and returns it. One whose name or handle is taken is not found by it. `hashed` is its
+    /// name, which need not live on. Either the record is added or, if memory runs out, nothing has changed.
+    template <class... Arguments>
+    Record *add(const RtiFedName &hashed, Arguments &&...arguments) {
+        return adopt(make(std::forward<Arguments>(arguments)...), hashed.hash());
     }
 
     Record *find(const RtiFedName &name) const {
@@ -67,14 +51,14 @@ public:
             return nullptr;
         if (_names)
             return _names->find(name);
-        for (const Entry &entry : _entries)
-            if (entry.hash == hashOf(name) && RtiFedName::equal(entry.record->RtiFedElement::getName(), name.text()))
-                return entry.record.get();
+        for (const Entry *entry = _entries; entry != _entries + _size; ++entry)
+            if (entry->hash == hashOf(name) && RtiFedName::equal(entry->record->RtiFedElement::getName(), name.text()))
+                return entry->record;
         return nullptr;
     }
     /// Finds a name that is given in upper case: here a spelling in any other case is not found.
-    Record *findUpperCase(std::string_view name) const {
-        for (const char c : name)
+    Record *findUpperCase(const RtiFedName &name) const {
+        for (const char c : name.text())
             if (RtiStringUtility::toupper(c) != static_cast<unsigned char>(c))
                 return nullptr;
         return find(name);
@@ -84,22 +68,22 @@ public:
             Record *const *found = _handles->find(handle);
             return found ? *found : nullptr;
         }
-        if (_entries.empty() || !fits(handle))
+        if (_size == 0 || !fits(handle))
             return nullptr;
         const auto number = static_cast<std::uint32_t>(handle._value);
-        const std::uint32_t guess = number - _entries.front().handle; // right if they are consecutive
-        if (guess < _entries.size() && _entries[guess].handle == number)
-            return _entries[guess].record.get();
-        const auto place = std::lower_bound(_entries.begin(), _entries.end(), number,
-                                            [](const Entry &entry, std::uint32_t n) { return entry.handle < n; });
-        return place != _entries.end() && place->handle == number ? place->record.get() : nullptr;
+        const std::uint32_t guess = number - _entries[0].handle; // right if they are consecutive
+        if (guess < _size && _entries[guess].handle == number)
+            return _entries[guess].record;
+        const Entry *place = std::lower_bound(_entries, _entries + _size, number,
+                                              [](const Entry &entry, std::uint32_t n) { return entry.handle < n; });
+        return place != _entries + _size && place->handle == number ? place->record : nullptr;
     }
 
     /// The record added at this place, counted from 0, or null behind the last.
-    Record *at(unsigned long index) const { return index < _entries.size() ? _entries[index].record.get() : nullptr; }
-    std::size_t size() const { return _entries.size(); }
+    Record *at(unsigned long index) const { return index < _size ? _entries[index].record : nullptr; }
+    std::size_t size() const { return _size; }
     std::size_t numNames() const { return _numNames; }
-    std::size_t numHandles() const { return _handles ? _handles->size() : _entries.size(); }
+    std::size_t numHandles() const { return _handles ? _handles->size() : _size; }
 
     /// Iterates over the records, in the order of addition.
     class Iterator {
@@ -116,8 +100,8 @@ public:
         explicit Iterator(const Entry *entry) : _entry(entry) {}
         const Entry *_entry;
     };
-    Iterator begin() const { return Iterator(_entries.data()); }
-    Iterator end() const { return Iterator(_entries.data() + _entries.size()); }
+    Iterator begin() const { return Iterator(_entries); }
+    Iterator end() const { return Iterator(_entries + _size); }
 
     unsigned long checksum() const {
         unsigned long checksum = 0;
@@ -128,51 +112,129 @@ public:
 
     /// The image: how many there are, then each in the order of addition.
     void save(RtiBuffer &buffer) const {
-        buffer.put(static_cast<unsigned long>(_entries.size()));
+        buffer.put(static_cast<unsigned long>(_size));
         for (const Record &record : *this)
             buffer.put(record);
     }
     /// Throws RTI::RTIinternalError for a handle that stands twice; `what` is what the records are called there.
     void restore(RtiBuffer &buffer, const char *what) {
-        *this = RtiFedMemberTable();
+        clear();
         unsigned long count = readCount(buffer, Record::_leastImageSize, what);
-        _entries.reserve(count);
+        reserve(count);
         for (; count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
-            const Record *added = add(std::make_unique<Record>(buffer));
+            Owner record = make(buffer);
+            const std::uint64_t hash = nameOf(*record).hash();
+            const Record *added = adopt(std::move(record), hash);
             if (find(added->getHandle()) != added)
                 refuseImage(byte, "the handle ", toString(added->getHandle()._value), " stands twice among the ", what);
         }
     }
 
 private:
-    static constexpr std::size_t kFew = 8; // a look-up by name among more of them is worth a table
+    static constexpr std::size_t kFew = 8;       // a look-up by name among more of them is worth a table
+    static constexpr std::size_t kFirstRoom = 4; // entries
 
-    static RtiFedName nameOf(const Record &record) { return std::string_view(record.RtiFedElement::getName()); }
+    using Owner = std::unique_ptr<Record, RtiFedDestroy>;
+
+    static RtiFedName nameOf(const Record &record) { return record.RtiFedElement::getName(); }
     static std::uint32_t hashOf(const RtiFedName &name) { return static_cast<std::uint32_t>(name.hash()); }
     static std::uint64_t bitOf(const RtiFedName &name) { return std::uint64_t(1) << (name.hash() >> 32 & 63); }
 
     static bool fits(Handle handle) { return handle._value <= UINT32_MAX; }
     bool ascendsTo(Handle handle) const {
-        return fits(handle) && (_entries.empty() || _entries.back().handle < handle._value);
+        return fits(handle) && (_size == 0 || _entries[_size - 1].handle < handle._value);
+    }
+
+    RtiFedArena &arena() {
+        if (!_arena) {
+            _ownArena = std::make_unique<RtiFedArena>();
+            _arena = _ownArena.get();
+        }
+        return *_arena;
+    }
+
+    template <class... Arguments>
+    Owner make(Arguments &&...arguments) {
+        return Owner(arena().template make<Record>(std::forward<Arguments>(arguments)...));
+    }
+
+    Record *adopt(Owner record, std::uint64_t hash) {
+        const Handle handle = record->getHandle();
+        const RtiFedName name = RtiFedName(record->RtiFedElement::getName(), hash);
+        const bool isNew = !find(name);
+        if (_size == _capacity)
+            reserve(_capacity == 0 ? kFirstRoom : std::size_t(2) * _capacity);
+        if (!_handles && !ascendsTo(handle))
+            indexHandles();
+        if (!_names && isNew && _size >= kFew)
+            indexNames();
+        const bool handled = _handles && _handles->insert(handle, record.get());
+        try {
+            if (_names && isNew)
+                _names->insert(name, record.get());
+        } catch (...) {
+            if (handled)
+                _handles->erase(handle);
+            throw;
+        }
+        _filter |= bitOf(name);
+        _numNames += isNew ? 1 : 0;
+        _entries[_size] = {record.get(), hashOf(name), static_cast<std::uint32_t>(handle._value)};
+        ++_size;
+        return record.release();
+    }
+
+    void reserve(std::size_t capacity) {
+        if (capacity <= _capacity)
+            return;
+        if (capacity > UINT32_MAX)
+            throw std::bad_alloc();
+        auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry)));
+        std::copy(_entries, _entries + _size, entries);
+        _entries = entries;
+        _capacity = static_cast<std::uint32_t>(capacity);
     }
 
     void indexHandles() {
         auto handles = std::make_unique<RtiFedHandleMap<Handle, Record *>>();
-        for (const Entry &entry : _entries)
-            handles->insert(entry.record->getHandle(), entry.record.get());
+        for (Record &record : *this)
+            handles->insert(record.getHandle(), &record);
         _handles = std::move(handles);
     }
     void indexNames() {
         auto names = std::make_unique<RtiFedNameMap<Record *>>();
-        for (const Entry &entry : _entries) // a name that is taken keeps its first record
-            names->insert(nameOf(*entry.record), entry.record.get());
+        for (Record &record : *this) // a name that is taken keeps its first record
+            names->insert(nameOf(record), &record);
         _names = std::move(names);
     }
 
+    void destroyRecords() {
+        for (Record &record : *this)
+            record.~Record();
+    }
+
+    /// Empties a table to be filled again. It leaves an arena that it shares, since that takes nothing back.
+    void clear() {
+        if (_capacity == 0)
+            return;
+        destroyRecords();
+        _filter = 0;
+        _entries = nullptr;
+        _size = _capacity = _numNames = 0;
+        _names.reset();
+        _handles.reset();
+        _arena = nullptr;
+        _ownArena.reset();
+    }
+
     std::uint64_t _filter = 0; // a bit for each name, chosen by its hash
-    std::vector<Entry> _entries;
-    std::uint32_t _numNames = 0;
+    Entry *_entries = nullptr; // in the arena
+    std::uint32_t _size = 0;
+    std::uint32_t _capacity = 0;
+    RtiFedArena *_arena = nullptr; // shared with others, or its own
+    std::unique_ptr<RtiFedArena> _ownArena;
     std::unique_ptr<RtiFedNameMap<Record *>> _names;             // from the first name beyond a few
     std::unique_ptr<RtiFedHandleMap<Handle, Record *>> _handles; // from the first handle that does not ascend
+    std::uint32_t _numNames = 0;
 };

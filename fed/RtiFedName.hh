@@ -18,9 +18,8 @@ class RtiFedName {
 public:
     RtiFedName(std::string_view text) : _text(text), _hash(hashOf(text)) {}
     RtiFedName(const std::string &text) : RtiFedName(std::string_view(text)) {}
-
-    /// The same name where it is stored now: a copy with the same letters in any case.
-    RtiFedName movedTo(std::string_view text) const { return RtiFedName(text, _hash); }
+    /// A name whose hash is known.
+    RtiFedName(std::string_view text, std::uint64_t hash) : _text(text), _hash(hash) {}
 
     std::string_view text() const { return _text; }
     std::uint64_t hash() const { return _hash; }
@@ -55,8 +54,6 @@ public:
     }
 
 private:
-    RtiFedName(std::string_view text, std::uint64_t hash) : _text(text), _hash(hash) {}
-
     static constexpr std::uint64_t kOnes = 0x0101010101010101U;
 
     static std::uint64_t load(const char *bytes) {

@@ -37,7 +37,7 @@ RtiFedAttribute *RtiFedObjectClass::addAttribute(RtiAttributeHandle handle, std:
     if (memberIsInherited(hashed))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 485:  Duplicate attribute ", name,
                                           " in object class hierarchy at class ", getName());
-    return _members.add(std::make_unique<RtiFedAttribute>(handle, std::move(name), transport, ordering, space), hashed);
+    return _members.add(hashed, handle, std::move(name), transport, ordering, space);
 }
 
 void RtiFedObjectClass::addChildClassToAll(RtiObjectClassHandle descendant) {

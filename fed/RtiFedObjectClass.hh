@@ -95,8 +95,11 @@ public:
 
 private:
     friend RtiFedClassNode;
+    friend RtiFedArena;
+    friend RtiFedClassTree<RtiFedObjectClass>;
     static const RtiFedField<RtiFedObjectClass> _fields[8];
 
+    RtiFedObjectClass() = default;
     RtiFedObjectClass(RtiBuffer &buffer, unsigned level);
     void restoreAtLevel(RtiBuffer &buffer, unsigned level);
 

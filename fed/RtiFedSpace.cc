@@ -22,9 +22,10 @@ RtiDimensionHandle RtiFedSpace::createDimensionHandle() {
 
 RtiFedDimension *RtiFedSpace::addDimension(std::string name) {
     // Compared as it stands, not in upper case: callers rely on a space accepting "X" and then "x".
-    if (_dimensions.findUpperCase(name))
+    const RtiFedName hashed(name);
+    if (_dimensions.findUpperCase(hashed))
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedSpace\", line 338: ");
-    return _dimensions.add(std::make_unique<RtiFedDimension>(createDimensionHandle(), std::move(name)));
+    return _dimensions.add(hashed, createDimensionHandle(), std::move(name));
 }
 
 RtiDimensionHandle RtiFedSpace::getDimensionHandle(std::string_view name) const {

@@ -190,7 +190,7 @@ TEST(Allocation, FailsInALoadThatIsRefused) {
 TEST(Allocation, FailsInARestore) {
     const TemporaryFile file(loadableText());
     const std::string image = bytesOf(RtiFedDatabase(RtiFedDatabaseConstructorArg(file.path(), RTI_true)));
-    EXPECT_GT(failEachAllocation([&image] { restored(image); }), 300u);
+    EXPECT_GT(failEachAllocation([&image] { restored(image); }), 200u);
 }
 
 // ---- Queries
@@ -229,6 +229,7 @@ TEST(Allocation, FailsInABuildingCall) {
         },
         [](Db &db) { db.find(RtiObjectClassHandle(3))->addObjectClass(99, "SubclassOfTheClassItself"); }};
     const std::string image = smallImage(), answer = answers(*restored(image));
+    unsigned long numFailed = 0;
     for (const auto &call : calls) {
         const auto unchanged = [&](const std::unique_ptr<Db> &db) {
             EXPECT_EQ(answers(*restored(bytesOf(*db))), answer);
@@ -237,6 +238,7 @@ TEST(Allocation, FailsInABuildingCall) {
             EXPECT_EQ(answers(*db), answers(*restored(bytesOf(*db))));
         };
         const auto act = [&call](const std::unique_ptr<Db> &db) { call(*db); };
-        EXPECT_GT(failEachAllocation([&image] { return restored(image); }, act, unchanged), 0u);
+        numFailed += failEachAllocation([&image] { return restored(image); }, act, unchanged);
     }
+    EXPECT_GT(numFailed, 20u);
 }

@@ -6,17 +6,17 @@ using namespace std::string_literals;
 
 namespace {
 
-RtiFedSpace spaceOf(std::initializer_list<const char *> dimensions) {
-    RtiFedSpace space(-4, "Area");
-    for (const char *name : dimensions)
-        space.addDimension(name);
-    return space;
-}
+struct Area : RtiFedSpace {
+    Area(std::initializer_list<const char *> dimensions) : RtiFedSpace(-4, "Area") {
+        for (const char *name : dimensions)
+            addDimension(name);
+    }
+};
 
 } // namespace
 
 TEST(Space, NumbersItsDimensionsFromZero) {
-    const RtiFedSpace space = spaceOf({"X", "Y", "Z"});
+    const Area space{"X", "Y", "Z"};
     EXPECT_EQ(space.getDimension(1)->getName(), "Y");
     EXPECT_EQ(space.getDimension(1)->getHandle(), 1);
     EXPECT_EQ(space.getNumberOfDimensions(), 3u);
@@ -29,14 +29,14 @@ TEST(Space, NumbersItsDimensionsFromZero) {
 }
 
 TEST(Space, FindsInAnyCaseButExistsInUpperCaseOnly) {
-    const RtiFedSpace space = spaceOf({"Lat1"});
+    const Area space{"Lat1"};
     EXPECT_EQ(space.getDimensionHandle("lAT1"), 0);
     EXPECT_TRUE(space.dimensionExists("LAT1"));
     EXPECT_FALSE(space.dimensionExists("Lat1"));
 }
 
 TEST(Space, RefusesASecondNameOnlyInUpperCase) {
-    RtiFedSpace space = spaceOf({"X"});
+    Area space{"X"};
     EXPECT_EQ(reasonOf<RTI::RTIinternalError>([&] { space.addDimension("X"); }), "\"RtiFedSpace\", line 338: ");
     EXPECT_EQ(space.addDimension("x")->getHandle(), 1); // the refusal used no handle
     space.addDimension("y");
@@ -46,7 +46,7 @@ TEST(Space, RefusesASecondNameOnlyInUpperCase) {
 }
 
 TEST(Space, RestoresWithItsNumbering) {
-    RtiFedSpace space = spaceOf({"X", "x"});
+    Area space{"X", "x"};
     EXPECT_EQ(bytesOf(space), "\0\0\0\4Area\0\0\0\2"
                               "\0\0\0\1X\0\0\0\0\0\0\0\1x\0\0\0\1\xFF\xFF\xFF\xFC\0\0\0\2"s);
     RtiBuffer image = imageOf(space);
@@ -67,9 +67,9 @@ TEST(Space, ChecksumIsMadeOfItsNamesAndHandles) {
         return RtiCrc::computeCrc(bytes.data(), static_cast<long>(bytes.size()));
     };
     using namespace std::string_view_literals;
-    EXPECT_EQ(spaceOf({}).getChecksum(), crc("Area") ^ crc("\xFC\xFF\xFF\xFF"sv));
-    EXPECT_EQ(spaceOf({"X", "Y"}).getChecksum(),
-              spaceOf({}).getChecksum() ^ crc("X") ^ crc("\0\0\0\0"sv) ^ crc("Y") ^ crc("\1\0\0\0"sv));
+    EXPECT_EQ((Area{}.getChecksum()), crc("Area") ^ crc("\xFC\xFF\xFF\xFF"sv));
+    EXPECT_EQ((Area{"X", "Y"}.getChecksum()),
+              (Area{}.getChecksum()) ^ crc("X") ^ crc("\0\0\0\0"sv) ^ crc("Y") ^ crc("\1\0\0\0"sv));
 }
 
 TEST(Space, ChecksumRefusesAWideHandle) {

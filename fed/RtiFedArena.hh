@@ -1,0 +1,55 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <utility>
+#include <vector>
+
+/// Memory for the many small records that a database makes and that go together with it: to take some is a step forward
+/// in a block, and the blocks are given back as a whole, when the arena goes.
+///
+/// Threads: an arena belongs to one thread at a time; what stands in it does not.
+class RtiFedArena {
+public:
+    /// Memory for `size` bytes, aligned for a record.
+    void *take(std::size_t size) {
+        size = (size + kAlignment - 1) / kAlignment * kAlignment;
+        if (size > _left)
+            addBlock(size);
+        _left -= size;
+        return std::exchange(_next, _next + size);
+    }
+
+    /// Makes an object. Whoever holds it destroys it, before the arena goes.
+    template <class T, class... Arguments>
+    T *make(Arguments &&...arguments) {
+        static_assert(alignof(T) <= kAlignment);
+        return new (take(sizeof(T))) T(std::forward<Arguments>(arguments)...);
+    }
+
+private:
+    static constexpr std::size_t kAlignment = alignof(std::max_align_t);
+    static constexpr std::size_t kFirstBlock = 512, kGreatestBlock = 65536; // bytes
+
+    void addBlock(std::size_t atLeast) {
+        const std::size_t size =
+            std::max(atLeast, std::min(kFirstBlock << std::min<std::size_t>(_blocks.size(), 7), kGreatestBlock));
+        _blocks.push_back(std::unique_ptr<std::byte[]>(new std::byte[size]));
+        _next = _blocks.back().get();
+        _left = size;
+    }
+
+    std::vector<std::unique_ptr<std::byte[]>> _blocks;
+    std::byte *_next = nullptr;
+    std::size_t _left = 0;
+};
+
+/// Destroys what stands in an arena, and leaves its memory there.
+struct RtiFedDestroy {
+    template <class T>
+    void operator()(T *object) const {
+        object->~T();
+    }
+};
