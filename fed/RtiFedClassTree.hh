@@ -32,9 +32,11 @@ public:
     /// The handle of a class, by its name in any letter case; 0 if there is none. A name that is not found is tried
     /// once more behind the root prefix, whatever it is.
     Handle handleOf(std::string_view name) const {
-        const Names found = _nameMap.find(name);
-        const Number exact = isUnderRoot(name) ? _nameMap.find(behindRoot(name)).underRoot : found.alone;
-        return exact != 0 ? exact : found.underRoot;
+        if (isUnderRoot(name))
+            if (const Number handle = _nameMap.find(behindRoot(name)).underRoot)
+                return handle;
+        const Names names = _nameMap.find(name);
+        return isUnderRoot(name) || names.alone == 0 ? names.underRoot : names.alone;
     }
 
     using Owner = std::unique_ptr<Node, RtiFedDestroy>;

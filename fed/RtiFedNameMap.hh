@@ -132,7 +132,7 @@ private:
     static int lowestByte(Word word) { return __builtin_ctzll(word) / 8; }
 
     bool isAt(std::size_t place, std::string_view name) const {
-        return headAt(place).size == name.size() && RtiFedName::equalUpper(name.data(), textAt(place), name.size());
+        return headAt(place).size == name.size() && RtiFedName::equalUpper(name, textAt(place));
     }
 
     /// Appends an entry to the block and returns its place.

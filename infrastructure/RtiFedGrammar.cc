@@ -42,8 +42,8 @@ const RtiFedClauseForm &formOf(RtiFedClause clause) {
 
 bool isKeywordOf(RtiFedClause clause, std::string_view word) {
     const std::string_view keyword = formOf(clause).keyword;
-    return std::equal(word.begin(), word.end(), keyword.begin(), keyword.end(),
-                      [](char a, char b) { return RtiStringUtility::toupper(a) == RtiStringUtility::toupper(b); });
+    const auto same = [](char a, char b) { return RtiStringUtility::toupper(a) == RtiStringUtility::toupper(b); };
+    return word == keyword || std::equal(word.begin(), word.end(), keyword.begin(), keyword.end(), same);
 }
 
 RtiFedClause childOf(RtiFedClause parent, std::string_view keyword) {

@@ -24,7 +24,7 @@ enum class RtiFedClause : unsigned char {
 
 /// What one kind of clause looks like.
 struct RtiFedClauseForm {
-    const char *keyword;
+    std::string_view keyword;
     const char *noun; ///< What it is called in a message, in front of its name or keyword.
     std::size_t numArguments;
     const char *arguments[3]; ///< What each argument is called in a message.

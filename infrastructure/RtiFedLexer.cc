@@ -26,43 +26,52 @@ Class classOf(char c) {
 } // namespace
 
 RtiFedToken RtiFedLexer::next() {
-    std::optional<RtiFedOffset> strayQuote;
-    for (skipBlanksAndComments(); _at < _bytes.size() && _bytes[_at] == '"' && endOfQuoted() == _at;
-         skipBlanksAndComments()) {
-        strayQuote = strayQuote.value_or(_at);
-        ++_at; // what follows is read as if the quote were not there
-    }
-    RtiFedToken token = tokenHere();
-    token.strayQuote = strayQuote;
+    RtiFedToken token;
+    next(token);
     return token;
 }
 
-RtiFedToken RtiFedLexer::tokenHere() {
-    RtiFedToken token;
+void RtiFedLexer::next(RtiFedToken &token) {
+    token.strayQuote = RtiFedToken::kNoQuote;
+    for (skipBlanksAndComments(); _at < _bytes.size() && _bytes[_at] == '"' && endOfQuoted() == _at;
+         skipBlanksAndComments()) {
+        if (!token.behindStrayQuote())
+            token.strayQuote = _at;
+        ++_at; // what follows is read as if the quote were not there
+    }
+    readToken(token);
+}
+
+void RtiFedLexer::readToken(RtiFedToken &token) {
     token.begin = _at;
-    if (_at == _bytes.size())
-        return token;
+    token.text = {};
+    token.quoted = false;
+    if (_at == _bytes.size()) {
+        token.kind = RtiFedToken::Kind::end;
+        return;
+    }
     switch (_bytes[_at]) {
     case '(':
         token.kind = RtiFedToken::Kind::open;
         ++_at;
-        return token;
+        return;
     case ')':
         token.kind = RtiFedToken::Kind::close;
         ++_at;
-        return token;
+        return;
     case '\0':
         token.kind = RtiFedToken::Kind::nul;
-        return token;
+        return;
     case '"':
-        return name(_at, endOfQuoted(), true);
+        token.quoted = true;
+        return readName(token, endOfQuoted());
     default:
         break;
     }
     RtiFedOffset end = _at;
     while (end < _bytes.size() && classOf(_bytes[end]) == ordinary)
         ++end;
-    return name(_at, end, false);
+    readName(token, end);
 }
 
 /// Behind the second quote of the pair that begins here. Where the line ends before one, here; but where the text ends,
@@ -89,9 +98,10 @@ void RtiFedLexer::skipBlanksAndComments() {
     }
 }
 
-RtiFedToken RtiFedLexer::name(RtiFedOffset begin, RtiFedOffset end, bool quoted) {
+void RtiFedLexer::readName(RtiFedToken &token, RtiFedOffset end) {
+    const bool closed = token.quoted && end > _at + 1 && _bytes[end - 1] == '"';
+    const RtiFedOffset first = token.quoted ? _at + 1 : _at;
+    token.kind = RtiFedToken::Kind::name;
+    token.text = {first, (closed ? end - 1 : end) - first};
     _at = end;
-    const bool closed = quoted && end > begin + 1 && _bytes[end - 1] == '"';
-    const RtiFedOffset first = quoted ? begin + 1 : begin;
-    return {RtiFedToken::Kind::name, quoted, begin, {first, (closed ? end - 1 : end) - first}, {}};
 }

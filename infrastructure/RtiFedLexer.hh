@@ -2,7 +2,6 @@
 
 #include "infrastructure/RtiFedText.hh"
 
-#include <optional>
 
 /// One token of a FED text.
 struct RtiFedToken {
@@ -11,8 +10,12 @@ struct RtiFedToken {
     Kind kind = Kind::end;
     bool quoted = false;
     RtiFedOffset begin = 0;                 ///< The first byte, an opening quote included.
-    RtiFedSpan text;                        ///< Of a name: its bytes without the quotes.
-    std::optional<RtiFedOffset> strayQuote; ///< The first quote in front of it that no second one closes.
+    RtiFedSpan text; ///< Of a name: its bytes without the quotes.
+    /// The first quote in front of it that no second one closes.
+    RtiFedOffset strayQuote = kNoQuote;
+
+    static constexpr RtiFedOffset kNoQuote = 0xFFFFFFFF;
+    bool behindStrayQuote() const { return strayQuote != kNoQuote; }
 };
 
 /// Cuts a FED text into parentheses and names; blanks and comments fall away. A NUL byte and the end of the text are
@@ -25,11 +28,13 @@ public:
         : _bytes(text.bytes().substr(0, end)), _at(at) {}
 
     RtiFedToken next();
+    /// The same, into a token that is there: a copy of one just written costs more than to read it.
+    void next(RtiFedToken &token);
 
 private:
     void skipBlanksAndComments();
-    RtiFedToken tokenHere();
-    RtiFedToken name(RtiFedOffset begin, RtiFedOffset end, bool quoted);
+    void readToken(RtiFedToken &token);
+    void readName(RtiFedToken &token, RtiFedOffset end);
     RtiFedOffset endOfQuoted() const;
 
     std::string_view _bytes;

@@ -19,10 +19,10 @@ RtiFedReader::RtiFedReader(const RtiFedText &text) : _text(text), _lexer(text, t
 }
 
 void RtiFedReader::advance() {
-    _token = _lexer.next();
+    _lexer.next(_token);
     _behindClose = false;
-    if (_token.strayQuote)
-        fail(Problem::strayQuote, *_token.strayQuote);
+    if (_token.behindStrayQuote())
+        fail(Problem::strayQuote, _token.strayQuote);
 }
 
 void RtiFedReader::openFed() {
@@ -75,12 +75,13 @@ void RtiFedReader::readClause() {
 
 /// Reads a clause from its keyword, the current token. `begin` is its "(", or its keyword if that was forgotten.
 void RtiFedReader::readClauseAt(RtiFedOffset begin, bool behindClose) {
-    if (childHere(_token) == RtiFedClause::unknown && _token.kind == Kind::name && !_token.quoted) {
+    RtiFedClause kind = childHere(_token);
+    if (kind == RtiFedClause::unknown && _token.kind == Kind::name && !_token.quoted) {
         supplyForgottenCloses(begin);
         if (behindClose && childOf(_lastClosed->name.kind, _text.at(_token.text)) != RtiFedClause::unknown)
             reopenLastClosed(Problem::expectedClause, _token.begin);
+        kind = childHere(_token);
     }
-    const RtiFedClause kind = childHere(_token);
     if (kind == RtiFedClause::unknown && _token.kind == Kind::name && !isCut(_token) && peek().kind != Kind::name &&
         missing() > 0) { // a "(" too many in front of a word
         ++_supplied;
@@ -173,7 +174,7 @@ bool RtiFedReader::readArgument(std::size_t index, RtiFedArguments &arguments) {
     arguments[index] = _token.text;
     if (index == 0 && formOf(_open.back().name.kind).named)
         _open.back().name.label = _token.text;
-    _open.back().doubtful = _open.back().doubtful || _token.strayQuote;
+    _open.back().doubtful = _open.back().doubtful || _token.behindStrayQuote();
     advance();
     return true;
 }

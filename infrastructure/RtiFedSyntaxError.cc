@@ -104,10 +104,10 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
         return "expected \")\" to close " + nameOf(text, clause) + ", found " + found(text, at) +
                (suspect && suspect->clause != clause.begin ? look : "");
     case secondClause:
-        return std::string("expected one \"") + formOf(clause.kind).keyword +
+        return "expected one \"" + std::string(formOf(clause.kind).keyword) +
                "\" clause, found a second, the first is at " + placeOf(text, other);
     case missingClause:
-        return std::string("expected a \"") + formOf(static_cast<RtiFedClause>(number)).keyword + "\" clause in " +
+        return "expected a \"" + std::string(formOf(static_cast<RtiFedClause>(number)).keyword) + "\" clause in " +
                nameOf(text, clause) + ", found " + found(text, at);
     case nestedTooDeeply:
         return "expected at most " + std::to_string(kMaxClassNesting) +

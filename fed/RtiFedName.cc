@@ -1,0 +1,3 @@
+#include "fed/RtiFedName.hh"
+
+const char RtiFedName::_anchor = 0;
