@@ -21,9 +21,6 @@ class RtiFedClassTree {
 public:
     using Handle = typename Node::Handle;
 
-    /// `rootPrefix` is the root class's name and a dot; a literal.
-    explicit RtiFedClassTree(const char *rootPrefix) : _rootPrefix(rootPrefix) {}
-
     Node *find(Handle handle) const {
         const auto *found = _handleMap.find(handle);
         return found ? found->get() : nullptr;
@@ -159,6 +156,8 @@ public:
 private:
     using Number = decltype(Handle::_value);
 
+    static constexpr std::string_view kPrefix = Node::_rootPrefix; // in upper case, with its dot
+
     /// The classes whose full name is `key`, and the root prefix and `key`; 0 for none. Nearly all names begin with the
     /// prefix. Without it they are shorter, and one look-up answers for a name both as it stands and behind the prefix.
     struct Names {
@@ -166,10 +165,8 @@ private:
         Number underRoot = 0;
     };
 
-    bool isUnderRoot(std::string_view name) const {
-        return RtiFedName::equal(name.substr(0, _rootPrefix.size()), _rootPrefix);
-    }
-    std::string_view behindRoot(std::string_view name) const { return name.substr(_rootPrefix.size()); }
+    static bool isUnderRoot(std::string_view name) { return RtiFedName::beginsWith(name, kPrefix); }
+    static std::string_view behindRoot(std::string_view name) { return name.substr(kPrefix.size()); }
 
     bool isNamed(std::string_view name) const {
         return isUnderRoot(name) ? _nameMap.find(behindRoot(name)).underRoot != 0 : _nameMap.find(name).alone != 0;
@@ -191,7 +188,6 @@ private:
     /// Calls `visit` with each class that is found by its name, in the order of the upper-cased full names.
     template <class Visit>
     void forEachByName(Visit visit) const {
-        const std::string prefix = RtiStringUtility::toupper(_rootPrefix);
         std::vector<std::pair<std::string_view, Number>> alone, underRoot;
         for (const auto &[key, names] : _nameMap.sorted()) {
             if (names.alone != 0)
@@ -201,7 +197,7 @@ private:
         }
         // No name of the first kind begins with the prefix, so its place among the others is that of the prefix.
         const auto split =
-            std::find_if(alone.begin(), alone.end(), [&](const auto &name) { return name.first > prefix; });
+            std::find_if(alone.begin(), alone.end(), [&](const auto &name) { return name.first > kPrefix; });
         const auto visitAll = [&](auto from, auto to) {
             for (; from != to; ++from)
                 visit(*find(Handle(from->second)));
@@ -229,7 +225,6 @@ private:
         });
     }
 
-    std::string_view _rootPrefix;
     RtiFedArena _arena; // with the classes and their members
     RtiFedNameMap<Names> _nameMap;
     std::size_t _numNames = 0;

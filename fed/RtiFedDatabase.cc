@@ -69,8 +69,7 @@ const RtiFedField<RtiFedDatabase> RtiFedDatabase::_fields[] = {
 
 // ---- Construction
 
-RtiFedDatabase::RtiFedDatabase(const RtiFedDatabaseConstructorArg &arg)
-    : _objectClasses("ObjectRoot."), _interactionClasses("InteractionRoot."), _fileName(arg.fedDatabaseName()) {
+RtiFedDatabase::RtiFedDatabase(const RtiFedDatabaseConstructorArg &arg) : _fileName(arg.fedDatabaseName()) {
     if (!arg.buildFromFileOrLeaveEmpty())
         return;
     std::FILE *file = std::fopen(_fileName.c_str(), "r");
@@ -83,8 +82,7 @@ RtiFedDatabase::RtiFedDatabase(const RtiFedDatabaseConstructorArg &arg)
     buildFromFed(file);
 }
 
-RtiFedDatabase::RtiFedDatabase(RtiBuffer &buffer)
-    : _objectClasses("ObjectRoot."), _interactionClasses("InteractionRoot.") {
+RtiFedDatabase::RtiFedDatabase(RtiBuffer &buffer) {
     RtiFedDatabase::restore(buffer);
 }
 

@@ -19,6 +19,7 @@ public:
     static constexpr const char *_thisClassVersion = "1.0";
     static constexpr std::size_t _leastImageSize = 36; ///< Bytes: the length of a name, three counts, and five handles.
     static constexpr const char *_membersAre = "parameters";
+    static constexpr std::string_view _rootPrefix = "INTERACTIONROOT.";
 
     /// `parent` is null for a root; it is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
     RtiFedInteractionClass(RtiInteractionClassHandle handle, std::string name, RtiFedInteractionClass *parent,

@@ -10,10 +10,11 @@
 #include <string_view>
 
 /// A name to look for, in any letter case: its text and a hash of its upper case. The hash is computed once, however
-/// many look-ups are asked. It is another one in each process, so that no file can be made to fill one place of a table.
+/// many look-ups are asked. It is another one in each process, so that no file can be made to fill one place of a
+/// table.
 ///
-/// Names are taken sixteen bytes at a time, each lower-case letter as its upper case. The last block may overlap the one
-/// before it, so that a name is cut into the same blocks wherever it is stored.
+/// Names are taken sixteen bytes at a time, each lower-case letter as its upper case. The last block may overlap the
+/// one before it, so that a name is cut into the same blocks wherever it is stored.
 class RTI_EXPORT RtiFedName {
 public:
     RtiFedName(std::string_view text) : _text(text), _hash(hashOf(text)) {}
@@ -33,6 +34,12 @@ public:
         return equal(a, b, [](Block block) { return block; });
     }
 
+    /// Whether a name begins with a prefix of up to sixteen bytes, given in upper case. Meant for constants.
+    static bool beginsWith(std::string_view name, std::string_view prefix) {
+        const std::size_t size = prefix.size();
+        return name.size() >= size && same(upper(loadShort(name.data(), size)), loadShort(prefix.data(), size));
+    }
+
     /// Writes the upper case of a name.
     static void putUpper(std::string_view name, char *to) {
         for (const char c : name)
@@ -41,7 +48,9 @@ public:
 
 private:
     using Word = std::uint64_t;
-    using Block = unsigned char __attribute__((vector_size(16))); // which the compiler works on as a whole
+    // Sixteen bytes, or the same as two words, which the compiler works on as a whole.
+    using Block = unsigned char __attribute__((vector_size(16)));
+    using Words = Word __attribute__((vector_size(16)));
 
     static Block load(const char *bytes) {
         Block block;
@@ -50,20 +59,18 @@ private:
     }
     /// Of a name of up to sixteen bytes: all of them, whatever stands behind them.
     static Block loadShort(const char *bytes, std::size_t size) {
-        Word words[2] = {0, 0};
+        Word first = 0, last = 0;
         if (size >= 8) {
-            std::memcpy(&words[0], bytes, 8);
-            std::memcpy(&words[1], bytes + size - 8, 8);
+            std::memcpy(&first, bytes, 8);
+            std::memcpy(&last, bytes + size - 8, 8);
         } else if (size >= 4) {
-            std::memcpy(&words[0], bytes, 4);
-            std::memcpy(&words[1], bytes + size - 4, 4);
+            std::memcpy(&first, bytes, 4);
+            std::memcpy(&last, bytes + size - 4, 4);
         } else {
             for (std::size_t i = 0; i < size; ++i)
-                words[0] = words[0] << 8 | static_cast<unsigned char>(bytes[i]);
+                first = first << 8 | static_cast<unsigned char>(bytes[i]);
         }
-        Block block;
-        std::memcpy(&block, words, sizeof block);
-        return block;
+        return reinterpret_cast<Block>(Words{first, last});
     }
 
     /// a to z become A to Z, as by RtiStringUtility::toupper.
@@ -81,20 +88,15 @@ private:
     }
 
     static bool same(Block a, Block b) {
-        Word words[2];
-        const Block differ = a ^ b;
-        std::memcpy(words, &differ, sizeof words);
-        return (words[0] | words[1]) == 0;
+        const Words differ = reinterpret_cast<Words>(a ^ b);
+        return (differ[0] | differ[1]) == 0;
     }
 
-    /// Mixes a block into a hash, so that each bit of the result depends on all of both.
-    static Word mix(Word hash, Block block) {
-        // Never equal to the first word, since no upper case has an "a": that would cancel all the rest.
+    /// A number of which each bit depends on all of the block and the key.
+    static Word mix(Block block, Word key) {
+        // Never equal to the first word, since no upper case has an "a": that would cancel the second.
         constexpr Word kOther = 0xA0617361646F6261U;
-        Word words[2];
-        std::memcpy(words, &block, sizeof words);
-        words[0] ^= kOther;
-        words[1] ^= hash;
+        const Words words = reinterpret_cast<Words>(block) ^ Words { kOther, key };
 #ifdef __SIZEOF_INT128__
         __extension__ using Wide = unsigned __int128;
         const Wide product = static_cast<Wide>(words[0]) * words[1];
@@ -105,15 +107,18 @@ private:
 #endif
     }
 
+    /// Each block is mixed with a key of its own, and so none waits for another.
     static Word hashOf(std::string_view name) {
+        constexpr Word kStep = 0x9E3779B97F4A7C15U;
         const char *bytes = name.data();
         const std::size_t size = name.size();
-        Word hash = reinterpret_cast<std::uintptr_t>(&_anchor) + size;
+        Word key = reinterpret_cast<std::uintptr_t>(&_anchor);
         if (size <= 16)
-            return mix(hash, upper(loadShort(bytes, size)));
-        for (std::size_t at = 0; at + 16 < size; at += 16)
-            hash = mix(hash, upper(load(bytes + at)));
-        return mix(hash, upper(load(bytes + size - 16)));
+            return mix(upper(loadShort(bytes, size)), key + size);
+        Word hash = 0;
+        for (std::size_t at = 0; at + 16 < size; at += 16, key += kStep)
+            hash ^= mix(upper(load(bytes + at)), key);
+        return hash ^ mix(upper(load(bytes + size - 16)), key + size);
     }
 
     static const char _anchor; // stands at another address in each process

@@ -26,16 +26,16 @@ class RtiFedNameMap {
 public:
     /// The value of a name, or Value().
     Value find(const RtiFedName &name) const {
-        const std::uint32_t *place = placeOf(name);
-        return place ? headAt(*place).value : Value();
+        const Word *entry = entryOf(name);
+        return entry ? valueAt(entry) : Value();
     }
 
     /// Adds an entry and returns true; a name that is taken keeps its value, and false is returned. If memory runs out,
     /// nothing has changed.
     bool insert(const RtiFedName &name, Value value) {
-        if (placeOf(name))
+        if (entryOf(name))
             return false;
-        if ((_size + 1) > _buckets.size() * kFill)
+        if (_size + 1 > _buckets.size() * kFill)
             grow(_buckets.empty() ? 1 : _buckets.size() * 2);
         const std::uint32_t place = append(name.text(), value);
         enter(static_cast<std::uint32_t>(name.hash()), tagOf(name), place);
@@ -45,9 +45,7 @@ public:
 
     /// Gives a name that is there another value.
     void replace(const RtiFedName &name, Value value) {
-        Head head = headAt(*placeOf(name));
-        head.value = value;
-        std::memcpy(&_block[*placeOf(name)], &head, sizeof head);
+        std::memcpy(&_block[static_cast<std::size_t>(entryOf(name) - _block.data())], &value, sizeof value);
     }
 
     /// Takes the memory for so many names, but not for their letters.
@@ -68,60 +66,63 @@ public:
     std::vector<std::pair<std::string_view, Value>> sorted() const {
         std::vector<std::pair<std::string_view, Value>> all;
         all.reserve(_size);
-        for (std::size_t place = 0; place < _block.size();) {
-            const Head head = headAt(place);
-            all.emplace_back(std::string_view(textAt(place), head.size), head.value);
-            place += wordsOf(head.size);
+        for (const Word *entry = _block.data(); entry != _block.data() + _block.size();) {
+            const std::uint32_t size = sizeAt(entry);
+            all.emplace_back(std::string_view(textAt(entry), size), valueAt(entry));
+            entry += wordsOf(size);
         }
         std::sort(all.begin(), all.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
         return all;
     }
 
 private:
-    struct Head {
-        Value value;
-        std::uint32_t size; // of the name behind it
-    };
-    using Word = std::uint64_t;
-    static constexpr std::size_t kHeadWords = (sizeof(Head) + sizeof(Word) - 1) / sizeof(Word);
+    // An entry is the value, the size of the name, and the name, padded to whole words.
+    using Word = std::uint32_t;
+    static constexpr std::size_t kValueWords = (sizeof(Value) + sizeof(Word) - 1) / sizeof(Word);
+    static constexpr std::size_t kHeadWords = kValueWords + 1;
     static constexpr std::size_t kSlots = 7; // of a bucket
     static constexpr std::size_t kFill = 5;  // of these, on average, before the table grows
-    static constexpr Word kOnes = 0x0101010101010101U;
+    static constexpr std::uint64_t kOnes = 0x0101010101010101U;
 
     struct Slot {
         std::uint32_t hash;
         std::uint32_t place; // of the entry in the block
     };
     struct alignas(64) Bucket {
-        Word tags = 0; // a byte for each slot, 0 if it is free; the lowest is 1 if an entry went on to the next bucket
+        std::uint64_t tags =
+            0; // a byte for each slot, 0 if it is free; the lowest is 1 if an entry went on to the next bucket
         Slot slots[kSlots];
     };
     static_assert(sizeof(Bucket) == 64);
 
-    static constexpr Word kWentOn = 1;
+    static constexpr std::uint64_t kWentOn = 1;
 
-    static Word tagOf(const RtiFedName &name) { return name.hash() >> 56 | 0x80; }
+    static std::uint64_t tagOf(const RtiFedName &name) { return name.hash() >> 56 | 0x80; }
     static std::size_t wordsOf(std::size_t size) { return kHeadWords + (size + sizeof(Word) - 1) / sizeof(Word); }
 
-    Head headAt(std::size_t place) const {
-        Head head;
-        std::memcpy(static_cast<void *>(&head), &_block[place], sizeof head);
-        return head;
+    static Value valueAt(const Word *entry) {
+        Value value;
+        std::memcpy(static_cast<void *>(&value), entry, sizeof value);
+        return value;
     }
-    const char *textAt(std::size_t place) const { return reinterpret_cast<const char *>(&_block[place + kHeadWords]); }
+    static std::uint32_t sizeAt(const Word *entry) { return entry[kValueWords]; }
+    static const char *textAt(const Word *entry) { return reinterpret_cast<const char *>(entry + kHeadWords); }
 
-    const std::uint32_t *placeOf(const RtiFedName &name) const {
+    const Word *entryOf(const RtiFedName &name) const {
         const auto hash = static_cast<std::uint32_t>(name.hash());
-        const Word wanted = tagOf(name) * kOnes;
+        const std::uint64_t wanted = tagOf(name) * kOnes;
         const std::size_t mask = _buckets.size() - 1;
         for (std::size_t i = 0; i < _buckets.size(); ++i) {
             const Bucket &bucket = _buckets[(hash + i) & mask];
-            const Word differ = bucket.tags ^ wanted;
+            const std::uint64_t differ = bucket.tags ^ wanted;
             // The bytes that are equal; and perhaps some that are not, which the comparison sorts out.
-            for (Word found = (differ - kOnes) & ~differ & 0x80 * kOnes & ~Word(0xFF); found; found &= found - 1) {
+            for (std::uint64_t found = (differ - kOnes) & ~differ & 0x8080808080808000U; found; found &= found - 1) {
                 const Slot &slot = bucket.slots[lowestByte(found) - 1];
-                if (slot.hash == hash && isAt(slot.place, name.text()))
-                    return &slot.place;
+                if (slot.hash != hash)
+                    continue;
+                const Word *entry = &_block[slot.place];
+                if (sizeAt(entry) == name.text().size() && RtiFedName::equalUpper(name.text(), textAt(entry)))
+                    return entry;
             }
             if (!(bucket.tags & kWentOn))
                 return nullptr;
@@ -129,29 +130,25 @@ private:
         return nullptr;
     }
 
-    static int lowestByte(Word word) { return __builtin_ctzll(word) / 8; }
-
-    bool isAt(std::size_t place, std::string_view name) const {
-        return headAt(place).size == name.size() && RtiFedName::equalUpper(name, textAt(place));
-    }
+    static int lowestByte(std::uint64_t word) { return __builtin_ctzll(word) / 8; }
 
     /// Appends an entry to the block and returns its place.
     std::uint32_t append(std::string_view name, Value value) {
         const std::size_t place = _block.size();
         const std::size_t end = place + wordsOf(name.size());
         if (end > UINT32_MAX)
-            throw std::length_error("the names of one look-up take more than 32 GiB");
+            throw std::length_error("the names of one look-up take more than 16 GiB");
         if (end > _block.capacity())
             _block.reserve(std::max(end, _block.capacity() + _block.capacity() / 2));
         _block.resize(end);
-        const Head head{value, static_cast<std::uint32_t>(name.size())};
-        std::memcpy(&_block[place], &head, sizeof head);
+        std::memcpy(&_block[place], &value, sizeof value);
+        _block[place + kValueWords] = static_cast<std::uint32_t>(name.size());
         RtiFedName::putUpper(name, reinterpret_cast<char *>(&_block[place] + kHeadWords));
         return static_cast<std::uint32_t>(place);
     }
 
     /// Enters a place into the first bucket with a free slot, from that of the hash.
-    void enter(std::uint32_t hash, Word tag, std::uint32_t place) {
+    void enter(std::uint32_t hash, std::uint64_t tag, std::uint32_t place) {
         const std::size_t mask = _buckets.size() - 1;
         for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
             Bucket &bucket = _buckets[at];
@@ -172,7 +169,7 @@ private:
         old.swap(_buckets);
         for (const Bucket &bucket : old)
             for (std::size_t i = 0; i < kSlots; ++i)
-                if (const Word tag = bucket.tags >> 8 * (i + 1) & 0xFF)
+                if (const std::uint64_t tag = bucket.tags >> 8 * (i + 1) & 0xFF)
                     enter(bucket.slots[i].hash, tag, bucket.slots[i].place);
     }
 

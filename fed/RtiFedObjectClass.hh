@@ -22,6 +22,7 @@ public:
     static constexpr const char *_thisClassVersion = "1.0";
     static constexpr std::size_t _leastImageSize = 28; ///< Bytes: the length of a name, four counts, and two handles.
     static constexpr const char *_membersAre = "attributes";
+    static constexpr std::string_view _rootPrefix = "OBJECTROOT.";
 
     /// `parent` is null for a root; it is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
     RtiFedObjectClass(RtiObjectClassHandle handle, std::string name, RtiFedObjectClass *parent);
