@@ -53,6 +53,19 @@ RtiFedClause childOf(RtiFedClause parent, std::string_view keyword) {
     return child == end ? RtiFedClause::unknown : *child;
 }
 
+RtiFedClause memberOf(RtiFedClause owner) {
+    switch (owner) {
+    case C::space:
+        return C::dimension;
+    case C::objectClass:
+        return C::attribute;
+    case C::interactionClass:
+        return C::parameter;
+    default:
+        return C::unknown;
+    }
+}
+
 bool isLeaf(RtiFedClause clause) {
     const RtiFedClauseForm &form = formOf(clause);
     return form.numChildren == 0 || form.children[0] == RtiFedClause::secLevel;

@@ -1,13 +1,17 @@
 #include "infrastructure/RtiFedLexer.hh"
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace {
 
-enum Class : unsigned char { ordinary, blank, lineEnd, special };
+enum Class : unsigned char { blank, lineEnd, ordinary, special };
 
 constexpr std::array<Class, 256> classify() {
     std::array<Class, 256> classes{};
+    for (Class &c : classes)
+        c = ordinary;
     for (const char c : {' ', '\t', '\v', '\f'})
         classes[static_cast<unsigned char>(c)] = blank;
     for (const char c : {'\n', '\r'})
@@ -21,6 +25,55 @@ constexpr auto kClasses = classify();
 
 Class classOf(char c) {
     return kClasses[static_cast<unsigned char>(c)];
+}
+
+// Sixteen bytes, or the same as two words, which the compiler works on as a whole.
+using Block = unsigned char __attribute__((vector_size(16)));
+using Words = std::uint64_t __attribute__((vector_size(16)));
+
+/// Which of sixteen bytes is the first that is not 0; 16 if none is.
+RtiFedOffset firstOf(Block block) {
+    const auto words = reinterpret_cast<Words>(block);
+    const std::uint64_t word = words[0] ? words[0] : words[1];
+    if (word == 0)
+        return 16;
+#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    const auto inWord = static_cast<RtiFedOffset>(__builtin_ctzll(word)) / 8;
+#else
+    const auto inWord = static_cast<RtiFedOffset>(__builtin_clzll(word)) / 8;
+#endif
+    return inWord + (words[0] ? 0 : 8);
+}
+
+/// The first byte from `at` on that is not of a kind, or the end. `isOf` tells it of a byte, and `mayEnd` marks in a
+/// block those that may not be.
+template <class IsOf, class MayEnd>
+RtiFedOffset endOfRun(std::string_view bytes, RtiFedOffset at, IsOf isOf, MayEnd mayEnd) {
+    while (at < bytes.size()) {
+        if (at + sizeof(Block) <= bytes.size()) {
+            Block block;
+            std::memcpy(&block, &bytes[at], sizeof block);
+            const RtiFedOffset run = firstOf(reinterpret_cast<Block>(mayEnd(block)));
+            at += run;
+            if (run == sizeof(Block))
+                continue;
+        }
+        if (!isOf(bytes[at]))
+            break;
+        ++at;
+    }
+    return at;
+}
+
+RtiFedOffset endOfWord(std::string_view bytes, RtiFedOffset at) {
+    return endOfRun(
+        bytes, at, [](char c) { return classOf(c) == ordinary; },
+        [](Block b) { return (b <= ' ') | (b == '(') | (b == ')') | (b == '"') | (b == ';'); });
+}
+
+RtiFedOffset endOfBlanks(std::string_view bytes, RtiFedOffset at) {
+    return endOfRun(
+        bytes, at, [](char c) { return classOf(c) <= lineEnd; }, [](Block b) { return b != ' '; });
 }
 
 } // namespace
@@ -68,10 +121,27 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
     default:
         break;
     }
-    RtiFedOffset end = _at;
-    while (end < _bytes.size() && classOf(_bytes[end]) == ordinary)
-        ++end;
-    readName(token, end);
+    readName(token, endOfWord(_bytes, _at));
+}
+
+std::size_t RtiFedLexer::nextPlainClause(Words &words) {
+    RtiFedOffset at = _at;
+    const auto size = static_cast<RtiFedOffset>(_bytes.size());
+    for (std::size_t count = 0;; ++count) {
+        if (at < size && classOf(_bytes[at]) <= lineEnd && ++at < size && classOf(_bytes[at]) <= lineEnd)
+            at = endOfBlanks(_bytes, at); // more than the one that is common
+        const RtiFedOffset begin = at;
+        at = endOfWord(_bytes, at);
+        if (at == begin) {
+            if (at == size || _bytes[at] != ')')
+                return 0;
+            _at = at + 1;
+            return count;
+        }
+        if (count == words.size())
+            return 0;
+        words[count] = {begin, at - begin};
+    }
 }
 
 /// Behind the second quote of the pair that begins here. Where the line ends before one, here; but where the text ends,
@@ -87,15 +157,9 @@ RtiFedOffset RtiFedLexer::endOfQuoted() const {
 }
 
 void RtiFedLexer::skipBlanksAndComments() {
-    for (; _at < _bytes.size(); ++_at) {
-        const Class found = classOf(_bytes[_at]);
-        if (found == blank || found == lineEnd)
-            continue;
-        if (_bytes[_at] != ';')
-            return;
-        while (_at + 1 < _bytes.size() && classOf(_bytes[_at + 1]) != lineEnd && _bytes[_at + 1] != '\0')
+    for (_at = endOfBlanks(_bytes, _at); _at < _bytes.size() && _bytes[_at] == ';'; _at = endOfBlanks(_bytes, _at))
+        while (_at < _bytes.size() && classOf(_bytes[_at]) != lineEnd && _bytes[_at] != '\0')
             ++_at;
-    }
 }
 
 void RtiFedLexer::readName(RtiFedToken &token, RtiFedOffset end) {

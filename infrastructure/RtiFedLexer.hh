@@ -2,6 +2,8 @@
 
 #include "infrastructure/RtiFedText.hh"
 
+#include <array>
+
 
 /// One token of a FED text.
 struct RtiFedToken {
@@ -27,9 +29,19 @@ public:
     RtiFedLexer(const RtiFedText &text, RtiFedOffset at, RtiFedOffset end)
         : _bytes(text.bytes().substr(0, end)), _at(at) {}
 
+    /// How far the text was read.
+    RtiFedOffset at() const { return _at; }
+
     RtiFedToken next();
     /// The same, into a token that is there: a copy of one just written costs more than to read it.
     void next(RtiFedToken &token);
+
+    /// The words of a clause, as far as it has any.
+    using Words = std::array<RtiFedSpan, 5>;
+
+    /// Reads the rest of a clause that is nothing but words and the ")" behind them, without quotes or comments. Returns
+    /// how many words there are; 0 if it is no such clause or has too many, and then nothing was read.
+    std::size_t nextPlainClause(Words &words);
 
 private:
     void skipBlanksAndComments();

@@ -35,6 +35,16 @@ std::size_t printableSize(std::string_view bytes) {
     return overlong || surrogate || outside || (size == 2 && control) || mark ? 0 : size;
 }
 
+/// How much of a file is still to be read, as far as it says so and a text may be so long.
+std::size_t bytesLeft(std::FILE *file) {
+    const long position = std::ftell(file);
+    if (position < 0 || std::fseek(file, 0, SEEK_END) != 0)
+        return 0;
+    const long end = std::ftell(file);
+    std::fseek(file, position, SEEK_SET);
+    return end > position ? std::min(static_cast<std::size_t>(end - position), std::size_t(kMaxTextSize)) : 0;
+}
+
 } // namespace
 
 struct RtiFedParser::Contents {
@@ -81,12 +91,15 @@ RtiFedParser::RtiFedParser(std::string text) : _contents(std::make_unique<Conten
 RtiFedParser::~RtiFedParser() = default;
 
 std::string RtiFedParser::readText(std::FILE *file) {
+    constexpr std::size_t kChunk = 65536;
     std::string text;
-    char chunk[65536];
-    while (const std::size_t size = std::fread(chunk, 1, sizeof chunk, file)) {
-        text.append(chunk, size);
-        if (std::memchr(chunk, '\0', size) || text.size() > kMaxTextSize)
-            return text;
+    text.reserve(bytesLeft(file) + kChunk);
+    for (bool more = true; more;) {
+        const std::size_t before = text.size();
+        text.resize(before + kChunk);
+        const std::size_t size = std::fread(&text[before], 1, kChunk, file);
+        text.resize(before + size);
+        more = size > 0 && !std::memchr(&text[before], '\0', size) && text.size() <= kMaxTextSize;
     }
     if (std::ferror(file))
         throw std::string("the file cannot be read: ") + std::strerror(errno);

@@ -41,9 +41,9 @@ void RtiFedReader::openFed() {
 void RtiFedReader::step() {
     switch (_token.kind) {
     case Kind::open:
-        return readClause();
+        return readPlainMember() ? void() : readClause();
     case Kind::close:
-        return closeClause();
+        return closeClause(_token.begin);
     case Kind::name:
         return readStrayNames();
     case Kind::nul:
@@ -51,6 +51,35 @@ void RtiFedReader::step() {
     case Kind::end:
         return leaveAllOpen();
     }
+}
+
+/// Reads an attribute, parameter or dimension in one go if nothing about it is out of the ordinary; they are most of a
+/// text. If not, nothing was read, and the grammar is followed word by word.
+bool RtiFedReader::readPlainMember() {
+    const RtiFedClause owner = _open.back().name.kind;
+    const RtiFedClause kind = memberOf(owner);
+    if (kind == RtiFedClause::unknown)
+        return false;
+    RtiFedLexer lexer = _lexer;
+    RtiFedLexer::Words words;
+    const std::size_t count = lexer.nextPlainClause(words);
+    const RtiFedClauseForm &form = formOf(kind);
+    const bool hasSpace = form.maySpace && count == form.numArguments + 2;
+    if ((count != form.numArguments + 1 && !hasSpace) || !isKeywordOf(kind, _text.at(words[0])))
+        return false;
+    if (hasSpace && childOf(owner, _text.at(words[count - 1])) != RtiFedClause::unknown)
+        return false; // perhaps no space, but the next clause without its "("
+    RtiFedArguments arguments;
+    std::copy(words.begin() + 1, words.begin() + static_cast<std::ptrdiff_t>(count), arguments.begin());
+    _open.back().hasClauses = true;
+    _open.push_back({{kind, _token.begin, arguments[0]}});
+    if (!declare(arguments)) {
+        _open.pop_back();
+        return false;
+    }
+    _lexer = lexer;
+    closeClause(lexer.at() - 1);
+    return true;
 }
 
 void RtiFedReader::readClause() {
@@ -239,10 +268,11 @@ bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArgu
     return true;
 }
 
-void RtiFedReader::closeClause() {
+/// Closes the innermost clause with the ")" at this place, the last that was read.
+void RtiFedReader::closeClause(RtiFedOffset at) {
     _spacesRead = _spacesRead || _open.back().name.kind == RtiFedClause::spaces;
     _lastClosed = _open.back();
-    _lastClose = _token.begin;
+    _lastClose = at;
     _open.pop_back();
     advance();
     _behindClose = true;

@@ -40,6 +40,7 @@ private:
     void advance();
     void openFed();
     void step();
+    bool readPlainMember();
     void readClause();
     void readClauseAt(RtiFedOffset begin, bool behindClose);
     void refuseClause(RtiFedOffset begin);
@@ -48,7 +49,7 @@ private:
     bool readArgument(std::size_t index, RtiFedArguments &arguments);
     bool declare(const RtiFedArguments &arguments);
     bool declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArguments &arguments);
-    void closeClause();
+    void closeClause(RtiFedOffset at);
     void readStrayNames();
     void forgetArguments();
     void skipClause(std::size_t wordsRead);
