@@ -2,14 +2,12 @@
 
 #include "fed/RtiFedFields.hh"
 
-#include <utility>
-
 // The doubled comma of three separators is part of the text that others read.
 const RtiFedField<RtiFedAttribute> RtiFedAttribute::_fields[] = {
-    {"_theHandle", [](const RtiFedAttribute &a) { return fieldText(a._theHandle); }},
-    {"_defaultTransport", [](const RtiFedAttribute &a) { return fieldText(a._defaultTransport); }, "'',, "},
-    {"_defaultOrdering", [](const RtiFedAttribute &a) { return fieldText(a._defaultOrdering); }, "'',, "},
-    {"_defaultSpace", [](const RtiFedAttribute &a) { return fieldText(a._defaultSpace); }, "'',, "}};
+    {"_theHandle", [](const RtiFedAttribute &a) { return fieldText(a.getHandle()); }},
+    {"_defaultTransport", [](const RtiFedAttribute &a) { return fieldText(a.getTransport()); }, "'',, "},
+    {"_defaultOrdering", [](const RtiFedAttribute &a) { return fieldText(a.getOrdering()); }, "'',, "},
+    {"_defaultSpace", [](const RtiFedAttribute &a) { return fieldText(a.getSpace()); }, "'',, "}};
 
 // The handle stands last in the image, though first in the dump: processes exchange images of this order.
 template <class Attribute, class Visit>
@@ -20,24 +18,19 @@ void RtiFedAttribute::visitImage(Attribute &attribute, Visit visit) {
     visit(attribute._theHandle);
 }
 
-RtiFedAttribute::RtiFedAttribute(RtiAttributeHandle handle, std::string name, RtiTransportationHandle transport,
-                                 RtiOrderingHandle ordering, RtiSpaceHandle space)
-    : RtiFedElement(std::move(name)), _theHandle(handle), _defaultTransport(transport), _defaultOrdering(ordering),
-      _defaultSpace(space) {}
-
 RtiFedAttribute::RtiFedAttribute(RtiBuffer &buffer) {
     RtiFedAttribute::restore(buffer);
 }
 
 RTI_bool RtiFedAttribute::save(RtiBuffer &buffer) const {
     RtiFedElement::save(buffer);
-    visitImage(*this, [&buffer](const RtiSaveableType &field) { buffer.put(field); });
+    visitImage(*this, [&buffer](const auto &field) { field.save(buffer); });
     return RTI_true;
 }
 
 void RtiFedAttribute::restore(RtiBuffer &buffer) {
     RtiFedElement::restore(buffer);
-    visitImage(*this, [&buffer](RtiSaveableType &field) { buffer.get(field); });
+    visitImage(*this, [&buffer](auto &field) { field.restore(buffer); });
 }
 
 void RtiFedAttribute::dump(std::ostream &os) const {

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "fed/RtiFedElement.hh"
+#include "fed/RtiFedStoredHandle.hh"
 #include "fed/RtiTypeWrapper.hh"
+
+#include <utility>
 
 /// An attribute of an object class: its name, its handle, and the transportation, ordering and routing space that the
 /// FED file gives it. The space handle is 0 for an attribute in no space.
@@ -14,8 +17,10 @@ public:
     static constexpr const char *_thisClassVersion = "1.0";
     static constexpr std::size_t _leastImageSize = 20; ///< Bytes: the length of a name, and four handles.
 
-    RtiFedAttribute(RtiAttributeHandle handle, std::string name, RtiTransportationHandle transport,
-                    RtiOrderingHandle ordering, RtiSpaceHandle space);
+    RtiFedAttribute(const RtiAttributeHandle &handle, std::string name, const RtiTransportationHandle &transport,
+                    const RtiOrderingHandle &ordering, const RtiSpaceHandle &space)
+        : RtiFedElement(std::move(name)), _theHandle(handle), _defaultTransport(transport), _defaultOrdering(ordering),
+          _defaultSpace(space) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedAttribute(RtiBuffer &buffer);
 
@@ -36,8 +41,8 @@ private:
     template <class Attribute, class Visit>
     static void visitImage(Attribute &attribute, Visit visit);
 
-    RtiAttributeHandle _theHandle;
-    RtiTransportationHandle _defaultTransport;
-    RtiOrderingHandle _defaultOrdering;
-    RtiSpaceHandle _defaultSpace;
+    RtiFedStoredHandle<RtiAttributeHandle> _theHandle;
+    RtiFedStoredHandle<RtiTransportationHandle> _defaultTransport;
+    RtiFedStoredHandle<RtiOrderingHandle> _defaultOrdering;
+    RtiFedStoredHandle<RtiSpaceHandle> _defaultSpace;
 };

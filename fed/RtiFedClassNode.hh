@@ -4,6 +4,7 @@
 #include "fed/RtiFedFields.hh"
 #include "fed/RtiFedHandleSet.hh"
 #include "fed/RtiFedMemberTable.hh"
+#include "fed/RtiFedStoredHandle.hh"
 #include "infrastructure/RtiFedLimits.hh"
 
 #include <memory>
@@ -98,7 +99,7 @@ protected:
     }
 
     unsigned long sharedChecksum() const {
-        unsigned long checksum = checksumOf(getName()) ^ checksumOf(_theHandle) ^ _members.checksum();
+        unsigned long checksum = checksumOf(getName()) ^ checksumOf(getHandle()) ^ _members.checksum();
         forEachSubclass([&checksum](const Node &subclass) { checksum ^= subclass.getChecksum(); });
         return checksum;
     }
@@ -140,8 +141,8 @@ protected:
     Node *_parent = nullptr; // beside the members, since most look-ups go on from there
     RtiFedMemberTable<Member> _members;
     RtiFedHandleSet<Handle> _childrenClasses;
-    Handle _theHandle;
-    Handle _parentHandle;
+    RtiFedStoredHandle<Handle> _theHandle;
+    RtiFedStoredHandle<Handle> _parentHandle;
 
 private:
     struct Owned {

@@ -3,12 +3,8 @@
 #include "fed/RtiFedFields.hh"
 #include "infrastructure/RtiStringUtility.hh"
 
-#include <utility>
-
 const RtiFedField<RtiFedElement> RtiFedElement::_fields[] = {
     {"_name", [](const RtiFedElement &e) { return fieldText(e._name); }}};
-
-RtiFedElement::RtiFedElement(std::string name) : _name(std::move(name)) {}
 
 RtiFedElement::RtiFedElement(RtiBuffer &buffer) {
     RtiFedElement::restore(buffer);

@@ -4,6 +4,7 @@
 #include "infrastructure/RtiSaveableType.hh"
 
 #include <string>
+#include <utility>
 
 template <class Record>
 struct RtiFedField;
@@ -16,7 +17,7 @@ public:
     static constexpr const char *_thisClassName = "RtiFedElement";
     static constexpr const char *_thisClassVersion = "1.0";
 
-    explicit RtiFedElement(std::string name);
+    explicit RtiFedElement(std::string name) : _name(std::move(name)) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedElement(RtiBuffer &buffer);
 

@@ -33,8 +33,10 @@ public:
             return false;
         const Number number = handle._value;
         if (!isInVector(number) && isNear(number))
-            _vector.resize(static_cast<std::size_t>(number) + 1);
-        if (isInVector(number) && !isEmpty(value))
+            _vector.resize(static_cast<std::size_t>(number)); // and the value behind, most often the only one
+        if (static_cast<std::size_t>(number) == _vector.size() && isNear(number) && !isEmpty(value))
+            _vector.push_back(std::move(value));
+        else if (isInVector(number) && !isEmpty(value))
             _vector[static_cast<std::size_t>(number)] = std::move(value);
         else
             _tree.emplace(number, std::move(value));

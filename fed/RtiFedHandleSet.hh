@@ -3,8 +3,11 @@
 #include "fed/RtiFedImage.hh"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <set>
-#include <vector>
+#include <utility>
 
 /// A set of handles of one kind, kept as runs of consecutive numbers, ascending. Handles come from counters in the
 /// order of the file, so that the descendants of a class are a run or two.
@@ -16,50 +19,72 @@ class RtiFedHandleSet {
     using Number = decltype(Handle::_value);
 
 public:
+    RtiFedHandleSet() = default;
+    RtiFedHandleSet(const RtiFedHandleSet &) = delete;
+    RtiFedHandleSet &operator=(const RtiFedHandleSet &) = delete;
+
     void insert(Handle handle) {
         const Number number = handle._value;
-        auto next = std::upper_bound(_runs.begin(), _runs.end(), number, isBefore); // the first run behind it
-        const bool joinsNext = next != _runs.end() && next->first - 1 == number;
-        if (next != _runs.begin()) {
+        if (extendsLast(number)) {
+            ++_runs[_numRuns - 1].last;
+            return;
+        }
+        Run *next = std::upper_bound(begin(), end(), number, isBefore); // the first run behind it
+        const bool joinsNext = next != end() && next->first - 1 == number;
+        if (next != begin()) {
             Run &run = *(next - 1);
             if (number <= run.last)
                 return;
             if (number - 1 == run.last) {
                 run.last = joinsNext ? next->last : number;
-                if (joinsNext)
-                    _runs.erase(next);
-                ++_size;
+                if (joinsNext) {
+                    std::move(next + 1, end(), next);
+                    --_numRuns;
+                }
                 return;
             }
         }
-        if (joinsNext)
+        if (joinsNext) {
             next->first = number;
-        else
-            _runs.insert(next, {number, number});
-        ++_size;
+            return;
+        }
+        const auto place = next - begin();
+        makeRoomFor(handle);
+        std::move_backward(begin() + place, end(), end() + 1);
+        _runs[static_cast<std::size_t>(place)] = {number, number};
+        ++_numRuns;
     }
 
     /// Takes the memory that the next insert may need, so that it cannot fail if it is that of this handle.
     void makeRoomFor(Handle handle) {
-        const bool joins = !_runs.empty() && _runs.back().last == handle._value - 1;
-        if (!joins && _runs.size() == _runs.capacity())
-            _runs.reserve(_runs.size() * 2 + 1);
+        if (_numRuns < _capacity || extendsLast(handle._value))
+            return;
+        const std::uint32_t capacity = _capacity == 0 ? 2 : 2 * _capacity;
+        std::unique_ptr<Run[]> runs(new Run[capacity]);
+        std::copy(begin(), end(), runs.get());
+        _runs = std::move(runs);
+        _capacity = capacity;
     }
 
     bool contains(Handle handle) const {
-        const auto next = std::upper_bound(_runs.begin(), _runs.end(), handle._value, isBefore);
-        return next != _runs.begin() && handle._value <= (next - 1)->last;
+        const Run *next = std::upper_bound(begin(), end(), handle._value, isBefore);
+        return next != begin() && handle._value <= (next - 1)->last;
     }
 
-    std::size_t size() const { return _size; }
+    std::size_t size() const {
+        std::size_t size = 0;
+        for (const Run *run = begin(); run != end(); ++run)
+            size += static_cast<std::size_t>(run->last - run->first) + 1;
+        return size;
+    }
 
     /// Calls `visit` with each handle, ascending.
     template <class Visit>
     void forEach(Visit visit) const {
-        for (const Run &run : _runs)
-            for (Number number = run.first;; ++number) {
+        for (const Run *run = begin(); run != end(); ++run)
+            for (Number number = run->first;; ++number) {
                 visit(Handle(number));
-                if (number == run.last)
+                if (number == run->last)
                     break;
             }
     }
@@ -71,21 +96,20 @@ public:
     }
 
     void save(RtiBuffer &buffer) const {
-        buffer.put(static_cast<unsigned long>(_size));
+        buffer.put(static_cast<unsigned long>(size()));
         forEach([&buffer](const Handle &handle) { buffer.put(handle); });
     }
     /// Throws RTI::RTIinternalError for handles that do not ascend.
     void restore(RtiBuffer &buffer) {
         const unsigned long count = readCount(buffer, 4, "handles");
-        _runs.clear();
-        _size = 0;
+        _numRuns = 0;
         for (unsigned long i = 0; i < count; ++i) {
             const std::size_t byte = imageByte(buffer);
             Handle handle;
             buffer.get(handle);
-            if (i > 0 && handle._value <= _runs.back().last)
+            if (i > 0 && handle._value <= _runs[_numRuns - 1].last)
                 refuseImage(byte, "the handle ", toString(handle._value), " stands behind ",
-                            toString(_runs.back().last));
+                            toString(_runs[_numRuns - 1].last));
             insert(handle);
         }
     }
@@ -96,6 +120,17 @@ private:
     };
     static bool isBefore(Number number, const Run &run) { return number < run.first; }
 
-    std::vector<Run> _runs; // ascending, with a gap between each two
-    std::size_t _size = 0;
+    bool extendsLast(Number number) const {
+        return _numRuns > 0 && _runs[_numRuns - 1].last < number && _runs[_numRuns - 1].last == number - 1;
+    }
+
+    Run *begin() { return _runs.get(); }
+    Run *end() { return _runs.get() + _numRuns; }
+    const Run *begin() const { return _runs.get(); }
+    const Run *end() const { return _runs.get() + _numRuns; }
+
+    // A vector of a third of its size: most classes have neither children nor descendants.
+    std::unique_ptr<Run[]> _runs; // ascending, with a gap between each two
+    std::uint32_t _numRuns = 0;
+    std::uint32_t _capacity = 0;
 };

@@ -5,11 +5,11 @@
 using Node = RtiFedInteractionClass;
 
 const RtiFedField<Node> RtiFedInteractionClass::_fields[] = {
-    {"_theHandle", [](const Node &c) { return fieldText(c._theHandle); }},
-    {"_parentInteractionClassHandle", [](const Node &c) { return fieldText(c._parentHandle); }},
-    {"_defaultTransport", [](const Node &c) { return fieldText(c._defaultTransport); }},
-    {"_defaultOrdering", [](const Node &c) { return fieldText(c._defaultOrdering); }},
-    {"_defaultSpace", [](const Node &c) { return fieldText(c._defaultSpace); }},
+    {"_theHandle", [](const Node &c) { return fieldText(c.getHandle()); }},
+    {"_parentInteractionClassHandle", [](const Node &c) { return fieldText(c.getParentClassHandle()); }},
+    {"_defaultTransport", [](const Node &c) { return fieldText(c.getDefaultTransport()); }},
+    {"_defaultOrdering", [](const Node &c) { return fieldText(c.getDefaultOrdering()); }},
+    {"_defaultSpace", [](const Node &c) { return fieldText(c.getDefaultSpace()); }},
     {"size _subClassHandleToPtrMap", [](const Node &c) { return fieldText(c.numSubclasses()); }},
     {"size _parameterHandlePtrMap", [](const Node &c) { return fieldText(c._members.numHandles()); }},
     {"size _parameterNamePtrMap", [](const Node &c) { return fieldText(c._members.numNames()); }},
@@ -95,12 +95,13 @@ unsigned long RtiFedInteractionClass::getNumberOfParameters() const {
 }
 
 unsigned long RtiFedInteractionClass::getChecksum() const {
-    return sharedChecksum() ^ checksumOf(_defaultTransport) ^ checksumOf(_defaultOrdering) ^ checksumOf(_defaultSpace);
+    return sharedChecksum() ^ checksumOf(getDefaultTransport()) ^ checksumOf(getDefaultOrdering()) ^
+           checksumOf(getDefaultSpace());
 }
 
 RTI_bool RtiFedInteractionClass::save(RtiBuffer &buffer) const {
     saveShared(buffer);
-    visitImage(*this, [&buffer](const RtiSaveableType &field) { buffer.put(field); });
+    visitImage(*this, [&buffer](const auto &field) { field.save(buffer); });
     return RTI_true;
 }
 
@@ -110,7 +111,7 @@ void RtiFedInteractionClass::restore(RtiBuffer &buffer) {
 
 void RtiFedInteractionClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
     restoreShared(buffer, level);
-    visitImage(*this, [&buffer](RtiSaveableType &field) { buffer.get(field); });
+    visitImage(*this, [&buffer](auto &field) { field.restore(buffer); });
 }
 
 void RtiFedInteractionClass::dump(std::ostream &os) const {

@@ -82,7 +82,7 @@ private:
     RtiFedInteractionClass(RtiBuffer &buffer, unsigned level);
     void restoreAtLevel(RtiBuffer &buffer, unsigned level);
 
-    RtiTransportationHandle _defaultTransport;
-    RtiOrderingHandle _defaultOrdering;
-    RtiSpaceHandle _defaultSpace;
+    RtiFedStoredHandle<RtiTransportationHandle> _defaultTransport;
+    RtiFedStoredHandle<RtiOrderingHandle> _defaultOrdering;
+    RtiFedStoredHandle<RtiSpaceHandle> _defaultSpace;
 };

@@ -49,8 +49,8 @@ public:
     Record *find(const RtiFedName &name) const {
         if (!(_filter & bitOf(name)))
             return nullptr;
-        if (_names)
-            return _names->find(name);
+        if (_extra && _extra->names)
+            return _extra->names->find(name);
         for (const Entry *entry = _entries; entry != _entries + _size; ++entry)
             if (entry->hash == hashOf(name) && RtiFedName::equal(entry->record->RtiFedElement::getName(), name.text()))
                 return entry->record;
@@ -64,8 +64,8 @@ public:
         return find(name);
     }
     Record *find(Handle handle) const {
-        if (_handles) {
-            Record *const *found = _handles->find(handle);
+        if (_extra && _extra->handles) {
+            Record *const *found = _extra->handles->find(handle);
             return found ? *found : nullptr;
         }
         if (_size == 0 || !fits(handle))
@@ -82,8 +82,8 @@ public:
     /// The record added at this place, counted from 0, or null behind the last.
     Record *at(unsigned long index) const { return index < _size ? _entries[index].record : nullptr; }
     std::size_t size() const { return _size; }
-    std::size_t numNames() const { return _numNames; }
-    std::size_t numHandles() const { return _handles ? _handles->size() : _size; }
+    std::size_t numNames() const { return _size - (_extra ? _extra->numNameless : 0); }
+    std::size_t numHandles() const { return _extra && _extra->handles ? _extra->handles->size() : _size; }
 
     /// Iterates over the records, in the order of addition.
     class Iterator {
@@ -135,6 +135,15 @@ private:
     static constexpr std::size_t kFew = 8;       // a look-up by name among more of them is worth a table
     static constexpr std::size_t kFirstRoom = 4; // entries
 
+    using Names = RtiFedNameMap<Record *>;
+    using Handles = RtiFedHandleMap<Handle, Record *>;
+    /// What few tables need.
+    struct Extra {
+        std::unique_ptr<RtiFedArena> arena; // its own
+        std::unique_ptr<Names> names;       // from the first name beyond a few
+        std::unique_ptr<Handles> handles;   // from the first handle that does not ascend
+        std::uint32_t numNameless = 0;      // records whose name was taken
+    };
     using Owner = std::unique_ptr<Record, RtiFedDestroy>;
 
     static RtiFedName nameOf(const Record &record) { return record.RtiFedElement::getName(); }
@@ -148,10 +157,15 @@ private:
 
     RtiFedArena &arena() {
         if (!_arena) {
-            _ownArena = std::make_unique<RtiFedArena>();
-            _arena = _ownArena.get();
+            extra().arena = std::make_unique<RtiFedArena>();
+            _arena = _extra->arena.get();
         }
         return *_arena;
+    }
+    Extra &extra() {
+        if (!_extra)
+            _extra = std::make_unique<Extra>();
+        return *_extra;
     }
 
     template <class... Arguments>
@@ -161,28 +175,34 @@ private:
 
     Record *adopt(Owner record, std::uint64_t hash) {
         const Handle handle = record->getHandle();
-        const RtiFedName name = RtiFedName(record->RtiFedElement::getName(), hash);
-        const bool isNew = !find(name);
+        const RtiFedName name(record->RtiFedElement::getName(), hash);
         if (_size == _capacity)
             reserve(_capacity == 0 ? kFirstRoom : std::size_t(2) * _capacity);
-        if (!_handles && !ascendsTo(handle))
-            indexHandles();
-        if (!_names && isNew && _size >= kFew)
-            indexNames();
-        const bool handled = _handles && _handles->insert(handle, record.get());
-        try {
-            if (_names && isNew)
-                _names->insert(name, record.get());
-        } catch (...) {
-            if (handled)
-                _handles->erase(handle);
-            throw;
-        }
+        const bool isNew = !find(name);
+        if (_extra || !isNew || _size >= kFew || !ascendsTo(handle))
+            index(*record, handle, name, isNew);
         _filter |= bitOf(name);
-        _numNames += isNew ? 1 : 0;
         _entries[_size] = {record.get(), hashOf(name), static_cast<std::uint32_t>(handle._value)};
         ++_size;
         return record.release();
+    }
+
+    /// Enters the next record into the tables that a large or unusual set of members has.
+    void index(Record &record, const Handle &handle, const RtiFedName &name, bool isNew) {
+        if (!extra().handles && !ascendsTo(handle))
+            _extra->handles = allHandles();
+        if (!_extra->names && isNew && _size >= kFew)
+            _extra->names = allNames();
+        const bool handled = _extra->handles && _extra->handles->insert(handle, &record);
+        try {
+            if (_extra->names && isNew)
+                _extra->names->insert(name, &record);
+        } catch (...) {
+            if (handled)
+                _extra->handles->erase(handle);
+            throw;
+        }
+        _extra->numNameless += isNew ? 0 : 1;
     }
 
     void reserve(std::size_t capacity) {
@@ -196,17 +216,17 @@ private:
         _capacity = static_cast<std::uint32_t>(capacity);
     }
 
-    void indexHandles() {
-        auto handles = std::make_unique<RtiFedHandleMap<Handle, Record *>>();
+    std::unique_ptr<Handles> allHandles() const {
+        auto handles = std::make_unique<Handles>();
         for (Record &record : *this)
             handles->insert(record.getHandle(), &record);
-        _handles = std::move(handles);
+        return handles;
     }
-    void indexNames() {
-        auto names = std::make_unique<RtiFedNameMap<Record *>>();
+    std::unique_ptr<Names> allNames() const {
+        auto names = std::make_unique<Names>();
         for (Record &record : *this) // a name that is taken keeps its first record
             names->insert(nameOf(record), &record);
-        _names = std::move(names);
+        return names;
     }
 
     void destroyRecords() {
@@ -221,11 +241,9 @@ private:
         destroyRecords();
         _filter = 0;
         _entries = nullptr;
-        _size = _capacity = _numNames = 0;
-        _names.reset();
-        _handles.reset();
+        _size = _capacity = 0;
         _arena = nullptr;
-        _ownArena.reset();
+        _extra.reset();
     }
 
     std::uint64_t _filter = 0; // a bit for each name, chosen by its hash
@@ -233,8 +251,5 @@ private:
     std::uint32_t _size = 0;
     std::uint32_t _capacity = 0;
     RtiFedArena *_arena = nullptr; // shared with others, or its own
-    std::unique_ptr<RtiFedArena> _ownArena;
-    std::unique_ptr<RtiFedNameMap<Record *>> _names;             // from the first name beyond a few
-    std::unique_ptr<RtiFedHandleMap<Handle, Record *>> _handles; // from the first handle that does not ascend
-    std::uint32_t _numNames = 0;
+    std::unique_ptr<Extra> _extra;
 };

@@ -2,6 +2,7 @@
 
 #include "fed/RtiFedElement.hh"
 #include "fed/RtiFedFields.hh"
+#include "fed/RtiFedStoredHandle.hh"
 
 #include <utility>
 
@@ -14,7 +15,8 @@ class RtiFedNumberedElement : public RtiFedElement {
 public:
     static constexpr std::size_t _leastImageSize = 8; ///< Bytes: the length of a name, and a handle.
 
-    RtiFedNumberedElement(Handle handle, std::string name) : RtiFedElement(std::move(name)), _theHandle(handle) {}
+    RtiFedNumberedElement(const Handle &handle, std::string name)
+        : RtiFedElement(std::move(name)), _theHandle(handle) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedNumberedElement(RtiBuffer &buffer) { RtiFedNumberedElement::restore(buffer); }
 
@@ -22,12 +24,12 @@ public:
 
     RTI_bool save(RtiBuffer &buffer) const override {
         RtiFedElement::save(buffer);
-        buffer.put(_theHandle);
+        _theHandle.save(buffer);
         return RTI_true;
     }
     void restore(RtiBuffer &buffer) override {
         RtiFedElement::restore(buffer);
-        buffer.get(_theHandle);
+        _theHandle.restore(buffer);
     }
     void dump(std::ostream &os) const override { dumpFields(_fields, *this, os); }
     void diff(RtiBuffer &buffer, std::ostream &os) const override { diffFields(_fields, *this, buffer, os); }
@@ -35,9 +37,9 @@ public:
 private:
     static const RtiFedField<RtiFedNumberedElement> _fields[1];
 
-    Handle _theHandle;
+    RtiFedStoredHandle<Handle> _theHandle;
 };
 
 template <class Handle>
 const RtiFedField<RtiFedNumberedElement<Handle>> RtiFedNumberedElement<Handle>::_fields[] = {
-    {"_theHandle", [](const RtiFedNumberedElement &e) { return fieldText(e._theHandle); }}};
+    {"_theHandle", [](const RtiFedNumberedElement &e) { return fieldText(e.getHandle()); }}};

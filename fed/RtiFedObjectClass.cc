@@ -5,8 +5,8 @@
 using Node = RtiFedObjectClass;
 
 const RtiFedField<Node> RtiFedObjectClass::_fields[] = {
-    {"_theHandle", [](const Node &c) { return fieldText(c._theHandle); }},
-    {"_parentObjectClassHandle", [](const Node &c) { return fieldText(c._parentHandle); }},
+    {"_theHandle", [](const Node &c) { return fieldText(c.getHandle()); }},
+    {"_parentObjectClassHandle", [](const Node &c) { return fieldText(c.getParentClassHandle()); }},
     {"size _subClassHandleToPtrMap", [](const Node &c) { return fieldText(c.numSubclasses()); }},
     {"size _attributeNameMap", [](const Node &c) { return fieldText(c._members.numNames()); }},
     {"size _attributeHandleMap", [](const Node &c) { return fieldText(c._members.numHandles()); }},
@@ -139,8 +139,8 @@ unsigned long RtiFedObjectClass::getChecksum() const {
 RTI_bool RtiFedObjectClass::save(RtiBuffer &buffer) const {
     saveShared(buffer);
     _allChildrenClasses.save(buffer);
-    buffer.put(_theHandle);
-    buffer.put(_parentHandle);
+    _theHandle.save(buffer);
+    _parentHandle.save(buffer);
     return RTI_true;
 }
 
@@ -153,8 +153,8 @@ void RtiFedObjectClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
     _availableFedAttributes.set(nullptr);
     restoreShared(buffer, level);
     _allChildrenClasses.restore(buffer);
-    buffer.get(_theHandle);
-    buffer.get(_parentHandle);
+    _theHandle.restore(buffer);
+    _parentHandle.restore(buffer);
 }
 
 void RtiFedObjectClass::dump(std::ostream &os) const {

@@ -53,37 +53,35 @@ struct RtiFedParser::Contents {
                   [this](RtiFedSpan a, RtiFedSpan b) { return lessInAnyCase(text.at(a), text.at(b)); });
     }
 
-    /// Makes a declaration the one whose position is asked for, and returns its texts.
-    std::array<std::string, 4> enter(const RtiFedArguments &arguments) {
-        current = arguments;
-        return {std::string(text.at(arguments[0])), std::string(text.at(arguments[1])),
-                std::string(text.at(arguments[2])), std::string(text.at(arguments[3]))};
-    }
+    std::string textOf(RtiFedSpan span) const { return std::string(text.at(span)); }
 
-    /// Calls `onClass` with the full name and texts of each class and `onMember` with the texts of each member.
+    /// Calls `onClass` with the full name and arguments of each class, and `onMember` with the arguments of each
+    /// member.
     template <class OnClass, class OnMember>
     void deliver(const RtiFedDeclarations::Tree &tree, OnClass onClass, OnMember onMember) {
         std::string path;
         std::vector<std::size_t> ends; // of the full names of the classes around, by level
         for (const RtiFedDeclarations::Class &declared : tree.classes) {
+            current = declared.arguments;
             ends.resize(declared.level - 1);
             path.resize(ends.empty() ? 0 : ends.back());
             if (!ends.empty())
                 path += '.';
-            auto texts = enter(declared.arguments);
-            std::replace(texts[0].begin(), texts[0].end(), '.', '_'); // only a wrong text has a dot here
-            path += texts[0];
+            const auto name = static_cast<std::ptrdiff_t>(path.size());
+            path += text.at(current[0]);
+            std::replace(path.begin() + name, path.end(), '.', '_'); // only a wrong text has a dot here
             ends.push_back(path.size());
-            texts[0] = path;
-            onClass(std::move(texts));
-            for (auto i = declared.firstMember; i != RtiFedDeclarations::kNone; i = tree.members[i].next)
-                onMember(enter(tree.members[i].arguments));
+            onClass(path, current);
+            for (auto i = declared.firstMember; i != RtiFedDeclarations::kNone; i = tree.members[i].next) {
+                current = tree.members[i].arguments;
+                onMember(current);
+            }
         }
     }
 
     RtiFedText text;
     RtiFedReader read;
-    RtiFedArguments current;
+    RtiFedArguments current; // those of the declaration whose position may be asked for
 };
 
 RtiFedParser::RtiFedParser(std::string text) : _contents(std::make_unique<Contents>(std::move(text))) {}
@@ -117,32 +115,35 @@ RtiFedParser::Error RtiFedParser::error(std::size_t index) const {
 }
 
 void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
-    const RtiFedDeclarations &declared = _contents->read.declarations;
+    Contents &contents = *_contents;
+    const RtiFedDeclarations &declared = contents.read.declarations;
+    const auto text = [&contents](RtiFedSpan span) { return contents.textOf(span); };
+    const auto enter = [&contents](RtiFedSpan name) {
+        contents.current = {name};
+        return contents.textOf(name);
+    };
     if (declared.federation.begin)
-        codegen.setFederate(_contents->enter({declared.federation})[0]);
+        codegen.setFederate(enter(declared.federation));
     if (declared.version.begin)
-        codegen.setFederateVersion(_contents->enter({declared.version})[0]);
+        codegen.setFederateVersion(enter(declared.version));
     auto dimension = declared.dimensions.begin();
     for (const RtiFedDeclarations::Space &space : declared.spaces) {
-        codegen.addSpace(_contents->enter({space.name})[0]);
+        codegen.addSpace(enter(space.name));
         for (std::uint32_t i = 0; i < space.numDimensions; ++i)
-            codegen.addDimension(_contents->enter({*dimension++})[0]);
+            codegen.addDimension(enter(*dimension++));
     }
-    using Texts = std::array<std::string, 4>;
-    _contents->deliver(
-        declared.objects, [&](Texts texts) { codegen.addObjectClass(std::move(texts[0])); },
-        [&](Texts texts) {
-            codegen.addObjectClassAttribute(std::move(texts[0]), std::move(texts[1]), std::move(texts[2]),
-                                            std::move(texts[3]));
+    contents.deliver(
+        declared.objects, [&](const std::string &path, const RtiFedArguments &) { codegen.addObjectClass(path); },
+        [&](const RtiFedArguments &a) {
+            codegen.addObjectClassAttribute(text(a[0]), text(a[1]), text(a[2]), text(a[3]));
         });
-    _contents->deliver(
+    contents.deliver(
         declared.interactions,
-        [&](Texts texts) {
-            codegen.addInteractionClass(std::move(texts[0]), std::move(texts[1]), std::move(texts[2]),
-                                        std::move(texts[3]));
+        [&](const std::string &path, const RtiFedArguments &a) {
+            codegen.addInteractionClass(path, text(a[1]), text(a[2]), text(a[3]));
         },
-        [&](Texts texts) { codegen.addParameter(std::move(texts[0])); });
-    _contents->current = {};
+        [&](const RtiFedArguments &a) { codegen.addParameter(text(a[0])); });
+    contents.current = {};
 }
 
 RtiFedPosition RtiFedParser::position(std::size_t argument) const {
