@@ -12,7 +12,7 @@ public:
     explicit RtiDottedClassname(std::string name);
 
     /// The number of components, at least 1: one more than there are dots.
-    int getDepth() const;
+    int getDepth() const { return _depth; }
 
     /// The first `depth` components with the dots between them: the name of the ancestor class at that depth, the root
     /// being at depth 1. Empty for a depth below 1, the whole name for one beyond its depth.
@@ -23,4 +23,5 @@ public:
 
 private:
     std::string _name;
+    int _depth;
 };

@@ -144,6 +144,15 @@ std::size_t RtiFedLexer::nextPlainClause(Words &words) {
     }
 }
 
+bool RtiFedLexer::nextOpen(RtiFedOffset &at) {
+    const RtiFedOffset end = endOfBlanks(_bytes, _at);
+    if (end == _bytes.size() || _bytes[end] != '(')
+        return false;
+    at = end;
+    _at = end + 1;
+    return true;
+}
+
 /// Behind the second quote of the pair that begins here. Where the line ends before one, here; but where the text ends,
 /// or a NUL byte ends it, without any parenthesis, the name is cut short there.
 RtiFedOffset RtiFedLexer::endOfQuoted() const {

@@ -4,15 +4,14 @@
 
 #include <array>
 
-
 /// One token of a FED text.
 struct RtiFedToken {
     enum class Kind : unsigned char { open, close, name, nul, end };
 
     Kind kind = Kind::end;
     bool quoted = false;
-    RtiFedOffset begin = 0;                 ///< The first byte, an opening quote included.
-    RtiFedSpan text; ///< Of a name: its bytes without the quotes.
+    RtiFedOffset begin = 0; ///< The first byte, an opening quote included.
+    RtiFedSpan text;        ///< Of a name: its bytes without the quotes.
     /// The first quote in front of it that no second one closes.
     RtiFedOffset strayQuote = kNoQuote;
 
@@ -39,9 +38,12 @@ public:
     /// The words of a clause, as far as it has any.
     using Words = std::array<RtiFedSpan, 5>;
 
-    /// Reads the rest of a clause that is nothing but words and the ")" behind them, without quotes or comments. Returns
-    /// how many words there are; 0 if it is no such clause or has too many, and then nothing was read.
+    /// Reads the rest of a clause that is nothing but words and the ")" behind them, without quotes or comments.
+    /// Returns how many words there are; 0 if it is no such clause or has too many, and then nothing was read.
     std::size_t nextPlainClause(Words &words);
+
+    /// Reads the next token if it is a "(" that follows without a comment, and says where it is. Returns whether.
+    bool nextOpen(RtiFedOffset &at);
 
 private:
     void skipBlanksAndComments();

@@ -41,9 +41,9 @@ void RtiFedReader::openFed() {
 void RtiFedReader::step() {
     switch (_token.kind) {
     case Kind::open:
-        return readPlainMember() ? void() : readClause();
+        return readPlainMembers() ? void() : readClause();
     case Kind::close:
-        return closeClause(_token.begin);
+        return closeClause();
     case Kind::name:
         return readStrayNames();
     case Kind::nul:
@@ -53,33 +53,47 @@ void RtiFedReader::step() {
     }
 }
 
-/// Reads an attribute, parameter or dimension in one go if nothing about it is out of the ordinary; they are most of a
-/// text. If not, nothing was read, and the grammar is followed word by word.
-bool RtiFedReader::readPlainMember() {
-    const RtiFedClause owner = _open.back().name.kind;
-    const RtiFedClause kind = memberOf(owner);
+/// Reads attributes, parameters or dimensions in one go as long as nothing about them is out of the ordinary; they are
+/// most of a text. Returns whether there were any. At all others, the grammar is followed word by word.
+bool RtiFedReader::readPlainMembers() {
+    Open &owner = _open.back();
+    const RtiFedClause kind = memberOf(owner.name.kind);
     if (kind == RtiFedClause::unknown)
         return false;
-    RtiFedLexer lexer = _lexer;
+    RtiFedLexer ahead = _lexer;
     RtiFedLexer::Words words;
-    const std::size_t count = lexer.nextPlainClause(words);
-    const RtiFedClauseForm &form = formOf(kind);
-    const bool hasSpace = form.maySpace && count == form.numArguments + 2;
-    if ((count != form.numArguments + 1 && !hasSpace) || !isKeywordOf(kind, _text.at(words[0])))
+    RtiFedOffset begin = _token.begin;
+    bool any = false;
+    do {
+        const std::size_t count = ahead.nextPlainClause(words);
+        if (!isPlainMember(kind, words, count))
+            break;
+        RtiFedArguments arguments;
+        std::copy(words.begin() + 1, words.begin() + static_cast<std::ptrdiff_t>(count), arguments.begin());
+        declareMember(kind, owner.declaration, arguments);
+        owner.hasClauses = true;
+        _lexer = ahead;
+        _lastClosed = {{kind, begin, arguments[0]}};
+        any = true;
+    } while (ahead.nextOpen(begin));
+    if (!any)
         return false;
-    if (hasSpace && childOf(owner, _text.at(words[count - 1])) != RtiFedClause::unknown)
-        return false; // perhaps no space, but the next clause without its "("
-    RtiFedArguments arguments;
-    std::copy(words.begin() + 1, words.begin() + static_cast<std::ptrdiff_t>(count), arguments.begin());
-    _open.back().hasClauses = true;
-    _open.push_back({{kind, _token.begin, arguments[0]}});
-    if (!declare(arguments)) {
-        _open.pop_back();
-        return false;
-    }
-    _lexer = lexer;
-    closeClause(lexer.at() - 1);
+    _lastClose = _lexer.at() - 1;
+    advance();
+    _behindClose = true;
     return true;
+}
+
+bool RtiFedReader::isPlainMember(RtiFedClause kind, const RtiFedLexer::Words &words, std::size_t count) const {
+    const RtiFedClauseForm &form = formOf(kind);
+    const std::size_t required = 1 + form.numArguments;
+    const bool hasSpace = form.maySpace && count == required + 1;
+    if ((count != required && !hasSpace) || !isKeywordOf(kind, _text.at(words[0])))
+        return false;
+    if (hasSpace && childOf(_open.back().name.kind, _text.at(words[required])) != RtiFedClause::unknown)
+        return false; // perhaps no space, but the next clause without its "("
+    return std::all_of(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(count),
+                       [](RtiFedSpan word) { return word.length <= kMaxNameLength; });
 }
 
 void RtiFedReader::readClause() {
@@ -212,8 +226,8 @@ bool RtiFedReader::declare(const RtiFedArguments &arguments) {
     const auto isTooLong = [](RtiFedSpan span) { return span.length > kMaxNameLength; };
     if (std::any_of(arguments.begin(), arguments.end(), isTooLong))
         return false;
-    const std::uint32_t owner = _open[_open.size() - 2].declaration;
-    switch (_open.back().name.kind) {
+    const RtiFedClause kind = _open.back().name.kind;
+    switch (kind) {
     case RtiFedClause::federation:
         declarations.federation = arguments[0];
         return true;
@@ -223,22 +237,28 @@ bool RtiFedReader::declare(const RtiFedArguments &arguments) {
     case RtiFedClause::space:
         declarations.spaces.push_back({arguments[0]});
         return true;
-    case RtiFedClause::dimension:
-        declarations.dimensions.push_back(arguments[0]);
-        ++declarations.spaces.back().numDimensions;
-        return true;
     case RtiFedClause::objectClass:
         return declareClass(declarations.objects, arguments);
     case RtiFedClause::interactionClass:
         return declareClass(declarations.interactions, arguments);
+    default:
+        declareMember(kind, _open[_open.size() - 2].declaration, arguments);
+        return true;
+    }
+}
+
+void RtiFedReader::declareMember(RtiFedClause kind, std::uint32_t owner, const RtiFedArguments &arguments) {
+    switch (kind) {
+    case RtiFedClause::dimension:
+        declarations.dimensions.push_back(arguments[0]);
+        ++declarations.spaces.back().numDimensions;
+        return;
     case RtiFedClause::attribute:
-        declarations.objects.addMember(owner, arguments);
-        return true;
+        return declarations.objects.addMember(owner, arguments);
     case RtiFedClause::parameter:
-        declarations.interactions.addMember(owner, arguments);
-        return true;
+        return declarations.interactions.addMember(owner, arguments);
     default: // federates, sections and security levels declare nothing
-        return true;
+        return;
     }
 }
 
@@ -268,11 +288,10 @@ bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArgu
     return true;
 }
 
-/// Closes the innermost clause with the ")" at this place, the last that was read.
-void RtiFedReader::closeClause(RtiFedOffset at) {
+void RtiFedReader::closeClause() {
     _spacesRead = _spacesRead || _open.back().name.kind == RtiFedClause::spaces;
     _lastClosed = _open.back();
-    _lastClose = at;
+    _lastClose = _token.begin;
     _open.pop_back();
     advance();
     _behindClose = true;

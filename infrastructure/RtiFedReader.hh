@@ -40,7 +40,8 @@ private:
     void advance();
     void openFed();
     void step();
-    bool readPlainMember();
+    bool readPlainMembers();
+    bool isPlainMember(RtiFedClause kind, const RtiFedLexer::Words &words, std::size_t count) const;
     void readClause();
     void readClauseAt(RtiFedOffset begin, bool behindClose);
     void refuseClause(RtiFedOffset begin);
@@ -48,8 +49,9 @@ private:
     void readArguments();
     bool readArgument(std::size_t index, RtiFedArguments &arguments);
     bool declare(const RtiFedArguments &arguments);
+    void declareMember(RtiFedClause kind, std::uint32_t owner, const RtiFedArguments &arguments);
     bool declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArguments &arguments);
-    void closeClause(RtiFedOffset at);
+    void closeClause();
     void readStrayNames();
     void forgetArguments();
     void skipClause(std::size_t wordsRead);
