@@ -41,6 +41,14 @@ const FixedName *findFixed(const FixedName (&names)[2], unsigned long handle) {
     return nullptr;
 }
 
+template <class Classes>
+std::size_t numMembers(const Classes &classes) {
+    std::size_t number = 0;
+    for (const auto &[node, byte] : classes)
+        number += node->members().size();
+    return number;
+}
+
 template <class Handle>
 Handle next(Handle &counter) {
     ++counter._value;
@@ -355,6 +363,7 @@ RtiFedDatabase::AttributeClasses RtiFedDatabase::restoreObjectClasses(RtiBuffer 
         bool operator==(const Below &other) const { return byte == other.byte; }
     };
     const auto read = _objectClasses.restore(buffer, "object classes");
+    declared.reserve(numMembers(read));
     RtiFedHandleMap<RtiObjectClassHandle, Below> below;
     below.reserve(read.size());
     for (const auto &[node, byte] : read)
@@ -381,16 +390,15 @@ RtiFedDatabase::AttributeClasses RtiFedDatabase::restoreObjectClasses(RtiBuffer 
 
 /// Returns the greatest parameter handle, 0 if there is none.
 RtiParameterHandle RtiFedDatabase::restoreInteractionClasses(RtiBuffer &buffer) {
-    std::vector<std::pair<unsigned long, std::size_t>> parameters; // and the byte where their class begins
-    for (const auto &[node, byte] : _interactionClasses.restore(buffer, "interaction classes"))
+    RtiFedHandleMap<RtiParameterHandle, unsigned char> handles; // a set of them
+    const auto read = _interactionClasses.restore(buffer, "interaction classes");
+    handles.reserve(numMembers(read));
+    for (const auto &[node, byte] : read)
         for (const RtiFedParameter &parameter : node->members())
-            parameters.emplace_back(parameter.getHandle()._value, byte);
-    std::sort(parameters.begin(), parameters.end());
-    for (std::size_t i = 0; i < parameters.size(); ++i)
-        if (parameters[i].first == (i > 0 ? parameters[i - 1].first : 0))
-            refuseImage(parameters[i].second, "the parameter handle ", toString(parameters[i].first),
-                        " of the class that begins here is 0 or stands twice");
-    return parameters.empty() ? 0 : parameters.back().first;
+            if (parameter.getHandle() == 0 || !handles.insert(parameter.getHandle(), 1))
+                refuseImage(byte, "the parameter handle ", toString(parameter.getHandle()._value), " of the class ",
+                            node->getName(), " is 0 or stands twice");
+    return handles.greatest();
 }
 
 void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {

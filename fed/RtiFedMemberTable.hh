@@ -132,7 +132,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kFew = 8;       // a look-up by name among more of them is worth a table
+    static constexpr std::size_t kFew = 16;      // a look-up by name among more of them is worth a table
     static constexpr std::size_t kFirstRoom = 4; // entries
 
     using Names = RtiFedNameMap<Record *>;

@@ -92,10 +92,10 @@ void RtiBuffer::underflow(const std::string &wanted) const {
 }
 
 unsigned long RtiBuffer::read32() {
-    unsigned long value = 0;
-    for (std::size_t i = 0; i < kNumberSize; ++i)
-        value = (value << 8) | _bytes[_position++];
-    return value;
+    const unsigned char *bytes = &_bytes[_position];
+    _position += kNumberSize;
+    return static_cast<unsigned long>(bytes[0]) << 24 | static_cast<unsigned long>(bytes[1]) << 16 |
+           static_cast<unsigned long>(bytes[2]) << 8 | static_cast<unsigned long>(bytes[3]);
 }
 
 void RtiBuffer::append32(unsigned long value) {
