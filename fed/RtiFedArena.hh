@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <utility>
@@ -13,25 +14,31 @@
 /// Threads: an arena belongs to one thread at a time; what stands in it does not.
 class RtiFedArena {
 public:
-    /// Memory for `size` bytes, aligned for a record.
-    void *take(std::size_t size) {
-        size = (size + kAlignment - 1) / kAlignment * kAlignment;
-        if (size > _left)
-            addBlock(size);
-        _left -= size;
-        return std::exchange(_next, _next + size);
+    /// Memory for `size` bytes.
+    void *take(std::size_t size, std::size_t alignment) {
+        std::size_t skipped = gapBefore(alignment);
+        if (_left < skipped + size) {
+            addBlock(size + alignment);
+            skipped = gapBefore(alignment);
+        }
+        std::byte *taken = _next + skipped;
+        _next = taken + size;
+        _left -= skipped + size;
+        return taken;
     }
 
     /// Makes an object. Whoever holds it destroys it, before the arena goes.
-    template <class T, class... Arguments>
+    template <class T, std::size_t alignment = alignof(T), class... Arguments>
     T *make(Arguments &&...arguments) {
-        static_assert(alignof(T) <= kAlignment);
-        return new (take(sizeof(T))) T(std::forward<Arguments>(arguments)...);
+        return new (take(sizeof(T), alignment)) T(std::forward<Arguments>(arguments)...);
     }
 
 private:
-    static constexpr std::size_t kAlignment = alignof(std::max_align_t);
     static constexpr std::size_t kFirstBlock = 512, kGreatestBlock = 65536; // bytes
+
+    std::size_t gapBefore(std::size_t alignment) const {
+        return (alignment - reinterpret_cast<std::uintptr_t>(_next) % alignment) % alignment;
+    }
 
     void addBlock(std::size_t atLeast) {
         const std::size_t size =

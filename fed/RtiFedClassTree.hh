@@ -21,7 +21,7 @@ class RtiFedClassTree {
 public:
     using Handle = typename Node::Handle;
 
-    Node *find(Handle handle) const {
+    Node *find(const Handle &handle) const {
         const auto *found = _handleMap.find(handle);
         return found ? found->get() : nullptr;
     }
@@ -41,7 +41,7 @@ public:
     /// Makes a class for this tree, which it does not know yet.
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
-        Owner node(_arena.template make<Node>(std::forward<Arguments>(arguments)...));
+        Owner node(_arena.template make<Node, kCacheLine>(std::forward<Arguments>(arguments)...));
         node->shareArena(_arena);
         return node;
     }
@@ -155,6 +155,7 @@ public:
 
 private:
     using Number = decltype(Handle::_value);
+    static constexpr std::size_t kCacheLine = 64; // one has all that a look-up asks of a class that it passes
 
     static constexpr std::string_view kPrefix = Node::_rootPrefix; // in upper case, with its dot
 

@@ -17,14 +17,14 @@ class RtiFedHandleMap {
 
 public:
     /// The value of a handle, or null. The pointer holds until the next insert.
-    const Value *find(Handle handle) const {
+    const Value *find(const Handle &handle) const {
         const Number number = handle._value;
         if (isInVector(number) && !isEmpty(_vector[static_cast<std::size_t>(number)]))
             return &_vector[static_cast<std::size_t>(number)];
         return _tree.empty() ? nullptr : findInTree(number);
     }
 
-    Value *find(Handle handle) { return const_cast<Value *>(std::as_const(*this).find(handle)); }
+    Value *find(const Handle &handle) { return const_cast<Value *>(std::as_const(*this).find(handle)); }
 
     /// Adds an entry and returns true; a handle that is taken keeps its value, and false is returned. If memory runs
     /// out, nothing has changed.

@@ -66,9 +66,14 @@ public:
         _capacity = capacity;
     }
 
-    bool contains(Handle handle) const {
-        const Run *next = std::upper_bound(begin(), end(), handle._value, isBefore);
-        return next != begin() && handle._value <= (next - 1)->last;
+    bool contains(const Handle &handle) const {
+        const Run *run = begin(); // the last one that begins at or before the handle, found without a branch
+        for (std::size_t left = _numRuns; left > 1;) {
+            const std::size_t half = left / 2;
+            run += run[half].first <= handle._value ? half : 0;
+            left -= half;
+        }
+        return _numRuns > 0 && run->first <= handle._value && handle._value <= run->last;
     }
 
     std::size_t size() const {

@@ -63,7 +63,7 @@ public:
                 return nullptr;
         return find(name);
     }
-    Record *find(Handle handle) const {
+    Record *find(const Handle &handle) const {
         if (_extra && _extra->handles) {
             Record *const *found = _extra->handles->find(handle);
             return found ? *found : nullptr;
@@ -210,7 +210,7 @@ private:
             return;
         if (capacity > UINT32_MAX)
             throw std::bad_alloc();
-        auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry)));
+        auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry), alignof(Entry)));
         std::copy(_entries, _entries + _size, entries);
         _entries = entries;
         _capacity = static_cast<std::uint32_t>(capacity);

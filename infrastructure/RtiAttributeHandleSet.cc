@@ -5,25 +5,53 @@
 #include <algorithm>
 #include <new>
 
-RtiAttributeHandleSet::RtiAttributeHandleSet(unsigned long capacity) {
-    _handles.reserve(capacity);
-}
+RtiAttributeHandleSet::RtiAttributeHandleSet(unsigned long) {}
 
 void RtiAttributeHandleSet::add(RtiAttributeHandle handle) {
-    const auto place = std::lower_bound(_handles.begin(), _handles.end(), handle);
-    if (place == _handles.end() || handle < *place)
-        _handles.insert(place, handle);
+    const unsigned long number = handle._value;
+    const Run *before = lastRun([number](const Run &run) { return run.first <= number; });
+    if (before && number - before->first < lengthOf(before))
+        return;
+    const std::size_t place = before ? static_cast<std::size_t>(before - begin()) + 1 : 0; // of the run behind it
+    const bool joinsNext = place < _numRuns && begin()[place].first - 1 == number;
+    std::size_t later = place; // the first of the runs that have one handle more before them
+    if (before && number - before->first == lengthOf(before)) {
+        if (joinsNext)
+            eraseRun(place);
+    } else if (joinsNext) {
+        begin()[place].first = number;
+        ++later;
+    } else {
+        insertRun(place, {number, place < _numRuns ? begin()[place].before : _size});
+        ++later;
+    }
+    for (; later < _numRuns; ++later)
+        ++begin()[later].before;
+    ++_size;
 }
 
-bool RtiAttributeHandleSet::isMember(RtiAttributeHandle handle) const {
-    return std::binary_search(_handles.begin(), _handles.end(), handle);
+void RtiAttributeHandleSet::insertRun(std::size_t place, const Run &run) {
+    if (_many.empty() && _numRuns < kFew) {
+        std::copy_backward(_few + place, _few + _numRuns, _few + _numRuns + 1);
+        _few[place] = run;
+    } else {
+        if (_many.empty())
+            _many.assign(_few, _few + kFew);
+        _many.insert(_many.begin() + static_cast<std::ptrdiff_t>(place), run);
+    }
+    ++_numRuns;
 }
 
-RtiAttributeHandle RtiAttributeHandleSet::getHandle(unsigned long index) const {
-    if (index >= _handles.size())
-        throw RTI::ArrayIndexOutOfBounds(
-            ("attribute handle set: index " + toString(index) + " of " + toString(size()) + " handles").c_str());
-    return _handles[index];
+void RtiAttributeHandleSet::eraseRun(std::size_t place) {
+    std::copy(begin() + place + 1, begin() + _numRuns, begin() + place);
+    --_numRuns;
+    if (!_many.empty())
+        _many.pop_back();
+}
+
+void RtiAttributeHandleSet::refuseIndex(unsigned long index) const {
+    throw RTI::ArrayIndexOutOfBounds(
+        ("attribute handle set: index " + toString(index) + " of " + toString(size()) + " handles").c_str());
 }
 
 void *RtiAttributeHandleSet::operator new(std::size_t size) {

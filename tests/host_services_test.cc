@@ -6,6 +6,9 @@
 #include "infrastructure/RtiStringUtility.hh"
 #include "tests/Support.hh"
 
+#include <random>
+#include <set>
+
 TEST(HostServices, CrcIsTheOneOfZip) {
     EXPECT_EQ(RtiCrc::computeCrc("123456789", 9), 0xCBF43926UL);
     EXPECT_EQ(RtiCrc::computeCrc("", 0), 0u);
@@ -27,16 +30,25 @@ TEST(HostServices, DottedNames) {
 }
 
 TEST(HostServices, HandleSetIsASet) {
-    RtiAttributeHandleSet set(0);
-    for (const unsigned long handle : {7UL, 3UL, 7UL, 5UL})
-        set.add(handle);
-    ASSERT_EQ(set.size(), 3u);
-    EXPECT_EQ(set.getHandle(0), 3);
-    EXPECT_EQ(set.getHandle(2), 7);
-    EXPECT_TRUE(set.isMember(5));
-    EXPECT_FALSE(set.isMember(4));
-    EXPECT_EQ(reasonOf<RTI::ArrayIndexOutOfBounds>([&] { set.getHandle(3); }),
-              "attribute handle set: index 3 of 3 handles");
+    std::mt19937 random(3);
+    for (const unsigned long range : {6UL, 40UL, 400UL}) {
+        RtiAttributeHandleSet set(0);
+        std::set<RtiAttributeHandle> model;
+        for (int i = 0; i < 300; ++i) {
+            const unsigned long handle = random() % 8 ? random() % range : 4294967295UL - random() % 3;
+            set.add(handle);
+            model.insert(handle);
+            const RtiAttributeHandleSet copy = set;
+            ASSERT_EQ(copy.size(), model.size());
+            unsigned long index = 0;
+            for (const RtiAttributeHandle &member : model)
+                ASSERT_EQ(copy.getHandle(index++), member);
+            for (unsigned long other = 0; other <= range; ++other)
+                ASSERT_EQ(copy.isMember(other), model.count(other) == 1);
+        }
+        EXPECT_EQ(reasonOf<RTI::ArrayIndexOutOfBounds>([&] { set.getHandle(set.size()); }),
+                  "attribute handle set: index " + toString(set.size()) + " of " + toString(set.size()) + " handles");
+    }
 }
 
 TEST(HostServices, StreamsAreSwitchedByPackageAndImportance) {
