@@ -31,11 +31,11 @@ void RtiAttributeHandleSet::add(RtiAttributeHandle handle) {
 }
 
 void RtiAttributeHandleSet::insertRun(std::size_t place, const Run &run) {
-    if (_many.empty() && _numRuns < kFew) {
+    if (_numRuns < kFew) {
         std::copy_backward(_few + place, _few + _numRuns, _few + _numRuns + 1);
         _few[place] = run;
     } else {
-        if (_many.empty())
+        if (_numRuns == kFew)
             _many.assign(_few, _few + kFew);
         _many.insert(_many.begin() + static_cast<std::ptrdiff_t>(place), run);
     }
@@ -44,9 +44,11 @@ void RtiAttributeHandleSet::insertRun(std::size_t place, const Run &run) {
 
 void RtiAttributeHandleSet::eraseRun(std::size_t place) {
     std::copy(begin() + place + 1, begin() + _numRuns, begin() + place);
+    if (_numRuns == kFew + 1)
+        std::copy(_many.begin(), _many.begin() + kFew, _few);
     --_numRuns;
-    if (!_many.empty())
-        _many.pop_back();
+    if (_numRuns >= kFew)
+        _many.resize(_numRuns > kFew ? _numRuns : 0);
 }
 
 void RtiAttributeHandleSet::refuseIndex(unsigned long index) const {

@@ -44,8 +44,8 @@ private:
     };
     static constexpr std::size_t kFew = 8;
 
-    const Run *begin() const { return _many.empty() ? _few : _many.data(); }
-    Run *begin() { return _many.empty() ? _few : _many.data(); }
+    const Run *begin() const { return _numRuns <= kFew ? _few : _many.data(); }
+    Run *begin() { return _numRuns <= kFew ? _few : _many.data(); }
     const Run *end() const { return begin() + _numRuns; }
     unsigned long lengthOf(const Run *run) const { return (run + 1 == end() ? _size : run[1].before) - run->before; }
 
@@ -68,5 +68,5 @@ private:
     unsigned long _size = 0;
     std::size_t _numRuns = 0;
     Run _few[kFew] = {};    // ascending, with a gap between each two
-    std::vector<Run> _many; // of all of them, once there are more than a few
+    std::vector<Run> _many; // all of them, while there are more than a few
 };
