@@ -124,22 +124,23 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
     readName(token, endOfWord(_bytes, _at));
 }
 
-std::size_t RtiFedLexer::nextPlainClause(Words &words) {
-    RtiFedOffset at = _at;
+bool RtiFedLexer::nextPlainClause(std::string_view keyword, std::array<RtiFedSpan, 4> &words) {
+    if (_bytes.compare(_at, keyword.size(), keyword) != 0)
+        return false;
     const auto size = static_cast<RtiFedOffset>(_bytes.size());
+    RtiFedOffset at = _at + static_cast<RtiFedOffset>(keyword.size());
     for (std::size_t count = 0;; ++count) {
+        const RtiFedOffset end = at;
         if (at < size && classOf(_bytes[at]) <= lineEnd && ++at < size && classOf(_bytes[at]) <= lineEnd)
             at = endOfBlanks(_bytes, at); // more than the one that is common
+        if (at < size && _bytes[at] == ')') {
+            _at = at + 1;
+            return true;
+        }
+        if (count == words.size() || at == end) // the end, or no word
+            return false;
         const RtiFedOffset begin = at;
         at = endOfWord(_bytes, at);
-        if (at == begin) {
-            if (at == size || _bytes[at] != ')')
-                return 0;
-            _at = at + 1;
-            return count;
-        }
-        if (count == words.size())
-            return 0;
         words[count] = {begin, at - begin};
     }
 }

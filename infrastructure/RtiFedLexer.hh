@@ -35,12 +35,9 @@ public:
     /// The same, into a token that is there: a copy of one just written costs more than to read it.
     void next(RtiFedToken &token);
 
-    /// The words of a clause, as far as it has any.
-    using Words = std::array<RtiFedSpan, 5>;
-
-    /// Reads the rest of a clause that is nothing but words and the ")" behind them, without quotes or comments.
-    /// Returns how many words there are; 0 if it is no such clause or has too many, and then nothing was read.
-    std::size_t nextPlainClause(Words &words);
+    /// Reads the rest of a clause that begins with this keyword and is nothing but plain words, at most as many as
+    /// there is room for, and the ")" behind them. Returns false where anything else stands; nothing was read then.
+    bool nextPlainClause(std::string_view keyword, std::array<RtiFedSpan, 4> &words);
 
     /// Reads the next token if it is a "(" that follows without a comment, and says where it is. Returns whether.
     bool nextOpen(RtiFedOffset &at);

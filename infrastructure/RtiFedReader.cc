@@ -6,11 +6,16 @@
 
 using Kind = RtiFedToken::Kind;
 
+namespace {
+constexpr std::size_t kBytesEach = 64; // of the text for an attribute, in texts full of them
+}
+
 RtiFedReader::RtiFedReader(const RtiFedText &text) : _text(text), _lexer(text, text.begin()) {
     if (text.bytes().size() > kMaxTextSize)
         stop(Problem::textTooLong, text.begin());
     else
         openFed();
+    declarations.objects.members.reserve(text.bytes().size() / kBytesEach);
     while (!_stopped && (!_open.empty() || behindFed()))
         step();
     spacesKnown = spacesKnown && (_spacesRead || !_stopped);
@@ -61,19 +66,16 @@ bool RtiFedReader::readPlainMembers() {
     if (kind == RtiFedClause::unknown)
         return false;
     RtiFedLexer ahead = _lexer;
-    RtiFedLexer::Words words;
     RtiFedOffset begin = _token.begin;
     bool any = false;
     do {
-        const std::size_t count = ahead.nextPlainClause(words);
-        if (!isPlainMember(kind, words, count))
+        RtiFedArguments words{};
+        if (!ahead.nextPlainClause(formOf(kind).keyword, words) || !arePlain(kind, words))
             break;
-        RtiFedArguments arguments;
-        std::copy(words.begin() + 1, words.begin() + static_cast<std::ptrdiff_t>(count), arguments.begin());
-        declareMember(kind, owner.declaration, arguments);
+        declareMember(kind, owner.declaration, words);
         owner.hasClauses = true;
         _lexer = ahead;
-        _lastClosed = {{kind, begin, arguments[0]}};
+        _lastClosed = {{kind, begin, words[0]}};
         any = true;
     } while (ahead.nextOpen(begin));
     if (!any)
@@ -84,16 +86,19 @@ bool RtiFedReader::readPlainMembers() {
     return true;
 }
 
-bool RtiFedReader::isPlainMember(RtiFedClause kind, const RtiFedLexer::Words &words, std::size_t count) const {
+bool RtiFedReader::arePlain(RtiFedClause kind, const RtiFedArguments &words) const {
     const RtiFedClauseForm &form = formOf(kind);
-    const std::size_t required = 1 + form.numArguments;
-    const bool hasSpace = form.maySpace && count == required + 1;
-    if ((count != required && !hasSpace) || !isKeywordOf(kind, _text.at(words[0])))
-        return false;
-    if (hasSpace && childOf(_open.back().name.kind, _text.at(words[required])) != RtiFedClause::unknown)
-        return false; // perhaps no space, but the next clause without its "("
-    return std::all_of(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(count),
-                       [](RtiFedSpan word) { return word.length <= kMaxNameLength; });
+    const std::size_t required = form.numArguments;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const bool missing = i < required && words[i].length == 0;
+        const bool tooMany = i >= required + (form.maySpace ? 1 : 0) && words[i].length > 0;
+        if (missing || tooMany || words[i].length > kMaxNameLength)
+            return false;
+    }
+    // If this is true there is perhaps no space, but the next clause without its "(".
+    const bool isKeyword = form.maySpace && words[required].length > 0 &&
+                           childOf(_open.back().name.kind, _text.at(words[required])) != RtiFedClause::unknown;
+    return !isKeyword;
 }
 
 void RtiFedReader::readClause() {

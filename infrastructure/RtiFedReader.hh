@@ -41,7 +41,7 @@ private:
     void openFed();
     void step();
     bool readPlainMembers();
-    bool isPlainMember(RtiFedClause kind, const RtiFedLexer::Words &words, std::size_t count) const;
+    bool arePlain(RtiFedClause kind, const RtiFedArguments &words) const;
     void readClause();
     void readClauseAt(RtiFedOffset begin, bool behindClose);
     void refuseClause(RtiFedOffset begin);
