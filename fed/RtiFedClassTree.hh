@@ -29,11 +29,12 @@ public:
     /// The handle of a class, by its name in any letter case; 0 if there is none. A name that is not found is tried
     /// once more behind the root prefix, whatever it is.
     Handle handleOf(std::string_view name) const {
-        if (isUnderRoot(name))
-            if (const Number handle = _nameMap.find(behindRoot(name)).underRoot)
-                return handle;
+        if (isUnderRoot(name)) {
+            const Number handle = _nameMap.find(behindRoot(name)).underRoot;
+            return handle != 0 || !_isRootTwice ? handle : _nameMap.find(name).underRoot;
+        }
         const Names names = _nameMap.find(name);
-        return isUnderRoot(name) || names.alone == 0 ? names.underRoot : names.alone;
+        return names.alone != 0 ? names.alone : names.underRoot;
     }
 
     using Owner = std::unique_ptr<Node, RtiFedDestroy>;
@@ -108,6 +109,7 @@ public:
     void clear() {
         _nameMap.clear();
         _numNames = 0;
+        _isRootTwice = false;
         _handleMap.clear();
         _arena = RtiFedArena();
     }
@@ -176,13 +178,14 @@ private:
     void enterName(std::string_view name, Number handle) {
         const bool underRoot = isUnderRoot(name);
         const RtiFedName key = underRoot ? behindRoot(name) : name;
-        Names names = _nameMap.find(key);
-        Number &place = underRoot ? names.underRoot : names.alone;
-        if (place != 0)
-            return;
-        place = handle;
-        if (!_nameMap.insert(key, names))
-            _nameMap.replace(key, names);
+        const Names alone{underRoot ? 0 : handle, underRoot ? handle : 0};
+        if (!_nameMap.insert(key, alone)) {
+            const Names found = _nameMap.find(key);
+            if ((underRoot ? found.underRoot : found.alone) != 0)
+                return;
+            _nameMap.replace(key, {found.alone | alone.alone, found.underRoot | alone.underRoot});
+        }
+        _isRootTwice = _isRootTwice || (underRoot && isUnderRoot(key.text()));
         ++_numNames;
     }
 
@@ -229,5 +232,6 @@ private:
     RtiFedArena _arena; // with the classes and their members
     RtiFedNameMap<Names> _nameMap;
     std::size_t _numNames = 0;
+    bool _isRootTwice = false; // whether a name has the root prefix twice: else no name that has it needs a second try
     RtiFedHandleMap<Handle, Owner> _handleMap;
 };

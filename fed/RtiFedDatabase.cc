@@ -29,7 +29,7 @@ constexpr FixedName kOrderings[] = {{2, "RTI_TIME_STAMP_ORDERING", "TIMESTAMP"},
 
 const FixedName *findFixed(const FixedName (&names)[2], std::string_view name) {
     for (const FixedName &fixed : names)
-        if (RtiFedName::equal(name, fixed.name) || RtiFedName::equal(name, fixed.shortName))
+        if (RtiFedName::equalUpper(name, fixed.shortName) || RtiFedName::equalUpper(name, fixed.name))
             return &fixed;
     return nullptr;
 }

@@ -29,9 +29,9 @@ public:
     static bool equal(std::string_view a, std::string_view b) {
         return a.size() == b.size() && equal(a, b.data(), [](Block block) { return upper(block); });
     }
-    /// The same for a name of the same length at `b` that is in upper case already.
-    static bool equalUpper(std::string_view a, const char *b) {
-        return equal(a, b, [](Block block) { return block; });
+    /// The same if `b` is in upper case already.
+    static bool equalUpper(std::string_view a, std::string_view b) {
+        return a.size() == b.size() && equal(a, b.data(), [](Block block) { return block; });
     }
 
     /// Whether a name begins with a prefix of up to sixteen bytes, given in upper case. Meant for constants.

@@ -67,9 +67,9 @@ public:
         std::vector<std::pair<std::string_view, Value>> all;
         all.reserve(_size);
         for (const Word *entry = _block.data(); entry != _block.data() + _block.size();) {
-            const std::uint32_t size = sizeAt(entry);
-            all.emplace_back(std::string_view(textAt(entry), size), valueAt(entry));
-            entry += wordsOf(size);
+            const std::string_view name = textAt(entry);
+            all.emplace_back(name, valueAt(entry));
+            entry += wordsOf(name.size());
         }
         std::sort(all.begin(), all.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
         return all;
@@ -105,8 +105,9 @@ private:
         std::memcpy(static_cast<void *>(&value), entry, sizeof value);
         return value;
     }
-    static std::uint32_t sizeAt(const Word *entry) { return entry[kValueWords]; }
-    static const char *textAt(const Word *entry) { return reinterpret_cast<const char *>(entry + kHeadWords); }
+    static std::string_view textAt(const Word *entry) {
+        return {reinterpret_cast<const char *>(entry + kHeadWords), entry[kValueWords]};
+    }
 
     const Word *entryOf(const RtiFedName &name) const {
         const auto hash = static_cast<std::uint32_t>(name.hash());
@@ -121,7 +122,7 @@ private:
                 if (slot.hash != hash)
                     continue;
                 const Word *entry = &_block[slot.place];
-                if (sizeAt(entry) == name.text().size() && RtiFedName::equalUpper(name.text(), textAt(entry)))
+                if (RtiFedName::equalUpper(name.text(), textAt(entry)))
                     return entry;
             }
             if (!(bucket.tags & kWentOn))

@@ -1,10 +1,11 @@
 #include "infrastructure/RtiDottedClassname.hh"
 
-#include <algorithm>
 #include <utility>
 
-RtiDottedClassname::RtiDottedClassname(std::string name)
-    : _name(std::move(name)), _depth(static_cast<int>(std::count(_name.begin(), _name.end(), '.')) + 1) {}
+RtiDottedClassname::RtiDottedClassname(std::string name) : _name(std::move(name)) {
+    for (std::size_t dot = _name.find('.'); dot != std::string::npos; dot = _name.find('.', dot + 1))
+        ++_depth;
+}
 
 std::string RtiDottedClassname::getFullyQualifiedSubclass(int depth) const {
     if (depth < 1)

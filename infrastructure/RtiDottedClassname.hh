@@ -23,5 +23,5 @@ public:
 
 private:
     std::string _name;
-    int _depth;
+    int _depth = 1;
 };

@@ -1,4 +1,9 @@
+#include "infrastructure/RtiStringUtility.hh"
 #include "tests/Support.hh"
+
+#include <map>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -35,6 +40,49 @@ TEST(Lookup, FindsAClassWithAndWithoutItsRoot) {
     EXPECT_EQ(db.find(RtiObjectClassHandle(99)), nullptr);
     EXPECT_EQ(db.find(RtiInteractionClassHandle(99)), nullptr);
     EXPECT_EQ(db.find(RtiSpaceHandle(-1)), nullptr);
+}
+
+// Names that have the root prefix never, once or twice, in any case, against a plain map that is asked again behind the
+// prefix; and the order of the image, which is that of the upper-cased full names.
+TEST(Lookup, FindsAClassAsAPlainMapAskedTwiceDoes) {
+    const std::vector<std::string> words = {"ObjectRoot", "objectroot", "OBJECTROOT", "A", "a", "Nz", "Zz"};
+    std::mt19937 random(6);
+    const auto word = [&] { return words[random() % words.size()]; };
+    for (int round = 0; round < 50; ++round) {
+        const auto db = emptyDatabase();
+        std::map<std::string, RtiObjectClassHandle> model;
+        const auto modelFind = [&model](const std::string &name) {
+            auto found = model.find(RtiStringUtility::toupper(name));
+            if (found == model.end())
+                found = model.find("OBJECTROOT." + RtiStringUtility::toupper(name));
+            return found == model.end() ? RtiObjectClassHandle(0) : found->second;
+        };
+        for (int i = 0; i < 40; ++i) {
+            std::string name = word();
+            for (std::size_t more = random() % 4; more > 0; --more)
+                name += '.' + word();
+            const RtiObjectClassHandle expected = modelFind(name);
+            ASSERT_EQ(db->objectClassExists(name), expected != 0) << name;
+            const std::size_t dot = name.rfind('.');
+            if (expected != 0) {
+                ASSERT_EQ(db->getObjectClassHandle(name), expected) << name;
+            } else if (dot == std::string::npos || modelFind(name.substr(0, dot)) != 0) {
+                model[RtiStringUtility::toupper(name)] = db->addObjectClass(name)->getHandle();
+            }
+        }
+        ASSERT_EQ(db->numObjectClasses(), model.size());
+        const auto copy = restored(bytesOf(*db));
+        EXPECT_EQ(bytesOf(*copy), bytesOf(*db));
+        for (const auto &[name, handle] : model)
+            ASSERT_EQ(copy->getObjectClassHandle(name), handle) << name;
+        std::string image = bytesOf(*db);
+        std::size_t at = 0;
+        for (const auto &[name, handle] : model) {
+            const std::string &saved = db->find(handle)->getName();
+            at = image.find(std::string{0, 0, 0, static_cast<char>(saved.size())} + saved, at);
+            ASSERT_NE(at, std::string::npos) << name;
+        }
+    }
 }
 
 TEST(Lookup, GoesUpForMembers) {

@@ -33,7 +33,7 @@ TEST(Name, IsComparedInUpperCase) {
             b[random() % b.size()] = static_cast<char>(random());
         const std::string upperA = RtiStringUtility::toupper(a), upperB = RtiStringUtility::toupper(b);
         ASSERT_EQ(RtiFedName::equal(a, b), upperA == upperB) << a << " " << b;
-        ASSERT_EQ(RtiFedName::equalUpper(a, upperB.data()), upperA == upperB) << a << " " << b;
+        ASSERT_EQ(RtiFedName::equalUpper(a, upperB), upperA == upperB) << a << " " << b;
         ASSERT_TRUE(upperA != upperB || RtiFedName(a).hash() == RtiFedName(b).hash()) << a;
     }
 }
