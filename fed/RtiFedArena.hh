@@ -14,12 +14,12 @@
 /// Threads: an arena belongs to one thread at a time; what stands in it does not.
 class RtiFedArena {
 public:
-    /// Memory for `size` bytes.
-    void *take(std::size_t size, std::size_t alignment) {
-        std::size_t skipped = gapBefore(alignment);
+    /// Memory for `size` bytes. What is aligned is the byte so far behind its beginning.
+    void *take(std::size_t size, std::size_t alignment, std::size_t behind = 0) {
+        std::size_t skipped = gapBefore(alignment, behind);
         if (_left < skipped + size) {
             addBlock(size + alignment);
-            skipped = gapBefore(alignment);
+            skipped = gapBefore(alignment, behind);
         }
         std::byte *taken = _next + skipped;
         _next = taken + size;
@@ -28,16 +28,17 @@ public:
     }
 
     /// Makes an object. Whoever holds it destroys it, before the arena goes.
-    template <class T, std::size_t alignment = alignof(T), class... Arguments>
+    template <class T, std::size_t alignment = alignof(T), std::size_t behind = 0, class... Arguments>
     T *make(Arguments &&...arguments) {
-        return new (take(sizeof(T), alignment)) T(std::forward<Arguments>(arguments)...);
+        static_assert(alignment % alignof(T) == 0 && behind % alignof(T) == 0);
+        return new (take(sizeof(T), alignment, behind)) T(std::forward<Arguments>(arguments)...);
     }
 
 private:
     static constexpr std::size_t kFirstBlock = 512, kGreatestBlock = 65536; // bytes
 
-    std::size_t gapBefore(std::size_t alignment) const {
-        return (alignment - reinterpret_cast<std::uintptr_t>(_next) % alignment) % alignment;
+    std::size_t gapBefore(std::size_t alignment, std::size_t behind) const {
+        return (alignment - (reinterpret_cast<std::uintptr_t>(_next) + behind) % alignment) % alignment;
     }
 
     void addBlock(std::size_t atLeast) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fed/RtiFedArena.hh"
+#include "fed/RtiFedElement.hh"
 #include "fed/RtiFedHandleMap.hh"
 #include "fed/RtiFedImage.hh"
 #include "fed/RtiFedNameMap.hh"
@@ -42,7 +43,8 @@ public:
     /// Makes a class for this tree, which it does not know yet.
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
-        Owner node(_arena.template make<Node, kCacheLine>(std::forward<Arguments>(arguments)...));
+        Owner node(
+            _arena.template make<Node, kCacheLine, sizeof(RtiFedElement)>(std::forward<Arguments>(arguments)...));
         node->shareArena(_arena);
         return node;
     }
@@ -157,7 +159,7 @@ public:
 
 private:
     using Number = decltype(Handle::_value);
-    static constexpr std::size_t kCacheLine = 64; // one has all that a look-up asks of a class that it passes
+    static constexpr std::size_t kCacheLine = 64; // behind its name, one has all that a look-up asks of a class
 
     static constexpr std::string_view kPrefix = Node::_rootPrefix; // in upper case, with its dot
 

@@ -109,7 +109,9 @@ private:
         return {reinterpret_cast<const char *>(entry + kHeadWords), entry[kValueWords]};
     }
 
-    const Word *entryOf(const RtiFedName &name) const {
+    [[gnu::always_inline]] // so that the parts of a name that was just hashed need not be read back
+    const Word *
+    entryOf(const RtiFedName &name) const {
         const auto hash = static_cast<std::uint32_t>(name.hash());
         const std::uint64_t wanted = tagOf(name) * kOnes;
         const std::size_t mask = _buckets.size() - 1;
