@@ -357,34 +357,29 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
 /// Returns the classes that declare the attributes.
 RtiFedDatabase::AttributeClasses RtiFedDatabase::restoreObjectClasses(RtiBuffer &buffer) {
     AttributeClasses declared;
-    struct Below {
-        std::size_t byte = 0; // where the class itself begins
-        std::size_t numClasses = 0;
-        bool operator==(const Below &other) const { return byte == other.byte; }
-    };
     const auto read = _objectClasses.restore(buffer, "object classes");
     declared.reserve(numMembers(read));
-    RtiFedHandleMap<RtiObjectClassHandle, Below> below;
-    below.reserve(read.size());
-    for (const auto &[node, byte] : read)
-        below.insert(node->getHandle(), {byte});
     for (const auto &[node, byte] : read) {
-        for (const RtiFedObjectClass *above = node->getParentClass(); above; above = above->getParentClass()) {
-            ++below.find(above->getHandle())->numClasses;
-            if (!above->hasDerrivedClass(node->getHandle()))
-                refuseImage(byte, "the class ", node->getName(), " is no descendant of ", above->getName(),
-                            " above it");
-        }
+        const RtiFedObjectClass *above = node->getParentClass();
+        if (above && !above->hasDerrivedClass(node->getHandle()))
+            refuseImage(byte, "the class ", node->getName(), " is no descendant of ", above->getName(), " above it");
+        if (above && !above->descendants().containsAll(node->descendants()))
+            refuseImage(byte, "not all descendants of the class ", node->getName(), " are descendants of ",
+                        above->getName(), " above it");
         for (const RtiFedAttribute &attribute : node->members())
             if (attribute.getHandle() == 0 || !declared.insert(attribute.getHandle(), node->getHandle()._value))
                 refuseImage(byte, "an attribute handle of the class ", node->getName(), " is 0 or stands twice");
     }
-    // With all that stand below a class among its descendants, an equal number says that there are no others.
-    _objectClasses.forEach([&](const RtiFedObjectClass &node) {
-        const Below &found = *below.find(node.getHandle());
-        if (node.descendants().size() != found.numClasses)
-            refuseImage(found.byte, "not all descendants of the class ", node.getName(), " are below it");
-    });
+    // With all that stand below a class among its descendants, an equal number says that there are no others. From the
+    // end, where most images have the subclasses, so that the class is named whose own list is wrong.
+    for (auto place = read.rbegin(); place != read.rend(); ++place) {
+        const auto &[node, byte] = *place;
+        std::size_t below = 0;
+        node->children().forEach(
+            [&](const RtiObjectClassHandle &child) { below += 1 + _objectClasses.find(child)->descendants().size(); });
+        if (node->descendants().size() != below)
+            refuseImage(byte, "not all descendants of the class ", node->getName(), " are below it");
+    }
     return declared;
 }
 

@@ -66,14 +66,9 @@ public:
         _capacity = capacity;
     }
 
-    bool contains(const Handle &handle) const {
-        const Run *run = begin(); // the last one that begins at or before the handle, found without a branch
-        for (std::size_t left = _numRuns; left > 1;) {
-            const std::size_t half = left / 2;
-            run += run[half].first <= handle._value ? half : 0;
-            left -= half;
-        }
-        return _numRuns > 0 && run->first <= handle._value && handle._value <= run->last;
+    bool contains(const Handle &handle) const { return contains(Run{handle._value, handle._value}); }
+    bool containsAll(const RtiFedHandleSet &others) const {
+        return std::all_of(others.begin(), others.end(), [this](const Run &run) { return contains(run); });
     }
 
     std::size_t size() const {
@@ -123,6 +118,16 @@ private:
     struct Run {
         Number first, last;
     };
+    /// Whether one run has all of another.
+    bool contains(const Run &all) const {
+        const Run *run = begin(); // the last one that begins at or before it, found without a branch
+        for (std::size_t left = _numRuns; left > 1;) {
+            const std::size_t half = left / 2;
+            run += run[half].first <= all.first ? half : 0;
+            left -= half;
+        }
+        return _numRuns > 0 && run->first <= all.first && all.last <= run->last;
+    }
     static bool isBefore(Number number, const Run &run) { return number < run.first; }
 
     bool extendsLast(Number number) const {
