@@ -124,9 +124,10 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
     readName(token, endOfWord(_bytes, _at));
 }
 
-bool RtiFedLexer::nextPlainClause(std::string_view keyword, std::array<RtiFedSpan, 4> &words) {
+std::size_t RtiFedLexer::nextPlainClause(std::string_view keyword, std::array<RtiFedSpan, 4> &words,
+                                         std::size_t longest) {
     if (_bytes.compare(_at, keyword.size(), keyword) != 0)
-        return false;
+        return kNotPlain;
     const auto size = static_cast<RtiFedOffset>(_bytes.size());
     RtiFedOffset at = _at + static_cast<RtiFedOffset>(keyword.size());
     for (std::size_t count = 0;; ++count) {
@@ -135,12 +136,14 @@ bool RtiFedLexer::nextPlainClause(std::string_view keyword, std::array<RtiFedSpa
             at = endOfBlanks(_bytes, at); // more than the one that is common
         if (at < size && _bytes[at] == ')') {
             _at = at + 1;
-            return true;
+            return count;
         }
         if (count == words.size() || at == end) // the end, or no word
-            return false;
+            return kNotPlain;
         const RtiFedOffset begin = at;
         at = endOfWord(_bytes, at);
+        if (at - begin > longest)
+            return kNotPlain;
         words[count] = {begin, at - begin};
     }
 }

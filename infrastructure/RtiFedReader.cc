@@ -65,40 +65,32 @@ bool RtiFedReader::readPlainMembers() {
     const RtiFedClause kind = memberOf(owner.name.kind);
     if (kind == RtiFedClause::unknown)
         return false;
+    const RtiFedClauseForm &form = formOf(kind);
     RtiFedLexer ahead = _lexer;
-    RtiFedOffset begin = _token.begin;
-    bool any = false;
+    RtiFedClauseName member{kind, _token.begin, {}}, last;
+    RtiFedArguments words{};
     do {
-        RtiFedArguments words{};
-        if (!ahead.nextPlainClause(formOf(kind).keyword, words) || !arePlain(kind, words))
+        const std::size_t count = ahead.nextPlainClause(form.keyword, words, kMaxNameLength);
+        const bool hasSpace = form.maySpace && count == form.numArguments + 1;
+        if (count != form.numArguments && !hasSpace)
             break;
+        if (!hasSpace)
+            words[form.numArguments] = {};
+        else if (childOf(owner.name.kind, _text.at(words[form.numArguments])) != RtiFedClause::unknown)
+            break; // perhaps no space, but the next clause without its "("
         declareMember(kind, owner.declaration, words);
-        owner.hasClauses = true;
+        last = member;
+        last.label = words[0];
         _lexer = ahead;
-        _lastClosed = {{kind, begin, words[0]}};
-        any = true;
-    } while (ahead.nextOpen(begin));
-    if (!any)
+    } while (ahead.nextOpen(member.begin));
+    if (last.kind != kind)
         return false;
+    owner.hasClauses = true;
+    _lastClosed = {last};
     _lastClose = _lexer.at() - 1;
     advance();
     _behindClose = true;
     return true;
-}
-
-bool RtiFedReader::arePlain(RtiFedClause kind, const RtiFedArguments &words) const {
-    const RtiFedClauseForm &form = formOf(kind);
-    const std::size_t required = form.numArguments;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        const bool missing = i < required && words[i].length == 0;
-        const bool tooMany = i >= required + (form.maySpace ? 1 : 0) && words[i].length > 0;
-        if (missing || tooMany || words[i].length > kMaxNameLength)
-            return false;
-    }
-    // If this is true there is perhaps no space, but the next clause without its "(".
-    const bool isKeyword = form.maySpace && words[required].length > 0 &&
-                           childOf(_open.back().name.kind, _text.at(words[required])) != RtiFedClause::unknown;
-    return !isKeyword;
 }
 
 void RtiFedReader::readClause() {

@@ -41,7 +41,6 @@ private:
     void openFed();
     void step();
     bool readPlainMembers();
-    bool arePlain(RtiFedClause kind, const RtiFedArguments &words) const;
     void readClause();
     void readClauseAt(RtiFedOffset begin, bool behindClose);
     void refuseClause(RtiFedOffset begin);
