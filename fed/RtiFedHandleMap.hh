@@ -24,7 +24,6 @@ public:
         return _tree.empty() ? nullptr : findInTree(number);
     }
 
-
     /// Adds an entry and returns true; a handle that is taken keeps its value, and false is returned. If memory runs
     /// out, nothing has changed.
     bool insert(Handle handle, Value value) {

@@ -150,8 +150,8 @@ private:
     static std::uint32_t hashOf(const RtiFedName &name) { return static_cast<std::uint32_t>(name.hash()); }
     static std::uint64_t bitOf(const RtiFedName &name) { return std::uint64_t(1) << (name.hash() >> 32 & 63); }
 
-    static bool fits(Handle handle) { return handle._value <= UINT32_MAX; }
-    bool ascendsTo(Handle handle) const {
+    static bool fits(const Handle &handle) { return handle._value <= UINT32_MAX; }
+    bool ascendsTo(const Handle &handle) const {
         return fits(handle) && (_size == 0 || _entries[_size - 1].handle < handle._value);
     }
 
@@ -182,7 +182,7 @@ private:
         if (_extra || !isNew || _size >= kFew || !ascendsTo(handle))
             index(*record, handle, name, isNew);
         _filter |= bitOf(name);
-        _entries[_size] = {record.get(), hashOf(name), static_cast<std::uint32_t>(handle._value)};
+        new (_entries + _size) Entry{record.get(), hashOf(name), static_cast<std::uint32_t>(handle._value)};
         ++_size;
         return record.release();
     }
@@ -208,10 +208,10 @@ private:
     void reserve(std::size_t capacity) {
         if (capacity <= _capacity)
             return;
-        if (capacity > UINT32_MAX)
+        if (capacity > std::min<std::size_t>(UINT32_MAX, SIZE_MAX / 2 / sizeof(Entry)))
             throw std::bad_alloc();
         auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry), alignof(Entry)));
-        std::copy(_entries, _entries + _size, entries);
+        std::uninitialized_copy(_entries, _entries + _size, entries);
         _entries = entries;
         _capacity = static_cast<std::uint32_t>(capacity);
     }

@@ -27,17 +27,16 @@ public:
 
     /// Whether two names are the same in upper case.
     static bool equal(std::string_view a, std::string_view b) {
-        return a.size() == b.size() && equal(a, b.data(), [](Block block) { return upper(block); });
+        return a.size() == b.size() && equalBlocks<true>(a.data(), b.data(), a.size());
     }
     /// The same if `b` is in upper case already.
     static bool equalUpper(std::string_view a, std::string_view b) {
-        return a.size() == b.size() && equal(a, b.data(), [](Block block) { return block; });
+        return a.size() == b.size() && equalBlocks<false>(a.data(), b.data(), a.size());
     }
 
     /// Whether a name begins with a prefix of up to sixteen bytes, given in upper case. Meant for constants.
     static bool beginsWith(std::string_view name, std::string_view prefix) {
-        const std::size_t size = prefix.size();
-        return name.size() >= size && same(upper(loadShort(name.data(), size)), loadShort(prefix.data(), size));
+        return name.size() >= prefix.size() && equalBlocks<false>(name.data(), prefix.data(), prefix.size());
     }
 
     /// Writes the upper case of a name.
@@ -48,17 +47,14 @@ public:
 
 private:
     using Word = std::uint64_t;
-    // Sixteen bytes, or the same as two words, which the compiler works on as a whole.
+    // Sixteen bytes, or the same as two words, which the compiler works on as a whole. They are handed on by reference,
+    // since how they are passed by value depends on the options of the compiler.
     using Block = unsigned char __attribute__((vector_size(16)));
     using Words = Word __attribute__((vector_size(16)));
 
-    static Block load(const char *bytes) {
-        Block block;
-        std::memcpy(&block, bytes, sizeof block);
-        return block;
-    }
+    static void load(const char *bytes, Block &block) { std::memcpy(&block, bytes, sizeof block); }
     /// Of a name of up to sixteen bytes: all of them, whatever stands behind them.
-    static Block loadShort(const char *bytes, std::size_t size) {
+    static void loadShort(const char *bytes, std::size_t size, Block &block) {
         Word first = 0, last = 0;
         if (size >= 8) {
             std::memcpy(&first, bytes, 8);
@@ -70,32 +66,63 @@ private:
             for (std::size_t i = 0; i < size; ++i)
                 first = first << 8 | static_cast<unsigned char>(bytes[i]);
         }
-        return reinterpret_cast<Block>(Words{first, last});
+        block = reinterpret_cast<Block>(Words{first, last});
     }
 
     /// a to z become A to Z, as by RtiStringUtility::toupper.
-    static Block upper(Block block) { return block ^ ((block - 'a' < 26) & 0x20); }
+    static void toUpper(Block &block) { block ^= (block - 'a' < 26) & 0x20; }
 
-    template <class Fold>
-    static bool equal(std::string_view a, const char *b, Fold foldB) {
-        const std::size_t size = a.size();
-        if (size <= 16)
-            return same(upper(loadShort(a.data(), size)), foldB(loadShort(b, size)));
-        for (std::size_t at = 0; at + 16 < size; at += 16)
-            if (!same(upper(load(a.data() + at)), foldB(load(b + at))))
+    template <bool foldB>
+    static bool equalBlocks(const char *a, const char *b, std::size_t size) {
+        Block x, y;
+        if (size <= 16) {
+            loadShort(a, size, x);
+            loadShort(b, size, y);
+            return same<foldB>(x, y);
+        }
+        for (std::size_t at = 0; at + 16 < size; at += 16) {
+            load(a + at, x);
+            load(b + at, y);
+            if (!same<foldB>(x, y))
                 return false;
-        return same(upper(load(a.data() + size - 16)), foldB(load(b + size - 16)));
+        }
+        load(a + size - 16, x);
+        load(b + size - 16, y);
+        return same<foldB>(x, y);
     }
-
-    static bool same(Block a, Block b) {
-        const Words differ = reinterpret_cast<Words>(a ^ b);
+    template <bool foldB>
+    static bool same(Block &x, Block &y) {
+        toUpper(x);
+        if (foldB)
+            toUpper(y);
+        const Words differ = reinterpret_cast<Words>(x ^ y);
         return (differ[0] | differ[1]) == 0;
     }
 
-    /// A number of which each bit depends on all of the block and the key.
-    static Word mix(Block block, Word key) {
+    /// Each block is mixed with a key of its own, and so none waits for another.
+    static Word hashOf(std::string_view name) {
+        constexpr Word kStep = 0x9E3779B97F4A7C15U;
+        const char *bytes = name.data();
+        const std::size_t size = name.size();
+        Word key = reinterpret_cast<std::uintptr_t>(&_anchor), hash = 0;
+        Block block;
+        if (size <= 16) {
+            loadShort(bytes, size, block);
+        } else {
+            for (std::size_t at = 0; at + 16 < size; at += 16, key += kStep) {
+                load(bytes + at, block);
+                hash ^= mix(block, key);
+            }
+            load(bytes + size - 16, block);
+        }
+        return hash ^ mix(block, key + size);
+    }
+
+    /// A number of which each bit depends on all of the block, in upper case, and the key.
+    static Word mix(Block &block, Word key) {
         // Never equal to the first word, since no upper case has an "a": that would cancel the second.
         constexpr Word kOther = 0xA0617361646F6261U;
+        toUpper(block);
         const Words words = reinterpret_cast<Words>(block) ^ Words { kOther, key };
 #ifdef __SIZEOF_INT128__
         __extension__ using Wide = unsigned __int128;
@@ -105,20 +132,6 @@ private:
         const Word product = (words[0] ^ (words[1] << 32 | words[1] >> 32)) * 0x9FB21C651E98DF25U;
         return (product ^ product >> 29) * 0xD6E8FEB86659FD93U ^ words[1];
 #endif
-    }
-
-    /// Each block is mixed with a key of its own, and so none waits for another.
-    static Word hashOf(std::string_view name) {
-        constexpr Word kStep = 0x9E3779B97F4A7C15U;
-        const char *bytes = name.data();
-        const std::size_t size = name.size();
-        Word key = reinterpret_cast<std::uintptr_t>(&_anchor);
-        if (size <= 16)
-            return mix(upper(loadShort(bytes, size)), key + size);
-        Word hash = 0;
-        for (std::size_t at = 0; at + 16 < size; at += 16, key += kStep)
-            hash ^= mix(upper(load(bytes + at)), key);
-        return hash ^ mix(upper(load(bytes + size - 16)), key + size);
     }
 
     static const char _anchor; // stands at another address in each process

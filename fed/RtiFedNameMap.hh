@@ -89,8 +89,8 @@ private:
         std::uint32_t place; // of the entry in the block
     };
     struct alignas(64) Bucket {
-        std::uint64_t tags =
-            0; // a byte for each slot, 0 if it is free; the lowest is 1 if an entry went on to the next bucket
+        /// A byte for each slot, 0 if it is free; the lowest byte is 1 if an entry went on to the next bucket.
+        std::uint64_t tags = 0;
         Slot slots[kSlots];
     };
     static_assert(sizeof(Bucket) == 64);
@@ -109,9 +109,8 @@ private:
         return {reinterpret_cast<const char *>(entry + kHeadWords), entry[kValueWords]};
     }
 
-    [[gnu::always_inline]] // so that the parts of a name that was just hashed need not be read back
-    const Word *
-    entryOf(const RtiFedName &name) const {
+    // Inlined, so that the parts of a name that was just hashed need not be read back.
+    [[gnu::always_inline]] const Word *entryOf(const RtiFedName &name) const {
         const auto hash = static_cast<std::uint32_t>(name.hash());
         const std::uint64_t wanted = tagOf(name) * kOnes;
         const std::size_t mask = _buckets.size() - 1;

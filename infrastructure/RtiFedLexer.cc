@@ -32,7 +32,7 @@ using Block = unsigned char __attribute__((vector_size(16)));
 using Words = std::uint64_t __attribute__((vector_size(16)));
 
 /// Which of sixteen bytes is the first that is not 0; 16 if none is.
-RtiFedOffset firstOf(Block block) {
+RtiFedOffset firstOf(const Block &block) {
     const auto words = reinterpret_cast<Words>(block);
     const std::uint64_t word = words[0] ? words[0] : words[1];
     if (word == 0)
@@ -45,15 +45,16 @@ RtiFedOffset firstOf(Block block) {
     return inWord + (words[0] ? 0 : 8);
 }
 
-/// The first byte from `at` on that is not of a kind, or the end. `isOf` tells it of a byte, and `mayEnd` marks in a
-/// block those that may not be.
+/// The first byte from `at` on that is not of a kind, or the end. `isOf` tells it of a byte, and `mayEnd` leaves in a
+/// block only those that may not be.
 template <class IsOf, class MayEnd>
 RtiFedOffset endOfRun(std::string_view bytes, RtiFedOffset at, IsOf isOf, MayEnd mayEnd) {
     while (at < bytes.size()) {
         if (at + sizeof(Block) <= bytes.size()) {
             Block block;
             std::memcpy(&block, &bytes[at], sizeof block);
-            const RtiFedOffset run = firstOf(reinterpret_cast<Block>(mayEnd(block)));
+            mayEnd(block);
+            const RtiFedOffset run = firstOf(block);
             at += run;
             if (run == sizeof(Block))
                 continue;
@@ -68,12 +69,13 @@ RtiFedOffset endOfRun(std::string_view bytes, RtiFedOffset at, IsOf isOf, MayEnd
 RtiFedOffset endOfWord(std::string_view bytes, RtiFedOffset at) {
     return endOfRun(
         bytes, at, [](char c) { return classOf(c) == ordinary; },
-        [](Block b) { return (b <= ' ') | (b == '(') | (b == ')') | (b == '"') | (b == ';'); });
+        [](Block &b) { b = reinterpret_cast<Block>((b <= ' ') | (b == '(') | (b == ')') | (b == '"') | (b == ';')); });
 }
 
 RtiFedOffset endOfBlanks(std::string_view bytes, RtiFedOffset at) {
     return endOfRun(
-        bytes, at, [](char c) { return classOf(c) <= lineEnd; }, [](Block b) { return b != ' '; });
+        bytes, at, [](char c) { return classOf(c) <= lineEnd; },
+        [](Block &b) { b = reinterpret_cast<Block>(b != ' '); });
 }
 
 } // namespace
