@@ -98,7 +98,7 @@ TEST(HandleSet, AgreesWithAPlainModel) {
 }
 
 TEST(HandleMap, AgreesWithAPlainModel) {
-    for (const long range : {20L, 2000L, 2000000000L}) {
+    for (const unsigned long range : {20UL, 2000UL, 2000000000UL}) {
         std::mt19937 random(2);
         RtiFedHandleMap<RtiSpaceHandle, int> map;
         std::map<long, int> model;
