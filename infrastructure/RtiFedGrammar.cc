@@ -53,6 +53,12 @@ RtiFedClause childOf(RtiFedClause parent, std::string_view keyword) {
     return child == end ? RtiFedClause::unknown : *child;
 }
 
+RtiFedClause classIn(RtiFedClause owner) {
+    if (owner == C::objects || owner == C::objectClass)
+        return C::objectClass;
+    return owner == C::interactions || owner == C::interactionClass ? C::interactionClass : C::unknown;
+}
+
 RtiFedClause memberOf(RtiFedClause owner) {
     switch (owner) {
     case C::space:

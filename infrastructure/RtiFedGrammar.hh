@@ -42,6 +42,9 @@ bool isKeywordOf(RtiFedClause clause, std::string_view word);
 /// The kind of clause that a keyword begins inside of `parent`, or RtiFedClause::unknown.
 RtiFedClause childOf(RtiFedClause parent, std::string_view keyword);
 
+/// The kind of class that may stand in a section or class, or RtiFedClause::unknown.
+RtiFedClause classIn(RtiFedClause owner);
+
 /// The kind of member that a class or space has, or RtiFedClause::unknown.
 RtiFedClause memberOf(RtiFedClause owner);
 

@@ -126,8 +126,8 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
     readName(token, endOfWord(_bytes, _at));
 }
 
-std::size_t RtiFedLexer::nextPlainClause(std::string_view keyword, std::array<RtiFedSpan, 4> &words,
-                                         std::size_t longest) {
+std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words,
+                                        std::size_t longest) {
     if (_bytes.compare(_at, keyword.size(), keyword) != 0)
         return kNotPlain;
     const auto size = static_cast<RtiFedOffset>(_bytes.size());
@@ -136,11 +136,11 @@ std::size_t RtiFedLexer::nextPlainClause(std::string_view keyword, std::array<Rt
         const RtiFedOffset end = at;
         if (at < size && classOf(_bytes[at]) <= lineEnd && ++at < size && classOf(_bytes[at]) <= lineEnd)
             at = endOfBlanks(_bytes, at); // more than the one that is common
-        if (at < size && _bytes[at] == ')') {
-            _at = at + 1;
+        if (at < size && (_bytes[at] == '(' || _bytes[at] == ')')) {
+            _at = at;
             return count;
         }
-        if (count == words.size() || at == end) // the end, or no word
+        if (count == words.size() || at == end) // too many, the end, or no word
             return kNotPlain;
         const RtiFedOffset begin = at;
         at = endOfWord(_bytes, at);
@@ -156,6 +156,13 @@ bool RtiFedLexer::nextOpen(RtiFedOffset &at) {
         return false;
     at = end;
     _at = end + 1;
+    return true;
+}
+
+bool RtiFedLexer::nextClose() {
+    if (_at == _bytes.size() || _bytes[_at] != ')')
+        return false;
+    ++_at;
     return true;
 }
 

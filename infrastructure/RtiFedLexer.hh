@@ -35,14 +35,16 @@ public:
     /// The same, into a token that is there: a copy of one just written costs more than to read it.
     void next(RtiFedToken &token);
 
-    /// Reads the rest of a clause that begins with this keyword and is nothing but plain words, at most as many as
-    /// there is room for and none longer than `longest`, and the ")" behind them. Returns how many words there are.
-    /// Where anything else stands nothing is read, and kNotPlain is returned.
-    std::size_t nextPlainClause(std::string_view keyword, std::array<RtiFedSpan, 4> &words, std::size_t longest);
+    /// Reads a keyword and plain words behind it, up to a parenthesis: at most as many as there is room for, and none
+    /// longer than `longest`. Returns how many words there are. Where anything else stands nothing is read, and
+    /// kNotPlain is returned.
+    std::size_t nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words, std::size_t longest);
     static constexpr std::size_t kNotPlain = 0xFFFF;
 
     /// Reads the next token if it is a "(" that follows without a comment, and says where it is. Returns whether.
     bool nextOpen(RtiFedOffset &at);
+    /// Reads the next byte if it is a ")". Returns whether.
+    bool nextClose();
 
 private:
     void skipBlanksAndComments();

@@ -46,7 +46,7 @@ void RtiFedReader::openFed() {
 void RtiFedReader::step() {
     switch (_token.kind) {
     case Kind::open:
-        return readPlainMembers() ? void() : readClause();
+        return readPlainMembers() || readPlainClass() ? void() : readClause();
     case Kind::close:
         return closeClause();
     case Kind::name:
@@ -65,24 +65,17 @@ bool RtiFedReader::readPlainMembers() {
     const RtiFedClause kind = memberOf(owner.name.kind);
     if (kind == RtiFedClause::unknown)
         return false;
-    const RtiFedClauseForm &form = formOf(kind);
     RtiFedLexer ahead = _lexer;
     RtiFedClauseName member{kind, _token.begin, {}}, last;
-    RtiFedArguments words{};
-    do {
-        const std::size_t count = ahead.nextPlainClause(form.keyword, words, kMaxNameLength);
-        const bool hasSpace = form.maySpace && count == form.numArguments + 1;
-        if (count != form.numArguments && !hasSpace)
-            break;
-        if (!hasSpace)
-            words[form.numArguments] = {};
-        else if (childOf(owner.name.kind, _text.at(words[form.numArguments])) != RtiFedClause::unknown)
-            break; // perhaps no space, but the next clause without its "("
+    RtiFedArguments words;
+    while (readPlainWords(ahead, kind, words) && ahead.nextClose()) {
         declareMember(kind, owner.declaration, words);
         last = member;
         last.label = words[0];
         _lexer = ahead;
-    } while (ahead.nextOpen(member.begin));
+        if (!ahead.nextOpen(member.begin))
+            break;
+    }
     if (last.kind != kind)
         return false;
     owner.hasClauses = true;
@@ -91,6 +84,33 @@ bool RtiFedReader::readPlainMembers() {
     advance();
     _behindClose = true;
     return true;
+}
+
+/// The same for a class, up to the clauses in it.
+bool RtiFedReader::readPlainClass() {
+    const RtiFedClause kind = classIn(_open.back().name.kind);
+    RtiFedLexer ahead = _lexer;
+    RtiFedArguments words;
+    if (kind == RtiFedClause::unknown || !readPlainWords(ahead, kind, words))
+        return false;
+    _open.back().hasClauses = true;
+    _open.push_back({{kind, _token.begin, words[0]}});
+    _lexer = ahead;
+    advance();
+    declareOrSkip(words);
+    return true;
+}
+
+/// Reads the keyword and the arguments of a clause, if they are all there and nothing but plain words.
+bool RtiFedReader::readPlainWords(RtiFedLexer &ahead, RtiFedClause kind, RtiFedArguments &words) const {
+    const RtiFedClauseForm &form = formOf(kind);
+    words = {};
+    const std::size_t count = ahead.nextPlainWords(form.keyword, words, kMaxNameLength);
+    if (!form.maySpace || count != form.numArguments + 1)
+        return count == form.numArguments;
+    // Else the last is perhaps no space, but the next clause without its "(".
+    return childOf(_open.back().name.kind, _text.at(words[count - 1])) == RtiFedClause::unknown &&
+           childOf(kind, _text.at(words[count - 1])) == RtiFedClause::unknown;
 }
 
 void RtiFedReader::readClause() {
@@ -181,6 +201,10 @@ void RtiFedReader::readArguments() {
         spacesKnown = spacesKnown && _open.back().name.kind != RtiFedClause::space;
         return skipClause(1);
     }
+    declareOrSkip(arguments);
+}
+
+void RtiFedReader::declareOrSkip(const RtiFedArguments &arguments) {
     if (!declare(arguments)) {
         skippedNames.push_back(arguments[0]);
         skipClause(2);

@@ -41,12 +41,15 @@ private:
     void openFed();
     void step();
     bool readPlainMembers();
+    bool readPlainClass();
+    bool readPlainWords(RtiFedLexer &ahead, RtiFedClause kind, RtiFedArguments &words) const;
     void readClause();
     void readClauseAt(RtiFedOffset begin, bool behindClose);
     void refuseClause(RtiFedOffset begin);
     bool refuseSecond();
     void readArguments();
     bool readArgument(std::size_t index, RtiFedArguments &arguments);
+    void declareOrSkip(const RtiFedArguments &arguments);
     bool declare(const RtiFedArguments &arguments);
     void declareMember(RtiFedClause kind, std::uint32_t owner, const RtiFedArguments &arguments);
     bool declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArguments &arguments);
