@@ -17,7 +17,8 @@ public:
     static constexpr const char *_thisClassName = "RtiFedElement";
     static constexpr const char *_thisClassVersion = "1.0";
 
-    explicit RtiFedElement(std::string name) : _name(std::move(name)) {}
+    explicit RtiFedElement(const std::string &name) : _name(name) {}
+    explicit RtiFedElement(std::string &&name) noexcept : _name(std::move(name)) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedElement(RtiBuffer &buffer);
 

@@ -41,8 +41,14 @@ public:
 
     /// Writes the upper case of a name.
     static void putUpper(std::string_view name, char *to) {
-        for (const char c : name)
-            *to++ = static_cast<char>(RtiStringUtility::toupper(c));
+        std::size_t at = 0;
+        for (Block block; at + sizeof block <= name.size(); at += sizeof block) {
+            load(&name[at], block);
+            toUpper(block);
+            std::memcpy(to + at, &block, sizeof block);
+        }
+        for (; at < name.size(); ++at)
+            to[at] = static_cast<char>(RtiStringUtility::toupper(name[at]));
     }
 
 private:
