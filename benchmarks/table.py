@@ -201,8 +201,9 @@ def main():
                       "met" if ratio <= row.goal else "not met"))
     print(machine(os.path.abspath(sys.argv[1])))
     widths = [max(map(len, column)) for column in zip(*lines)]
+    lines.insert(1, ["-" * width for width in widths])
     for line in lines:
-        print(" | ".join(cell.ljust(width) for cell, width in zip(line, widths)).rstrip())
+        print("| " + " | ".join(cell.ljust(width) for cell, width in zip(line, widths)) + " |")
     print(f"{met} of {len(chosen)} goals met")
 
 
