@@ -206,6 +206,42 @@ TEST(Allocation, FailsInAQuery) {
     EXPECT_GT(failEachAllocation(fresh, ask, stillAnswers), 100u);
 }
 
+TEST(Allocation, IsNotNeededByALookup) {
+    const std::string text =
+        withMom("(class VesselOfAnyKindAtAll (attribute PositionInTheHarbour reliable timestamp) "
+                "(class TugOfTheHarbourMaster (attribute PowerOfTheTugInKilowatts reliable timestamp "
+                "HarbourAndApproaches)))",
+                "(class CollisionOfTwoVessels reliable timestamp (parameter VesselThatWasHitOrNot))",
+                "(space HarbourAndApproaches (dimension EastingInTheHarbour))");
+    const auto db = load(text);
+    const RtiObjectClassHandle tug = db->getObjectClassHandle("VesselOfAnyKindAtAll.TugOfTheHarbourMaster");
+    const RtiInteractionClassHandle collision = db->getInteractionClassHandle("CollisionOfTwoVessels");
+    RtiAttributeHandleSet attributes(0);
+    attributes.add(db->getAttributeHandle("PositionInTheHarbour", tug));
+    attributes.add(db->getAttributeHandle("PowerOfTheTugInKilowatts", tug));
+    db->getAvailableAttributeHandles(tug, 0);
+
+    const FailNthAllocation failure(1);
+    unsigned long found = db->getObjectClassHandle("objectroot.vesselOfAnyKindAtAll.tugOfTheHarbourMaster") == tug;
+    found += db->getObjectClassHandle("VESSELOFANYKINDATALL.TUGOFTHEHARBOURMASTER") == tug;
+    found += !db->objectClassExists("VesselOfAnyKindAtAll.TugOfTheHarbourMistress");
+    found += db->getInteractionClassHandle("collisionoftwovessels") == collision;
+    found += db->getAttributeHandle("positionINTHEharbour", tug) != 0;
+    found += db->getParameterHandle("vesselTHATWASHITorNOT", collision) != 0;
+    found += db->getRoutingSpaceHandle("harbourANDapproaches") == 1;
+    found += db->getDimensionHandle("EASTINGintheHARBOUR", RtiSpaceHandle(1)) == 0;
+    found += db->getTransportationHandle("rti_best_effort") == 1;
+    found += db->getOrderingHandle("rti_time_stamp_ordering") == 2;
+    found += db->find(tug)->attributeIsInherited("positionINTHEharbour");
+    found += !db->find(tug)->attributeExists("positionINTHEharbour");
+    found += db->find(RtiObjectClassHandle(1))->hasDerrivedClass(tug);
+    found += db->getRealObjectClassHandle(tug, attributes.getHandle(1)) == tug;
+    found += db->getAttributeRoutingSpaceHandle(attributes.getHandle(1), tug) == 1;
+    found += db->verifyAvailableAttributes(tug, attributes) == RTI_true;
+    EXPECT_FALSE(failure.happened());
+    EXPECT_EQ(found, 16u);
+}
+
 // ---- Building
 
 TEST(Allocation, FailsInABuildingCall) {
