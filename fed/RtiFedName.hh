@@ -129,14 +129,23 @@ private:
         // Never equal to the first word, since no upper case has an "a": that would cancel the second.
         constexpr Word kOther = 0xA0617361646F6261U;
         toUpper(block);
-        const Words words = reinterpret_cast<Words>(block) ^ Words { kOther, key };
+        Words words{kOther, key};
+        words ^= reinterpret_cast<Words>(block);
+        return multiply(words[0], words[1]);
+    }
+
+    /// Both halves of a product in one.
+    static Word multiply(Word a, Word b) {
 #ifdef __SIZEOF_INT128__
         __extension__ using Wide = unsigned __int128;
-        const Wide product = static_cast<Wide>(words[0]) * words[1];
+        const Wide product = static_cast<Wide>(a) * b;
         return static_cast<Word>(product) ^ static_cast<Word>(product >> 64);
 #else
-        const Word product = (words[0] ^ (words[1] << 32 | words[1] >> 32)) * 0x9FB21C651E98DF25U;
-        return (product ^ product >> 29) * 0xD6E8FEB86659FD93U ^ words[1];
+        constexpr Word kHalf = 0xFFFFFFFFU;
+        const Word low = (a & kHalf) * (b & kHalf), cross = (a >> 32) * (b & kHalf), other = (a & kHalf) * (b >> 32);
+        const Word middle = (low >> 32) + (cross & kHalf) + (other & kHalf);
+        const Word high = (a >> 32) * (b >> 32) + (cross >> 32) + (other >> 32) + (middle >> 32);
+        return high ^ (middle << 32 | (low & kHalf));
 #endif
     }
 
