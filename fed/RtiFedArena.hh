@@ -27,11 +27,19 @@ public:
         return taken;
     }
 
-    /// Makes an object. Whoever holds it destroys it, before the arena goes.
+    /// Makes an object. Whoever holds it destroys it, before the arena goes. If its constructor throws, its memory is
+    /// free again.
     template <class T, std::size_t alignment = alignof(T), std::size_t behind = 0, class... Arguments>
     T *make(Arguments &&...arguments) {
         static_assert(alignment % alignof(T) == 0 && behind % alignof(T) == 0);
-        return new (take(sizeof(T), alignment, behind)) T(std::forward<Arguments>(arguments)...);
+        auto *taken = static_cast<std::byte *>(take(sizeof(T), alignment, behind));
+        try {
+            return new (taken) T(std::forward<Arguments>(arguments)...);
+        } catch (...) {
+            _left += static_cast<std::size_t>(_next - taken);
+            _next = taken;
+            throw;
+        }
     }
 
 private:

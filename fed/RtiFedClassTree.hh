@@ -26,7 +26,6 @@ public:
         const auto *found = _handleMap.find(handle);
         return found ? found->get() : nullptr;
     }
-    Node *find(std::string_view name) const { return find(handleOf(name)); }
     /// The handle of a class, by its name in any letter case; 0 if there is none. A name that is not found is tried
     /// once more behind the root prefix, whatever it is.
     Handle handleOf(std::string_view name) const {
@@ -43,8 +42,7 @@ public:
     /// Makes a class for this tree, which it does not know yet.
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
-        Owner node(
-            _arena.template make<Node, kCacheLine, sizeof(RtiFedElement)>(std::forward<Arguments>(arguments)...));
+        Owner node(_arena.template make<Node, kCacheLine, behindName()>(std::forward<Arguments>(arguments)...));
         node->shareArena(_arena);
         return node;
     }
@@ -160,6 +158,9 @@ public:
 private:
     using Number = decltype(Handle::_value);
     static constexpr std::size_t kCacheLine = 64; // behind its name, one has all that a look-up asks of a class
+    static constexpr std::size_t behindName() {
+        return (sizeof(RtiFedElement) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
+    }
 
     static constexpr std::string_view kPrefix = Node::_rootPrefix; // in upper case, with its dot
 

@@ -136,6 +136,14 @@ void RtiFedDatabase::setFederateVersion(std::string version) {
     _fedVersion = std::move(version);
 }
 
+/// A handle that was just handed out, unless its counter went round. Throws RTI::RTIinternalError.
+template <class Handle>
+Handle RtiFedDatabase::unused(const Handle &handle) const {
+    if (handle == 0 || find(handle))
+        rtiFedRaise<RTI::RTIinternalError>("the handle ", toString(handle._value), " is 0 or in use: none is left");
+    return handle;
+}
+
 RtiSpaceHandle RtiFedDatabase::createSpaceHandle() {
     return next(_nextSpaceHandle);
 }
@@ -172,7 +180,7 @@ RtiFedObjectClass *RtiFedDatabase::addObjectClass(const RtiDottedClassname &name
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 222: FED Object Superclass Not Known");
         parent = find(handle);
     }
-    auto made = _objectClasses.make(createObjectClassHandle(), fullName, parent);
+    auto made = _objectClasses.make(unused(createObjectClassHandle()), fullName, parent);
     if (parent) { // first, since a class that its parent does not know would spoil the image
         parent->makeRoomForChildClass(made->getHandle());
         parent->makeRoomInAllFor(made->getHandle());
@@ -191,11 +199,12 @@ void RtiFedDatabase::addObjectClassAttribute(RtiFedObjectClass *objectClass, std
     if (!objectClass)
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 523: ");
     const RtiAttributeHandle handle = createAttributeHandle();
-    _attributeObjectClassMap.insert(handle, objectClass->getHandle()._value);
+    const bool mapped = _attributeObjectClassMap.insert(handle, objectClass->getHandle()._value);
     try {
         objectClass->addAttribute(handle, std::move(name), transportation, ordering, space);
     } catch (...) {
-        _attributeObjectClassMap.erase(handle);
+        if (mapped)
+            _attributeObjectClassMap.erase(handle);
         throw;
     }
 }
@@ -215,8 +224,8 @@ RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, Rt
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 587: FED Interaction Superclass Not Known");
         parent = find(handle);
     }
-    auto made =
-        _interactionClasses.make(createInteractionClassHandle(), fullName, parent, transportation, ordering, space);
+    auto made = _interactionClasses.make(unused(createInteractionClassHandle()), fullName, parent, transportation,
+                                         ordering, space);
     if (parent)
         parent->makeRoomForChildClass(made->getHandle());
     RtiFedInteractionClass *added = _interactionClasses.add(std::move(made));
@@ -226,7 +235,7 @@ RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, Rt
 }
 
 RtiFedSpace *RtiFedDatabase::addSpace(std::string name) {
-    return own(std::make_unique<RtiFedSpace>(createSpaceHandle(), std::move(name)));
+    return own(std::make_unique<RtiFedSpace>(unused(createSpaceHandle()), std::move(name)));
 }
 
 /// Enters a space whose handle is free; a name that is taken keeps its first space. If memory runs out, nothing has

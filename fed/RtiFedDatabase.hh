@@ -77,7 +77,8 @@ public:
     RtiParameterHandle createParameterHandle();
 
     /// Adds an object class by its full dotted name. Throws RTI::ErrorReadingFED if it exists, RTI::NameNotFound if its
-    /// superclass does not, RTI::RTIinternalError beyond kMaxClassNesting levels (a handle is used up then).
+    /// superclass does not, RTI::RTIinternalError beyond kMaxClassNesting levels or when no handle is left (one is used
+    /// up then).
     RtiFedObjectClass *addObjectClass(std::string name);
     RtiFedObjectClass *addObjectClass(const RtiDottedClassname &name);
     /// Adds an attribute. Throws RTI::RTIinternalError without a class, RTI::ErrorReadingFED if the class has or
@@ -216,6 +217,8 @@ private:
 
     void parse(std::FILE *file);
     RtiFedSpace *own(std::unique_ptr<RtiFedSpace> space);
+    template <class Handle>
+    Handle unused(const Handle &handle) const;
     void restoreContents(RtiBuffer &buffer);
     AttributeClasses restoreObjectClasses(RtiBuffer &buffer);
     RtiParameterHandle restoreInteractionClasses(RtiBuffer &buffer);

@@ -11,6 +11,8 @@ struct RtiFedField;
 
 /// Base of every named record of the federation object model. The name keeps the spelling of its declaration.
 ///
+/// A record that a class, space or database holds is restored with its holder: alone, it would be looked for under the
+/// name and handle that it had.
 /// Its image is the name. Threads: as RtiSaveableType says.
 class RTI_EXPORT RtiFedElement : public RtiSaveableType {
 public:

@@ -83,7 +83,7 @@ private:
     bool isInVector(Number number) const {
         return number >= Number(0) && static_cast<std::size_t>(number) < _vector.size();
     }
-    /// Whether the vector would be half empty at most if it reached this number.
+    /// Whether the vector has room for this number already, or would not be mostly empty if it reached it.
     bool isNear(Number number) const {
         return number >= Number(0) && static_cast<std::size_t>(number) < std::max(2 * _size + 8, _vector.capacity());
     }

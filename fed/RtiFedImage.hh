@@ -7,7 +7,8 @@
 
 #include <cstddef>
 
-// An image may come from anywhere: what no sound record could have written is refused, before memory is taken for it.
+// An image may come from anywhere: what no sound record could have written is refused, and memory is taken only in
+// proportion to the bytes that are there.
 
 /// The byte of the image that is read next, from 0.
 inline std::size_t imageByte(const RtiBuffer &buffer) {

@@ -10,8 +10,8 @@
 #include <string_view>
 
 /// A name to look for, in any letter case: its text and a hash of its upper case. The hash is computed once, however
-/// many look-ups are asked. It is another one in each process, so that no file can be made to fill one place of a
-/// table.
+/// many look-ups are asked. It depends on where the library was loaded, which is another place in each process, so that
+/// no file can be written to fill one place of a table.
 ///
 /// Names are taken sixteen bytes at a time, each lower-case letter as its upper case. The last block may overlap the
 /// one before it, so that a name is cut into the same blocks wherever it is stored.
@@ -105,31 +105,32 @@ private:
         return (differ[0] | differ[1]) == 0;
     }
 
-    /// Each block is mixed with a key of its own, and so none waits for another.
+    /// Each block is mixed with keys of its own, and so none waits for another.
     static Word hashOf(std::string_view name) {
-        constexpr Word kStep = 0x9E3779B97F4A7C15U;
+        constexpr Word kStep = 0x9E3779B97F4A7C15U, kOther = 0xD6E8FEB86659FD93U;
         const char *bytes = name.data();
         const std::size_t size = name.size();
-        Word key = reinterpret_cast<std::uintptr_t>(&_anchor), hash = 0;
+        // The two secrets: without them nobody can tell which names share a hash.
+        Word key = reinterpret_cast<std::uintptr_t>(&_anchor) * kStep;
+        const Word other = (key ^ key >> 32) * kOther;
+        Word hash = 0;
         Block block;
         if (size <= 16) {
             loadShort(bytes, size, block);
         } else {
             for (std::size_t at = 0; at + 16 < size; at += 16, key += kStep) {
                 load(bytes + at, block);
-                hash ^= mix(block, key);
+                hash ^= mix(block, other, key);
             }
             load(bytes + size - 16, block);
         }
-        return hash ^ mix(block, key + size);
+        return hash ^ mix(block, other, key + size);
     }
 
-    /// A number of which each bit depends on all of the block, in upper case, and the key.
-    static Word mix(Block &block, Word key) {
-        // Never equal to the first word, since no upper case has an "a": that would cancel the second.
-        constexpr Word kOther = 0xA0617361646F6261U;
+    /// A product of both words of a block, in upper case, each changed by a key.
+    static Word mix(Block &block, Word first, Word second) {
         toUpper(block);
-        Words words{kOther, key};
+        Words words{first, second};
         words ^= reinterpret_cast<Words>(block);
         return multiply(words[0], words[1]);
     }

@@ -138,8 +138,8 @@ private:
     std::uint32_t append(std::string_view name, Value value) {
         const std::size_t place = _block.size();
         const std::size_t end = place + wordsOf(name.size());
-        if (end > UINT32_MAX)
-            throw std::length_error("the names of one look-up take more than 16 GiB");
+        if (name.size() > UINT32_MAX || end > UINT32_MAX)
+            throw std::length_error("a name takes more than 4 GiB, or all names of one look-up more than 16 GiB");
         if (end > _block.capacity())
             _block.reserve(std::max(end, _block.capacity() + _block.capacity() / 2));
         _block.resize(end);

@@ -15,6 +15,10 @@ class RTI_EXPORT RtiAttributeHandleSet {
 public:
     /// An empty set for about `capacity` handles; it grows beyond that.
     explicit RtiAttributeHandleSet(unsigned long capacity);
+    // There is nothing to gain from moving, so it is copying.
+    RtiAttributeHandleSet(const RtiAttributeHandleSet &) = default;
+    RtiAttributeHandleSet &operator=(const RtiAttributeHandleSet &) = default;
+    ~RtiAttributeHandleSet() = default;
 
     /// Adds a handle; one that is in the set already changes nothing. Handles added in ascending order cost least. If
     /// memory runs out, nothing has changed.

@@ -41,7 +41,8 @@ std::size_t bytesLeft(std::FILE *file) {
     if (position < 0 || std::fseek(file, 0, SEEK_END) != 0)
         return 0;
     const long end = std::ftell(file);
-    std::fseek(file, position, SEEK_SET);
+    if (std::fseek(file, position, SEEK_SET) != 0)
+        throw std::string("the file cannot be read: ") + std::strerror(errno);
     return end > position ? std::min(static_cast<std::size_t>(end - position), std::size_t(kMaxTextSize)) : 0;
 }
 
@@ -91,13 +92,14 @@ RtiFedParser::~RtiFedParser() = default;
 std::string RtiFedParser::readText(std::FILE *file) {
     constexpr std::size_t kChunk = 65536;
     std::string text;
-    text.reserve(bytesLeft(file) + kChunk);
     for (bool more = true; more;) {
         const std::size_t before = text.size();
         text.resize(before + kChunk);
         const std::size_t size = std::fread(&text[before], 1, kChunk, file);
         text.resize(before + size);
         more = size > 0 && !std::memchr(&text[before], '\0', size) && text.size() <= kMaxTextSize;
+        if (more && size == kChunk && before == 0) // a long text, and perhaps a file that knows how long
+            text.reserve(bytesLeft(file) + 2 * kChunk);
     }
     if (std::ferror(file))
         throw std::string("the file cannot be read: ") + std::strerror(errno);

@@ -15,7 +15,8 @@ RtiFedReader::RtiFedReader(const RtiFedText &text) : _text(text), _lexer(text, t
         stop(Problem::textTooLong, text.begin());
     else
         openFed();
-    declarations.objects.members.reserve(text.bytes().size() / kBytesEach);
+    if (!_stopped)
+        declarations.objects.members.reserve(text.bytes().size() / kBytesEach);
     while (!_stopped && (!_open.empty() || behindFed()))
         step();
     spacesKnown = spacesKnown && (_spacesRead || !_stopped);

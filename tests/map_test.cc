@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <map>
 #include <random>
+#include <set>
 
 // Both containers against a plain model: std::map, and upper-cased keys for names.
 
@@ -36,6 +37,23 @@ TEST(Name, IsComparedInUpperCase) {
         ASSERT_EQ(RtiFedName::equalUpper(a, upperB), upperA == upperB) << a << " " << b;
         ASSERT_TRUE(upperA != upperB || RtiFedName(a).hash() == RtiFedName(b).hash()) << a;
     }
+}
+
+// Names that differ in few places, chosen so that a careless mixing of words gives many of them one hash.
+TEST(Name, HashesOfLikeNamesDiffer) {
+    for (const char *rest : {"47:14&4Z_____", "XYZ_________", "", "ObjectRoot.Manager.Federate."})
+        for (const std::size_t place : {0U, 3U, 8U, 13U}) {
+            std::set<std::uint32_t> hashes;
+            std::set<std::string> names;
+            for (unsigned i = 1; i < 60000; i += 3) {
+                std::string name = rest;
+                const char varying[] = {static_cast<char>(i), static_cast<char>(i >> 8 | 0x80), 'X'};
+                name.insert(std::min(place, name.size()), varying, sizeof varying);
+                hashes.insert(static_cast<std::uint32_t>(RtiFedName(name).hash()));
+                names.insert(RtiStringUtility::toupper(name));
+            }
+            EXPECT_GT(hashes.size() + 10, names.size()) << rest << " " << place;
+        }
 }
 
 TEST(NameMap, AgreesWithAPlainModel) {
