@@ -181,12 +181,13 @@ private:
     void enterName(std::string_view name, Number handle) {
         const bool underRoot = isUnderRoot(name);
         const RtiFedName key = underRoot ? behindRoot(name) : name;
-        const Names alone{underRoot ? 0 : handle, underRoot ? handle : 0};
-        if (!_nameMap.insert(key, alone)) {
-            const Names found = _nameMap.find(key);
-            if ((underRoot ? found.underRoot : found.alone) != 0)
+        if (!_nameMap.insert(key, underRoot ? Names{0, handle} : Names{handle, 0})) {
+            Names names = _nameMap.find(key);
+            Number &place = underRoot ? names.underRoot : names.alone;
+            if (place != 0)
                 return;
-            _nameMap.replace(key, {found.alone | alone.alone, found.underRoot | alone.underRoot});
+            place = handle;
+            _nameMap.replace(key, names);
         }
         _isRootTwice = _isRootTwice || (underRoot && isUnderRoot(key.text()));
         ++_numNames;

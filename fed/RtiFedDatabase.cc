@@ -394,7 +394,8 @@ RtiFedDatabase::AttributeClasses RtiFedDatabase::restoreObjectClasses(RtiBuffer 
 
 /// Returns the greatest parameter handle, 0 if there is none.
 RtiParameterHandle RtiFedDatabase::restoreInteractionClasses(RtiBuffer &buffer) {
-    RtiFedHandleMap<RtiParameterHandle, unsigned char> handles; // a set of them
+    // A set of handles. They come in the order of the class names, in which a set of runs would be slow.
+    RtiFedHandleMap<RtiParameterHandle, unsigned char> handles;
     const auto read = _interactionClasses.restore(buffer, "interaction classes");
     handles.reserve(numMembers(read));
     for (const auto &[node, byte] : read)

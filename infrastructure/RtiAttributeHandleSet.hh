@@ -13,7 +13,7 @@
 /// Threads: const members on any number of threads at once; add needs the set to itself.
 class RTI_EXPORT RtiAttributeHandleSet {
 public:
-    /// An empty set for about `capacity` handles; it grows beyond that.
+    /// An empty set. It grows as it needs to, whatever `capacity` says.
     explicit RtiAttributeHandleSet(unsigned long capacity);
     // There is nothing to gain from moving, so it is copying.
     RtiAttributeHandleSet(const RtiAttributeHandleSet &) = default;
