@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr const char *kMomDefaultSpace = "HLAMomDefaultSpace";
 constexpr const char *kNotFound = " not found in FED file.";
 
 /// A transportation or ordering: its handle, its name, and the short form that is accepted beside it.
@@ -260,11 +259,11 @@ void RtiFedDatabase::addSpaceDimension(RtiFedSpace *space, std::string name) {
 }
 
 void RtiFedDatabase::createMomDefaultSpace() {
-    addSpace(kMomDefaultSpace);
+    addSpace(_momDefaultSpace);
 }
 
 void RtiFedDatabase::setMomDefaultSpace() {
-    const RtiSpaceHandle space = getRoutingSpaceHandle(kMomDefaultSpace);
+    const RtiSpaceHandle space = getRoutingSpaceHandle(_momDefaultSpace);
     setMomDefaultSpaceForAttributes(find(getObjectClassHandle("ObjectRoot.Manager")), space);
     setMomDefaultSpaceForInteractionClasses(find(getInteractionClassHandle("InteractionRoot.Manager")), space);
 }
@@ -689,6 +688,12 @@ std::set<RtiAttributeHandle> RtiFedDatabase::getAttributeHandleSet() const {
 
 std::set<RtiInteractionClassHandle> RtiFedDatabase::getInteractionClassHandleSet() const {
     return _interactionClasses.handles();
+}
+
+std::set<RtiSpaceHandle> RtiFedDatabase::getRoutingSpaceHandleSet() const {
+    std::set<RtiSpaceHandle> spaces;
+    _spaceHandleMap.forEach([&spaces](const RtiSpaceHandle &handle, const auto &) { spaces.insert(handle); });
+    return spaces;
 }
 
 RtiObjectClassHandle RtiFedDatabase::getRealObjectClassHandle(RtiObjectClassHandle,

@@ -33,6 +33,7 @@ class RTI_EXPORT RtiFedDatabase : public RtiSaveableType {
 public:
     static constexpr const char *_thisClassName = "RtiFedDatabase";
     static constexpr const char *_thisClassVersion = "1.0";
+    static constexpr const char *_momDefaultSpace = "HLAMomDefaultSpace"; ///< The space of MOM classes that name none.
 
     /// Builds from the FED file, or stays empty if `arg` says so: then no file is touched, and there is no space for
     /// the MOM either. Throws RTI::CouldNotOpenFED (the message is the file name) and what buildFromFed throws;
@@ -181,6 +182,7 @@ public:
     /// Every attribute, once each.
     std::set<RtiAttributeHandle> getAttributeHandleSet() const;
     std::set<RtiInteractionClassHandle> getInteractionClassHandleSet() const;
+    std::set<RtiSpaceHandle> getRoutingSpaceHandleSet() const;
 
     /// The class that declares the attribute, whatever class is passed; 0 if none does.
     RtiObjectClassHandle getRealObjectClassHandle(RtiObjectClassHandle objectClass, RtiAttributeHandle attribute) const;

@@ -149,8 +149,20 @@ void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
 }
 
 RtiFedPosition RtiFedParser::position(std::size_t argument) const {
-    const RtiFedText &text = _contents->text;
-    return text.position(given(argument) ? text.beginOfName(_contents->current[argument]) : _contents->read.fed);
+    return positionAt(span(argument).begin);
+}
+
+RtiFedSpan RtiFedParser::span(std::size_t argument) const {
+    return given(argument) ? _contents->text.withQuotes(_contents->current[argument])
+                           : RtiFedSpan{_contents->read.fed, 1};
+}
+
+std::string_view RtiFedParser::text() const {
+    return _contents->text.bytes();
+}
+
+RtiFedPosition RtiFedParser::positionAt(std::uint32_t offset) const {
+    return _contents->text.position(offset);
 }
 
 bool RtiFedParser::given(std::size_t argument) const {

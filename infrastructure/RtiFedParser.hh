@@ -3,6 +3,7 @@
 #include "infrastructure/RtiExport.hh"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -15,6 +16,12 @@ class RtiFedParserCodegen;
 struct RtiFedPosition {
     unsigned long line;
     unsigned long column;
+};
+
+/// A run of bytes of a FED text: the offset of the first one, and how many they are.
+struct RtiFedSpan {
+    std::uint32_t begin = 0;
+    std::uint32_t length = 0;
 };
 
 /// Reads the text of a FED file and delivers its declarations to callbacks.
@@ -54,8 +61,15 @@ public:
     /// absent, and at any other time, where the FED clause begins.
     RtiFedPosition position(std::size_t argument = 0) const;
 
+    /// The same as a run of bytes, quotes included; the "(" of the FED clause where an argument is absent.
+    RtiFedSpan span(std::size_t argument = 0) const;
+
     /// While a callback runs: whether the text has its first, second ... argument, be it an empty one in quotes.
     bool given(std::size_t argument) const;
+
+    /// The text that was read, and the place of one of its bytes.
+    std::string_view text() const;
+    RtiFedPosition positionAt(std::uint32_t offset) const;
 
     /// Whether each clause is known to stand in the clause that its author meant. If parentheses are missing or stand
     /// too much it is not, and what is said about inheritance or absence may only follow from that.

@@ -295,7 +295,7 @@ bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArgu
         return false;
     }
     if (clause.fullName > kMaxNameLength) {
-        fail(Problem::fullNameTooLong, _text.beginOfName(name)).number = static_cast<RtiFedOffset>(clause.fullName);
+        fail(Problem::fullNameTooLong, _text.withQuotes(name).begin).number = static_cast<RtiFedOffset>(clause.fullName);
         return false;
     }
     _fullNames += clause.fullName;
@@ -304,7 +304,7 @@ bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArgu
         return true;
     }
     if (_text.at(name).find('.') != std::string_view::npos)
-        fail(Problem::dotInClassName, _text.beginOfName(name));
+        fail(Problem::dotInClassName, _text.withQuotes(name).begin);
     clause.declaration = static_cast<std::uint32_t>(tree.classes.size());
     tree.classes.push_back({arguments, clause.level});
     return true;

@@ -10,10 +10,10 @@ RtiFedOffset RtiFedText::begin() const {
     return marked ? static_cast<RtiFedOffset>(kByteOrderMark.size()) : 0;
 }
 
-RtiFedOffset RtiFedText::beginOfName(RtiFedSpan name) const {
+RtiFedSpan RtiFedText::withQuotes(RtiFedSpan name) const {
     const RtiFedOffset end = name.begin + name.length;
     const bool inQuotes = name.begin > 0 && _text[name.begin - 1] == '"' && end < _text.size() && _text[end] == '"';
-    return name.begin - (inQuotes ? 1 : 0);
+    return inQuotes ? RtiFedSpan{name.begin - 1, name.length + 2} : name;
 }
 
 RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {

@@ -11,12 +11,6 @@
 /// A place in the text: the byte offset from its beginning.
 using RtiFedOffset = std::uint32_t;
 
-/// A run of bytes of the text, such as a name without its quotes. Of length 0 where the text has none.
-struct RtiFedSpan {
-    RtiFedOffset begin = 0;
-    RtiFedOffset length = 0;
-};
-
 /// The text of a FED file, and the line and column of each of its bytes.
 class RtiFedText {
 public:
@@ -25,8 +19,8 @@ public:
     std::string_view bytes() const { return _text; }
     std::string_view at(RtiFedSpan span) const { return bytes().substr(span.begin, span.length); }
 
-    /// Where a name begins, with the quote in front of it if it stands in quotes.
-    RtiFedOffset beginOfName(RtiFedSpan name) const;
+    /// A name with its quotes, if it stands in quotes.
+    RtiFedSpan withQuotes(RtiFedSpan name) const;
 
     /// Where the text proper begins: behind a byte order mark.
     RtiFedOffset begin() const;

@@ -99,6 +99,7 @@ Checker::Checker(std::string text)
     _parser.deliver(*this);
     if (_parser.nestingKnown() && _parser.classesKnown() && !_shiftedInClass)
         checkMom();
+    completeMom();
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
     if (_findings.size() >= kMaxErrors)
         _findings.push_back({_findings.back().position, "more was found than is shown", {}});
@@ -288,18 +289,54 @@ void Checker::checkMomPlace() {
     const auto *manager = Tree::find(_database, "Manager");
     if (!manager || Tree::find(_database, std::string(Tree::root) + ".Manager"))
         return;
-    _findings.push_back({_declarations.at(manager).position,
+    _findings.push_back({*place(manager),
                          std::string("the ") + Tree::kind + " \"Manager\" of the MOM stands alone, expected it in \"" +
                              Tree::root + "\"",
                          {}});
 }
 
+/// Gives the classes of the MOM their space, as far as they are there.
+void Checker::completeMom() {
+    auto *object = Objects::find(_database, "ObjectRoot.Manager");
+    auto *interaction = Interactions::find(_database, "InteractionRoot.Manager");
+    if (!object && !interaction)
+        return;
+    _database.createMomDefaultSpace();
+    const RtiSpaceHandle space = _database.getRoutingSpaceHandle(RtiFedDatabase::_momDefaultSpace);
+    if (object)
+        _database.setMomDefaultSpaceForAttributes(object, space);
+    if (interaction)
+        _database.setMomDefaultSpaceForInteractionClasses(interaction, space);
+}
+
 void Checker::declared(const void *record) {
-    _declarations.emplace(record, Declaration{_parser.position(), _clause});
+    Declaration declaration{{}, _clause};
+    for (std::size_t i = 0; i < declaration.arguments.size(); ++i)
+        if (_parser.given(i))
+            declaration.arguments[i] = _parser.span(i);
+    _declarations.emplace(record, declaration);
+}
+
+std::optional<RtiFedPosition> Checker::place(const void *record) const {
+    const auto declared = _declarations.find(record);
+    if (declared == _declarations.end())
+        return {};
+    return _parser.positionAt(declared->second.arguments[0].begin);
+}
+
+std::string Checker::written(const void *record, std::size_t argument) const {
+    const auto declared = _declarations.find(record);
+    if (declared == _declarations.end())
+        return {};
+    const RtiFedSpan span = declared->second.arguments.at(argument);
+    std::string_view word = _parser.text().substr(span.begin, span.length);
+    if (!word.empty() && word.front() == '"')
+        word = word.substr(1, word.size() - 2);
+    return std::string(word);
 }
 
 std::string Checker::firstPlace(const void *record) const {
-    const RtiFedPosition first = _declarations.at(record).position;
+    const RtiFedPosition first = *place(record);
     return ", the first is at " + std::to_string(first.line) + ":" + std::to_string(first.column);
 }
 

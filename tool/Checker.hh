@@ -4,6 +4,8 @@
 #include "fed/loading/RtiFedParserCodegen.hh"
 #include "infrastructure/RtiFedParser.hh"
 
+#include <array>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -27,7 +29,17 @@ class Checker : private RtiFedParserCodegen {
 public:
     explicit Checker(std::string text);
 
-    bool foundNothing() const { return _findings.empty() && _parser.numErrors() == 0; }
+    /// Whether a database can be built from the text.
+    bool findsNoError() const { return _findings.empty() && _parser.numErrors() == 0; }
+
+    /// The database as far as it can be built: if there is no error, the one that the library builds.
+    const RtiFedDatabase &database() const { return _database; }
+
+    /// Where the name of one of its records stands; nothing for what the text does not declare.
+    std::optional<RtiFedPosition> place(const void *record) const;
+
+    /// What stands in the text as an argument of a record's declaration (from 0, its name), without quotes.
+    std::string written(const void *record, std::size_t argument) const;
 
     /// Calls `visit` for each finding in the order of the text; what is missing of the Management Object Model comes
     /// last. Texts of syntax errors are made one by one: a hostile text may have millions.
@@ -52,7 +64,7 @@ public:
 
 private:
     struct Declaration {
-        RtiFedPosition position;
+        std::array<RtiFedSpan, 4> arguments;
         unsigned long clause; // the class clause in which it stands, counted
     };
 
@@ -86,6 +98,7 @@ private:
     void checkMom();
     template <class Tree>
     void checkMomPlace();
+    void completeMom();
 
     void declared(const void *record);
     std::string firstPlace(const void *record) const;

@@ -1,6 +1,6 @@
 #include "tool/OutputFile.hh"
 
-#include "tool/Model.hh"
+#include "tool/Input.hh"
 
 #include <cerrno>
 #include <cstdio>

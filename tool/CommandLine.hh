@@ -1,0 +1,43 @@
+#pragma once
+
+#include "tool/Console.hh"
+
+#include <CLI/App.hpp>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// The command line of the program: all its commands, with their options and their texts. Help, man pages and
+/// completions are made of it.
+class CommandLine {
+public:
+    explicit CommandLine(const Console &console);
+    CommandLine(const CommandLine &) = delete;
+    CommandLine &operator=(const CommandLine &) = delete;
+
+    /// Does what the arguments say. Help goes to the console's `out`, wrong usage to its `err`. Whatever a command
+    /// throws passes through.
+    Status run(int argc, char **argv);
+
+    CLI::App &app() { return _app; }
+
+private:
+    CLI::App *addCommand(const char *name, const char *purpose, const char *details, std::function<Status()> run);
+    void addCheck();
+    void addList();
+    void addCalls();
+    void addChecksum();
+    void addSave();
+
+    Status refuseUsage(const std::string &reason) const;
+    void setColor();
+
+    Console _console;
+    CLI::App _app;
+    Status _status = done;
+    std::string _color = "auto";
+    // What the commands are called with; each uses those it has.
+    std::vector<std::string> _fileNames;
+    std::string _fileName, _otherName;
+};

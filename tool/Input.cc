@@ -1,0 +1,48 @@
+#include "tool/Input.hh"
+
+#include "infrastructure/RtiFedLimits.hh"
+#include "infrastructure/RtiFedParser.hh"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+std::string readAll(std::FILE *file) {
+    const int first = std::getc(file);
+    if (first != '\0') {
+        std::ungetc(first, file);
+        return RtiFedParser::readText(file);
+    }
+    std::string image(1, '\0');
+    char chunk[65536];
+    while (const std::size_t size = std::fread(chunk, 1, sizeof chunk, file)) {
+        image.append(chunk, size);
+        if (image.size() > kMaxTextSize)
+            throw "expected an image of at most " + std::to_string(kMaxTextSize) + " bytes, found a longer one";
+    }
+    if (std::ferror(file))
+        throw std::string("the file cannot be read: ") + std::strerror(errno);
+    return image;
+}
+
+} // namespace
+
+Input readInput(const std::string &fileName, const std::string &stdinName) {
+    const std::string &name = fileName == "-" ? stdinName : fileName;
+    std::unique_ptr<std::FILE, int (*)(std::FILE *)> opened(nullptr, &std::fclose);
+    std::FILE *file = stdin;
+    if (fileName != "-") {
+        file = std::fopen(fileName.c_str(), "rb");
+        if (!file)
+            throw CannotWork(name + ": " + std::strerror(errno));
+        opened.reset(file);
+    }
+    try {
+        return {name, readAll(file)};
+    } catch (const std::string &reason) {
+        throw CannotWork(name + ": " + reason);
+    }
+}

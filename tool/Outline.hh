@@ -1,0 +1,59 @@
+#pragma once
+
+#include "infrastructure/RtiFedParser.hh"
+#include "tool/Input.hh"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the model of a file holds, in plain terms, both class trees alike: for commands that show or compare models.
+///
+/// It is made of a file that the library refuses as well, as far as it can be understood: members of a class that is
+/// declared twice all stand in the first, and what a subclass declares again is inherited.
+struct Outline {
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    struct Properties {
+        std::string transportation, ordering; ///< The names of what is known, else as written.
+        std::string space;                    ///< As its declaration spells it; empty if there is none.
+    };
+
+    /// An attribute, a parameter or a dimension. Only attributes have properties.
+    struct Member {
+        std::string name;
+        unsigned long handle = 0;
+        Properties properties;
+        std::optional<RtiFedPosition> place; ///< Of its name. Not in an image, and not of what is not declared.
+    };
+
+    /// Only interaction classes have properties.
+    struct Class {
+        std::string name; ///< The full dotted one.
+        unsigned long handle = 0;
+        Properties properties;
+        std::optional<RtiFedPosition> place;
+        std::size_t parent = kNone; ///< Its index; it is smaller than that of the class.
+        std::vector<std::size_t> children;
+        std::vector<Member> members; ///< Those it declares itself.
+    };
+
+    struct Space {
+        std::string name;
+        long handle = 0;
+        std::optional<RtiFedPosition> place;
+        std::vector<Member> dimensions;
+    };
+
+    std::string federation, version;
+    std::vector<Space> spaces;       ///< By handle, as the classes.
+    std::vector<Class> objects;      ///< The object classes.
+    std::vector<Class> interactions; ///< The interaction classes.
+
+    /// Whether the library accepts the file. If not, the handles mean nothing: no process of a federation has them.
+    bool loads = false;
+
+    /// Throws RTI::Exception for an image that cannot be restored.
+    explicit Outline(const Input &input);
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "tool/Console.hh"
+#include "tool/Input.hh"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+/// The commands of the program. Each does its work on what the command line names, writes its result to `console.out`
+/// and what keeps it from its work to `console.err`. They throw CannotWork where that ends all of it.
+
+Status check(const std::vector<std::string> &fileNames, const Console &console);
+Status list(const std::string &fileName, const Console &console);
+Status calls(const std::string &fileName, const Console &console);
+Status checksum(const std::vector<std::string> &fileNames, const Console &console);
+Status save(const std::string &fileName, const std::string &imageName, const Console &console);
+
+/// Does `work`, which returns whether a file is right, for each file; one that cannot be read keeps none from its turn.
+template <class Work>
+Status forEachFile(const std::vector<std::string> &fileNames, const Console &console, Work work) {
+    Status status = done;
+    for (const std::string &fileName : fileNames) {
+        try {
+            if (!work(readInput(fileName, console.stdinName)))
+                status = std::max(status, wrong);
+        } catch (const CannotWork &why) {
+            console.err << "rtifed: " << why.what() << '\n';
+            status = cannotWork;
+        }
+    }
+    return status;
+}
