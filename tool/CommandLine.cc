@@ -11,15 +11,20 @@ namespace {
 
 constexpr const char *kFile = "FED text or a saved image; - is standard input";
 
-constexpr const char *kFooter =
-    "FILE is FED text or a saved image, or - for standard input.\n"
-    "Exit status: 0 done and nothing found; 1 the file was read and found wrong, or a difference was found; 2 wrong\n"
-    "usage, or a file that cannot be opened or written.";
+constexpr const char *kFooter = "FILE is FED text or a saved image, or - for standard input.\n\n"
+                                "Exit status:\n"
+                                "  0  done and nothing found\n"
+                                "  1  a file was read and found wrong, or a difference was found\n"
+                                "  2  wrong usage, or a file that cannot be opened or written\n\n"
+                                "Environment:\n"
+                                "  NO_COLOR  if it is set and not empty, nothing is in colours\n\n"
+                                "Example:\n"
+                                "  rtifed check harbour.fed";
 
 } // namespace
 
 CommandLine::CommandLine(const Console &console)
-    : _console(console), _app("rtifed - check, read, compare and ship FED files of HLA 1.3 federations", "rtifed") {
+    : _console(console), _app("Check, read, compare and ship FED files of HLA 1.3 federations", "rtifed") {
     _app.require_subcommand(1);
     _app.footer(kFooter);
     _app.set_version_flag("--version", "rtifed " RTIFED_VERSION, "Print the version and exit");

@@ -1,0 +1,52 @@
+#!/bin/bash
+# Reads the manual pages and completes command lines as each shell would. Usage: docs_test.sh PROGRAM SHARE, where SHARE
+# is laid out as an installed share/.
+set -u
+program=$1
+share=$2
+failures=0
+fail() { echo "FAILED: $*"; failures=1; }
+
+commands=$("$program" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
+[ "$(echo "$commands" | wc -l)" -ge 5 ] || fail "the commands of --help: $commands"
+
+for command in '' $commands; do
+    page=$share/man/man1/rtifed${command:+-$command}.1
+    [ -z "$(groff -man -ww -z -Tutf8 "$page" 2>&1)" ] || fail "$(groff -man -ww -z -Tutf8 "$page" 2>&1)"
+    text=$(groff -man -Tascii -P-c -P-b -P-u -rLL=2000n "$page" | tr -s ' \n' ' ')
+    # shellcheck disable=SC2086
+    "$program" $command --help | grep -o -e '--[a-z0-9-]*' | sort -u | while read -r option; do
+        case $text in *"$option"*) ;; *) echo "$page does not name $option" ;; esac
+    done | grep . && failures=1
+    case $text in *'EXIT STATUS 0 '*) ;; *) fail "$page has no exit status" ;; esac
+done
+
+# What bash offers for the last word.
+. "$share/bash-completion/completions/rtifed"
+offers() {
+    COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)) COMPREPLY=()
+    _rtifed
+    echo "${COMPREPLY[*]}"
+}
+[ "$(offers rtifed chec)" = 'check checksum' ] || fail "bash: commands: $(offers rtifed chec)"
+[ "$(offers rtifed check --col)" = --color ] || fail "bash: options: $(offers rtifed check --col)"
+[ "$(offers rtifed check --color = a)" = 'auto always' ] || fail "bash: values: $(offers rtifed check --color = a)"
+[ "$(offers rtifed list "$share/man/m")" = "$share/man/man1" ] || fail "bash: files: $(offers rtifed list "$share/man/m")"
+
+if command -v zsh >/dev/null; then
+    script=$share/zsh/vendor-completions
+    zsh -n "$script/_rtifed" || fail "zsh: syntax"
+    [ "$(zsh -f -c "fpath=('$script' \$fpath); autoload -U compinit; compinit -u -D; print \$_comps[rtifed]")" = _rtifed ] ||
+        fail "zsh: not registered"
+    # The specifications that it hands to zsh, read by a stand-in for its own functions.
+    read=$(zsh -f -c "_arguments() { print -rl -- \"\$@\"; state=argument line=(check) }
+        _describe() { :; }; . '$script/_rtifed'")
+    case $read in *'--color='*'(auto always never)'*'*:FILE:_files'*) ;; *) fail "zsh: $read" ;; esac
+fi
+if command -v fish >/dev/null; then
+    script=$share/fish/vendor_completions.d/rtifed.fish
+    [ "$(fish -c "source '$script'; complete -C 'rtifed checks'" | cut -f 1)" = checksum ] || fail "fish: commands"
+    [ "$(fish -c "source '$script'; complete -C 'rtifed check --color=al'" | cut -f 1)" = --color=always ] ||
+        fail "fish: values"
+fi
+exit "$failures"

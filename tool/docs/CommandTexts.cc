@@ -1,0 +1,71 @@
+#include "tool/docs/CommandTexts.hh"
+
+#include <CLI/CLI.hpp>
+
+#include <sstream>
+
+namespace {
+
+/// The words of a validator's description, such as `{text,json}`.
+std::vector<std::string> wordsInBraces(const std::string &description) {
+    std::vector<std::string> words;
+    if (description.size() < 2 || description.front() != '{' || description.back() != '}')
+        return words;
+    std::istringstream list(description.substr(1, description.size() - 2));
+    for (std::string word; std::getline(list, word, ',');)
+        words.push_back(word);
+    return words;
+}
+
+std::vector<std::string> valuesOf(const CLI::Option &option) {
+    // The type is shown with the descriptions of all checks behind it: `TEXT:{text,json}`.
+    const std::string type = option.get_type_name();
+    const std::size_t braces = type.find(":{");
+    return braces == std::string::npos ? std::vector<std::string>() : wordsInBraces(type.substr(braces + 1));
+}
+
+OptionTexts textsOf(const CLI::Option &option) {
+    OptionTexts texts;
+    if (option.get_positional()) {
+        texts.names = {option.get_single_name()};
+    } else {
+        for (const std::string &name : option.get_snames())
+            texts.names.push_back("-" + name);
+        for (const std::string &name : option.get_lnames())
+            texts.names.push_back("--" + name);
+        if (option.get_expected_min() > 0)
+            texts.argument = option.get_option_text();
+    }
+    texts.values = valuesOf(option);
+    texts.purpose = option.get_description();
+    texts.required = option.get_required();
+    texts.repeated = option.get_expected_max() > 1;
+    return texts;
+}
+
+CommandTexts textsOf(const CLI::App &app, const std::string &name) {
+    CommandTexts texts{name, app.get_description(), app.get_footer(), {}, {}};
+    for (const CLI::Option *option : app.get_options()) {
+        if (option->get_group().empty()) // which hides it
+            continue;
+        OptionTexts shown = textsOf(*option);
+        (shown.isOperand() ? texts.operands : texts.options).push_back(std::move(shown));
+    }
+    return texts;
+}
+
+} // namespace
+
+bool OptionTexts::isFile() const {
+    for (const char *file : {"FILE", "FED", "IMAGE", "OLD", "NEW", "MANIFEST"})
+        if (names.front() == file || argument == file)
+            return true;
+    return false;
+}
+
+std::vector<CommandTexts> commandTexts(const CLI::App &app) {
+    std::vector<CommandTexts> all = {textsOf(app, "")};
+    for (const CLI::App *command : app.get_subcommands([](const CLI::App *) { return true; }))
+        all.push_back(textsOf(*command, command->get_name()));
+    return all;
+}

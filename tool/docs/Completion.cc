@@ -1,0 +1,202 @@
+#include "tool/docs/Completion.hh"
+
+namespace {
+
+std::string joined(const std::vector<std::string> &words) {
+    std::string line;
+    for (const std::string &word : words)
+        line += (line.empty() ? "" : " ") + word;
+    return line;
+}
+
+/// A text within single quotes of a shell, with a backslash in front of each of `special`.
+std::string inQuotes(const std::string &text, const std::string &special = "") {
+    std::string quoted = "'";
+    for (const char c : text) {
+        if (special.find(c) != std::string::npos)
+            quoted += '\\';
+        quoted += c == '\'' ? "'\\''" : std::string(1, c);
+    }
+    return quoted + "'";
+}
+
+std::vector<std::string> namesOf(const std::vector<OptionTexts> &options) {
+    std::vector<std::string> names;
+    for (const OptionTexts &option : options)
+        names.insert(names.end(), option.names.begin(), option.names.end());
+    return names;
+}
+
+/// The options that may stand behind a command: its own and those of every command.
+std::vector<OptionTexts> optionsOf(const CommandTexts &command, const CommandTexts &program) {
+    std::vector<OptionTexts> options = command.options;
+    for (const OptionTexts &common : program.options)
+        if (!common.argument.empty())
+            options.push_back(common);
+    return options;
+}
+
+std::vector<std::string> commandNames(const std::vector<CommandTexts> &all) {
+    std::vector<std::string> names;
+    for (const CommandTexts &command : all)
+        if (!command.name.empty())
+            names.push_back(command.name);
+    return names;
+}
+
+/// What may stand where no option does: words that are known, or else files.
+std::vector<std::string> operandValues(const CommandTexts &command) {
+    std::vector<std::string> values;
+    for (const OptionTexts &operand : command.operands)
+        values.insert(values.end(), operand.values.begin(), operand.values.end());
+    return values;
+}
+
+} // namespace
+
+std::string bashCompletion(const std::vector<CommandTexts> &all) {
+    const CommandTexts &program = all.front();
+    std::string script = "# Completes the command line of rtifed in bash.\n"
+                         "_rtifed() {\n"
+                         "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}\n"
+                         "    local command= options= operands= word\n"
+                         "    # bash makes words of their own of \"=\" and what follows it\n"
+                         "    [[ $current == = ]] && current=\n"
+                         "    [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}\n"
+                         "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD - 1}\"; do\n"
+                         "        case $word in\n"
+                         "            " +
+                         [&] {
+                             std::string names;
+                             for (const std::string &name : commandNames(all))
+                                 names += (names.empty() ? "" : " | ") + name;
+                             return names;
+                         }() +
+                         ")\n"
+                         "                command=$word\n"
+                         "                break\n"
+                         "                ;;\n"
+                         "        esac\n"
+                         "    done\n"
+                         "    case $command in\n";
+    for (const CommandTexts &command : all) {
+        const bool ofProgram = command.name.empty();
+        const std::vector<OptionTexts> options = ofProgram ? program.options : optionsOf(command, program);
+        script += "        " + (ofProgram ? "''" : command.name) + ")\n";
+        script += "            options=" + inQuotes(joined(namesOf(options))) + "\n";
+        const std::vector<std::string> operands = ofProgram ? commandNames(all) : operandValues(command);
+        if (!operands.empty())
+            script += "            operands=" + inQuotes(joined(operands)) + "\n";
+        script += "            case $previous in\n";
+        for (const OptionTexts &option : options)
+            if (!option.argument.empty())
+                script +=
+                    "                " + option.names.back() + ")\n                    COMPREPLY=(" +
+                    (option.values.empty() ? std::string()
+                                           : "$(compgen -W " + inQuotes(joined(option.values)) + " -- \"$current\")") +
+                    ")\n                    return\n                    ;;\n";
+        script += "            esac\n            ;;\n";
+    }
+    return script + "    esac\n"
+                    "    if [[ $current == -* ]]; then\n"
+                    "        COMPREPLY=($(compgen -W \"$options\" -- \"$current\"))\n"
+                    "    elif [[ $operands ]]; then\n"
+                    "        COMPREPLY=($(compgen -W \"$operands\" -- \"$current\"))\n"
+                    "    else\n"
+                    "        local IFS=$'\\n'\n"
+                    "        COMPREPLY=($(compgen -f -- \"$current\"))\n"
+                    "        compopt -o filenames 2>/dev/null\n"
+                    "    fi\n"
+                    "}\n"
+                    "complete -F _rtifed rtifed\n";
+}
+
+namespace {
+
+/// An option as _arguments of zsh takes it.
+std::string zshArgument(const OptionTexts &option) {
+    std::string names, prefix;
+    if (option.names.size() > 1) {
+        for (const std::string &name : option.names)
+            names += (names.empty() ? "{" : ",") + name + (option.argument.empty() ? "" : "=");
+        names += "}";
+        prefix = inQuotes("(" + joined(option.names) + ")");
+    } else {
+        names = option.names.front() + (option.argument.empty() ? "" : "=");
+    }
+    std::string argument = "[" + option.purpose + "]";
+    if (!option.argument.empty())
+        argument += ":" + option.argument + ":" + (option.values.empty() ? "" : "(" + joined(option.values) + ")");
+    return prefix + names + inQuotes(argument);
+}
+
+} // namespace
+
+std::string zshCompletion(const std::vector<CommandTexts> &all) {
+    const CommandTexts &program = all.front();
+    std::string script = "#compdef rtifed\n"
+                         "# Completes the command line of rtifed in zsh.\n"
+                         "_rtifed() {\n"
+                         "    local curcontext=\"$curcontext\" state line\n"
+                         "    local -a commands\n"
+                         "    commands=(\n";
+    for (const CommandTexts &command : all)
+        if (!command.name.empty())
+            script += "        " + inQuotes(command.name + ":" + command.purpose) + "\n";
+    script += "    )\n    _arguments -C";
+    for (const OptionTexts &option : program.options)
+        script += " \\\n        " + zshArgument(option);
+    script += " \\\n        '1:command:->command' '*::argument:->argument'\n"
+              "    case $state in\n"
+              "        command) _describe command commands ;;\n"
+              "        argument)\n"
+              "            case $line[1] in\n";
+    for (const CommandTexts &command : all) {
+        if (command.name.empty())
+            continue;
+        script += "                " + command.name + ")\n                    _arguments";
+        for (const OptionTexts &option : optionsOf(command, program))
+            script += " \\\n                        " + zshArgument(option);
+        for (const OptionTexts &operand : command.operands)
+            script += " \\\n                        " +
+                      inQuotes((operand.repeated   ? "*:"
+                                : operand.required ? ":"
+                                                   : "::") +
+                               operand.names.front() + ":" +
+                               (operand.isFile() ? "_files" : "(" + joined(operand.values) + ")"));
+        script += "\n                    ;;\n";
+    }
+    return script + "            esac\n"
+                    "            ;;\n"
+                    "    esac\n"
+                    "}\n"
+                    "_rtifed \"$@\"\n";
+}
+
+std::string fishCompletion(const std::vector<CommandTexts> &all) {
+    const CommandTexts &program = all.front();
+    std::string script = "# Completes the command line of rtifed in fish.\n";
+    const auto add = [&script](const std::string &condition, const OptionTexts &option) {
+        script += "complete -c rtifed -n " + inQuotes(condition, "\\");
+        for (const std::string &name : option.names)
+            script += name.rfind("--", 0) == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1);
+        if (!option.argument.empty())
+            script += option.values.empty() ? " -x" : " -x -a " + inQuotes(joined(option.values), "\\");
+        script += " -d " + inQuotes(option.purpose, "\\") + "\n";
+    };
+    for (const OptionTexts &option : program.options)
+        add("__fish_use_subcommand", option);
+    for (const CommandTexts &command : all) {
+        if (command.name.empty())
+            continue;
+        script += "complete -c rtifed -f -n __fish_use_subcommand -a " + command.name + " -d " +
+                  inQuotes(command.purpose, "\\") + "\n";
+        const std::string here = "__fish_seen_subcommand_from " + command.name;
+        for (const OptionTexts &option : optionsOf(command, program))
+            add(here, option);
+        const std::vector<std::string> operands = operandValues(command);
+        if (!operands.empty())
+            script += "complete -c rtifed -f -n " + inQuotes(here) + " -a " + inQuotes(joined(operands), "\\") + "\n";
+    }
+    return script;
+}

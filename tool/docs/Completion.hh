@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tool/docs/CommandTexts.hh"
+
+#include <string>
+#include <vector>
+
+/// What completes the program's command line in a shell, as a script of that shell.
+std::string bashCompletion(const std::vector<CommandTexts> &all);
+std::string zshCompletion(const std::vector<CommandTexts> &all);
+std::string fishCompletion(const std::vector<CommandTexts> &all);

@@ -1,0 +1,140 @@
+#include "tool/docs/ManPage.hh"
+
+#include "infrastructure/RtiStringUtility.hh"
+
+#include <sstream>
+
+namespace {
+
+constexpr const char *kExitStatus = "Exit status:";
+
+std::string upperCase(const std::string &text) {
+    return RtiStringUtility::toupper(text);
+}
+
+/// A text as roff that shows it as it is.
+std::string escaped(const std::string &text) {
+    std::string roff;
+    for (const char c : text) {
+        if (c == '\\')
+            roff += "\\e";
+        else if (c == '-' || c == '\'' || c == '`' || c == '^' || c == '~')
+            roff += c == '-' ? "\\-" : c == '\'' ? "\\(aq" : c == '`' ? "\\(ga" : c == '^' ? "\\(ha" : "\\(ti";
+        else
+            roff += c;
+    }
+    return roff;
+}
+
+/// A line of text: one that begins as a request does would not be shown.
+std::string line(const std::string &text) {
+    return (text.empty() || text[0] != '.' ? "" : "\\&") + escaped(text) + "\n";
+}
+
+/// Paragraphs. Lines with a margin stand as they are, under a heading of their own if one stands before them:
+/// `Example:`.
+std::string prose(const std::string &text) {
+    std::vector<std::string> lines;
+    std::istringstream all(text);
+    for (std::string one; std::getline(all, one);)
+        lines.push_back(one);
+    const auto asItIs = [&lines](std::size_t i) { return i < lines.size() && lines[i].rfind("  ", 0) == 0; };
+    std::string roff;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (asItIs(i)) {
+            for (roff += ".PP\n.nf\n"; asItIs(i); ++i)
+                roff += line(lines[i].substr(2));
+            roff += ".fi\n";
+        } else if (lines[i].empty()) {
+            roff += asItIs(i + 1) || i + 1 == lines.size() ? "" : ".PP\n";
+        } else if (lines[i].back() == ':' && asItIs(i + 1)) {
+            roff += ".SH " + upperCase(lines[i].substr(0, lines[i].size() - 1)) + '\n';
+        } else {
+            roff += line(lines[i]);
+        }
+    }
+    return roff;
+}
+
+/// Where the first heading of the details stands; their end if they have none.
+std::size_t firstSection(const std::string &details) {
+    const std::size_t colon = details.find(":\n  ");
+    if (colon == std::string::npos)
+        return details.size();
+    return details.rfind('\n', colon) + 1; // npos + 1 is 0
+}
+
+std::string bold(const std::string &word) {
+    return "\\fB" + escaped(word) + "\\fR";
+}
+
+std::string italic(const std::string &word) {
+    return "\\fI" + escaped(word) + "\\fR";
+}
+
+std::string pageName(const CommandTexts &command) {
+    return command.name.empty() ? "rtifed" : "rtifed-" + command.name;
+}
+
+std::string synopsis(const CommandTexts &command) {
+    std::string roff = bold("rtifed");
+    if (command.name.empty())
+        return roff + " [" + italic("OPTION") + "]... " + italic("COMMAND") + " [" + italic("ARGUMENT") + "]...\n";
+    roff += ' ' + bold(command.name) + " [" + italic("OPTION") + "]...";
+    for (const OptionTexts &operand : command.operands) {
+        const std::string name = italic(operand.names.front()) + (operand.repeated ? "..." : "");
+        roff += operand.required ? ' ' + name : " [" + name + ']';
+    }
+    return roff + '\n';
+}
+
+std::string entry(const OptionTexts &option) {
+    std::string roff = ".TP\n";
+    for (const std::string &name : option.names)
+        roff += (&name == &option.names.front() ? "" : ", ") + (option.isOperand() ? italic(name) : bold(name));
+    if (!option.argument.empty())
+        roff += ' ' + italic(option.argument);
+    roff += '\n' + line(option.purpose + ".");
+    return roff;
+}
+
+} // namespace
+
+std::string manPage(const CommandTexts &command, const std::vector<CommandTexts> &all, const std::string &version) {
+    const CommandTexts &program = all.front();
+    const bool ofProgram = command.name.empty();
+    std::string roff =
+        ".TH " + escaped(upperCase(pageName(command))) + " 1 \"\" \"rtifed " + version + "\" \"User Commands\"\n";
+    roff += ".SH NAME\n" + escaped(pageName(command)) + " \\- " + escaped(command.purpose) + '\n';
+    roff += ".SH SYNOPSIS\n" + synopsis(command);
+    roff += ".SH DESCRIPTION\n" + line(command.purpose + ".") + ".PP\n";
+    const std::size_t sections = firstSection(command.details);
+    roff += prose(command.details.substr(0, sections));
+    if (ofProgram) {
+        roff += ".SH COMMANDS\n";
+        for (const CommandTexts &one : all)
+            if (!one.name.empty())
+                roff += ".TP\n" + bold(one.name) + '\n' + line(one.purpose + ". See " + pageName(one) + "(1).");
+    }
+    if (!command.operands.empty())
+        roff += ".SH OPERANDS\n";
+    for (const OptionTexts &operand : command.operands)
+        roff += entry(operand);
+    roff += ".SH OPTIONS\n";
+    for (const OptionTexts &option : command.options)
+        roff += entry(option);
+    if (!ofProgram) // those that may stand behind any command
+        for (const OptionTexts &option : program.options)
+            roff += option.argument.empty() ? "" : entry(option);
+    roff += prose(command.details.substr(sections));
+    if (command.details.find(kExitStatus) == std::string::npos) {
+        const std::size_t begin = program.details.find(kExitStatus);
+        roff += prose(program.details.substr(begin, program.details.find("\n\n", begin) - begin));
+    }
+    roff += ".SH SEE ALSO\n";
+    std::string others;
+    for (const CommandTexts &one : all)
+        if (&one != &command)
+            others += (others.empty() ? "" : ", ") + bold(pageName(one)) + "(1)";
+    return roff + others + '\n';
+}

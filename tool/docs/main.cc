@@ -1,0 +1,35 @@
+#include "tool/CommandLine.hh"
+#include "tool/docs/Completion.hh"
+#include "tool/docs/ManPage.hh"
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+namespace {
+
+void write(const std::filesystem::path &path, const std::string &text) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream file(path, std::ios::binary);
+    if (!(file << text).flush())
+        throw std::runtime_error(path.string() + " cannot be written");
+}
+
+} // namespace
+
+/// Writes the manual pages and the completions of the program into a folder, laid out as under share/.
+int main(int argc, char **argv) {
+    if (argc != 2) {
+        std::cerr << "usage: rtifed-docs FOLDER\n";
+        return 2;
+    }
+    const std::filesystem::path share = argv[1];
+    CommandLine commandLine(Console{std::cout, std::cerr});
+    const std::vector<CommandTexts> all = commandTexts(commandLine.app());
+    for (const CommandTexts &command : all)
+        write(share / "man/man1" / ((command.name.empty() ? "rtifed" : "rtifed-" + command.name) + ".1"),
+              manPage(command, all, RTIFED_VERSION));
+    write(share / "bash-completion/completions/rtifed", bashCompletion(all));
+    write(share / "zsh/vendor-completions/_rtifed", zshCompletion(all));
+    write(share / "fish/vendor_completions.d/rtifed.fish", fishCompletion(all));
+}
