@@ -88,7 +88,8 @@ public:
     /// Whether a part of the text that was not understood may declare this name, in any letter case.
     bool skipped(std::string_view name) const;
 
-    /// A copy of `bytes` fit for a terminal: what is no printable UTF-8 as \xNN, and cut behind `limit` bytes.
+    /// A copy of `bytes` fit for a terminal: what is no printable UTF-8 in hexadecimal, as in C, and cut behind `limit`
+    /// bytes.
     static std::string printable(std::string_view bytes, std::size_t limit = 60);
 
 private:
