@@ -1,7 +1,6 @@
 #include "tool/CommandLine.hh"
 
 #include "tool/Suggestion.hh"
-#include "tool/commands/Commands.hh"
 
 #include <CLI/CLI.hpp>
 
@@ -75,12 +74,30 @@ void CommandLine::addCalls() {
 }
 
 void CommandLine::addChecksum() {
-    CLI::App *command = addCommand("checksum", "Print the checksum of each model, by which two can be compared",
-                                   "Prints eight hexadecimal digits, two blanks and the file name.\n\n"
-                                   "Example:\n"
-                                   "  rtifed checksum harbour.fed",
-                                   [this] { return checksum(_fileNames, _console); });
-    command->add_option("FILE", _fileNames, kFile)->required();
+    CLI::App *command = addCommand(
+        "checksum", "Print the checksum of each model, by which two can be compared, or check files by such lists",
+        "Prints eight hexadecimal digits, or with --sha256 sixty-four, two blanks and the file name. All copies of a\n"
+        "model have the same, whatever their names, comments and layout. The short one is what the processes of a\n"
+        "federation compare; only the long one identifies a model.\n\n"
+        "Examples:\n"
+        "  rtifed checksum harbour.fed\n"
+        "  rtifed checksum --sha256 *.fed >MANIFEST\n"
+        "  rtifed checksum --check MANIFEST",
+        [this] {
+            if (_againstManifests) {
+                _manifest.fileNames = _fileNames;
+                return checkManifests(_manifest, _console);
+            }
+            _checksum.fileNames = _fileNames;
+            return checksum(_checksum, _console);
+        });
+    command->add_option("FILE", _fileNames, std::string(kFile) + "; with --check, such a list")->required();
+    CLI::Option *check = command->add_flag("--check,-c", _againstManifests, "Check the files that are listed in FILE");
+    command->add_flag("--sha256", _checksum.sha256, "Print SHA-256 fingerprints")->excludes(check);
+    command->add_flag("--quiet", _manifest.quiet, "Do not print OK for each file that agrees")->needs(check);
+    command->add_flag("--status", _manifest.silent, "Print nothing, the exit status tells")->needs(check);
+    command->add_flag("--ignore-missing", _manifest.ignoreMissing, "Pass over files that do not exist")->needs(check);
+    command->add_flag("--strict", _manifest.strict, "Fail for improperly formatted lines")->needs(check);
 }
 
 void CommandLine::addSave() {

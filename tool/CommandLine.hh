@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tool/Console.hh"
+#include "tool/commands/Commands.hh"
 
 #include <CLI/App.hpp>
 
@@ -40,4 +41,7 @@ private:
     // What the commands are called with; each uses those it has.
     std::vector<std::string> _fileNames;
     std::string _fileName, _otherName;
+    bool _againstManifests = false;
+    ManifestOptions _manifest;
+    ChecksumOptions _checksum;
 };
