@@ -32,6 +32,8 @@ CommandLine::CommandLine(const Console &console)
     addCalls();
     addChecksum();
     addSave();
+    addTree();
+    addFind();
 }
 
 /// Adds a command. `details` says what --help tells beyond its purpose, with an example.
@@ -108,6 +110,38 @@ void CommandLine::addSave() {
                                    [this] { return save(_fileName, _otherName, _console); });
     command->add_option("FED", _fileName, kFile)->required();
     command->add_option("IMAGE", _otherName, "The image to write")->required();
+}
+
+void CommandLine::addTree() {
+    CLI::App *command = addCommand("tree", "Show the class trees with their members, and the routing spaces",
+                                   "CLASS is a full dotted name, with or without its root, or the end of one.\n\n"
+                                   "Examples:\n"
+                                   "  rtifed tree harbour.fed\n"
+                                   "  rtifed tree --inherited harbour.fed Craft",
+                                   [this] { return tree(_tree, _console); });
+    command->add_option("FILE", _tree.fileName, kFile)->required();
+    command->add_option("CLASS", _tree.className, "Show only this class and what is below it");
+    command->add_flag("--inherited", _tree.inherited, "Show inherited members too, and where they come from");
+    command->add_flag("--classes", _tree.classesOnly, "Show no members");
+    command->add_option("--depth", _tree.depth, "Show so many levels of classes")
+        ->check(CLI::PositiveNumber)
+        ->option_text("N");
+}
+
+void CommandLine::addFind() {
+    CLI::App *command = addCommand(
+        "find", "Find where a name is declared, and what inherits it",
+        "NAME is that of a class, attribute, parameter, space or dimension, in any letter case, alone or behind that "
+        "of\n"
+        "its class or space: Position, Craft.Position, ObjectRoot.Craft.Position. The exit status is 1 if there is\n"
+        "none.\n\n"
+        "Example:\n"
+        "  rtifed find harbour.fed Position",
+        [this] { return find(_find, _console); });
+    command->add_option("FILE", _find.fileName, kFile)->required();
+    command->add_option("NAME", _find.name, "What to look for")->required();
+    command->add_flag("--all", _find.all, "Show long lists whole");
+    command->add_flag("--quiet", _find.quiet, "Print nothing, the exit status tells");
 }
 
 Status CommandLine::run(int argc, char **argv) {

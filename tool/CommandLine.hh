@@ -30,6 +30,8 @@ private:
     void addCalls();
     void addChecksum();
     void addSave();
+    void addTree();
+    void addFind();
 
     Status refuseUsage(const std::string &reason) const;
     void setColor();
@@ -44,4 +46,6 @@ private:
     bool _againstManifests = false;
     ManifestOptions _manifest;
     ChecksumOptions _checksum;
+    TreeOptions _tree;
+    FindOptions _find;
 };

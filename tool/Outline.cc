@@ -67,7 +67,7 @@ private:
     }
 
     template <class Handle>
-    void readClasses(const std::set<Handle> &handles, std::vector<Outline::Class> &classes) const {
+    void readClasses(const std::set<Handle> &handles, Outline::Classes &classes) const {
         std::unordered_map<const void *, std::size_t> index;
         classes.reserve(handles.size());
         for (const Handle &handle : handles)
@@ -79,7 +79,7 @@ private:
 
     /// Reads a class behind its parent, whose handle may be the greater one in an image; returns its index.
     template <class Node>
-    std::size_t readClass(const Node &node, std::vector<Outline::Class> &classes,
+    std::size_t readClass(const Node &node, Outline::Classes &classes,
                           std::unordered_map<const void *, std::size_t> &index) const {
         const auto known = index.find(&node);
         if (known != index.end())

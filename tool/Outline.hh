@@ -22,6 +22,8 @@ struct Outline {
         /// for a number in an image that stands for nothing.
         std::string transportation, ordering;
         std::string space; ///< As its declaration spells it; empty if there is none.
+
+        bool any() const { return !transportation.empty() || !ordering.empty() || !space.empty(); }
     };
 
     /// An attribute, a parameter or a dimension. Only attributes have properties.
@@ -44,6 +46,8 @@ struct Outline {
         std::vector<Member> members; ///< Those it declares itself.
     };
 
+    using Classes = std::vector<Class>;
+
     struct Space {
         std::string name;
         long handle = 0;
@@ -52,9 +56,9 @@ struct Outline {
     };
 
     std::string federation, version;
-    std::vector<Space> spaces;       ///< By handle, as the classes, but that a class never comes before its parent.
-    std::vector<Class> objects;      ///< The object classes.
-    std::vector<Class> interactions; ///< The interaction classes.
+    std::vector<Space> spaces; ///< By handle, as the classes, but that a class never comes before its parent.
+    Classes objects;           ///< The object classes.
+    Classes interactions;      ///< The interaction classes.
 
     /// Whether the library accepts the file. If not, the handles mean nothing: no process of a federation has them.
     bool loads = false;

@@ -10,6 +10,20 @@
 /// The commands of the program. Each does its work on what the command line names, writes its result to `console.out`
 /// and what keeps it from its work to `console.err`. They throw CannotWork where that ends all of it.
 
+struct TreeOptions {
+    std::string fileName;
+    std::string className;    ///< The class to show with all below it; empty for the whole model.
+    bool inherited = false;   ///< Whether classes are shown with the members that they inherit.
+    bool classesOnly = false; ///< Whether no members are shown.
+    std::size_t depth = 0;    ///< How many levels of classes are shown, 0 for all.
+};
+
+struct FindOptions {
+    std::string fileName, name;
+    bool all = false;   ///< Whether long lists are shown whole.
+    bool quiet = false; ///< Whether only the status tells.
+};
+
 struct ChecksumOptions {
     std::vector<std::string> fileNames;
     bool sha256 = false;
@@ -27,6 +41,8 @@ struct ManifestOptions {
 Status check(const std::vector<std::string> &fileNames, const Console &console);
 Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
+Status tree(const TreeOptions &options, const Console &console);
+Status find(const FindOptions &options, const Console &console);
 Status checksum(const ChecksumOptions &options, const Console &console);
 Status checkManifests(const ManifestOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);
