@@ -34,6 +34,7 @@ CommandLine::CommandLine(const Console &console)
     addSave();
     addTree();
     addFind();
+    addJson();
 }
 
 /// Adds a command. `details` says what --help tells beyond its purpose, with an example.
@@ -142,6 +143,17 @@ void CommandLine::addFind() {
     command->add_option("NAME", _find.name, "What to look for")->required();
     command->add_flag("--all", _find.all, "Show long lists whole");
     command->add_flag("--quiet", _find.quiet, "Print nothing, the exit status tells");
+}
+
+void CommandLine::addJson() {
+    CLI::App *command = addCommand("json", "Print the whole model as JSON",
+                                   "The keys are described in docs/model.schema.json.\n\n"
+                                   "Examples:\n"
+                                   "  rtifed json harbour.fed\n"
+                                   "  rtifed json harbour.fed | jq -r '.objectClasses[].name'",
+                                   [this] { return json(_json, _console); });
+    command->add_option("FILE", _json.fileName, kFile)->required();
+    command->add_flag("--effective", _json.effective, "List the inherited members of each class, too");
 }
 
 Status CommandLine::run(int argc, char **argv) {

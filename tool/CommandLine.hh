@@ -32,6 +32,7 @@ private:
     void addSave();
     void addTree();
     void addFind();
+    void addJson();
 
     Status refuseUsage(const std::string &reason) const;
     void setColor();
@@ -48,4 +49,5 @@ private:
     ChecksumOptions _checksum;
     TreeOptions _tree;
     FindOptions _find;
+    JsonOptions _json;
 };

@@ -24,6 +24,11 @@ struct FindOptions {
     bool quiet = false; ///< Whether only the status tells.
 };
 
+struct JsonOptions {
+    std::string fileName;
+    bool effective = false; ///< Whether each class lists its inherited members as well.
+};
+
 struct ChecksumOptions {
     std::vector<std::string> fileNames;
     bool sha256 = false;
@@ -43,6 +48,7 @@ Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
 Status tree(const TreeOptions &options, const Console &console);
 Status find(const FindOptions &options, const Console &console);
+Status json(const JsonOptions &options, const Console &console);
 Status checksum(const ChecksumOptions &options, const Console &console);
 Status checkManifests(const ManifestOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);
