@@ -12,8 +12,8 @@ constexpr const char *kFile = "FED text or a saved image; - is standard input";
 
 constexpr const char *kFooter =
     "FILE is FED text or a saved image, or - for standard input.\n"
-    "Exit status: 0 done and nothing found; 1 the file was read and found wrong, or a difference was found; 2 wrong\n"
-    "usage, or a file that cannot be opened or written.";
+    "Exit status: 0 done, and nothing wrong was found; 1 the file was read and found wrong, a difference was found,\n"
+    "or what find looks for was not; 2 wrong usage, or a file that cannot be opened or written.";
 
 } // namespace
 
@@ -78,7 +78,7 @@ void CommandLine::addCalls() {
 
 void CommandLine::addChecksum() {
     CLI::App *command = addCommand(
-        "checksum", "Print the checksum of each model, by which two can be compared, or check files by such lists",
+        "checksum", "Print the checksum of each model, by which two can be compared, or check a list",
         "Prints eight hexadecimal digits, or with --sha256 sixty-four, two blanks and the file name. All copies of a\n"
         "model have the same, whatever their names, comments and layout. The short one is what the processes of a\n"
         "federation compare; only the long one identifies a model.\n\n"
@@ -124,7 +124,7 @@ void CommandLine::addTree() {
     command->add_option("CLASS", _tree.className, "Show only this class and what is below it");
     command->add_flag("--inherited", _tree.inherited, "Show inherited members too, and where they come from");
     command->add_flag("--classes", _tree.classesOnly, "Show no members");
-    command->add_option("--depth", _tree.depth, "Show so many levels of classes")
+    command->add_option("--depth", _tree.depth, "Show N levels of classes, the outermost being the first")
         ->check(CLI::PositiveNumber)
         ->option_text("N");
 }
@@ -134,8 +134,8 @@ void CommandLine::addFind() {
         "find", "Find where a name is declared, and what inherits it",
         "NAME is that of a class, attribute, parameter, space or dimension, in any letter case, alone or behind that "
         "of\n"
-        "its class or space: Position, Craft.Position, ObjectRoot.Craft.Position. The exit status is 1 if there is\n"
-        "none.\n\n"
+        "its class or space: Position, Craft.Position, ObjectRoot.Craft.Position. What a class\n"
+        "inherits is found behind its name, too.\n\n"
         "Example:\n"
         "  rtifed find harbour.fed Position",
         [this] { return find(_find, _console); });
