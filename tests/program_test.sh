@@ -68,6 +68,18 @@ echo x >>model.img
 expect 1 "model.img: error: image byte $(($(wc -c <before.img))): 2 bytes stand behind the image
 " '' "$program" check model.img
 
+# The options of the commands that show a model.
+manager='ObjectRoot.Manager  (2 classes below)
+'
+expect 0 "$manager" '' "$program" tree --classes --depth 1 "$examples/minimal.fed" objectroot.manager
+expect 0 "$manager      privilegeToDelete  reliable     timestamp  from ObjectRoot
+" '' "$program" tree --inherited --depth 1 "$examples/minimal.fed" ObjectRoot.Manager
+expect 0 '' '' "$program" find --quiet "$examples/minimal.fed" lbts
+expect 1 '' '' "$program" find --quiet "$examples/minimal.fed" none
+[ "$("$program" find "$examples/minimal.fed" Manager.Federate.Federate | wc -l)" = 8 ] &&
+    [ "$("$program" find --all "$examples/minimal.fed" Manager.Federate.Federate | wc -l)" = 66 ] ||
+    { echo 'FAILED: find --all'; failures=1; }
+
 "$program" list small.fed >out 2>err
 [ $? = 1 ] && [ ! -s out ] && grep -q '^small.fed:1:1: error: the Management Object Model' err ||
     { echo 'FAILED: list of a file without the MOM'; failures=1; }

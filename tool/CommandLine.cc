@@ -1,7 +1,6 @@
 #include "tool/CommandLine.hh"
 
 #include "tool/Suggestion.hh"
-#include "tool/commands/Commands.hh"
 
 #include <CLI/CLI.hpp>
 
@@ -14,7 +13,7 @@ constexpr const char *kFile = "FED text or a saved image; - is standard input";
 constexpr const char *kFooter = "FILE is FED text or a saved image, or - for standard input.\n\n"
                                 "Exit status:\n"
                                 "  0  done and nothing found\n"
-                                "  1  a file was read and found wrong, or a difference was found\n"
+                                "  1  a file was read and found wrong, a difference was found, or what is looked for was not\n"
                                 "  2  wrong usage, or a file that cannot be opened or written\n\n"
                                 "Environment:\n"
                                 "  NO_COLOR  if it is set and not empty, nothing is in colours\n\n"
@@ -38,6 +37,9 @@ CommandLine::CommandLine(const Console &console)
     addCalls();
     addChecksum();
     addSave();
+    addTree();
+    addFind();
+    addJson();
 }
 
 /// Adds a command. `details` says what --help tells beyond its purpose, with an example.
@@ -80,12 +82,30 @@ void CommandLine::addCalls() {
 }
 
 void CommandLine::addChecksum() {
-    CLI::App *command = addCommand("checksum", "Print the checksum of each model, by which two can be compared",
-                                   "Prints eight hexadecimal digits, two blanks and the file name.\n\n"
-                                   "Example:\n"
-                                   "  rtifed checksum harbour.fed",
-                                   [this] { return checksum(_fileNames, _console); });
-    command->add_option("FILE", _fileNames, kFile)->required();
+    CLI::App *command = addCommand(
+        "checksum", "Print the checksum of each model, by which two can be compared, or check a list",
+        "Prints eight hexadecimal digits, or with --sha256 sixty-four, two blanks and the file name. All copies of a\n"
+        "model have the same, whatever their names, comments and layout. The short one is what the processes of a\n"
+        "federation compare; only the long one identifies a model.\n\n"
+        "Examples:\n"
+        "  rtifed checksum harbour.fed\n"
+        "  rtifed checksum --sha256 *.fed >MANIFEST\n"
+        "  rtifed checksum --check MANIFEST",
+        [this] {
+            if (_againstManifests) {
+                _manifest.fileNames = _fileNames;
+                return checkManifests(_manifest, _console);
+            }
+            _checksum.fileNames = _fileNames;
+            return checksum(_checksum, _console);
+        });
+    command->add_option("FILE", _fileNames, std::string(kFile) + "; with --check, such a list")->required();
+    CLI::Option *check = command->add_flag("--check,-c", _againstManifests, "Check the files that are listed in FILE");
+    command->add_flag("--sha256", _checksum.sha256, "Print SHA-256 fingerprints")->excludes(check);
+    command->add_flag("--quiet", _manifest.quiet, "Do not print OK for each file that agrees")->needs(check);
+    command->add_flag("--status", _manifest.silent, "Print nothing, the exit status tells")->needs(check);
+    command->add_flag("--ignore-missing", _manifest.ignoreMissing, "Pass over files that do not exist")->needs(check);
+    command->add_flag("--strict", _manifest.strict, "Fail for improperly formatted lines")->needs(check);
 }
 
 void CommandLine::addSave() {
@@ -96,6 +116,49 @@ void CommandLine::addSave() {
                                    [this] { return save(_fileName, _otherName, _console); });
     command->add_option("FED", _fileName, kFile)->required();
     command->add_option("IMAGE", _otherName, "The image to write")->required();
+}
+
+void CommandLine::addTree() {
+    CLI::App *command = addCommand("tree", "Show the class trees with their members, and the routing spaces",
+                                   "CLASS is a full dotted name, with or without its root, or the end of one.\n\n"
+                                   "Examples:\n"
+                                   "  rtifed tree harbour.fed\n"
+                                   "  rtifed tree --inherited harbour.fed Craft",
+                                   [this] { return tree(_tree, _console); });
+    command->add_option("FILE", _tree.fileName, kFile)->required();
+    command->add_option("CLASS", _tree.className, "Show only this class and what is below it");
+    command->add_flag("--inherited", _tree.inherited, "Show inherited members too, and where they come from");
+    command->add_flag("--classes", _tree.classesOnly, "Show no members");
+    command->add_option("--depth", _tree.depth, "Show N levels of classes, the outermost being the first")
+        ->check(CLI::PositiveNumber)
+        ->option_text("N");
+}
+
+void CommandLine::addFind() {
+    CLI::App *command = addCommand(
+        "find", "Find where a name is declared, and what inherits it",
+        "NAME is that of a class, attribute, parameter, space or dimension, in any letter case, alone or behind that "
+        "of\n"
+        "its class or space: Position, Craft.Position, ObjectRoot.Craft.Position. What a class\n"
+        "inherits is found behind its name, too.\n\n"
+        "Example:\n"
+        "  rtifed find harbour.fed Position",
+        [this] { return find(_find, _console); });
+    command->add_option("FILE", _find.fileName, kFile)->required();
+    command->add_option("NAME", _find.name, "What to look for")->required();
+    command->add_flag("--all", _find.all, "Show long lists whole");
+    command->add_flag("--quiet", _find.quiet, "Print nothing, the exit status tells");
+}
+
+void CommandLine::addJson() {
+    CLI::App *command = addCommand("json", "Print the whole model as JSON",
+                                   "The keys are described in docs/model.schema.json.\n\n"
+                                   "Examples:\n"
+                                   "  rtifed json harbour.fed\n"
+                                   "  rtifed json harbour.fed | jq -r '.objectClasses[].name'",
+                                   [this] { return json(_json, _console); });
+    command->add_option("FILE", _json.fileName, kFile)->required();
+    command->add_flag("--effective", _json.effective, "List the inherited members of each class, too");
 }
 
 Status CommandLine::run(int argc, char **argv) {

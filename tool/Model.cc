@@ -39,8 +39,10 @@ bool reportProblems(const Input &input, std::ostream &os) {
 }
 
 std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
-    if (!reportProblems(input, complaints))
-        return nullptr;
+    return reportProblems(input, complaints) ? buildModel(input) : nullptr;
+}
+
+std::unique_ptr<RtiFedDatabase> buildModel(const Input &input) {
     if (input.isImage())
         return restoreImage(input.contents);
     auto database = std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg(input.name, RTI_false));

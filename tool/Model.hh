@@ -17,4 +17,7 @@ bool reportProblems(const Input &input, std::ostream &os);
 /// The database of a FED text or saved image. Null if it is found wrong, with its problems written to `complaints`.
 std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints);
 
+/// The same of a file that was found right before.
+std::unique_ptr<RtiFedDatabase> buildModel(const Input &input);
+
 void print(std::ostream &os, const std::string &fileName, const Finding &finding);

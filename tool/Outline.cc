@@ -27,24 +27,20 @@ private:
         return _text ? _text->place(record) : std::nullopt;
     }
 
-    /// `known` returns a name, or throws if there is none; then it is what stands as this argument in the text.
-    template <class Known>
-    std::string nameOr(Known known, const void *record, std::size_t argument) const {
-        try {
-            return known();
-        } catch (const RTI::Exception &) {
-            return _text ? _text->written(record, argument) : std::string();
-        }
+    std::string written(const void *record, std::size_t argument) const {
+        return _text ? _text->written(record, argument) : std::string();
     }
 
     Outline::Properties properties(const void *record, RtiTransportationHandle transportation,
                                    RtiOrderingHandle ordering, RtiSpaceHandle space) const {
         const RtiFedSpace *known = _database.find(space);
-        return {nameOr([&] { return _database.getTransportationName(transportation); }, record, 1),
-                nameOr([&] { return _database.getOrderingName(ordering); }, record, 2),
-                known   ? known->getName()
-                : _text ? _text->written(record, 3)
-                        : std::string()};
+        return {transportation == 2   ? "reliable"
+                : transportation == 1 ? "best_effort"
+                                      : written(record, 1),
+                ordering == 2   ? "timestamp"
+                : ordering == 1 ? "receive"
+                                : written(record, 2),
+                known ? known->getName() : written(record, 3)};
     }
 
     Outline::Properties properties(const RtiFedObjectClass &) const { return {}; }
@@ -71,26 +67,38 @@ private:
     }
 
     template <class Handle>
-    void readClasses(const std::set<Handle> &handles, std::vector<Outline::Class> &classes) const {
-        std::unordered_map<unsigned long, std::size_t> index;
-        for (const Handle &handle : handles) {
-            const auto &node = *_database.find(handle);
-            Outline::Class shown;
-            shown.name = node.getName();
-            shown.handle = handle._value;
-            shown.properties = properties(node);
-            shown.place = place(&node);
-            const auto parent = index.find(node.getParentClassHandle()._value);
-            if (parent != index.end()) {
-                shown.parent = parent->second;
-                classes[parent->second].children.push_back(classes.size());
-            }
-            for (const auto &member : node.members())
-                shown.members.push_back(
-                    {member.getName(), member.getHandle()._value, properties(member), place(&member)});
-            index.emplace(shown.handle, classes.size());
-            classes.push_back(std::move(shown));
-        }
+    void readClasses(const std::set<Handle> &handles, Outline::Classes &classes) const {
+        std::unordered_map<const void *, std::size_t> index;
+        classes.reserve(handles.size());
+        for (const Handle &handle : handles)
+            readClass(*_database.find(handle), classes, index);
+        for (std::size_t i = classes.size(); i-- > 0;)
+            if (classes[i].parent != Outline::kNone)
+                classes[classes[i].parent].numBelow += 1 + classes[i].numBelow;
+    }
+
+    /// Reads a class behind its parent, whose handle may be the greater one in an image; returns its index.
+    template <class Node>
+    std::size_t readClass(const Node &node, Outline::Classes &classes,
+                          std::unordered_map<const void *, std::size_t> &index) const {
+        const auto known = index.find(&node);
+        if (known != index.end())
+            return known->second;
+        const std::size_t parent =
+            node.getParentClass() ? readClass(*node.getParentClass(), classes, index) : Outline::kNone;
+        const std::size_t added = classes.size();
+        Outline::Class &shown = classes.emplace_back();
+        shown.name = node.getName();
+        shown.handle = node.getHandle()._value;
+        shown.properties = properties(node);
+        shown.place = place(&node);
+        shown.parent = parent;
+        for (const auto &member : node.members())
+            shown.members.push_back({member.getName(), member.getHandle()._value, properties(member), place(&member)});
+        if (parent != Outline::kNone)
+            classes[parent].children.push_back(added);
+        index.emplace(&node, added);
+        return added;
     }
 
     const RtiFedDatabase &_database;
@@ -108,5 +116,18 @@ Outline::Outline(const Input &input) {
         const Checker text(input.contents);
         OutlineReader(text.database(), &text, *this).read();
         loads = text.findsNoError();
+    }
+}
+
+std::unique_ptr<Outline> outlineToShow(const Input &input, std::ostream &complaints) {
+    try {
+        auto outline = std::make_unique<Outline>(input);
+        if (!outline->loads)
+            complaints << input.name
+                       << ": the library refuses this file, rtifed check says why; shown is what can be understood\n";
+        return outline;
+    } catch (const RTI::Exception &refused) {
+        complaints << input.name << ": error: " << RtiFedParser::printable(refused._reason, 300) << '\n';
+        return nullptr;
     }
 }

@@ -4,7 +4,9 @@
 #include "tool/Input.hh"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -16,8 +18,12 @@ struct Outline {
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
     struct Properties {
-        std::string transportation, ordering; ///< The names of what is known, else as written.
-        std::string space;                    ///< As its declaration spells it; empty if there is none.
+        /// In the short words of FED texts if they are known, else as written. Empty for what was not understood, and
+        /// for a number in an image that stands for nothing.
+        std::string transportation, ordering;
+        std::string space; ///< As its declaration spells it; empty if there is none.
+
+        bool any() const { return !transportation.empty() || !ordering.empty() || !space.empty(); }
     };
 
     /// An attribute, a parameter or a dimension. Only attributes have properties.
@@ -36,8 +42,11 @@ struct Outline {
         std::optional<RtiFedPosition> place;
         std::size_t parent = kNone; ///< Its index; it is smaller than that of the class.
         std::vector<std::size_t> children;
+        std::size_t numBelow = 0;    ///< How many classes are below it, at any depth.
         std::vector<Member> members; ///< Those it declares itself.
     };
+
+    using Classes = std::vector<Class>;
 
     struct Space {
         std::string name;
@@ -47,9 +56,9 @@ struct Outline {
     };
 
     std::string federation, version;
-    std::vector<Space> spaces;       ///< By handle, as the classes.
-    std::vector<Class> objects;      ///< The object classes.
-    std::vector<Class> interactions; ///< The interaction classes.
+    std::vector<Space> spaces; ///< By handle, as the classes, but that a class never comes before its parent.
+    Classes objects;           ///< The object classes.
+    Classes interactions;      ///< The interaction classes.
 
     /// Whether the library accepts the file. If not, the handles mean nothing: no process of a federation has them.
     bool loads = false;
@@ -57,3 +66,7 @@ struct Outline {
     /// Throws RTI::Exception for an image that cannot be restored.
     explicit Outline(const Input &input);
 };
+
+/// The outline of a file that is shown to people. Says on `complaints` if the library refuses the file; null for an
+/// image that cannot be restored, of which nothing can be shown.
+std::unique_ptr<Outline> outlineToShow(const Input &input, std::ostream &complaints);

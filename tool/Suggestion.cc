@@ -36,6 +36,8 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
     for (const std::string &candidate : candidates) {
         if (std::max(candidate.size(), word.size()) > kLongest)
             continue;
+        if (std::max(candidate.size(), word.size()) - std::min(candidate.size(), word.size()) >= least)
+            continue; // each letter too many or too few is one step
         const std::size_t d = distance(meant, RtiStringUtility::toupper(candidate));
         if (d < least && d < candidate.size()) {
             least = d;

@@ -1,13 +1,13 @@
+#include "tool/Fingerprint.hh"
+#include "tool/Manifest.hh"
 #include "tool/Model.hh"
 #include "tool/commands/Commands.hh"
 
-#include <iomanip>
-
-Status checksum(const std::vector<std::string> &fileNames, const Console &console) {
-    return forEachFile(fileNames, console, [&](const Input &input) {
+Status checksum(const ChecksumOptions &options, const Console &console) {
+    return forEachFile(options.fileNames, console, [&](const Input &input) {
         const auto model = loadModel(input, console.err);
         if (model)
-            console.out << std::hex << std::setw(8) << std::setfill('0') << model->getChecksum() << "  " << input.name
+            console.out << manifestText({options.sha256 ? fingerprint(*model) : checksumText(*model), input.name})
                         << '\n';
         return model != nullptr;
     });

@@ -10,10 +10,47 @@
 /// The commands of the program. Each does its work on what the command line names, writes its result to `console.out`
 /// and what keeps it from its work to `console.err`. They throw CannotWork where that ends all of it.
 
+struct TreeOptions {
+    std::string fileName;
+    std::string className;    ///< The class to show with all below it; empty for the whole model.
+    bool inherited = false;   ///< Whether classes are shown with the members that they inherit.
+    bool classesOnly = false; ///< Whether no members are shown.
+    std::size_t depth = 0;    ///< How many levels of classes are shown, 0 for all.
+};
+
+struct FindOptions {
+    std::string fileName, name;
+    bool all = false;   ///< Whether long lists are shown whole.
+    bool quiet = false; ///< Whether only the status tells.
+};
+
+struct JsonOptions {
+    std::string fileName;
+    bool effective = false; ///< Whether each class lists its inherited members as well.
+};
+
+struct ChecksumOptions {
+    std::vector<std::string> fileNames;
+    bool sha256 = false;
+};
+
+/// How files are checked against manifests.
+struct ManifestOptions {
+    std::vector<std::string> fileNames; ///< Those of the manifests.
+    bool quiet = false;                 ///< Whether files that agree are not named.
+    bool silent = false;                ///< Whether only the status tells.
+    bool ignoreMissing = false;
+    bool strict = false; ///< Whether a line that is no checksum line is a failure.
+};
+
 Status check(const std::vector<std::string> &fileNames, const Console &console);
 Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
-Status checksum(const std::vector<std::string> &fileNames, const Console &console);
+Status tree(const TreeOptions &options, const Console &console);
+Status find(const FindOptions &options, const Console &console);
+Status json(const JsonOptions &options, const Console &console);
+Status checksum(const ChecksumOptions &options, const Console &console);
+Status checkManifests(const ManifestOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);
 
 /// Does `work`, which returns whether a file is right, for each file; one that cannot be read keeps none from its turn.

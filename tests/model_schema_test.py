@@ -1,0 +1,59 @@
+"""Validates what `rtifed json` prints, and its meaning. Usage: model_schema_test.py PROGRAM SCHEMA EXAMPLES"""
+
+import json
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+import jsonschema
+
+program, schema, examples = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])
+validator = jsonschema.Draft202012Validator(json.loads(pathlib.Path(schema).read_text()))
+validator.check_schema(validator.schema)
+
+
+def model(contents, status, *options):
+    with tempfile.NamedTemporaryFile() as file:
+        file.write(contents)
+        file.flush()
+        run = subprocess.run([program, "json", *options, file.name], capture_output=True)
+    assert run.returncode == status, (run.returncode, run.stderr)
+    document = json.loads(run.stdout.decode("utf-8", "strict"))
+    assert run.stdout.decode() == json.dumps(document, indent=2, ensure_ascii=False) + "\n"
+    validator.validate(document)
+    assert document.pop("file") == file.name
+    return document
+
+
+def without_places(value):
+    if isinstance(value, dict):
+        return {key: without_places(inner) for key, inner in value.items() if key != "place"}
+    return [without_places(item) for item in value] if isinstance(value, list) else value
+
+
+for example in examples.glob("*.fed"):
+    document = model(example.read_bytes(), 0, "--effective")
+    for classes, members, effective in (("objectClasses", "attributesFrom", "effectiveAttributes"),
+                                        ("interactionClasses", "parametersFrom", "effectiveParameters")):
+        own = members.replace("From", "")
+        by_name = {node["name"]: node for node in document[classes]}
+        for node in document[classes]:
+            above = by_name[node["parent"]][effective] if node["parent"] else []
+            expected = above + [{"name": member["name"], "declaredBy": node["name"]} for member in node[own]]
+            assert node[effective] == expected, node["name"]
+            assert [member["name"] for at in node[members] for member in document[classes][at][own]] == \
+                [member["name"] for member in expected], node["name"]
+    with tempfile.NamedTemporaryFile() as image:
+        subprocess.run([program, "save", example, image.name], check=True)
+        restored = model(pathlib.Path(image.name).read_bytes(), 0, "--effective")
+    places = {json.dumps(item["place"]) for item in restored["objectClasses"] + restored["spaces"]}
+    assert places == {"null"}
+    assert without_places(restored) == without_places(document)
+
+refused = model(b'(FED (Federation "\xff\x01") (FEDversion v) (objects (class A (attribute a slow)))', 1)
+assert refused["federation"] == "\ufffd\x01" and not refused["loads"] and refused["checksum"] is None
+assert refused["objectClasses"][0]["attributes"] == [
+    {"name": "a", "handle": None, "place": {"line": 1, "column": 68}, "transportation": "slow", "ordering": None,
+     "space": None}]
+model(b"\x7fELF\0\0", 1)

@@ -1,0 +1,153 @@
+#include "tests/Support.hh"
+#include "tool/commands/Commands.hh"
+
+namespace {
+
+constexpr const char *kCoast = R"((FED (Federation Coast) (FEDversion v1.3)
+ (spaces (space Sea (dimension x) (dimension y)) (space "Höhe über Grund"))
+ (objects
+  (class Base (attribute Id reliable timestamp)
+   (class Ship (attribute Course best_effort receive sea)
+    (class Tug (attribute Pull reliable timestamp)))
+   (class Buoy (class Tug))))
+ (interactions
+  (class Call reliable receive
+   (parameter Text)
+   (class Ship best_effort timestamp Sea (parameter Cause)))))
+)";
+
+constexpr const char *kRefused =
+    "FILE: the library refuses this file, rtifed check says why; shown is what can be understood\n";
+
+/// What a command says of a text: its results, behind "! " its complaints, and its status.
+template <class Options, class Command>
+std::string said(const std::string &text, Options options, Command command, std::size_t width = 0, bool unicode = false,
+                 bool color = false) {
+    const TemporaryFile file(text);
+    options.fileName = file.path();
+    std::ostringstream out, err;
+    const Status status = command(options, Console{out, err, color, unicode, width});
+    std::string all = out.str() + (err.str().empty() ? "" : "! " + err.str()) + std::to_string(status);
+    for (std::size_t at = 0; (at = all.find(file.path(), at)) != std::string::npos;)
+        all.replace(at, file.path().size(), "FILE");
+    return all;
+}
+
+TreeOptions treeOf(const std::string &className) {
+    TreeOptions options;
+    options.className = className;
+    return options;
+}
+
+std::string found(const std::string &text, const std::string &name, bool all = false, bool quiet = false) {
+    return said(text, FindOptions{"", name, all, quiet}, find);
+}
+
+} // namespace
+
+TEST(Tree, ShowsTheModel) {
+    EXPECT_EQ(said(kCoast, TreeOptions(), tree), std::string(R"(Federation Coast, version v1.3
+
+Routing spaces
+|-- Sea
+|         x
+|         y
+`-- Höhe über Grund
+
+Object classes
+`-- Base
+    |     Id            reliable     timestamp
+    |-- Ship
+    |   |     Course    best_effort  receive    Sea
+    |   `-- Tug
+    |             Pull  reliable     timestamp
+    `-- Buoy
+        `-- Tug
+
+Interaction classes
+`-- Call      reliable     receive
+    |     Text
+    `-- Ship  best_effort  timestamp  Sea
+              Cause
+! )") + kRefused + "1");
+    EXPECT_EQ(said("(FED (Federation \"\x1b[2J\") (FEDversion v))", TreeOptions(), tree),
+              std::string("Federation \\x1b[2J, version v\n! ") + kRefused + "1");
+}
+
+TEST(Tree, FitsTheTerminal) {
+    TreeOptions options = treeOf("base");
+    options.inherited = true;
+    EXPECT_EQ(said(kCoast, options, tree, 42, true), std::string(R"(Base
+│     Id              reliable     time...
+├── Ship
+│   │     Id          reliable     time...
+│   │     Course      best_effort  rece...
+│   └── Tug
+│             Id      reliable     time...
+│             Course  best_effort  rece...
+│             Pull    reliable     time...
+└── Buoy
+    │     Id          reliable     time...
+    └── Tug
+              Id      reliable     time...
+! )") + kRefused + "1");
+    EXPECT_EQ(said(kCoast, treeOf("Base.Buoy.Tug"), tree, 2), std::string("..\n! ") + kRefused + "1");
+    options = treeOf("SHIP");
+    options.depth = 1;
+    EXPECT_EQ(said(kCoast, options, tree, 0, true, true),
+              "\033[1mBase.Ship\033[0m  \033[2m(1 class below)\033[0m\n\033[2m      \033[0mCourse  "
+              "\033[2mbest_effort\033[0m  \033[2mreceive\033[0m    Sea\n\n\033[1mCall.Ship\033[0m  "
+              "\033[2mbest_effort\033[0m  \033[2mtimestamp\033[0m  Sea\n\033[2m      \033[0mCause\n! " +
+                  std::string(kRefused) + "1");
+}
+
+TEST(Tree, TakesANameForOneClass) {
+    TreeOptions options;
+    options.classesOnly = true;
+    options.className = "manager.federation";
+    const std::string text = example("minimal.fed");
+    EXPECT_EQ(said(text, options, tree), "ObjectRoot.Manager.Federation\n0");
+    options.className = "federation";
+    EXPECT_EQ(said(text, options, tree), "ObjectRoot.Manager.Federation\n0");
+    options.className = "Federatoin";
+    EXPECT_EQ(said(text, options, tree), "! FILE: there is no class \"Federatoin\"; did you mean \"Federation\"?\n1");
+    EXPECT_EQ(said(kCoast, treeOf("tug"), tree),
+              std::string("! ") + kRefused +
+                  "FILE: there are 2 classes \"tug\", such as \"Base.Ship.Tug\" and \"Base.Buoy.Tug\"; give more of "
+                  "the name\n1");
+}
+
+TEST(Find, FindsEachKindOfDeclaration) {
+    const std::string refused = std::string("! ") + kRefused + "1";
+    EXPECT_EQ(found(kCoast, "SHIP"), "FILE:5:11: object class Base.Ship: 1 attribute, 1 inherited, 1 class below\n"
+                                     "FILE:11:11: interaction class Call.Ship: best_effort timestamp, space Sea, 1 "
+                                     "parameter, 1 inherited\n" +
+                                         refused);
+    EXPECT_EQ(found(kCoast, "ship.course"), "FILE:5:27: attribute Base.Ship.Course: best_effort receive, space Sea\n"
+                                            "    inherited by 1 class:\n        Base.Ship.Tug\n" +
+                                                refused);
+    EXPECT_EQ(found(kCoast, "sea"),
+              "FILE:2:17: space Sea: 2 dimensions, used by 1 attribute and 1 interaction class\n" + refused);
+    EXPECT_EQ(found(kCoast, "Sea.y"), "FILE:2:46: dimension Sea.y\n" + refused);
+    EXPECT_EQ(found(kCoast, "Tug.Course"), found(kCoast, "Course")); // which it inherits
+    EXPECT_EQ(found(kCoast, "Ship.Curse"),
+              std::string("! ") + kRefused +
+                  "FILE: nothing is called \"Ship.Curse\"; did you mean \"Ship.Course\"?\n1");
+}
+
+TEST(Find, ListsWhatInherits) {
+    const std::string classes = "(class R (attribute at reliable receive) (class A (class B)) (class C (class D)) "
+                                "(class E) (class F) (class G))";
+    const std::string text = withMom(classes, "", "(space T) (space t)");
+    const std::string head = "FILE:12:45: attribute ObjectRoot.R.at, handle 2: reliable receive\n"
+                             "    inherited by 7 classes:\n";
+    const std::string five = "        ObjectRoot.R.A\n        ObjectRoot.R.A.B\n        ObjectRoot.R.C\n"
+                             "        ObjectRoot.R.C.D\n        ObjectRoot.R.E\n";
+    EXPECT_EQ(found(text, "r.at"), head + five + "        ... and 2 more (--all)\n0");
+    EXPECT_EQ(found(text, "R.E.at", true), head + five + "        ObjectRoot.R.F\n        ObjectRoot.R.G\n0");
+    EXPECT_EQ(found(text, "t"),
+              "FILE:9:18: space T, handle 1: 0 dimensions, used by 0 attributes and 0 interaction classes\n"
+              "FILE:9:28: space t, handle 2: 0 dimensions, found by its handle only, since its name is taken\n0");
+    EXPECT_EQ(found(text, "t", false, true), "0");
+    EXPECT_EQ(found(text, "none", false, true), "1");
+}

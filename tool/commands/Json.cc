@@ -1,0 +1,140 @@
+#include "fed/RtiFedDatabase.hh"
+#include "tool/Fingerprint.hh"
+#include "tool/JsonWriter.hh"
+#include "tool/Model.hh"
+#include "tool/Outline.hh"
+#include "tool/commands/Commands.hh"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr int kFormatVersion = 1; // to be raised when a key goes or changes its meaning
+
+Json orNull(const std::string &text) {
+    return text.empty() ? Json() : Json(text);
+}
+
+/// What the two kinds of classes are called.
+struct Kind {
+    const char *classes, *members, *membersFrom, *effectiveMembers;
+    bool membersHaveProperties;
+};
+constexpr Kind kObjects = {"objectClasses", "attributes", "attributesFrom", "effectiveAttributes", true};
+constexpr Kind kInteractions = {"interactionClasses", "parameters", "parametersFrom", "effectiveParameters", false};
+
+/// Writes a model as docs/model.schema.json describes it.
+class ModelWriter {
+public:
+    ModelWriter(const Outline &outline, bool effective, std::ostream &os)
+        : _outline(outline), _effective(effective), _json(os) {}
+
+    /// `database` is null for a file that the library refuses.
+    void write(const std::string &fileName, const RtiFedDatabase *database) {
+        _json.beginObject();
+        _json.member("formatVersion", kFormatVersion);
+        _json.member("file", fileName);
+        _json.member("loads", _outline.loads);
+        _json.member("checksum", database ? Json(checksumText(*database)) : Json());
+        _json.member("sha256", database ? Json(fingerprint(*database)) : Json());
+        _json.member("federation", _outline.federation);
+        _json.member("version", _outline.version);
+        writeArray("spaces", _outline.spaces, [&](const Outline::Space &space) {
+            writeDeclaration(space);
+            writeArray("dimensions", space.dimensions,
+                       [&](const Outline::Member &dimension) { writeDeclaration(dimension); });
+        });
+        writeClasses(kObjects, _outline.objects);
+        writeClasses(kInteractions, _outline.interactions);
+        _json.endObject();
+    }
+
+private:
+    template <class Element, class WriteElement>
+    void writeArray(const char *key, const std::vector<Element> &elements, WriteElement writeElement) {
+        _json.key(key).beginArray();
+        for (const Element &element : elements) {
+            _json.beginObject();
+            writeElement(element);
+            _json.endObject();
+        }
+        _json.endArray();
+    }
+
+    void writeClasses(const Kind &kind, const Outline::Classes &classes) {
+        writeArray(kind.classes, classes, [&](const Outline::Class &node) {
+            writeDeclaration(node);
+            _json.member("parent", node.parent == Outline::kNone ? Json() : Json(classes[node.parent].name));
+            if (!kind.membersHaveProperties)
+                writeProperties(node.properties);
+            writeArray(kind.members, node.members, [&](const Outline::Member &member) {
+                writeDeclaration(member);
+                if (kind.membersHaveProperties)
+                    writeProperties(member.properties);
+            });
+            writeInheritance(kind, classes, static_cast<std::size_t>(&node - classes.data()));
+        });
+    }
+
+    void writeInheritance(const Kind &kind, const Outline::Classes &classes, std::size_t index) {
+        std::vector<std::size_t> from; // the class and those above it that declare members
+        for (std::size_t above = index; above != Outline::kNone; above = classes[above].parent)
+            if (!classes[above].members.empty())
+                from.push_back(above);
+        std::reverse(from.begin(), from.end());
+        _json.key(kind.membersFrom).beginArray();
+        for (const std::size_t above : from)
+            _json.value(above);
+        _json.endArray();
+        if (!_effective)
+            return;
+        _json.key(kind.effectiveMembers).beginArray();
+        for (const std::size_t above : from)
+            for (const Outline::Member &member : classes[above].members) {
+                _json.beginObject();
+                _json.member("name", member.name);
+                _json.member("declaredBy", classes[above].name);
+                _json.endObject();
+            }
+        _json.endArray();
+    }
+
+    /// What all that is declared has: name, handle and place.
+    template <class Declared>
+    void writeDeclaration(const Declared &declared) {
+        _json.member("name", declared.name);
+        _json.member("handle", _outline.loads ? Json(declared.handle) : Json());
+        if (!declared.place)
+            return _json.member("place", {});
+        _json.key("place").beginObject();
+        _json.member("line", declared.place->line);
+        _json.member("column", declared.place->column);
+        _json.endObject();
+    }
+
+    void writeProperties(const Outline::Properties &properties) {
+        _json.member("transportation", orNull(properties.transportation));
+        _json.member("ordering", orNull(properties.ordering));
+        _json.member("space", orNull(properties.space));
+    }
+
+    const Outline &_outline;
+    bool _effective;
+    JsonWriter _json;
+};
+
+} // namespace
+
+Status json(const JsonOptions &options, const Console &console) {
+    const Input input = readInput(options.fileName, console.stdinName);
+    const auto outline = outlineToShow(input, console.err);
+    if (!outline)
+        return wrong;
+    const auto database = outline->loads ? buildModel(input) : nullptr;
+    ModelWriter(*outline, options.effective, console.out).write(input.name, database.get());
+    return outline->loads ? done : wrong;
+}

@@ -1,0 +1,241 @@
+#include "fed/RtiFedInteractionClass.hh"
+#include "fed/RtiFedName.hh"
+#include "fed/RtiFedObjectClass.hh"
+#include "tool/Line.hh"
+#include "tool/Names.hh"
+#include "tool/Outline.hh"
+#include "tool/Suggestion.hh"
+#include "tool/commands/Commands.hh"
+
+#include <algorithm>
+
+namespace {
+
+/// The lines that join the rows of a tree.
+struct Branches {
+    const char *child, *lastChild; // in front of a class
+    const char *below, *belowLast; // in front of what is below it
+    const char *member;            // in front of a member of a class that has classes below
+};
+constexpr Branches kUnicodeBranches = {"├── ", "└── ", "│   ", "    ", "│     "};
+constexpr Branches kAsciiBranches = {"|-- ", "`-- ", "|   ", "    ", "|     "};
+constexpr const char *kNoBranch = "      ";
+
+struct Row {
+    std::string branches;
+    std::string name;
+    Line::Style style;
+    const Outline::Properties &properties;
+    std::string note;
+};
+
+const Outline::Properties kNoProperties;
+
+/// Widths of the longest known transportation and ordering, and of what stands behind a name in most models.
+constexpr std::size_t kTransportationWidth = 11, kOrderingWidth = 9, kPropertiesWidth = 36;
+
+class TreePrinter {
+public:
+    TreePrinter(const TreeOptions &options, const Console &console)
+        : _options(options), _console(console), _branches(console.unicode ? kUnicodeBranches : kAsciiBranches) {}
+
+    void printModel(const Outline &outline) const {
+        const auto orNone = [](const std::string &name) { return name.empty() ? "(none)" : shown(name); };
+        Line()
+            .add("Federation ")
+            .add(orNone(outline.federation), Line::strong)
+            .add(", version ")
+            .add(orNone(outline.version), Line::strong)
+            .print(_console);
+        printSection("Routing spaces", outline.spaces, [&](auto visit) { walkSpaces(outline.spaces, visit); });
+        printSection("Object classes", outline.objects, [&](auto visit) { walkRoots(outline.objects, visit); });
+        printSection("Interaction classes", outline.interactions,
+                     [&](auto visit) { walkRoots(outline.interactions, visit); });
+    }
+
+    void printClass(const Outline::Classes &classes, std::size_t index) const {
+        printAligned([&](auto visit) {
+            std::string around;
+            walk(classes, index, "", around, 1, visit);
+        });
+    }
+
+private:
+    template <class Elements, class Walk>
+    void printSection(const char *title, const Elements &elements, Walk forEachRow) const {
+        if (elements.empty())
+            return;
+        _console.out << '\n' << title << '\n';
+        printAligned(forEachRow);
+    }
+
+    /// Prints the rows with their properties in one column. `forEachRow` walks over them and calls its argument.
+    template <class Walk>
+    void printAligned(Walk forEachRow) const {
+        const std::size_t furthest =
+            _console.width == 0 ? 60 : std::max(_console.width, 2 * kPropertiesWidth) - kPropertiesWidth;
+        std::size_t column = 0;
+        forEachRow([&](const Row &row) {
+            const std::size_t end = columns(row.branches) + columns(row.name) + 2;
+            if (row.properties.any() && end <= furthest)
+                column = std::max(column, end);
+        });
+        forEachRow([&](const Row &row) { print(row, column); });
+    }
+
+    void print(const Row &row, std::size_t column) const {
+        Line line;
+        line.add(row.branches, Line::faint).add(row.name, row.style);
+        if (row.properties.any()) {
+            column = std::max(column, line.width() + 2);
+            line.pad(column).add(shown(row.properties.transportation), Line::faint);
+            column = std::max(column + kTransportationWidth, line.width()) + 2;
+            line.pad(column).add(shown(row.properties.ordering), Line::faint);
+            if (!row.properties.space.empty())
+                line.pad(column + kOrderingWidth + 2).add(shown(row.properties.space));
+        }
+        if (!row.note.empty())
+            line.add("  ").add(row.note, Line::faint);
+        line.print(_console);
+    }
+
+    template <class Visit>
+    void walkSpaces(const std::vector<Outline::Space> &spaces, Visit visit) const {
+        for (const Outline::Space &space : spaces) {
+            const bool last = &space == &spaces.back();
+            visit(
+                Row{last ? _branches.lastChild : _branches.child, shown(space.name), Line::strong, kNoProperties, ""});
+            for (const Outline::Member &dimension : space.dimensions)
+                visit(Row{std::string(last ? _branches.belowLast : _branches.below) + kNoBranch, shown(dimension.name),
+                          Line::plain, kNoProperties, ""});
+        }
+    }
+
+    template <class Visit>
+    void walkRoots(const Outline::Classes &classes, Visit visit) const {
+        std::vector<std::size_t> roots;
+        for (std::size_t i = 0; i < classes.size(); ++i)
+            if (classes[i].parent == Outline::kNone)
+                roots.push_back(i);
+        std::string around;
+        walkAll(classes, roots, around, 1, visit);
+    }
+
+    /// Visits classes with one parent, and all below them. `around` is what stands in front of each.
+    template <class Visit>
+    void walkAll(const Outline::Classes &classes, const std::vector<std::size_t> &siblings, std::string &around,
+                 std::size_t level, Visit visit) const {
+        const std::size_t size = around.size();
+        for (const std::size_t index : siblings) {
+            const bool last = index == siblings.back();
+            const std::string branches = around + (last ? _branches.lastChild : _branches.child);
+            around += last ? _branches.belowLast : _branches.below;
+            walk(classes, index, branches, around, level, visit);
+            around.resize(size);
+        }
+    }
+
+    template <class Visit>
+    void walk(const Outline::Classes &classes, std::size_t index, const std::string &branches, std::string &around,
+              std::size_t level, Visit visit) const {
+        const Outline::Class &node = classes[index];
+        const bool cut = level == _options.depth && node.numBelow > 0;
+        visit(Row{branches, branches.empty() || node.parent == Outline::kNone ? shown(node.name) : ownName(node),
+                  Line::strong, node.properties,
+                  cut ? "(" + std::to_string(node.numBelow) + (node.numBelow == 1 ? " class" : " classes") + " below)"
+                      : ""});
+        if (!_options.classesOnly)
+            walkMembers(classes, index, around + (cut || node.children.empty() ? kNoBranch : _branches.member), visit);
+        if (!cut)
+            walkAll(classes, node.children, around, level + 1, visit);
+    }
+
+    template <class Visit>
+    void walkMembers(const Outline::Classes &classes, std::size_t index, const std::string &branches,
+                     Visit visit) const {
+        std::vector<std::size_t> from{index}; // the class, and those above it
+        while (_options.inherited && classes[from.back()].parent != Outline::kNone)
+            from.push_back(classes[from.back()].parent);
+        for (auto owner = from.rbegin(); owner != from.rend(); ++owner)
+            for (const Outline::Member &member : classes[*owner].members) {
+                const bool inherited = *owner != index;
+                visit(Row{branches, shown(member.name), inherited ? Line::faint : Line::plain, member.properties,
+                          inherited ? "from " + ownName(classes[*owner]) : ""});
+            }
+    }
+
+    static std::string ownName(const Outline::Class &node) {
+        const std::string_view own = lastComponent(node.name);
+        return shown(own.empty() ? node.name : own);
+    }
+
+    const TreeOptions &_options;
+    const Console &_console;
+    const Branches &_branches;
+};
+
+/// The classes that are meant by a name: by its full name, with or without the root, else by the end of it.
+std::vector<std::size_t> classesNamed(const std::string &name, std::string_view rootPrefix,
+                                      const Outline::Classes &classes) {
+    std::vector<std::size_t> byFullName, byEnd;
+    for (std::size_t i = 0; i < classes.size(); ++i) {
+        const std::string_view fullName = classes[i].name;
+        if (RtiFedName::equal(fullName, name) || (RtiFedName::beginsWith(fullName, rootPrefix) &&
+                                                  RtiFedName::equal(fullName.substr(rootPrefix.size()), name)))
+            byFullName.push_back(i);
+        else if (endsIn(fullName, name))
+            byEnd.push_back(i);
+    }
+    return byFullName.empty() ? byEnd : byFullName;
+}
+
+std::string quoted(std::string_view name) {
+    return '"' + shown(name) + '"';
+}
+
+/// Prints the class that is meant in each of the two trees. Returns whether there is one in at least one of them, and
+/// none that could be several.
+bool printNamed(const TreeOptions &options, const std::string &fileName, const Outline &outline,
+                const Console &console) {
+    const std::string &name = options.className;
+    std::vector<std::pair<const Outline::Classes *, std::size_t>> meant;
+    std::vector<std::string> candidates;
+    for (const auto &[classes, prefix] : {std::pair(&outline.objects, RtiFedObjectClass::_rootPrefix),
+                                          std::pair(&outline.interactions, RtiFedInteractionClass::_rootPrefix)}) {
+        const std::vector<std::size_t> found = classesNamed(name, prefix, *classes);
+        if (found.size() > 1) {
+            console.err << fileName << ": there are " << found.size() << " classes " << quoted(name) << ", such as "
+                        << quoted(classes->at(found[0]).name) << " and " << quoted(classes->at(found[1]).name)
+                        << "; give more of the name\n";
+            return false;
+        }
+        if (found.size() == 1)
+            meant.emplace_back(classes, found.front());
+        for (const Outline::Class &node : *classes)
+            candidates.emplace_back(endLike(node.name, name));
+    }
+    if (meant.empty())
+        console.err << fileName << ": there is no class " << quoted(name) << didYouMean(suggestionFor(name, candidates))
+                    << '\n';
+    for (const auto &[classes, index] : meant) {
+        if (classes != meant.front().first)
+            console.out << '\n';
+        TreePrinter(options, console).printClass(*classes, index);
+    }
+    return !meant.empty();
+}
+
+} // namespace
+
+Status tree(const TreeOptions &options, const Console &console) {
+    const Input input = readInput(options.fileName, console.stdinName);
+    const auto outline = outlineToShow(input, console.err);
+    if (!outline)
+        return wrong;
+    bool found = true;
+    if (options.className.empty())
+        TreePrinter(options, console).printModel(*outline);
+    else
+        found = printNamed(options, input.name, *outline, console);
+    return found && outline->loads ? done : wrong;
+}
