@@ -27,24 +27,30 @@ private:
         return _text ? _text->place(record) : std::nullopt;
     }
 
-    /// `known` returns a name, or throws if there is none; then it is what stands as this argument in the text.
-    template <class Known>
-    std::string nameOr(Known known, const void *record, std::size_t argument) const {
+    /// `known` returns a name, or throws if there is none.
+    template <class Known, class Handle>
+    std::string nameOr(Known known, const void *record, std::size_t argument, const Handle &handle) const {
         try {
             return known();
         } catch (const RTI::Exception &) {
-            return _text ? _text->written(record, argument) : std::string();
+            return unknown(record, argument, handle);
         }
+    }
+
+    /// What stands as this argument in the text, or the handle that an image has in its place.
+    template <class Handle>
+    std::string unknown(const void *record, std::size_t argument, const Handle &handle) const {
+        if (_text)
+            return _text->written(record, argument);
+        return handle == 0 ? std::string() : '#' + std::to_string(handle._value);
     }
 
     Outline::Properties properties(const void *record, RtiTransportationHandle transportation,
                                    RtiOrderingHandle ordering, RtiSpaceHandle space) const {
         const RtiFedSpace *known = _database.find(space);
-        return {nameOr([&] { return _database.getTransportationName(transportation); }, record, 1),
-                nameOr([&] { return _database.getOrderingName(ordering); }, record, 2),
-                known   ? known->getName()
-                : _text ? _text->written(record, 3)
-                        : std::string()};
+        return {nameOr([&] { return _database.getTransportationName(transportation); }, record, 1, transportation),
+                nameOr([&] { return _database.getOrderingName(ordering); }, record, 2, ordering),
+                known ? known->getName() : unknown(record, 3, space)};
     }
 
     Outline::Properties properties(const RtiFedObjectClass &) const { return {}; }

@@ -16,8 +16,9 @@ struct Outline {
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
     struct Properties {
-        std::string transportation, ordering; ///< The names of what is known, else as written.
-        std::string space;                    ///< As its declaration spells it; empty if there is none.
+        /// The names of what is known, else as written; what an image refers to and does not have as #HANDLE.
+        std::string transportation, ordering;
+        std::string space; ///< As its declaration spells it; empty if there is none.
     };
 
     /// An attribute, a parameter or a dimension. Only attributes have properties.
