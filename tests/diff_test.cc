@@ -1,6 +1,7 @@
 #include "infrastructure/RtiStringUtility.hh"
 #include "tests/Support.hh"
 #include "tool/Comparison.hh"
+#include "tool/commands/Commands.hh"
 
 #include <functional>
 #include <list>
@@ -185,4 +186,30 @@ TEST(Diff, JudgesAsTheLibraryAnswers) {
                   std::max(verdictOf(before, after), Verdict::same));
     }
     EXPECT_EQ(met.size(), 6u) << "a verdict was never met";
+}
+
+/// In diff.txt, each case begins with its option. Then come the old and the new model, apart by "->": whole texts, or
+/// spaces, object classes and interaction classes, apart by "|", which are put beside the MOM.
+TEST(Diff, TellsWhatChanged) {
+    forEachCase("diff.txt", [](const std::string &text, const std::string &expected) {
+        const auto options = text.find('\n'), arrow = text.find("\n->\n");
+        const auto fileText = [](const std::string &model) {
+            const auto first = model.find('|'), second = model.rfind('|');
+            return first == std::string::npos ? model
+                                              : withMom(model.substr(first + 1, second - first - 1),
+                                                        model.substr(second + 1), model.substr(0, first));
+        };
+        const TemporaryFile before(fileText(text.substr(options + 1, arrow - options - 1)));
+        const TemporaryFile after(fileText(text.substr(arrow + 4)));
+        const std::string option = text.substr(0, options);
+        const DiffOptions asked{before.path(), after.path(), option == "--all", false,
+                                option == "json" ? option : "text"};
+        std::ostringstream written;
+        const Status status = diff(asked, Console{written, written});
+        std::string shown = written.str();
+        for (const auto &[path, name] : {std::pair(before.path(), "old.fed"), std::pair(after.path(), "new.fed")})
+            while (shown.find(path) != std::string::npos)
+                shown = replaced(shown, path, name);
+        EXPECT_EQ(shown + "status " + std::to_string(status) + "\n", expected);
+    });
 }

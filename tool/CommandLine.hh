@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tool/Console.hh"
+#include "tool/commands/Commands.hh"
 
 #include <CLI/App.hpp>
 
@@ -29,6 +30,7 @@ private:
     void addCalls();
     void addChecksum();
     void addSave();
+    void addDiff();
 
     Status refuseUsage(const std::string &reason) const;
     void setColor();
@@ -40,4 +42,5 @@ private:
     // What the commands are called with; each uses those it has.
     std::vector<std::string> _fileNames;
     std::string _fileName, _otherName;
+    DiffOptions _diff;
 };
