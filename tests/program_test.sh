@@ -80,6 +80,24 @@ expect 1 '' '' "$program" find --quiet "$examples/minimal.fed" none
     [ "$("$program" find --all "$examples/minimal.fed" Manager.Federate.Federate | wc -l)" = 66 ] ||
     { echo 'FAILED: find --all'; failures=1; }
 
+# Differences: the status tells, from which level on is asked for.
+sed 's/(FEDversion [^)]*)/(FEDversion w)/' "$examples/harbour.fed" >relabelled.fed
+"$program" save "$examples/harbour.fed" harbour.img
+expect 0 'harbour.img -> relabelled.fed: relabelled
+Federates find all names in both as before; but images and checksums of the two disagree, so all federates must use the same file.
+  ~ version v1.3 -> w
+' '' "$program" diff harbour.img relabelled.fed --fail-on renumbered
+expect 1 '' '' "$program" diff --quiet harbour.img relabelled.fed
+expect 1 '' '' "$program" diff --quiet --fail-on same harbour.img "$examples/harbour.fed"
+expect 2 '' 'rtifed: standard input can be one of the files, not both
+' "$program" diff - -
+expect 2 '' "rtifed: model.img: image byte $(($(wc -c <before.img))): 2 bytes stand behind the image
+" "$program" diff model.img small.fed
+printf '(FED (Federation "\377\033"))' >bytes.fed
+"$program" diff --color always small.fed bytes.fed 2>err | grep -q 'm~.* federation F -> \\xff\\x1b$' &&
+    "$program" diff --format json small.fed bytes.fed 2>err | iconv -f UTF-8 -t UTF-8 >out ||
+    { echo 'FAILED: diff of strange bytes'; failures=1; }
+
 "$program" list small.fed >out 2>err
 [ $? = 1 ] && [ ! -s out ] && grep -q '^small.fed:1:1: error: the Management Object Model' err ||
     { echo 'FAILED: list of a file without the MOM'; failures=1; }

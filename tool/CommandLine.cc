@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -40,6 +41,7 @@ CommandLine::CommandLine(const Console &console)
     addTree();
     addFind();
     addJson();
+    addDiff();
 }
 
 /// Adds a command. `details` says what --help tells beyond its purpose, with an example.
@@ -159,6 +161,44 @@ void CommandLine::addJson() {
                                    [this] { return json(_json, _console); });
     command->add_option("FILE", _json.fileName, kFile)->required();
     command->add_flag("--effective", _json.effective, "List the inherited members of each class, too");
+}
+
+void CommandLine::addDiff() {
+    using Verdict = Comparison::Verdict;
+    CLI::App *command = addCommand(
+        "diff", "Tell what changed from one model to another, and what that means",
+        "The verdict is one of these, the least first:\n"
+        "  identical     the files are the same bytes\n"
+        "  same          the models are the same: only text, comments or form of the files differ\n"
+        "  relabelled    letter case, or the name of the federation or version, differs\n"
+        "  renumbered    every name is there with the same properties, handles moved\n"
+        "  additions     everything of the old model is there with the same properties, and more\n"
+        "  incompatible  something of the old model is gone or different\n"
+        "Exit status: 0 if it is below the level of --fail-on, 1 if not, 2 if a file cannot be read or an\n"
+        "image cannot be restored. FED text that does not load is compared as far as it can be understood.\n\n"
+        "Examples:\n"
+        "  rtifed diff harbour-1.fed harbour-2.fed\n"
+        "  rtifed diff --quiet --fail-on incompatible harbour-1.fed harbour-2.fed",
+        [this] { return diff(_diff, _console); });
+    command->add_option("OLD", _diff.oldName, kFile)->required();
+    command->add_option("NEW", _diff.newName, kFile)->required();
+    command->add_flag("--all", _diff.all, "List every change, not the first few of each group, with its place");
+    std::vector<std::string> levels;
+    for (int level = static_cast<int>(Verdict::same); level <= static_cast<int>(Verdict::incompatible); ++level)
+        levels.push_back(Comparison::nameOf(static_cast<Verdict>(level)));
+    const auto failOn = [this, levels](const std::string &name) {
+        const auto index = std::find(levels.begin(), levels.end(), name) - levels.begin();
+        _diff.failOn = static_cast<Verdict>(static_cast<int>(Verdict::same) + index);
+    };
+    command
+        ->add_option_function<std::string>("--fail-on", failOn,
+                                           "The least verdict that gives exit status 1; by default relabelled")
+        ->check(CLI::IsMember(levels))
+        ->option_text("LEVEL");
+    command->add_option("--format", _diff.format, "How to write the result: text or json, which has every change")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->option_text("FORMAT");
+    command->add_flag("--quiet", _diff.quiet, "Write nothing, the exit status tells");
 }
 
 Status CommandLine::run(int argc, char **argv) {

@@ -33,6 +33,7 @@ private:
     void addTree();
     void addFind();
     void addJson();
+    void addDiff();
 
     Status refuseUsage(const std::string &reason) const;
     void setColor();
@@ -50,4 +51,5 @@ private:
     TreeOptions _tree;
     FindOptions _find;
     JsonOptions _json;
+    DiffOptions _diff;
 };

@@ -27,8 +27,12 @@ private:
         return _text ? _text->place(record) : std::nullopt;
     }
 
-    std::string written(const void *record, std::size_t argument) const {
-        return _text ? _text->written(record, argument) : std::string();
+    /// What stands as this argument in the text, or the handle that an image has in its place.
+    template <class Handle>
+    std::string unknown(const void *record, std::size_t argument, const Handle &handle) const {
+        if (_text)
+            return _text->written(record, argument);
+        return handle == 0 ? std::string() : '#' + std::to_string(handle._value);
     }
 
     Outline::Properties properties(const void *record, RtiTransportationHandle transportation,
@@ -36,11 +40,11 @@ private:
         const RtiFedSpace *known = _database.find(space);
         return {transportation == 2   ? "reliable"
                 : transportation == 1 ? "best_effort"
-                                      : written(record, 1),
+                                      : unknown(record, 1, transportation),
                 ordering == 2   ? "timestamp"
                 : ordering == 1 ? "receive"
-                                : written(record, 2),
-                known ? known->getName() : written(record, 3)};
+                                : unknown(record, 2, ordering),
+                known ? known->getName() : unknown(record, 3, space)};
     }
 
     Outline::Properties properties(const RtiFedObjectClass &) const { return {}; }

@@ -18,8 +18,8 @@ struct Outline {
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
     struct Properties {
-        /// In the short words of FED texts if they are known, else as written. Empty for what was not understood, and
-        /// for a number in an image that stands for nothing.
+        /// In the short words of FED texts if they are known, else as written; what an image refers to and does not
+        /// have as #HANDLE. Empty for what was not understood.
         std::string transportation, ordering;
         std::string space; ///< As its declaration spells it; empty if there is none.
 

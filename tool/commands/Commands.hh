@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tool/Comparison.hh"
 #include "tool/Console.hh"
 #include "tool/Input.hh"
 
@@ -52,6 +53,15 @@ Status json(const JsonOptions &options, const Console &console);
 Status checksum(const ChecksumOptions &options, const Console &console);
 Status checkManifests(const ManifestOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);
+
+struct DiffOptions {
+    std::string oldName, newName;
+    bool all = false;            ///< Whether each change is listed, or the first few of a group.
+    bool quiet = false;          ///< Whether nothing is written.
+    std::string format = "text"; ///< Or json.
+    Comparison::Verdict failOn = Comparison::Verdict::relabelled; ///< The least that counts as a difference.
+};
+Status diff(const DiffOptions &options, const Console &console);
 
 /// Does `work`, which returns whether a file is right, for each file; one that cannot be read keeps none from its turn.
 template <class Work>

@@ -1,0 +1,215 @@
+#include "infrastructure/RtiStringUtility.hh"
+#include "tests/Support.hh"
+#include "tool/Comparison.hh"
+#include "tool/commands/Commands.hh"
+
+#include <functional>
+#include <list>
+#include <map>
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Verdict = Comparison::Verdict;
+
+/// A class with its members, or a space with its dimensions. A tail is what stands behind a name.
+struct Node {
+    std::string name, tail;
+    std::list<std::pair<std::string, std::string>> members;
+    std::vector<Node> children;
+
+    std::string text(const std::string &kind, const std::string &member) const {
+        std::string all = "(" + kind + " " + name + tail;
+        for (const auto &[memberName, memberTail] : members)
+            all += " (" + member + " " + memberName + memberTail + ")";
+        for (const Node &child : children)
+            all += "\n" + child.text(kind, member);
+        return all + ")";
+    }
+};
+
+/// Models that are made and changed by chance, but always load.
+class RandomModel {
+public:
+    explicit RandomModel(unsigned seed) : _random(seed) {
+        for (int i = 0; i < 16; ++i)
+            add(any(i % 2 ? _objects : _interactions), i % 2);
+    }
+
+    std::string text() const {
+        const std::string text = withMom(_objects.text("class", "attribute"), _interactions.text("class", "parameter"),
+                                         _space.text("space", "dimension") + "(space T)");
+        return _comment + replaced(text, "(Federation ", "(Federation " + _federation);
+    }
+
+    void edit() {
+        const bool ofObjects = pick(2);
+        Node &node = any(ofObjects ? _objects : _interactions);
+        Node *child = node.children.empty() ? &node : &node.children.front();
+        const std::function<void()> edits[] = {[&] { _comment += ";; a comment\n"; },
+                                               [&] { _federation += "F"; },
+                                               [&] { add(node, ofObjects); },
+                                               [&] { node.children.resize(node.children.size() / 2); },
+                                               [&] { node.members.resize(node.members.size() / 2); },
+                                               [&] { std::reverse(node.children.begin(), node.children.end()); },
+                                               [&] { std::reverse(node.members.begin(), node.members.end()); },
+                                               [&] { node.name[0] ^= 0x20; },
+                                               [&] { node.tail = ofObjects ? "" : tail(); },
+                                               [&] {
+                                                   for (auto &member : node.members)
+                                                       member.second = ofObjects ? tail() : "";
+                                               },
+                                               [&] { child->members.splice(child->members.end(), node.members); },
+                                               [&] { node.members.splice(node.members.end(), child->members); },
+                                               [&] { _space.members.emplace_back(newName("d"), ""); },
+                                               [&] { std::reverse(_space.members.begin(), _space.members.end()); }};
+        edits[pick(std::size(edits))]();
+    }
+
+private:
+    std::size_t pick(std::size_t below) { return _random() % below; }
+    std::string newName(const char *kind) { return kind + std::to_string(++_names); }
+    std::string tail() {
+        const char *spaces[] = {"", " S", " T"};
+        return std::string(pick(2) ? " reliable" : " best_effort") + (pick(2) ? " receive" : " timestamp") +
+               spaces[pick(3)];
+    }
+    Node &any(Node &root) {
+        Node *node = &root;
+        while (!node->children.empty() && pick(3))
+            node = &node->children[pick(node->children.size())];
+        return *node;
+    }
+    void add(Node &node, bool ofObjects) {
+        if (pick(2))
+            node.members.emplace_back(newName("m"), ofObjects ? tail() : "");
+        else
+            node.children.push_back({newName("C"), ofObjects ? "" : tail(), {}, {}});
+    }
+
+    std::mt19937 _random;
+    int _names = 0;
+    std::string _comment, _federation;
+    Node _objects{"A", "", {}, {}}, _interactions{"I", " reliable receive", {}, {}},
+        _space{"S", "", {{"x", ""}, {"y", ""}}, {}};
+};
+
+/// All that a federate can ask for by name, in upper case: the properties that it then gets, and the handle.
+using Facts = std::map<std::string, std::pair<std::string, long>>;
+
+Facts factsOf(const RtiFedDatabase &db) {
+    Facts facts;
+    const auto enter = [&facts](const std::string &name, const std::string &properties, auto handle) {
+        facts[RtiStringUtility::toupper(name)] = {RtiStringUtility::toupper(properties), static_cast<long>(handle)};
+    };
+    const auto properties = [&db](const auto &transportation, const auto &ordering, const auto &space) {
+        return db.getTransportationName(transportation) + db.getOrderingName(ordering) +
+               (space == 0 ? "" : db.getRoutingSpaceName(space));
+    };
+    for (const auto &handle : db.getObjectClassHandleSet()) {
+        const std::string name = db.getObjectClassName(handle);
+        enter(name, "", handle._value);
+        for (const RtiFedAttribute *a : *db.getAvailableFedAttributes(handle, 0))
+            enter(name + "|" + a->getName(), properties(a->getTransport(), a->getOrdering(), a->getSpace()),
+                  a->getHandle()._value);
+    }
+    for (const auto &handle : db.getInteractionClassHandleSet()) {
+        const RtiFedInteractionClass &i = *db.find(handle);
+        enter(i.getName(), properties(i.getDefaultTransport(), i.getDefaultOrdering(), i.getDefaultSpace()),
+              handle._value);
+        for (const auto &parameter : db.getAvailableInteractionClassHandles(handle))
+            enter(i.getName() + "|" + db.getParameterName(parameter, handle), "", parameter._value);
+    }
+    for (const auto &handle : db.getRoutingSpaceHandleSet()) {
+        const RtiFedSpace &space = *db.find(handle);
+        enter("space " + space.getName(), "", handle._value);
+        for (unsigned long i = 0; i < space.getNumberOfDimensions(); ++i)
+            enter("space " + space.getName() + "|" + space.getDimension(i)->getName(), std::to_string(i), 0);
+    }
+    return facts;
+}
+
+/// Whether `there` has all of `facts`, with the same properties, and the same handles if they count.
+bool hasAll(const Facts &there, const Facts &facts, bool handlesCount) {
+    return std::all_of(facts.begin(), facts.end(), [&](const auto &fact) {
+        const auto found = there.find(fact.first);
+        return found != there.end() && found->second.first == fact.second.first &&
+               (!handlesCount || found->second.second == fact.second.second);
+    });
+}
+
+/// The image, but for the file name at its end.
+std::string imageBeforeName(const RtiFedDatabase &db) {
+    const std::string image = bytesOf(db);
+    return image.substr(0, image.rfind("/tmp/"));
+}
+
+Verdict expectedVerdict(const std::string &before, const std::string &after) {
+    const auto dbBefore = load(before), dbAfter = load(after);
+    const Facts factsBefore = factsOf(*dbBefore), factsAfter = factsOf(*dbAfter);
+    if (!hasAll(factsAfter, factsBefore, false))
+        return Verdict::incompatible;
+    if (factsAfter.size() > factsBefore.size())
+        return Verdict::additions;
+    if (!hasAll(factsAfter, factsBefore, true))
+        return Verdict::renumbered;
+    if (imageBeforeName(*dbBefore) != imageBeforeName(*dbAfter))
+        return Verdict::relabelled;
+    return before == after ? Verdict::identical : Verdict::same;
+}
+
+Verdict verdictOf(const std::string &before, const std::string &after) {
+    return Comparison(Outline({"old", before}), Outline({"new", after}), before == after).verdict();
+}
+
+} // namespace
+
+TEST(Diff, JudgesAsTheLibraryAnswers) {
+    std::map<Verdict, int> met;
+    for (unsigned seed = 0; seed < 120; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomModel model(seed);
+        const std::string before = model.text();
+        for (unsigned edits = seed % 4; edits > 0; --edits)
+            model.edit();
+        const std::string after = model.text();
+        const std::string imageBefore = bytesOf(*load(before)), imageAfter = bytesOf(*load(after));
+        for (const auto &[old, now] : {std::pair(before, after), std::pair(after, before)}) {
+            const Verdict expected = expectedVerdict(old, now);
+            ASSERT_EQ(verdictOf(old, now), expected) << old << now;
+            ++met[expected];
+        }
+        ASSERT_EQ(verdictOf(before, imageBefore), Verdict::same);
+        ASSERT_EQ(std::max(verdictOf(imageBefore, imageAfter), Verdict::same),
+                  std::max(verdictOf(before, after), Verdict::same));
+    }
+    EXPECT_EQ(met.size(), 6u) << "a verdict was never met";
+}
+
+/// In diff.txt, each case begins with its option. Then come the old and the new model, apart by "->": whole texts, or
+/// spaces, object classes and interaction classes, apart by "|", which are put beside the MOM.
+TEST(Diff, TellsWhatChanged) {
+    forEachCase("diff.txt", [](const std::string &text, const std::string &expected) {
+        const auto options = text.find('\n'), arrow = text.find("\n->\n");
+        const auto fileText = [](const std::string &model) {
+            const auto first = model.find('|'), second = model.rfind('|');
+            return first == std::string::npos ? model
+                                              : withMom(model.substr(first + 1, second - first - 1),
+                                                        model.substr(second + 1), model.substr(0, first));
+        };
+        const TemporaryFile before(fileText(text.substr(options + 1, arrow - options - 1)));
+        const TemporaryFile after(fileText(text.substr(arrow + 4)));
+        const std::string option = text.substr(0, options);
+        const DiffOptions asked{before.path(), after.path(), option == "--all", false,
+                                option == "json" ? option : "text"};
+        std::ostringstream written;
+        const Status status = diff(asked, Console{written, written});
+        std::string shown = written.str();
+        for (const auto &[path, name] : {std::pair(before.path(), "old.fed"), std::pair(after.path(), "new.fed")})
+            while (shown.find(path) != std::string::npos)
+                shown = replaced(shown, path, name);
+        EXPECT_EQ(shown + "status " + std::to_string(status) + "\n", expected);
+    });
+}
