@@ -72,7 +72,7 @@ expect 1 "model.img: error: image byte $(($(wc -c <before.img))): 2 bytes stand 
 sed 's/(FEDversion [^)]*)/(FEDversion w)/' "$examples/harbour.fed" >relabelled.fed
 "$program" save "$examples/harbour.fed" harbour.img
 expect 0 'harbour.img -> relabelled.fed: relabelled
-Federates find all names in both as before; but images and checksums of the two disagree, so all federates must use the same file.
+Federates find all names in both as before; images and checksums of the two disagree, so all federates must use the same file.
   ~ version v1.3 -> w
 ' '' "$program" diff harbour.img relabelled.fed --fail-on renumbered
 expect 1 '' '' "$program" diff --quiet harbour.img relabelled.fed
