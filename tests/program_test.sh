@@ -84,7 +84,7 @@ expect 1 '' '' "$program" find --quiet "$examples/minimal.fed" none
 sed 's/(FEDversion [^)]*)/(FEDversion w)/' "$examples/harbour.fed" >relabelled.fed
 "$program" save "$examples/harbour.fed" harbour.img
 expect 0 'harbour.img -> relabelled.fed: relabelled
-Federates find all names in both as before; but images and checksums of the two disagree, so all federates must use the same file.
+Federates find all names in both as before; images and checksums of the two disagree, so all federates must use the same file.
   ~ version v1.3 -> w
 ' '' "$program" diff harbour.img relabelled.fed --fail-on renumbered
 expect 1 '' '' "$program" diff --quiet harbour.img relabelled.fed

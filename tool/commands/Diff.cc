@@ -54,22 +54,25 @@ std::size_t numOf(Change::Kind kind, const Comparison &comparison) {
 std::string explanation(const Comparison &comparison) {
     const std::size_t numMoved = numOf(Change::Kind::renumbered, comparison);
     const std::string moved = ChangeGroup::counted(numMoved, "handle") + " moved";
-    const std::string disagree = "images and checksums of the two disagree, so all federates must use the same file.";
+    const std::string disagree =
+        comparison.handlesCompared()
+            ? "; images and checksums of the two disagree, so all federates must use the same file."
+            : "."; // a file that does not load has neither
     switch (comparison.verdict()) {
     case Verdict::identical:
         return "the files are the same, byte for byte.";
     case Verdict::same:
         return "the models are the same, only the text or the form of the files differs.";
     case Verdict::relabelled:
-        return "Federates find all names in both as before; but " + disagree;
+        return "Federates find all names in both as before" + disagree;
     case Verdict::renumbered:
-        return "Every name is there with the same properties, but " + moved + "; " + disagree;
+        return "Every name is there with the same properties, but " + moved + disagree;
     case Verdict::additions:
         return "Everything of the old model is there with the same properties" +
                (numMoved > 0                   ? ", but " + moved
                 : comparison.handlesCompared() ? " and handles"
                                                : "") +
-               "; " + disagree;
+               disagree;
     case Verdict::incompatible:
         break;
     }
@@ -89,7 +92,9 @@ public:
         const Verdict verdict = comparison.verdict();
         _console.out << _difference.before.input.name << " -> " << _difference.after.input.name << ": "
                      << Comparison::nameOf(verdict)
-                     << (comparison.handlesCompared() ? "" : ", as far as it can be understood")
+                     << (comparison.handlesCompared() || verdict == Verdict::identical
+                             ? ""
+                             : ", as far as it can be understood")
                      << (verdict <= Verdict::same ? ": " : "\n") << explanation(comparison) << '\n';
         for (const ChangeGroup &group : ChangeGroup::groupsOf(comparison))
             write(group);
@@ -227,10 +232,14 @@ void writeJson(const Difference &difference, std::ostream &out) {
 }
 
 /// Says of what the library refuses that it was compared nevertheless.
-void noteIfRefused(const Side &side, std::ostream &err) {
-    if (!side.outline.loads)
-        err << "rtifed: " << side.input.name
-            << " does not load: what can be understood of it is compared, without handles; rtifed check tells why\n";
+void noteRefused(const Difference &difference, std::ostream &err) {
+    if (difference.comparison.verdict() == Verdict::identical)
+        return;
+    for (const Side *side : {&difference.before, &difference.after})
+        if (!side->outline.loads)
+            err << "rtifed: " << side->input.name
+                << " does not load: what can be understood of it is compared, without handles; rtifed check tells "
+                   "why\n";
 }
 
 } // namespace
@@ -242,8 +251,7 @@ Status diff(const DiffOptions &options, const Console &console) {
                                 readInput(options.newName, console.stdinName));
     const Comparison &comparison = difference.comparison;
     if (!options.quiet) {
-        noteIfRefused(difference.before, console.err);
-        noteIfRefused(difference.after, console.err);
+        noteRefused(difference, console.err);
         if (options.format == "json")
             writeJson(difference, console.out);
         else
