@@ -11,15 +11,16 @@ namespace {
 
 constexpr const char *kFile = "FED text or a saved image; - is standard input";
 
-constexpr const char *kFooter = "FILE is FED text or a saved image, or - for standard input.\n\n"
-                                "Exit status:\n"
-                                "  0  done and nothing found\n"
-                                "  1  a file was read and found wrong, a difference was found, or what is looked for was not\n"
-                                "  2  wrong usage, or a file that cannot be opened or written\n\n"
-                                "Environment:\n"
-                                "  NO_COLOR  if it is set and not empty, nothing is in colours\n\n"
-                                "Example:\n"
-                                "  rtifed check harbour.fed";
+constexpr const char *kFooter =
+    "FILE is FED text or a saved image, or - for standard input.\n\n"
+    "Exit status:\n"
+    "  0  done and nothing found\n"
+    "  1  a file was read and found wrong, a difference was found, or what is looked for was not\n"
+    "  2  wrong usage, or a file that cannot be opened or written\n\n"
+    "Environment:\n"
+    "  NO_COLOR  if it is set and not empty, nothing is in colours\n\n"
+    "Example:\n"
+    "  rtifed check harbour.fed";
 
 } // namespace
 
@@ -165,21 +166,24 @@ void CommandLine::addJson() {
 
 void CommandLine::addDiff() {
     using Verdict = Comparison::Verdict;
-    CLI::App *command = addCommand(
-        "diff", "Tell what changed from one model to another, and what that means",
-        "The verdict is one of these, the least first:\n"
-        "  identical     the files are the same bytes\n"
-        "  same          the models are the same: only text, comments or form of the files differ\n"
-        "  relabelled    letter case, or the name of the federation or version, differs\n"
-        "  renumbered    every name is there with the same properties, handles moved\n"
-        "  additions     everything of the old model is there with the same properties, and more\n"
-        "  incompatible  something of the old model is gone or different\n"
-        "Exit status: 0 if it is below the level of --fail-on, 1 if not, 2 if a file cannot be read or an\n"
-        "image cannot be restored. FED text that does not load is compared as far as it can be understood.\n\n"
-        "Examples:\n"
-        "  rtifed diff harbour-1.fed harbour-2.fed\n"
-        "  rtifed diff --quiet --fail-on incompatible harbour-1.fed harbour-2.fed",
-        [this] { return diff(_diff, _console); });
+    CLI::App *command =
+        addCommand("diff", "Tell what changed from one model to another, and what that means",
+                   "The verdict is one of these, the least first:\n"
+                   "  identical     the files are the same bytes\n"
+                   "  same          the models are the same: only text, comments or form of the files differ\n"
+                   "  relabelled    letter case, or the name of the federation or version, differs\n"
+                   "  renumbered    every name is there with the same properties, handles moved\n"
+                   "  additions     everything of the old model is there with the same properties, and more\n"
+                   "  incompatible  something of the old model is gone or different\n\n"
+                   "FED text that does not load is compared as far as it can be understood.\n\n"
+                   "Exit status:\n"
+                   "  0  the verdict is below the level of --fail-on\n"
+                   "  1  it is not\n"
+                   "  2  a file cannot be read, or an image cannot be restored\n\n"
+                   "Examples:\n"
+                   "  rtifed diff harbour-1.fed harbour-2.fed\n"
+                   "  rtifed diff --quiet --fail-on incompatible harbour-1.fed harbour-2.fed",
+                   [this] { return diff(_diff, _console); });
     command->add_option("OLD", _diff.oldName, kFile)->required();
     command->add_option("NEW", _diff.newName, kFile)->required();
     command->add_flag("--all", _diff.all, "List every change, not the first few of each group, with its place");

@@ -2,6 +2,7 @@
 
 #include "infrastructure/RtiStringUtility.hh"
 
+#include <algorithm>
 #include <sstream>
 
 namespace {
@@ -31,13 +32,22 @@ std::string line(const std::string &text) {
     return (text.empty() || text[0] != '.' ? "" : "\\&") + escaped(text) + "\n";
 }
 
-/// Paragraphs. Lines with a margin stand as they are, under a heading of their own if one stands before them:
-/// `Example:`.
-std::string prose(const std::string &text) {
+std::vector<std::string> linesOf(const std::string &text) {
     std::vector<std::string> lines;
     std::istringstream all(text);
     for (std::string one; std::getline(all, one);)
         lines.push_back(one);
+    return lines;
+}
+
+/// Whether a line is the heading of a section, as `Exit status:` is.
+bool isHeading(const std::string &line) {
+    return !line.empty() && line.back() == ':' && line[0] != ' ' && std::count(line.begin(), line.end(), ' ') < 2;
+}
+
+/// Paragraphs, and sections with headings. Lines with a margin stand as they are.
+std::string prose(const std::string &text) {
+    const std::vector<std::string> lines = linesOf(text);
     const auto asItIs = [&lines](std::size_t i) { return i < lines.size() && lines[i].rfind("  ", 0) == 0; };
     std::string roff;
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -45,9 +55,10 @@ std::string prose(const std::string &text) {
             for (roff += ".PP\n.nf\n"; asItIs(i); ++i)
                 roff += line(lines[i].substr(2));
             roff += ".fi\n";
+            --i;
         } else if (lines[i].empty()) {
             roff += asItIs(i + 1) || i + 1 == lines.size() ? "" : ".PP\n";
-        } else if (lines[i].back() == ':' && asItIs(i + 1)) {
+        } else if (isHeading(lines[i])) {
             roff += ".SH " + upperCase(lines[i].substr(0, lines[i].size() - 1)) + '\n';
         } else {
             roff += line(lines[i]);
@@ -58,10 +69,13 @@ std::string prose(const std::string &text) {
 
 /// Where the first heading of the details stands; their end if they have none.
 std::size_t firstSection(const std::string &details) {
-    const std::size_t colon = details.find(":\n  ");
-    if (colon == std::string::npos)
-        return details.size();
-    return details.rfind('\n', colon) + 1; // npos + 1 is 0
+    std::size_t at = 0;
+    for (const std::string &line : linesOf(details)) {
+        if (isHeading(line))
+            return at;
+        at += line.size() + 1;
+    }
+    return details.size();
 }
 
 std::string bold(const std::string &word) {
