@@ -11,7 +11,7 @@
 ///
 /// Its image is the name, transportation, ordering, space, handle.
 /// Threads: const members on any number of threads at once; setSpace and restore need the attribute to themselves.
-class RTI_EXPORT RtiFedAttribute : public RtiFedElement {
+class RTIFED_EXPORT RtiFedAttribute : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedAttribute";
     static constexpr const char *_thisClassVersion = "1.0";

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
 #include "fed/RtiFedFields.hh"
 #include "fed/RtiFedHandleSet.hh"
 #include "fed/RtiFedMemberTable.hh"
 #include "fed/RtiFedStoredHandle.hh"
-#include "infrastructure/RtiFedLimits.hh"
 
 #include <memory>
 #include <set>

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "fed/RtiFedArena.hh"
+#include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
 #include "fed/RtiFedHandleMap.hh"
 #include "fed/RtiFedImage.hh"
 #include "fed/RtiFedNameMap.hh"
-#include "infrastructure/RtiFedLimits.hh"
 
 #include <algorithm>
 #include <memory>

@@ -503,19 +503,19 @@ void RtiFedDatabase::dumpDatabase(std::ostream *os) const {
 // ---- Names and handles
 
 RTI_bool RtiFedDatabase::objectClassExists(RtiObjectClassHandle handle) const {
-    return find(handle) != nullptr;
+    return find(handle) ? RTI_true : RTI_false;
 }
 
 RTI_bool RtiFedDatabase::objectClassExists(std::string_view name) const {
-    return _objectClasses.handleOf(name) != 0;
+    return _objectClasses.handleOf(name) != 0 ? RTI_true : RTI_false;
 }
 
 RTI_bool RtiFedDatabase::interactionClassExists(RtiInteractionClassHandle handle) const {
-    return find(handle) != nullptr;
+    return find(handle) ? RTI_true : RTI_false;
 }
 
 RTI_bool RtiFedDatabase::interactionClassExists(std::string_view name) const {
-    return _interactionClasses.handleOf(name) != 0;
+    return _interactionClasses.handleOf(name) != 0 ? RTI_true : RTI_false;
 }
 
 RtiFedSpace *RtiFedDatabase::find(RtiSpaceHandle handle) const {

@@ -12,7 +12,7 @@
 /// space, handle, parent's handle.
 /// Lifetime: what is handed out by pointer lives as long as the class.
 /// Threads: const members on any number of threads at once; all others need the class to themselves.
-class RTI_EXPORT RtiFedInteractionClass
+class RTIFED_EXPORT RtiFedInteractionClass
     : public RtiFedClassNode<RtiFedInteractionClass, RtiInteractionClassHandle, RtiFedParameter> {
 public:
     static constexpr const char *_thisClassName = "RtiFedInteractionClass";

@@ -59,7 +59,7 @@ public:
     /// Finds a name that is given in upper case: here a spelling in any other case is not found.
     Record *findUpperCase(const RtiFedName &name) const {
         for (const char c : name.text())
-            if (RtiStringUtility::toupper(c) != static_cast<unsigned char>(c))
+            if (RtiFedName::upper(c) != c)
                 return nullptr;
         return find(name);
     }

@@ -16,7 +16,8 @@
 /// parent's handle.
 /// Lifetime: what is handed out by pointer lives as long as the class.
 /// Threads: const members on any number of threads at once; all others need the class to themselves.
-class RTI_EXPORT RtiFedObjectClass : public RtiFedClassNode<RtiFedObjectClass, RtiObjectClassHandle, RtiFedAttribute> {
+class RTIFED_EXPORT RtiFedObjectClass
+    : public RtiFedClassNode<RtiFedObjectClass, RtiObjectClassHandle, RtiFedAttribute> {
 public:
     static constexpr const char *_thisClassName = "RtiFedObjectClass";
     static constexpr const char *_thisClassVersion = "1.0";

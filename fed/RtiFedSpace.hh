@@ -9,7 +9,7 @@
 /// Its image is the name, the dimensions, the handle, the next dimension handle.
 /// Lifetime: a dimension handed out by pointer lives as long as the space.
 /// Threads: const members on any number of threads at once; all others need the space to themselves.
-class RTI_EXPORT RtiFedSpace : public RtiFedElement {
+class RTIFED_EXPORT RtiFedSpace : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedSpace";
     static constexpr const char *_thisClassVersion = "1.0";

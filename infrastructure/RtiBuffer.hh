@@ -1,6 +1,7 @@
 #pragma once
 
-#include "infrastructure/RTI.hh"
+#include "fed/RtiConcreteException.hh"
+#include "infrastructure/RtiExport.hh"
 
 #include <cstddef>
 #include <string>
