@@ -15,7 +15,7 @@ class RTIFED_EXPORT RtiFedAttribute : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedAttribute";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _leastImageSize = 20; ///< Bytes: the length of a name, and four handles.
+    static constexpr std::size_t _numImageValues = 5; ///< At least: a name, and four handles.
 
     RtiFedAttribute(const RtiAttributeHandle &handle, std::string name, const RtiTransportationHandle &transport,
                     const RtiOrderingHandle &ordering, const RtiSpaceHandle &space)

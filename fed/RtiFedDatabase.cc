@@ -406,7 +406,7 @@ RtiParameterHandle RtiFedDatabase::restoreInteractionClasses(RtiBuffer &buffer) 
 }
 
 void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
-    for (unsigned long count = readCount(buffer, RtiFedSpace::_leastImageSize, "spaces"); count > 0; --count) {
+    for (unsigned long count = readCount(buffer, RtiFedSpace::_numImageValues, "spaces"); count > 0; --count) {
         const std::size_t byte = imageByte(buffer);
         auto space = std::make_unique<RtiFedSpace>(buffer);
         if (!(RtiSpaceHandle(0) < space->getHandle()) || find(space->getHandle()))
@@ -418,7 +418,7 @@ void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
 }
 
 void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses declared) {
-    unsigned long count = readCount(buffer, 8, "pairs of attribute and class");
+    unsigned long count = readCount(buffer, 2, "pairs of attribute and class");
     const bool all = count == declared.size(); // a host may have declared some past the database
     for (RtiAttributeHandle last = 0; count > 0; --count) {
         const std::size_t byte = imageByte(buffer);

@@ -17,7 +17,7 @@ class RTIFED_EXPORT RtiFedInteractionClass
 public:
     static constexpr const char *_thisClassName = "RtiFedInteractionClass";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _leastImageSize = 36; ///< Bytes: the length of a name, three counts, and five handles.
+    static constexpr std::size_t _numImageValues = 9; ///< At least: a name, three counts, and five handles.
     static constexpr const char *_membersAre = "parameters";
     static constexpr std::string_view _rootPrefix = "INTERACTIONROOT.";
 

@@ -119,8 +119,8 @@ public:
     /// Throws RTI::RTIinternalError for a handle that stands twice; `what` is what the records are called there.
     void restore(RtiBuffer &buffer, const char *what) {
         clear();
-        unsigned long count = readCount(buffer, Record::_leastImageSize, what);
-        reserve(count);
+        unsigned long count = readCount(buffer, Record::_numImageValues, what);
+        reserve(atOnce(buffer, count));
         for (; count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
             Owner record = make(buffer);

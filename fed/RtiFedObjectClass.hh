@@ -21,7 +21,7 @@ class RTIFED_EXPORT RtiFedObjectClass
 public:
     static constexpr const char *_thisClassName = "RtiFedObjectClass";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _leastImageSize = 28; ///< Bytes: the length of a name, four counts, and two handles.
+    static constexpr std::size_t _numImageValues = 7; ///< At least: a name, four counts, and two handles.
     static constexpr const char *_membersAre = "attributes";
     static constexpr std::string_view _rootPrefix = "OBJECTROOT.";
 

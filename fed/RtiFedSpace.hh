@@ -13,7 +13,7 @@ class RTIFED_EXPORT RtiFedSpace : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedSpace";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _leastImageSize = 16; ///< Bytes: the length of a name, a count, and two handles.
+    static constexpr std::size_t _numImageValues = 4; ///< At least: a name, a count, and two handles.
 
     using Handle = RtiSpaceHandle;
 
