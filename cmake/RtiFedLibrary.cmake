@@ -2,13 +2,16 @@
 
 include(GNUInstallDirs)
 
+# What #include "fed/..." is looked for in.
+set(RTIFED_INCLUDE_DIR ${PROJECT_SOURCE_DIR})
+
 # rtifed_library(NAME HEADERS FILE... ): finishes the target NAME. HEADERS are those that its users see, from the root of
 # the source tree; installed, the same tree stands under include/rtifed/.
 function(rtifed_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS")
     add_library(RtiFed::${name} ALIAS ${name})
-    list(TRANSFORM arg_HEADERS PREPEND ${PROJECT_SOURCE_DIR}/)
-    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
+    list(TRANSFORM arg_HEADERS PREPEND ${RTIFED_INCLUDE_DIR}/)
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${RTIFED_INCLUDE_DIR} FILES ${arg_HEADERS})
     target_compile_features(${name} PUBLIC cxx_std_17)
     target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:rtifed_options>)
     set_target_properties(${name} PROPERTIES
@@ -16,9 +19,10 @@ function(rtifed_library name)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         POSITION_INDEPENDENT_CODE ON
         INSTALL_RPATH $ORIGIN
-        CXX_EXTENSIONS OFF
-        CXX_VISIBILITY_PRESET hidden
-        VISIBILITY_INLINES_HIDDEN ON)
+        CXX_EXTENSIONS OFF)
+    if(NOT RTIFED_ON_HOST) # which may not have marked the classes of its headers
+        set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+    endif()
 
     string(TOUPPER ${name}_${PROJECT_VERSION_MAJOR} node)
     configure_file(${PROJECT_SOURCE_DIR}/cmake/symbols.map.in ${CMAKE_CURRENT_BINARY_DIR}/symbols.map @ONLY)

@@ -11,11 +11,11 @@
 ///
 /// Its image is the name, transportation, ordering, space, handle.
 /// Threads: const members on any number of threads at once; setSpace and restore need the attribute to themselves.
-class RTI_EXPORT RtiFedAttribute : public RtiFedElement {
+class RTIFED_EXPORT RtiFedAttribute : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedAttribute";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _leastImageSize = 20; ///< Bytes: the length of a name, and four handles.
+    static constexpr std::size_t _numImageValues = 5; ///< At least: a name, and four handles.
 
     RtiFedAttribute(const RtiAttributeHandle &handle, std::string name, const RtiTransportationHandle &transport,
                     const RtiOrderingHandle &ordering, const RtiSpaceHandle &space)

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
 #include "fed/RtiFedFields.hh"
 #include "fed/RtiFedHandleSet.hh"
 #include "fed/RtiFedMemberTable.hh"
 #include "fed/RtiFedStoredHandle.hh"
-#include "infrastructure/RtiFedLimits.hh"
 
 #include <memory>
 #include <set>
@@ -122,7 +122,7 @@ protected:
         _parent = nullptr;
         RtiFedElement::restore(buffer);
         _owned.reset();
-        for (unsigned long count = readCount(buffer, Node::_leastImageSize, "subclasses"); count > 0; --count) {
+        for (unsigned long count = readCount(buffer, Node::_numImageValues, "subclasses"); count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
             const auto *subclass = adopt(std::unique_ptr<Node>(new Node(buffer, level + 1)));
             if (*_owned->byHandle.find(subclass->getHandle()) != subclass)

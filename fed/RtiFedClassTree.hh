@@ -1,11 +1,11 @@
 #pragma once
 
 #include "fed/RtiFedArena.hh"
+#include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
 #include "fed/RtiFedHandleMap.hh"
 #include "fed/RtiFedImage.hh"
 #include "fed/RtiFedNameMap.hh"
-#include "infrastructure/RtiFedLimits.hh"
 
 #include <algorithm>
 #include <memory>
@@ -78,11 +78,12 @@ public:
     /// `classes` is what they are called there. Returns each class with the byte where it begins, in the order read.
     std::vector<std::pair<Node *, std::size_t>> restore(RtiBuffer &buffer, const char *classes) {
         clear();
-        unsigned long count = readCount(buffer, Node::_leastImageSize, classes);
-        _nameMap.reserve(count);
-        _handleMap.reserve(count);
+        unsigned long count = readCount(buffer, Node::_numImageValues, classes);
+        const std::size_t room = atOnce(buffer, count);
+        _nameMap.reserve(room);
+        _handleMap.reserve(room);
         std::vector<std::pair<Node *, std::size_t>> read;
-        read.reserve(count);
+        read.reserve(room);
         for (; count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
             Owner node = make();

@@ -406,7 +406,7 @@ RtiParameterHandle RtiFedDatabase::restoreInteractionClasses(RtiBuffer &buffer) 
 }
 
 void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
-    for (unsigned long count = readCount(buffer, RtiFedSpace::_leastImageSize, "spaces"); count > 0; --count) {
+    for (unsigned long count = readCount(buffer, RtiFedSpace::_numImageValues, "spaces"); count > 0; --count) {
         const std::size_t byte = imageByte(buffer);
         auto space = std::make_unique<RtiFedSpace>(buffer);
         if (!(RtiSpaceHandle(0) < space->getHandle()) || find(space->getHandle()))
@@ -418,7 +418,7 @@ void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
 }
 
 void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses declared) {
-    unsigned long count = readCount(buffer, 8, "pairs of attribute and class");
+    unsigned long count = readCount(buffer, 2, "pairs of attribute and class");
     const bool all = count == declared.size(); // a host may have declared some past the database
     for (RtiAttributeHandle last = 0; count > 0; --count) {
         const std::size_t byte = imageByte(buffer);
@@ -503,19 +503,19 @@ void RtiFedDatabase::dumpDatabase(std::ostream *os) const {
 // ---- Names and handles
 
 RTI_bool RtiFedDatabase::objectClassExists(RtiObjectClassHandle handle) const {
-    return find(handle) != nullptr;
+    return find(handle) ? RTI_true : RTI_false;
 }
 
 RTI_bool RtiFedDatabase::objectClassExists(std::string_view name) const {
-    return _objectClasses.handleOf(name) != 0;
+    return _objectClasses.handleOf(name) != 0 ? RTI_true : RTI_false;
 }
 
 RTI_bool RtiFedDatabase::interactionClassExists(RtiInteractionClassHandle handle) const {
-    return find(handle) != nullptr;
+    return find(handle) ? RTI_true : RTI_false;
 }
 
 RTI_bool RtiFedDatabase::interactionClassExists(std::string_view name) const {
-    return _interactionClasses.handleOf(name) != 0;
+    return _interactionClasses.handleOf(name) != 0 ? RTI_true : RTI_false;
 }
 
 RtiFedSpace *RtiFedDatabase::find(RtiSpaceHandle handle) const {

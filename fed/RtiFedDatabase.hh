@@ -29,7 +29,7 @@
 /// Threads: every const member may run on any number of threads at once; building needs the database to itself.
 /// Failures: a lookup throws and changes nothing; its message begins with the place where it was raised. Any member may
 /// throw std::bad_alloc; a building call then has changed nothing, but for the handle it used up.
-class RTI_EXPORT RtiFedDatabase : public RtiSaveableType {
+class RTIFED_EXPORT RtiFedDatabase : public RtiSaveableType {
 public:
     static constexpr const char *_thisClassName = "RtiFedDatabase";
     static constexpr const char *_thisClassVersion = "1.0";

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "fed/RtiFedExport.hh"
 #include "infrastructure/RTI.hh"
 
 #include <string>
 
 /// What a database is made from: the name of the FED file, and whether to read it.
-class RTI_EXPORT RtiFedDatabaseConstructorArg {
+class RTIFED_EXPORT RtiFedDatabaseConstructorArg {
 public:
     /// Refers to the caller's string, which must outlive this record. `build` true means build from the file, false
     /// leave the database empty.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fed/RtiFedExport.hh"
 #include "infrastructure/RtiBuffer.hh"
 #include "infrastructure/RtiSaveableType.hh"
 
@@ -14,7 +15,7 @@ struct RtiFedField;
 /// A record that a class, space or database holds is restored with its holder: alone, it would be looked for under the
 /// name and handle that it had.
 /// Its image is the name. Threads: as RtiSaveableType says.
-class RTI_EXPORT RtiFedElement : public RtiSaveableType {
+class RTIFED_EXPORT RtiFedElement : public RtiSaveableType {
 public:
     static constexpr const char *_thisClassName = "RtiFedElement";
     static constexpr const char *_thisClassVersion = "1.0";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fed/RtiTypeWrapper.hh"
+#include "infrastructure/RTI.hh"
 #include "infrastructure/RtiDebugSaver.hh"
 #include "infrastructure/RtiDebugStream.hh"
 #include "infrastructure/RtiDump.hh"

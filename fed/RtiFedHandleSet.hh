@@ -101,7 +101,7 @@ public:
     }
     /// Throws RTI::RTIinternalError for handles that do not ascend.
     void restore(RtiBuffer &buffer) {
-        const unsigned long count = readCount(buffer, 4, "handles");
+        const unsigned long count = readCount(buffer, 1, "handles");
         _numRuns = 0;
         for (unsigned long i = 0; i < count; ++i) {
             const std::size_t byte = imageByte(buffer);

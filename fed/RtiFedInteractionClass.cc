@@ -69,11 +69,11 @@ std::string RtiFedInteractionClass::getParameterName(RtiParameterHandle handle) 
 }
 
 RTI_bool RtiFedInteractionClass::parameterExists(std::string_view name) const {
-    return memberExists(name);
+    return memberExists(name) ? RTI_true : RTI_false;
 }
 
 RTI_bool RtiFedInteractionClass::parameterIsInherited(std::string_view name) const {
-    return memberIsInherited(name);
+    return memberIsInherited(name) ? RTI_true : RTI_false;
 }
 
 RtiFedParameter *RtiFedInteractionClass::findParameter(std::string_view name) const {

@@ -12,12 +12,12 @@
 /// space, handle, parent's handle.
 /// Lifetime: what is handed out by pointer lives as long as the class.
 /// Threads: const members on any number of threads at once; all others need the class to themselves.
-class RTI_EXPORT RtiFedInteractionClass
+class RTIFED_EXPORT RtiFedInteractionClass
     : public RtiFedClassNode<RtiFedInteractionClass, RtiInteractionClassHandle, RtiFedParameter> {
 public:
     static constexpr const char *_thisClassName = "RtiFedInteractionClass";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _leastImageSize = 36; ///< Bytes: the length of a name, three counts, and five handles.
+    static constexpr std::size_t _numImageValues = 9; ///< At least: a name, three counts, and five handles.
     static constexpr const char *_membersAre = "parameters";
     static constexpr std::string_view _rootPrefix = "INTERACTIONROOT.";
 

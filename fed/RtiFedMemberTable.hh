@@ -59,7 +59,7 @@ public:
     /// Finds a name that is given in upper case: here a spelling in any other case is not found.
     Record *findUpperCase(const RtiFedName &name) const {
         for (const char c : name.text())
-            if (RtiStringUtility::toupper(c) != static_cast<unsigned char>(c))
+            if (RtiFedName::upper(c) != c)
                 return nullptr;
         return find(name);
     }
@@ -119,8 +119,8 @@ public:
     /// Throws RTI::RTIinternalError for a handle that stands twice; `what` is what the records are called there.
     void restore(RtiBuffer &buffer, const char *what) {
         clear();
-        unsigned long count = readCount(buffer, Record::_leastImageSize, what);
-        reserve(count);
+        unsigned long count = readCount(buffer, Record::_numImageValues, what);
+        reserve(atOnce(buffer, count));
         for (; count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
             Owner record = make(buffer);

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "infrastructure/RtiExport.hh"
-#include "infrastructure/RtiStringUtility.hh"
+#include "fed/RtiFedExport.hh"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,7 +14,7 @@
 ///
 /// Names are taken sixteen bytes at a time, each lower-case letter as its upper case. The last block may overlap the
 /// one before it, so that a name is cut into the same blocks wherever it is stored.
-class RTI_EXPORT RtiFedName {
+class RTIFED_EXPORT RtiFedName {
 public:
     RtiFedName(std::string_view text) : _text(text), _hash(hashOf(text)) {}
     RtiFedName(const std::string &text) : RtiFedName(std::string_view(text)) {}
@@ -39,6 +38,16 @@ public:
         return name.size() >= prefix.size() && equalBlocks<false>(name.data(), prefix.data(), prefix.size());
     }
 
+    /// The upper case of a byte: a to z become A to Z. Others stay as they are, whatever the locale and the host's own
+    /// upper case say, so that a name is the same in each process.
+    static constexpr char upper(char byte) {
+        return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
+    }
+    static std::string upper(std::string_view name) {
+        std::string text(name.size(), '\0');
+        putUpper(name, text.data());
+        return text;
+    }
     /// Writes the upper case of a name.
     static void putUpper(std::string_view name, char *to) {
         std::size_t at = 0;
@@ -48,7 +57,7 @@ public:
             std::memcpy(to + at, &block, sizeof block);
         }
         for (; at < name.size(); ++at)
-            to[at] = static_cast<char>(RtiStringUtility::toupper(name[at]));
+            to[at] = upper(name[at]);
     }
 
 private:
@@ -75,7 +84,7 @@ private:
         block = reinterpret_cast<Block>(Words{first, last});
     }
 
-    /// a to z become A to Z, as by RtiStringUtility::toupper.
+    /// The same as upper, for each byte.
     static void toUpper(Block &block) { block ^= (block - 'a' < 26) & 0x20; }
 
     template <bool foldB>

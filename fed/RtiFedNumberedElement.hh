@@ -13,7 +13,7 @@
 template <class Handle>
 class RtiFedNumberedElement : public RtiFedElement {
 public:
-    static constexpr std::size_t _leastImageSize = 8; ///< Bytes: the length of a name, and a handle.
+    static constexpr std::size_t _numImageValues = 2; ///< At least: a name, and a handle.
 
     RtiFedNumberedElement(const Handle &handle, std::string name)
         : RtiFedElement(std::move(name)), _theHandle(handle) {}

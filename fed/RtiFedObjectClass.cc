@@ -82,11 +82,11 @@ RtiAttributeHandle RtiFedObjectClass::getAttributeHandleRecursive(std::string_vi
 }
 
 RTI_bool RtiFedObjectClass::attributeExists(std::string_view name) const {
-    return memberExists(name);
+    return memberExists(name) ? RTI_true : RTI_false;
 }
 
 RTI_bool RtiFedObjectClass::attributeIsInherited(std::string_view name) const {
-    return memberIsInherited(name);
+    return memberIsInherited(name) ? RTI_true : RTI_false;
 }
 
 std::string RtiFedObjectClass::getAttributeName(RtiAttributeHandle handle) const {
@@ -129,7 +129,7 @@ unsigned long RtiFedObjectClass::getNumberOfSubclasses() const {
 }
 
 RTI_bool RtiFedObjectClass::hasDerrivedClass(RtiObjectClassHandle handle) const {
-    return _allChildrenClasses.contains(handle);
+    return _allChildrenClasses.contains(handle) ? RTI_true : RTI_false;
 }
 
 unsigned long RtiFedObjectClass::getChecksum() const {

@@ -16,11 +16,12 @@
 /// parent's handle.
 /// Lifetime: what is handed out by pointer lives as long as the class.
 /// Threads: const members on any number of threads at once; all others need the class to themselves.
-class RTI_EXPORT RtiFedObjectClass : public RtiFedClassNode<RtiFedObjectClass, RtiObjectClassHandle, RtiFedAttribute> {
+class RTIFED_EXPORT RtiFedObjectClass
+    : public RtiFedClassNode<RtiFedObjectClass, RtiObjectClassHandle, RtiFedAttribute> {
 public:
     static constexpr const char *_thisClassName = "RtiFedObjectClass";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _leastImageSize = 28; ///< Bytes: the length of a name, four counts, and two handles.
+    static constexpr std::size_t _numImageValues = 7; ///< At least: a name, four counts, and two handles.
     static constexpr const char *_membersAre = "attributes";
     static constexpr std::string_view _rootPrefix = "OBJECTROOT.";
 

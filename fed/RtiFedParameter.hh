@@ -3,7 +3,7 @@
 #include "fed/RtiFedNumberedElement.hh"
 
 /// A parameter of an interaction class: its name and its handle.
-class RTI_EXPORT RtiFedParameter : public RtiFedNumberedElement<RtiParameterHandle> {
+class RTIFED_EXPORT RtiFedParameter : public RtiFedNumberedElement<RtiParameterHandle> {
 public:
     static constexpr const char *_thisClassName = "RtiFedParameter";
     static constexpr const char *_thisClassVersion = "1.0";

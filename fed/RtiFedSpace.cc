@@ -41,7 +41,7 @@ std::string RtiFedSpace::getDimensionName(RtiDimensionHandle handle) const {
 }
 
 RTI_bool RtiFedSpace::dimensionExists(std::string_view name) const {
-    return _dimensions.findUpperCase(name) != nullptr;
+    return _dimensions.findUpperCase(name) ? RTI_true : RTI_false;
 }
 
 RtiFedDimension *RtiFedSpace::find(RtiDimensionHandle handle) const {

@@ -9,11 +9,11 @@
 /// Its image is the name, the dimensions, the handle, the next dimension handle.
 /// Lifetime: a dimension handed out by pointer lives as long as the space.
 /// Threads: const members on any number of threads at once; all others need the space to themselves.
-class RTI_EXPORT RtiFedSpace : public RtiFedElement {
+class RTIFED_EXPORT RtiFedSpace : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedSpace";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _leastImageSize = 16; ///< Bytes: the length of a name, a count, and two handles.
+    static constexpr std::size_t _numImageValues = 4; ///< At least: a name, a count, and two handles.
 
     using Handle = RtiSpaceHandle;
 

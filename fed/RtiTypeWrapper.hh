@@ -1,7 +1,7 @@
 #pragma once
 
+#include "fed/RtiFedExport.hh"
 #include "infrastructure/RtiBuffer.hh"
-#include "infrastructure/RtiExport.hh"
 #include "infrastructure/RtiSaveableType.hh"
 
 #include <ostream>
@@ -19,7 +19,7 @@ std::string toString(const T &number) {
 /// Its image is the number, and nothing else.
 /// Threads: as any plain value.
 template <class T, int N>
-class RTI_EXPORT RtiTypeWrapper : public RtiSaveableType {
+class RTIFED_EXPORT RtiTypeWrapper : public RtiSaveableType {
 public:
     /// Implicit, since hosts keep handles as plain numbers.
     RtiTypeWrapper(T value = 0) : _value(value) {}

@@ -41,7 +41,12 @@ public:
 
     /// A new object of the most derived type with the same reason, owned by the caller. The serial number is not
     /// carried over. Null when memory is exhausted: a clone is asked for while an error is being handled.
-    virtual Exception *cloneSelf() const noexcept { return unnumbered(new (std::nothrow) Exception(*this)); }
+    virtual Exception *cloneSelf() const noexcept {
+        auto *clone = new (std::nothrow) Exception(*this);
+        if (clone)
+            clone->_serial = 0;
+        return clone;
+    }
 
     /// Throws a copy of this object as its most derived type.
     virtual void throwSelf() const { throw *this; }
@@ -50,37 +55,8 @@ public:
     const char *_reason;       ///< The message, never null; owned by the exception.
     const char *_name;         ///< The published class name, never null; a constant of the class.
 
-protected:
-    static Exception *unnumbered(Exception *clone) noexcept {
-        if (clone)
-            clone->_serial = 0;
-        return clone;
-    }
-
 private:
     std::shared_ptr<const std::string> _text;
-};
-
-/// Gives a concrete exception class what HLA 1.3 asks of each: its name, `cloneSelf` and `throwSelf`.
-/// `Concrete` inherits the constructors and has the text `_ex`, its published name.
-template <class Concrete>
-class RTI_EXPORT ConcreteException : public Exception {
-public:
-    ConcreteException(const char *reason) : Exception(reason) { _name = Concrete::_ex; }
-    ConcreteException(const ConcreteException &other) noexcept : Exception(other) { _name = Concrete::_ex; }
-    ConcreteException &operator=(const ConcreteException &) noexcept = default;
-
-    Exception *cloneSelf() const noexcept override {
-        return unnumbered(new (std::nothrow) Concrete(static_cast<const Concrete &>(*this)));
-    }
-    void throwSelf() const override { throw static_cast<const Concrete &>(*this); }
-};
-
-/// An index is not below the number of elements.
-class RTI_EXPORT ArrayIndexOutOfBounds : public ConcreteException<ArrayIndexOutOfBounds> {
-public:
-    static constexpr const char *_ex = "ArrayIndexOutOfBounds";
-    using ConcreteException::ConcreteException;
 };
 
 } // namespace RTI

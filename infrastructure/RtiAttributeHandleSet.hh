@@ -1,10 +1,22 @@
 #pragma once
 
+#include "fed/RtiConcreteException.hh"
 #include "fed/RtiTypeWrapper.hh"
 #include "infrastructure/RtiExport.hh"
 
 #include <cstddef>
 #include <vector>
+
+namespace RTI {
+
+/// An index is not below the number of elements.
+class RTI_EXPORT ArrayIndexOutOfBounds : public ConcreteException<ArrayIndexOutOfBounds> {
+public:
+    static constexpr const char *_ex = "ArrayIndexOutOfBounds";
+    using ConcreteException::ConcreteException;
+};
+
+} // namespace RTI
 
 /// A set of attribute handles: the HLA 1.3 AttributeHandleSet of a subscription, publication or update.
 ///

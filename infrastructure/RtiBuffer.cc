@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::size_t kNumberSize = 4;
+constexpr std::size_t kNumberSize = RtiBuffer::_leastValueSize;
 constexpr unsigned long kLargest = 0xFFFFFFFFUL;
 constexpr long kLargestSigned = 0x7FFFFFFFL;
 constexpr long kSmallestSigned = -kLargestSigned - 1;

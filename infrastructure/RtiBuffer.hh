@@ -1,6 +1,7 @@
 #pragma once
 
-#include "infrastructure/RTI.hh"
+#include "fed/RtiConcreteException.hh"
+#include "infrastructure/RtiExport.hh"
 
 #include <cstddef>
 #include <string>
@@ -30,6 +31,9 @@ public:
 /// Threads: a buffer belongs to one thread at a time.
 class RTI_EXPORT RtiBuffer {
 public:
+    /// Every number takes so many bytes, and a string at least the number that is its length.
+    static constexpr std::size_t _leastValueSize = 4;
+
     RtiBuffer();
     /// Copies `size` bytes; the read position is at the first.
     RtiBuffer(const void *bytes, std::size_t size);

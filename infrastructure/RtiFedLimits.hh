@@ -1,12 +1,11 @@
 #pragma once
 
+#include "fed/RtiFedClassNesting.hh"
+
 #include <cstddef>
 
-/// Every bound on what a FED text or an image may ask of us, each with its reason.
-
-/// Levels of classes, the root being the first. Real models have fewer than 20; walks down a tree may recurse this
-/// deep.
-inline constexpr unsigned kMaxClassNesting = 256;
+/// Every bound on what a FED text may ask of us, each with its reason; the levels of classes, which bound images as
+/// well, stand in fed/RtiFedClassNesting.hh.
 
 /// Bytes of a name, a class's full dotted name included: 256 levels of 63 bytes and their dots. A full name is stored
 /// with its class, so a long path makes every class below it large.

@@ -2,6 +2,7 @@
 #include "fed/RtiFedHandleSet.hh"
 #include "fed/RtiFedNameMap.hh"
 #include "fed/RtiTypeWrapper.hh"
+#include "infrastructure/RtiStringUtility.hh"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 /// Turns each declaration of a FED file into a building call on a database. It lives for one parse and owns nothing.
 ///
 /// Each callback throws what the building call throws; an unknown space is also reported on _rtiErrorStream.
-class RTI_EXPORT RtiFedDatabaseCodegen : public RtiFedParserCodegen {
+class RTIFED_EXPORT RtiFedDatabaseCodegen : public RtiFedParserCodegen {
 public:
     /// The database must outlive this object.
     explicit RtiFedDatabaseCodegen(RtiFedDatabase *database);

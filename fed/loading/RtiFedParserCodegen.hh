@@ -1,6 +1,6 @@
 #pragma once
 
-#include "infrastructure/RtiExport.hh"
+#include "fed/RtiFedExport.hh"
 
 #include <string>
 
@@ -13,7 +13,7 @@
 ///
 /// An exception thrown by a callback ends the parse and passes through the parser unchanged.
 /// Threads: callbacks run on the thread that called the parser, one at a time.
-class RTI_EXPORT RtiFedParserCodegen {
+class RTIFED_EXPORT RtiFedParserCodegen {
 public:
     virtual ~RtiFedParserCodegen();
 

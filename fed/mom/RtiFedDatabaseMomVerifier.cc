@@ -1,8 +1,8 @@
 #include "fed/mom/RtiFedDatabaseMomVerifier.hh"
 
 #include "fed/RtiFedDatabase.hh"
+#include "infrastructure/RTI.hh"
 #include "infrastructure/RtiDebugStream.hh"
-#include "infrastructure/RtiStringUtility.hh"
 
 #include <initializer_list>
 #include <string_view>
@@ -168,7 +168,7 @@ RTI_bool verify(const RtiFedDatabase &db, std::string &message) {
     using Handle = decltype(Tree::handleOf(db, std::string()));
     const std::string classIs = std::string(Tree::kind) + " class: ";
     for (const Row &row : Tree::rows) {
-        if (Tree::exists(db, RtiStringUtility::toupper(row.className)))
+        if (Tree::exists(db, RtiFedName::upper(row.className)))
             continue;
         Verifier::string_append(message, classIs + row.className);
         if (std::string_view(row.className) != kReportInteractionsSent)
@@ -179,7 +179,7 @@ RTI_bool verify(const RtiFedDatabase &db, std::string &message) {
     std::multimap<std::string, std::string> required;
     std::map<std::string, Handle> handles;
     for (const Row &row : Tree::rows) {
-        const std::string className = RtiStringUtility::toupper(row.className);
+        const std::string className = RtiFedName::upper(row.className);
         handles.emplace(className, Tree::handleOf(db, className));
         if (row.members.size() == 0)
             Verifier::insert_into_map(required, className, "");

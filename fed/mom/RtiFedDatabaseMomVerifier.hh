@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fed/RtiFedExport.hh"
 #include "infrastructure/RTI.hh"
 
 #include <map>
@@ -12,7 +13,7 @@ class RtiFedDatabase;
 /// which the RTI reports on the federation and is steered. It keeps no state.
 ///
 /// Threads: every function may run on any number of threads at once.
-class RTI_EXPORT RtiFedDatabaseMomVerifier {
+class RTIFED_EXPORT RtiFedDatabaseMomVerifier {
 public:
     /// What is missing of one class of the MOM.
     struct Requirement {

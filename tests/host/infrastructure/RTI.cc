@@ -1,0 +1,3 @@
+#include "infrastructure/RTI.hh"
+
+RTI::Exception::~Exception() = default;

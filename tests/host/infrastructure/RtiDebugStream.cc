@@ -1,0 +1,3 @@
+#include "infrastructure/RtiDebugStream.hh"
+
+RtiDebugStream _rtiDebugStream, _rtiErrorStream;
