@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tool/Console.hh"
+#include "tool/commands/Commands.hh"
 
 #include <CLI/App.hpp>
 
@@ -25,6 +26,7 @@ public:
 private:
     CLI::App *addCommand(const char *name, const char *purpose, const char *details, std::function<Status()> run);
     void addCheck();
+    void addExplain();
     void addList();
     void addCalls();
     void addChecksum();
@@ -40,4 +42,6 @@ private:
     // What the commands are called with; each uses those it has.
     std::vector<std::string> _fileNames;
     std::string _fileName, _otherName;
+    CheckOptions _check;
+    std::string _rule;
 };

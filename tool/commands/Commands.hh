@@ -2,6 +2,8 @@
 
 #include "tool/Console.hh"
 #include "tool/Input.hh"
+#include "tool/Model.hh"
+#include "tool/Report.hh"
 
 #include <algorithm>
 #include <string>
@@ -10,7 +12,17 @@
 /// The commands of the program. Each does its work on what the command line names, writes its result to `console.out`
 /// and what keeps it from its work to `console.err`. They throw CannotWork where that ends all of it.
 
-Status check(const std::vector<std::string> &fileNames, const Console &console);
+struct CheckOptions {
+    std::vector<std::string> files;
+    ReportFormat format = ReportFormat::text;
+    std::size_t maxFindings = kUsuallyShown; ///< Of each file; 0 for all.
+    Severity failOn = Severity::error;       ///< What makes a file wrong.
+    bool quiet = false;                      ///< Only the status tells.
+};
+
+Status check(const CheckOptions &options, const Console &console);
+/// Prints what there is to know about a rule of `check`; a list of all rules if it is empty.
+Status explain(const std::string &rule, const Console &console);
 Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
 Status checksum(const std::vector<std::string> &fileNames, const Console &console);
