@@ -200,30 +200,14 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
 }
 
 /// Finds what is unknown of the words behind a name. What a syntax error took away is not judged.
-Checker::Properties Checker::judge(const std::string &owner, std::string transportation, std::string ordering,
-                                   const std::string &space) {
+Checker::Properties Checker::judge(const std::string &owner, const std::string &transportation,
+                                   const std::string &ordering, const std::string &space) {
     Properties known;
     if (_findings.size() == kMaxErrors)
         return known;
-    const auto isTransportation = [this](const std::string &word) {
-        return isKnown([&] { _database.getTransportationHandle(word); });
-    };
-    const auto isOrdering = [this](const std::string &word) {
-        return isKnown([&] { _database.getOrderingHandle(word); });
-    };
-    if (isOrdering(transportation) && isTransportation(ordering)) {
-        findSwap(transportation, ordering, owner);
-        std::swap(transportation, ordering);
-    }
-    // A word too many or too few shifts those behind it: one slip, not three.
-    if (_parser.given(3) && isOrdering(space)) {
-        if (!isTransportation(transportation) && isTransportation(ordering))
-            return findShift(1, "unknown transportation", transportation, owner, "a word too many");
-        if (isTransportation(transportation) && !isOrdering(ordering))
-            return findShift(2, "unknown ordering", ordering, owner, "a word too many");
-    }
-    if (_parser.given(2) && !_parser.given(3) && isOrdering(transportation) && !isOrdering(ordering))
-        return findShift(1, "unknown transportation", transportation, owner, "a word is missing");
+    const bool sound = isTransportation(transportation) && isOrdering(ordering);
+    if (!sound && findMisplaced(owner, transportation, ordering, space))
+        return known;
     if (!_parser.given(2)) // one of the two words is missing, and was reported
         return known;
     if (isTransportation(transportation))
@@ -248,18 +232,41 @@ Checker::Properties Checker::judge(const std::string &owner, std::string transpo
     return known;
 }
 
-Checker::Properties Checker::findShift(std::size_t argument, const std::string &unknown, const std::string &word,
-                                       const std::string &owner, const std::string &reason) {
+bool Checker::isTransportation(const std::string &word) const {
+    return isKnown([&] { _database.getTransportationHandle(word); });
+}
+
+bool Checker::isOrdering(const std::string &word) const {
+    return isKnown([&] { _database.getOrderingHandle(word); });
+}
+
+/// Finds words that stand in the place of others: one slip, not several. Returns whether there are.
+bool Checker::findMisplaced(const std::string &owner, const std::string &transportation, const std::string &ordering,
+                            const std::string &space) {
+    if (isOrdering(transportation) && isTransportation(ordering))
+        findSwap(transportation, ordering, owner);
+    else if (_parser.given(3) && isOrdering(space) && !isTransportation(transportation) && isTransportation(ordering))
+        findShift(1, "unknown transportation", transportation, owner, "a word too many");
+    else if (_parser.given(3) && isOrdering(space) && isTransportation(transportation) && !isOrdering(ordering))
+        findShift(2, "unknown ordering", ordering, owner, "a word too many");
+    else if (_parser.given(2) && !_parser.given(3) && isOrdering(transportation) && !isOrdering(ordering))
+        findShift(1, "unknown transportation", transportation, owner, "a word is missing");
+    else
+        return false;
+    return true;
+}
+
+void Checker::findShift(std::size_t argument, const std::string &unknown, const std::string &word,
+                        const std::string &owner, const std::string &reason) {
     find(RuleId::shiftedWords, argument, unknown + " " + quoted(word) + " of " + owner + ", " + reason);
     _shiftedWords.push_back(RtiStringUtility::toupper(word)); // it may be the name that was meant
-    return {};
 }
 
 void Checker::findSwap(const std::string &transportation, const std::string &ordering, const std::string &owner) {
     const RtiFedSpan first = _parser.span(1), second = _parser.span(2);
-    const std::string meant = ordering + " " + transportation;
     find(RuleId::swappedWords, 1,
-         "the transportation and the ordering of " + owner + " are swapped" + didYouMean(meant));
+         "the transportation and the ordering of " + owner + " are swapped" +
+             didYouMean(ordering + " " + transportation));
     _findings.back().span->length = second.begin + second.length - first.begin;
     _findings.back().fix = {{first, ordering}, {second, transportation}};
 }

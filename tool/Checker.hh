@@ -79,10 +79,14 @@ private:
     template <class Tree, class Add>
     void addMember(typename Tree::Node *owner, const std::string &name, Add add);
 
-    Properties judge(const std::string &owner, std::string transportation, std::string ordering,
+    Properties judge(const std::string &owner, const std::string &transportation, const std::string &ordering,
                      const std::string &space);
-    Properties findShift(std::size_t argument, const std::string &unknown, const std::string &word,
-                         const std::string &owner, const std::string &reason);
+    bool isTransportation(const std::string &word) const;
+    bool isOrdering(const std::string &word) const;
+    bool findMisplaced(const std::string &owner, const std::string &transportation, const std::string &ordering,
+                       const std::string &space);
+    void findShift(std::size_t argument, const std::string &unknown, const std::string &word, const std::string &owner,
+                   const std::string &reason);
     void findSwap(const std::string &transportation, const std::string &ordering, const std::string &owner);
 
     void checkMom();

@@ -1,5 +1,6 @@
 #include "tool/Warnings.hh"
 
+#include "fed/RtiFedName.hh"
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiStringUtility.hh"
 #include "tool/ClassTrees.hh"
@@ -16,15 +17,16 @@ std::string quoted(std::string_view name) {
     return '"' + RtiFedParser::printable(name) + '"';
 }
 
-/// Where a name is declared. Names compare in any letter case.
+/// Where a name is declared. Names compare in any letter case, by an order that means nothing else.
 struct Place {
-    std::string_view name;
+    RtiFedName name;
     RtiFedSpan span;
 
     bool operator<(const Place &other) const {
-        return std::lexicographical_compare(
-            name.begin(), name.end(), other.name.begin(), other.name.end(),
-            [](char a, char b) { return RtiStringUtility::toupper(a) < RtiStringUtility::toupper(b); });
+        if (name.hash() != other.name.hash())
+            return name.hash() < other.name.hash();
+        return !RtiFedName::equal(name.text(), other.name.text()) &&
+               RtiStringUtility::toupper(name.text()) < RtiStringUtility::toupper(other.name.text());
     }
 };
 
@@ -38,11 +40,12 @@ public:
     };
 
     void add(const Place &place) {
-        const auto known = std::find_if(_spellings.begin(), _spellings.end(),
-                                        [&place](const Spelling &spelling) { return spelling.name == place.name; });
+        const auto known = std::find_if(_spellings.begin(), _spellings.end(), [&place](const Spelling &spelling) {
+            return spelling.name == place.name.text();
+        });
         if (known == _spellings.end()) {
             if (_spellings.size() < kMost)
-                _spellings.push_back({place.name, place.span, 1});
+                _spellings.push_back({place.name.text(), place.span, 1});
             return;
         }
         ++known->count;
@@ -73,7 +76,8 @@ class Warner {
 public:
     explicit Warner(const Checker &text)
         : _text(text), _database(text.database()),
-          _allNamesKnown(!text.finds(RuleId::unknownSpace) && !text.finds(RuleId::shiftedWords)) {}
+          _allNamesKnown(!text.finds(RuleId::unknownSpace) && !text.finds(RuleId::shiftedWords) &&
+                         !text.finds(RuleId::swappedWords)) {}
 
     std::vector<Finding> run() {
         forEachWithSpace([this](const void *, RtiSpaceHandle used) { _usedSpaces.insert(used); });
@@ -146,9 +150,9 @@ private:
             declared.insert(_database.find(handle)->getName());
         std::map<std::string, std::pair<RtiFedSpan, const RtiFedSpace *>> odd; // by spelling
         forEachWithSpace([&](const void *record, RtiSpaceHandle handle) {
-            const auto place = _text.span(record, 3);
-            const RtiFedSpace *space = place ? _database.find(handle) : nullptr;
-            if (!space || !_text.span(space))
+            const RtiFedSpace *space = _database.find(handle);
+            const auto place = space ? _text.span(record, 3) : std::nullopt;
+            if (!place || !_text.span(space))
                 return;
             const std::string written = _text.written(record, 3);
             if (declared.count(written) > 0)
