@@ -17,24 +17,6 @@ bool lessInAnyCase(std::string_view a, std::string_view b) {
     });
 }
 
-/// The bytes of the printable character at the beginning, 0 if there is none: a control character, a byte order mark,
-/// or no UTF-8.
-std::size_t printableSize(std::string_view bytes) {
-    const auto at = [bytes](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U; };
-    const unsigned first = at(0);
-    if (first < 0x80)
-        return first >= 0x20 && first != 0x7F ? 1 : 0;
-    const std::size_t size = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
-    for (std::size_t i = 1; i < size; ++i)
-        if ((at(i) & 0xC0) != 0x80)
-            return 0;
-    const unsigned two = first << 8 | at(1);
-    const bool overlong = two < 0xE0A0 && first == 0xE0, surrogate = two >= 0xEDA0 && first == 0xED;
-    const bool outside = (first == 0xF0 && at(1) < 0x90) || (first == 0xF4 && at(1) > 0x8F);
-    const bool control = two < 0xC2A0, mark = two == 0xEFBB && at(2) == 0xBF;
-    return overlong || surrogate || outside || (size == 2 && control) || mark ? 0 : size;
-}
-
 /// How much of a file is still to be read, as far as it says so and a text may be so long.
 std::size_t bytesLeft(std::FILE *file) {
     const long position = std::ftell(file);
@@ -111,9 +93,7 @@ std::size_t RtiFedParser::numErrors() const {
 }
 
 RtiFedParser::Error RtiFedParser::error(std::size_t index) const {
-    const RtiFedSyntaxError &error = _contents->read.errors[index];
-    std::string description = error.describe(_contents->text);
-    return {_contents->text.position(error.at), std::move(description)};
+    return _contents->read.errors[index].resolve(_contents->text);
 }
 
 void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
@@ -191,6 +171,22 @@ bool RtiFedParser::skipped(std::string_view name) const {
         return lessInAnyCase(_contents->text.at(a), b);
     });
     return place != names.end() && !lessInAnyCase(name, _contents->text.at(*place));
+}
+
+std::size_t RtiFedParser::printableSize(std::string_view bytes) {
+    const auto at = [bytes](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U; };
+    const unsigned first = at(0);
+    if (first < 0x80)
+        return first >= 0x20 && first != 0x7F ? 1 : 0;
+    const std::size_t size = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+    for (std::size_t i = 1; i < size; ++i)
+        if ((at(i) & 0xC0) != 0x80)
+            return 0;
+    const unsigned two = first << 8 | at(1);
+    const bool overlong = two < 0xE0A0 && first == 0xE0, surrogate = two >= 0xEDA0 && first == 0xED;
+    const bool outside = (first == 0xF0 && at(1) < 0x90) || (first == 0xF4 && at(1) > 0x8F);
+    const bool control = two < 0xC2A0, mark = two == 0xEFBB && at(2) == 0xBF;
+    return overlong || surrogate || outside || (size == 2 && control) || mark ? 0 : size;
 }
 
 std::string RtiFedParser::printable(std::string_view bytes, std::size_t limit) {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class RtiFedParserCodegen;
 
@@ -31,9 +32,40 @@ struct RtiFedSpan {
 /// Threads: a parser belongs to one thread at a time.
 class RTI_EXPORT RtiFedParser {
 public:
+    /// What is wrong at a syntax error.
+    enum Problem : unsigned char {
+        expectedFed,      ///< The text does not begin with "(FED".
+        expectedArgument, ///< A clause lacks one of its words.
+        expectedClause,   ///< One of the clauses that may stand in the clause.
+        expectedClose,    ///< The ")" of a clause, or a clause if one may stand there.
+        leftOpen,         ///< As expectedClose, where the look of the text may tell which clause was meant.
+        secondClause,     ///< Of a kind that may stand once.
+        missingClause,    ///< The federation or the version.
+        nestedTooDeeply,
+        dotInClassName,
+        nameTooLong,
+        fullNameTooLong,
+        namesTooLong, ///< The full names of all classes together.
+        strayQuote,
+        trailingText, ///< Behind the FED clause.
+        nulByte,
+        textTooLong,
+        tooManyErrors
+    };
+
+    /// A second place that an error has to do with, such as the parenthesis that was left open.
+    struct Note {
+        RtiFedSpan span;
+        std::string text;
+    };
+
     struct Error {
+        Problem problem;
         RtiFedPosition position; ///< The beginning of what was found and not expected.
+        RtiFedSpan span;         ///< All of it; of length 0 at the end of the text.
         std::string text;        ///< What was expected and what was found.
+        std::vector<Note> notes;
+        std::vector<std::string> keywords; ///< If a keyword was expected: those that may stand there.
     };
 
     /// Reads the text, which may begin with a byte order mark. At most kMaxTextSize bytes; a longer text has one error.
@@ -87,6 +119,10 @@ public:
 
     /// Whether a part of the text that was not understood may declare this name, in any letter case.
     bool skipped(std::string_view name) const;
+
+    /// The size of the printable character at the beginning, 0 if there is none: a control character, a byte order
+    /// mark, or no UTF-8.
+    static std::size_t printableSize(std::string_view bytes);
 
     /// A copy of `bytes` fit for a terminal: what is no printable UTF-8 in hexadecimal, as in C, and cut behind `limit`
     /// bytes.

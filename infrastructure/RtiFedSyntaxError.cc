@@ -31,23 +31,26 @@ std::string found(const RtiFedText &text, RtiFedOffset at) {
     return quoted(text.at(token.text)) + (token.quoted ? " in quotes" : "");
 }
 
-/// How a reader of the text would call a clause: `the class "Plane" of 52:8`.
-std::string nameOf(const RtiFedText &text, const RtiFedClauseName &clause) {
+/// How a reader of the text would call a clause: `the class "Plane"`.
+std::string nounOf(const RtiFedText &text, const RtiFedClauseName &clause) {
     const RtiFedClauseForm &form = formOf(clause.kind);
-    const std::string place = " of " + placeOf(text, clause.begin);
     if (clause.kind == RtiFedClause::fed)
-        return "\"FED\"" + place;
+        return "\"FED\"";
     if (clause.kind == RtiFedClause::unknown && clause.label.length == 0)
-        return "the \"(\"" + place;
+        return "the \"(\"";
     const bool byLabel = form.named || clause.kind == RtiFedClause::unknown;
     std::string label = byLabel ? "" : " \"" + std::string(form.keyword) + '"';
     if (byLabel && clause.label.length > 0)
         label = ' ' + quoted(text.at(clause.label));
-    return "the " + std::string(form.noun) + label + place;
+    return "the " + std::string(form.noun) + label;
 }
 
-/// The same for the clause that begins at an offset.
-std::string nameOf(const RtiFedText &text, RtiFedOffset begin) {
+/// The same with its place: `the class "Plane" of 52:8`.
+std::string nameOf(const RtiFedText &text, const RtiFedClauseName &clause) {
+    return nounOf(text, clause) + " of " + placeOf(text, clause.begin);
+}
+
+RtiFedClauseName clauseAt(const RtiFedText &text, RtiFedOffset begin) {
     constexpr RtiFedOffset kNear = 4096; // many errors may name one clause: no long comment is read for each
     RtiFedLexer lexer(text, begin, begin + kNear);
     lexer.next();
@@ -57,15 +60,15 @@ std::string nameOf(const RtiFedText &text, RtiFedOffset begin) {
          kind = static_cast<RtiFedClause>(static_cast<unsigned char>(kind) + 1))
         if (keyword.kind == RtiFedToken::Kind::name && isKeywordOf(kind, text.at(keyword.text)))
             clause = {kind, begin, lexer.next().text};
-    return nameOf(text, clause);
+    return clause;
 }
 
 std::string describe(const RtiFedText &text, const RtiFedBalance::Suspect &suspect) {
-    const std::string clause = nameOf(text, suspect.clause), at = placeOf(text, suspect.at);
+    const std::string clause = nameOf(text, clauseAt(text, suspect.clause)), at = placeOf(text, suspect.at);
     switch (suspect.look) {
     case RtiFedBalance::Suspect::closeUnderOuter:
         return "; by its look, " + clause + " was left open: the \")\" of " + at + " closes it, but stands under " +
-               nameOf(text, suspect.other);
+               nameOf(text, clauseAt(text, suspect.other));
     case RtiFedBalance::Suspect::openUnderClause:
         return "; by its look, " + clause + " was left open: the \"(\" of " + at + " stands just under it";
     case RtiFedBalance::Suspect::moreBehindClose:
@@ -74,63 +77,134 @@ std::string describe(const RtiFedText &text, const RtiFedBalance::Suspect &suspe
     return {};
 }
 
-std::string listOfChildren(RtiFedClause parent, bool afterFirst) {
-    const RtiFedClauseForm &form = formOf(parent);
+/// What the look of the text says, at the places in which it stands.
+void addNotes(const RtiFedText &text, const RtiFedBalance::Suspect &suspect, std::vector<RtiFedParser::Note> &notes) {
+    const std::string clause = nounOf(text, clauseAt(text, suspect.clause));
+    const std::string leftOpen = "by its look, " + clause + " was left open";
+    switch (suspect.look) {
+    case RtiFedBalance::Suspect::closeUnderOuter:
+        notes.push_back({{suspect.clause, 1}, leftOpen});
+        notes.push_back(
+            {{suspect.at, 1}, "this \")\" closes it, but stands under " + nounOf(text, clauseAt(text, suspect.other))});
+        return;
+    case RtiFedBalance::Suspect::openUnderClause:
+        notes.push_back({{suspect.clause, 1}, leftOpen});
+        notes.push_back({{suspect.at, 1}, "this \"(\" stands just under it"});
+        return;
+    case RtiFedBalance::Suspect::moreBehindClose:
+        notes.push_back(
+            {{suspect.at, 1}, "by its look, this \")\" is one too many: it closes " + clause + ", which goes on"});
+    }
+}
+
+std::string listOf(const std::vector<std::string> &keywords) {
     std::string list;
-    std::size_t last = form.numChildren;
-    if (afterFirst && form.children[last - 1] == RtiFedClause::secLevel)
-        --last;
-    for (std::size_t i = 0; i < last; ++i)
-        list += (i == 0 ? "\"" : i + 1 < last ? "\", \"" : "\" or \"") + std::string(formOf(form.children[i]).keyword);
+    for (std::size_t i = 0; i < keywords.size(); ++i)
+        list += (i == 0 ? "\"" : i + 1 < keywords.size() ? "\", \"" : "\" or \"") + keywords[i];
     return list + '"';
 }
 
 } // namespace
 
+RtiFedParser::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const {
+    return {problem, text.position(at), span(text), describe(text), notes(text), keywords()};
+}
+
+/// The token at fault; of a clause that may not stand at all, its head.
+RtiFedSpan RtiFedSyntaxError::span(const RtiFedText &text) const {
+    const auto upTo = [this](RtiFedOffset end) { return RtiFedSpan{at, end - at}; };
+    RtiFedLexer lexer(text, at);
+    switch (problem) {
+    case Problem::strayQuote:
+        return upTo(at + 1);
+    case Problem::textTooLong:
+        return upTo(at);
+    case Problem::secondClause:
+    case Problem::nestedTooDeeply:
+    case Problem::namesTooLong:
+        if (clause.label.length > 0) {
+            const RtiFedSpan name = text.withQuotes(clause.label);
+            return upTo(name.begin + name.length);
+        }
+        if (lexer.next().kind == RtiFedToken::Kind::open)
+            lexer.next();
+        return upTo(lexer.at());
+    default:
+        return lexer.next().kind == RtiFedToken::Kind::nul ? upTo(at + 1) : upTo(lexer.at());
+    }
+}
+
+std::vector<RtiFedParser::Note> RtiFedSyntaxError::notes(const RtiFedText &text) const {
+    std::vector<RtiFedParser::Note> notes;
+    const bool suspected = suspect && suspect->clause == clause.begin;
+    if (problem == Problem::secondClause)
+        notes.push_back({{other, 1}, "the first stands here"});
+    else if (problem == Problem::trailingText)
+        notes.push_back({{other, 1}, "this \")\" closed " + nounOf(text, clause)});
+    else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && !suspected)
+        notes.push_back({{clause.begin, 1}, nounOf(text, clause) + " begins here"});
+    if (suspect)
+        addNotes(text, *suspect, notes);
+    return notes;
+}
+
+std::vector<std::string> RtiFedSyntaxError::keywords() const {
+    if (problem == Problem::expectedFed)
+        return {std::string(formOf(RtiFedClause::fed).keyword)};
+    std::vector<std::string> keywords;
+    if (problem != Problem::expectedClause)
+        return keywords;
+    const RtiFedClauseForm &form = formOf(clause.kind);
+    for (std::size_t i = 0; i < form.numChildren; ++i)
+        if (!afterFirst || form.children[i] != RtiFedClause::secLevel)
+            keywords.emplace_back(formOf(form.children[i]).keyword);
+    return keywords;
+}
+
 std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     const std::string look = suspect ? ::describe(text, *suspect) : "";
     switch (problem) {
-    case expectedFed:
+    case Problem::expectedFed:
         return "expected \"(FED\", found " + found(text, at);
-    case expectedArgument:
+    case Problem::expectedArgument:
         return std::string("expected ") + formOf(clause.kind).arguments[number] + ", found " + found(text, at);
-    case expectedClause:
-        return "expected " + listOfChildren(clause.kind, afterFirst) + ", found " + found(text, at) + look;
-    case expectedClose:
+    case Problem::expectedClause:
+        return "expected " + listOf(keywords()) + ", found " + found(text, at) + look;
+    case Problem::expectedClose:
         if (!isLeaf(clause.kind))
             return "expected \"(\" or \")\" in " + nameOf(text, clause) + ", found " + found(text, at) + look;
         return "expected \")\" to close " + nameOf(text, clause) + ", found " + found(text, at);
-    case leftOpen:
+    case Problem::leftOpen:
         return "expected \")\" to close " + nameOf(text, clause) + ", found " + found(text, at) +
                (suspect && suspect->clause != clause.begin ? look : "");
-    case secondClause:
+    case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
                "\" clause, found a second, the first is at " + placeOf(text, other);
-    case missingClause:
+    case Problem::missingClause:
         return "expected a \"" + std::string(formOf(static_cast<RtiFedClause>(number)).keyword) + "\" clause in " +
                nameOf(text, clause) + ", found " + found(text, at);
-    case nestedTooDeeply:
+    case Problem::nestedTooDeeply:
         return "expected at most " + std::to_string(kMaxClassNesting) +
                " levels of classes, found one more: " + nameOf(text, clause) + " is nested too deeply";
-    case dotInClassName:
+    case Problem::dotInClassName:
         return "expected a class name without a dot, found " + found(text, at);
-    case nameTooLong:
-    case fullNameTooLong:
-        return std::string(problem == nameTooLong ? "expected a name" : "expected a full class name") + " of at most " +
-               std::to_string(kMaxNameLength) + " bytes, found one of " + std::to_string(number);
-    case namesTooLong:
+    case Problem::nameTooLong:
+    case Problem::fullNameTooLong:
+        return std::string(problem == Problem::nameTooLong ? "expected a name" : "expected a full class name") +
+               " of at most " + std::to_string(kMaxNameLength) + " bytes, found one of " + std::to_string(number);
+    case Problem::namesTooLong:
         return "expected full class names of at most " + std::to_string(kMaxFullNames) +
                " bytes together, found more at " + nameOf(text, clause);
-    case strayQuote:
+    case Problem::strayQuote:
         return "expected a second quote on the line, found the end of the line";
-    case trailingText:
+    case Problem::trailingText:
         return "expected the end of the file, found " + found(text, at) + ": the \")\" of " + placeOf(text, other) +
                " closed " + nameOf(text, clause) + look;
-    case nulByte:
+    case Problem::nulByte:
         return "expected FED text, found a NUL byte";
-    case textTooLong:
+    case Problem::textTooLong:
         return "expected a text of at most " + std::to_string(kMaxTextSize) + " bytes, found a longer one";
-    case tooManyErrors:
+    case Problem::tooManyErrors:
         return "expected at most " + std::to_string(kMaxErrors) + " errors, found more; what follows was not read";
     }
     return {};

@@ -16,33 +16,21 @@ struct RtiFedClauseName {
 /// One syntax error, small, since a text may have many: what was expected where. The message is made from it and the
 /// FED text when it is asked for.
 struct RtiFedSyntaxError {
-    enum Problem : unsigned char {
-        expectedFed,      ///< The text does not begin with "(FED".
-        expectedArgument, ///< `number` counts the arguments of the clause from 0.
-        expectedClause,   ///< One of the clauses that may stand in the clause.
-        expectedClose,    ///< The ")" of the clause, or a clause if one may stand there.
-        leftOpen,         ///< As expectedClose, where the look of the text may tell which clause was meant.
-        secondClause,     ///< `other` is the first of its kind.
-        missingClause,    ///< `number` is the kind that does not stand in the FED clause.
-        nestedTooDeeply,
-        dotInClassName,
-        nameTooLong, ///< `number` is its length, as below.
-        fullNameTooLong,
-        namesTooLong,
-        strayQuote,
-        trailingText, ///< `other` is the ")" that closed the FED clause.
-        nulByte,
-        textTooLong,
-        tooManyErrors
-    };
+    using Problem = RtiFedParser::Problem;
 
     Problem problem;
     bool afterFirst = false; ///< The clause has others in it already, so a sec_level comes too late.
     RtiFedOffset at = 0;     ///< The first byte of the offending token.
     RtiFedClauseName clause; ///< In which it stands.
-    RtiFedOffset other = 0;
-    RtiFedOffset number = 0;
+    RtiFedOffset other = 0;  ///< Of secondClause, the first; of trailingText, the ")" that closed the FED clause.
+    RtiFedOffset number = 0; ///< Which argument is expected, from 0; which kind is missing; how long a name is.
     std::optional<RtiFedBalance::Suspect> suspect;
 
+    RtiFedParser::Error resolve(const RtiFedText &text) const;
+
+private:
     std::string describe(const RtiFedText &text) const;
+    RtiFedSpan span(const RtiFedText &text) const;
+    std::vector<RtiFedParser::Note> notes(const RtiFedText &text) const;
+    std::vector<std::string> keywords() const;
 };

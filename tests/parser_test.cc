@@ -12,8 +12,9 @@ std::string errorsOf(const std::string &text) {
     const RtiFedParser parser(text);
     std::string errors;
     for (std::size_t i = 0; i < parser.numErrors(); ++i) {
-        const auto [position, description] = parser.error(i);
-        errors += std::to_string(position.line) + ":" + std::to_string(position.column) + ": " + description + "\n";
+        const RtiFedParser::Error error = parser.error(i);
+        errors += std::to_string(error.position.line) + ":" + std::to_string(error.position.column) + ": " +
+                  error.text + "\n";
     }
     return errors;
 }

@@ -26,7 +26,9 @@ expect() {
 cd "$work" || exit 1
 printf '(FED (Federation F)\n (FEDversion v)\n (spaces (space S (dimension D))))\n' >small.fed
 printf '(FED (Federation F))\n' >wrong.fed
-wrong='1:20: error: expected a "FEDversion" clause in "FED" of 1:1, found ")"
+wrong='1:20: error: expected a "FEDversion" clause in "FED" of 1:1, found ")" [missing-clause]
+    1 | (FED (Federation F))
+      |                    ^
 '
 expect 0 '' '' "$program" check "$examples/minimal.fed" "$examples/harbour.fed" "$examples/tolerances.fed"
 expect 0 'setFederate("F");
@@ -42,10 +44,28 @@ expect 2 '' 'rtifed: /: the file cannot be read: Is a directory
 ' "$program" list /
 
 "$program" check wrong.fed none.fed "$examples/minimal.fed" >out 2>err
-[ $? = 2 ] && [ "$(head -n 1 out)" = "wrong.fed:$(printf '%s' "$wrong")" ] &&
+[ $? = 2 ] && [ "$(head -n 3 out)" = "wrong.fed:$(printf '%s' "$wrong")" ] &&
     [ "$(cat err)" = 'rtifed: none.fed: No such file or directory' ] || { echo 'FAILED: check of several'; failures=1; }
 "$program" list "$examples/harbour.fed" >by-name && "$program" list - <"$examples/harbour.fed" >by-stdin &&
     cmp by-name by-stdin && grep -q '^    Position (HANDLE = ' by-name || { echo 'FAILED: list'; failures=1; }
+
+# What the options of check change, and what explain knows.
+sed 's/privilegeToDelete/Name/; s/class RTIprivate/class Other/' "$examples/minimal.fed" >warned.fed
+expect 0 'warned.fed: note: 2 more warnings are not shown
+' '' sh -c '"$0" check --color never --max-findings 1 "$1" | tail -n 1' "$program" warned.fed
+expect 1 '' '' "$program" check --quiet --fail-on warning warned.fed
+expect 0 '' '' "$program" check --quiet warned.fed
+expect 2 '' 'rtifed: --format: expected text, json, sarif or github, found "jsn"; did you mean "json"?
+Run rtifed check --help for more information.
+' "$program" check --format jsn warned.fed
+expect 2 '{"files":[
+],"failures":[{"file":"none.fed","text":"No such file or directory"}]}
+' 'rtifed: none.fed: No such file or directory
+' "$program" check --format json none.fed
+"$program" explain >out && grep -q '^unused-space  *warning  ' out && "$program" explain unused-space | grep -q '^Wrong:' ||
+    { echo 'FAILED: explain'; failures=1; }
+expect 2 '' 'rtifed: unknown rule "unused-spaces"; did you mean "unused-space"?
+' "$program" explain unused-spaces
 
 # Images: saved, read by every command that reads a model, refused if damaged, and never half-written.
 "$program" save "$examples/minimal.fed" model.img && cp model.img before.img || { echo 'FAILED: save'; failures=1; }
@@ -57,7 +77,7 @@ expect 0 '96881752  model.img
 expect 0 '' '' "$program" check model.img
 expect 1 '' 'model.img: error: expected FED text, found a saved image
 ' "$program" calls model.img
-expect 1 '' '-:1:1: error: expected "(FED", found the end of the file
+expect 1 '' '-:1:1: error: expected "(FED", found the end of the file [not-a-fed-text]
 ' "$program" save - model.img </dev/null
 (ulimit -f 1 && trap '' XFSZ && "$program" save "$examples/harbour.fed" model.img) 2>err
 [ $? = 2 ] && cmp model.img before.img && [ "$(ls model.img*)" = model.img ] ||
@@ -65,7 +85,7 @@ expect 1 '' '-:1:1: error: expected "(FED", found the end of the file
 expect 2 '' 'rtifed: none/model.img: No such file or directory
 ' "$program" save "$examples/minimal.fed" none/model.img
 echo x >>model.img
-expect 1 "model.img: error: image byte $(($(wc -c <before.img))): 2 bytes stand behind the image
+expect 1 "model.img: error: image byte $(($(wc -c <before.img))): 2 bytes stand behind the image [damaged-image]
 " '' "$program" check model.img
 
 # The options of the commands that show a model.

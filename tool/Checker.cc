@@ -1,49 +1,21 @@
 #include "tool/Checker.hh"
 
-#include "fed/mom/RtiFedDatabaseMomVerifier.hh"
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiStringUtility.hh"
+#include "tool/ClassTrees.hh"
+#include "tool/MomFindings.hh"
+#include "tool/Suggestion.hh"
 
 #include <algorithm>
-#include <tuple>
 #include <utility>
 
 namespace {
 
+constexpr std::size_t kMaxSuggestions = 1000; // of one text: each costs a comparison with all candidates
+
 std::string quoted(std::string_view name) {
     return '"' + RtiFedParser::printable(name) + '"';
 }
-
-/// How the checker asks one of the two class trees.
-struct Objects {
-    using Node = RtiFedObjectClass;
-    using Member = RtiFedAttribute;
-    static constexpr const char *kind = "object class";
-    static constexpr const char *member = "attribute";
-    static constexpr const char *root = "ObjectRoot";
-
-    static Node *find(const RtiFedDatabase &db, std::string_view name) {
-        return db.objectClassExists(name) ? db.find(db.getObjectClassHandle(name)) : nullptr;
-    }
-    static Member *findMember(const Node &node, std::string_view name) {
-        return node.attributeExists(name) ? node.find(node.getAttributeHandle(name)) : nullptr;
-    }
-    static auto missing(const RtiFedDatabase &db) { return RtiFedDatabaseMomVerifier::missingObjectClasses(db); }
-};
-
-struct Interactions {
-    using Node = RtiFedInteractionClass;
-    using Member = RtiFedParameter;
-    static constexpr const char *kind = "interaction class";
-    static constexpr const char *member = "parameter";
-    static constexpr const char *root = "InteractionRoot";
-
-    static Node *find(const RtiFedDatabase &db, std::string_view name) {
-        return db.interactionClassExists(name) ? db.find(db.getInteractionClassHandle(name)) : nullptr;
-    }
-    static Member *findMember(const Node &node, std::string_view name) { return node.findParameter(name); }
-    static auto missing(const RtiFedDatabase &db) { return RtiFedDatabaseMomVerifier::missingInteractionClasses(db); }
-};
 
 template <class LookUp>
 bool isKnown(LookUp lookUp) {
@@ -55,43 +27,16 @@ bool isKnown(LookUp lookUp) {
     }
 }
 
-std::string_view lastComponent(std::string_view className) {
-    return className.substr(className.rfind('.') + 1);
-}
-
-std::string join(const std::vector<std::string> &names) {
-    std::string joined;
-    for (const std::string &name : names)
-        joined += (joined.empty() ? "" : ", ") + name;
-    return joined;
-}
-
-/// Adds a line for each class of the MOM of which something is missing, but for names that `mayStand` in what was not
-/// understood; returns how many names are missing.
-template <class Tree, class MayStand>
-std::size_t describeMissing(const RtiFedDatabase &db, MayStand mayStand, std::vector<std::string> &lines) {
-    std::size_t count = 0;
-    for (auto &[className, classMissing, members] : Tree::missing(db)) {
-        classMissing = classMissing && !mayStand(lastComponent(className));
-        members.erase(std::remove_if(members.begin(), members.end(), mayStand), members.end());
-        count += members.size() + (classMissing ? 1 : 0);
-        const std::string memberNoun = std::string(Tree::member) + (members.size() == 1 ? " " : "s ");
-        if (classMissing)
-            lines.push_back(std::string("the ") + Tree::kind + " " + className +
-                            (members.empty() ? "" : " with the " + memberNoun + join(members)));
-        else if (!members.empty())
-            lines.push_back("the " + memberNoun + join(members) + " of the " + Tree::kind + " " + className);
-    }
-    return count;
+/// What is missing of the MOM stands nowhere, and comes last.
+bool comesBefore(const Finding &a, const Finding &b) {
+    const auto place = [](const Finding &f) { return std::pair(!f.details.empty(), f.span->begin); };
+    return place(a) < place(b);
 }
 
 } // namespace
 
-bool comesBefore(const Finding &a, const Finding &b) {
-    const auto place = [](const Finding &f) {
-        return std::make_tuple(!f.details.empty(), f.position.line, f.position.column);
-    };
-    return place(a) < place(b);
+Finding findingOf(RtiFedParser::Error error) {
+    return {&ruleOf(error.problem), error.span, std::move(error.text), {}, std::move(error.notes), {}};
 }
 
 Checker::Checker(std::string text)
@@ -102,7 +47,37 @@ Checker::Checker(std::string text)
     completeMom();
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
     if (_findings.size() >= kMaxErrors)
-        _findings.push_back({_findings.back().position, "more was found than is shown", {}});
+        _findings.push_back(
+            {&ruleOf(RtiFedParser::tooManyErrors), _findings.back().span, "more was found than is shown", {}, {}, {}});
+}
+
+void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) const {
+    std::size_t nextError = 0, numSuggestions = 0;
+    const auto complete = [&](Finding finding, const std::vector<std::string> &candidates) {
+        if (!candidates.empty() && ++numSuggestions <= kMaxSuggestions)
+            suggest(finding, candidates);
+        return finding;
+    };
+    const auto visitErrorsBefore = [&](const Finding *finding) {
+        for (; nextError < _parser.numErrors(); ++nextError) {
+            RtiFedParser::Error error = _parser.error(nextError);
+            const std::vector<std::string> keywords = std::move(error.keywords);
+            Finding syntax = findingOf(std::move(error));
+            if (finding && comesBefore(*finding, syntax))
+                return true;
+            if (!visit(complete(std::move(syntax), keywords)))
+                return false;
+        }
+        return true;
+    };
+    for (const Finding &finding : _findings)
+        if (!visitErrorsBefore(&finding) || !visit(complete(finding, candidatesFor(finding))))
+            return;
+    visitErrorsBefore(nullptr);
+}
+
+bool Checker::finds(RuleId id) const {
+    return std::any_of(_findings.begin(), _findings.end(), [id](const Finding &f) { return f.rule == &ruleOf(id); });
 }
 
 void Checker::setFederate(std::string name) {
@@ -116,13 +91,16 @@ void Checker::setFederateVersion(std::string version) {
 void Checker::addSpace(std::string name) {
     _space = _database.addSpace(std::move(name));
     declared(_space);
+    _spaceNames.push_back(_space->getName());
 }
 
 void Checker::addDimension(std::string name) {
     if (_space->dimensionExists(name)) {
         const RtiFedDimension *first = _space->find(_space->getDimensionHandle(name));
-        return find(0, "the dimension " + quoted(name) + " is declared a second time in the space " +
-                           quoted(_space->getName()) + firstPlace(first));
+        return findAgain(RuleId::repeatedDimension,
+                         "the dimension " + quoted(name) + " is declared a second time in the space " +
+                             quoted(_space->getName()),
+                         first);
     }
     declared(_space->addDimension(std::move(name)));
 }
@@ -174,10 +152,12 @@ typename Tree::Node *Checker::addClass(const std::string &name, Add add) {
             return existing;
         const std::string subject = std::string("the ") + Tree::kind + " " + quoted(name);
         if (name.size() == existing->getName().size())
-            findIfNestingKnown(subject + " is declared a second time" + firstPlace(existing));
+            findAgain(RuleId::repeatedClass, subject + " is declared a second time", existing);
         else
-            findIfNestingKnown(subject + " cannot stand beside " + quoted(existing->getName()) +
-                               ", which is found without \"" + Tree::root + ".\" as well" + firstPlace(existing));
+            findAgain(RuleId::ambiguousClass,
+                      subject + " cannot stand beside " + quoted(existing->getName()) + ", which is found without \"" +
+                          Tree::root + ".\" as well",
+                      existing);
         if (!inRepeated) {
             _repeatedClass = name;
             _repeatedClause = _clause;
@@ -190,7 +170,8 @@ typename Tree::Node *Checker::addClass(const std::string &name, Add add) {
         return added;
     } catch (const RTI::Exception &refused) {
         if (_parser.numErrors() == 0)
-            find(0, std::string("the ") + Tree::kind + " " + quoted(name) + " is refused: " + refused._reason);
+            find(RuleId::refusedClass, 0,
+                 std::string("the ") + Tree::kind + " " + quoted(name) + " is refused: " + refused._reason);
         return nullptr;
     }
 }
@@ -206,12 +187,13 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
         const std::string subject = std::string("the ") + Tree::member + " " + quoted(name);
         const bool sameClause = _declarations.at(first).clause == _clause;
         if (node != owner)
-            findIfNestingKnown(subject + " of " + quoted(owner->getName()) +
-                               " is declared again: it is inherited from " + quoted(node->getName()) +
-                               firstPlace(first));
+            findAgain(RuleId::inheritedMember,
+                      subject + " of " + quoted(owner->getName()) + " is declared again: it is inherited from " +
+                          quoted(node->getName()),
+                      first);
         else if (sameClause || !_repeated)
-            findIfNestingKnown(subject + " is declared a second time in " + quoted(owner->getName()) +
-                               firstPlace(first));
+            findAgain(RuleId::repeatedMember, subject + " is declared a second time in " + quoted(owner->getName()),
+                      first);
         return;
     }
     declared(add());
@@ -223,47 +205,70 @@ Checker::Properties Checker::judge(const std::string &owner, const std::string &
     Properties known;
     if (_findings.size() == kMaxErrors)
         return known;
-    const auto isTransportation = [this](const std::string &word) {
-        return isKnown([&] { _database.getTransportationHandle(word); });
-    };
-    const auto isOrdering = [this](const std::string &word) {
-        return isKnown([&] { _database.getOrderingHandle(word); });
-    };
-    // A word too many or too few shifts those behind it: one slip, not three.
-    if (_parser.given(3) && isOrdering(space)) {
-        if (!isTransportation(transportation) && isTransportation(ordering))
-            return findShift(1, "unknown transportation", transportation, owner, "a word too many");
-        if (isTransportation(transportation) && !isOrdering(ordering))
-            return findShift(2, "unknown ordering", ordering, owner, "a word too many");
-    }
-    if (_parser.given(2) && !_parser.given(3) && isOrdering(transportation) && !isOrdering(ordering))
-        return findShift(1, "unknown transportation", transportation, owner, "a word is missing");
+    const bool sound = isTransportation(transportation) && isOrdering(ordering);
+    if (!sound && findMisplaced(owner, transportation, ordering, space))
+        return known;
     if (!_parser.given(2)) // one of the two words is missing, and was reported
         return known;
     if (isTransportation(transportation))
         known.transportation = _database.getTransportationHandle(transportation);
     else
-        find(1, "unknown transportation " + quoted(transportation) + " of " + owner +
-                    ", expected reliable or best_effort");
+        find(RuleId::unknownTransportation, 1,
+             "unknown transportation " + quoted(transportation) + " of " + owner +
+                 ", expected reliable or best_effort");
     if (isOrdering(ordering))
         known.ordering = _database.getOrderingHandle(ordering);
     else
-        find(2, "unknown ordering " + quoted(ordering) + " of " + owner + ", expected timestamp or receive");
+        find(RuleId::unknownOrdering, 2,
+             "unknown ordering " + quoted(ordering) + " of " + owner + ", expected timestamp or receive");
     if (space.empty())
         return known;
     if (isKnown([&] { _database.getRoutingSpaceHandle(space); }))
         known.space = _database.getRoutingSpaceHandle(space);
     else if (_parser.spacesKnown() && !_parser.skipped(space))
-        find(3, "unknown routing space " + quoted(space) + " of " + owner +
-                    ", expected the name of a space that the file declares");
+        find(RuleId::unknownSpace, 3,
+             "unknown routing space " + quoted(space) + " of " + owner +
+                 ", expected the name of a space that the file declares");
     return known;
 }
 
-Checker::Properties Checker::findShift(std::size_t argument, const std::string &unknown, const std::string &word,
-                                       const std::string &owner, const std::string &reason) {
-    find(argument, unknown + " " + quoted(word) + " of " + owner + ", " + reason);
+bool Checker::isTransportation(const std::string &word) const {
+    return isKnown([&] { _database.getTransportationHandle(word); });
+}
+
+bool Checker::isOrdering(const std::string &word) const {
+    return isKnown([&] { _database.getOrderingHandle(word); });
+}
+
+/// Finds words that stand in the place of others: one slip, not several. Returns whether there are.
+bool Checker::findMisplaced(const std::string &owner, const std::string &transportation, const std::string &ordering,
+                            const std::string &space) {
+    if (isOrdering(transportation) && isTransportation(ordering))
+        findSwap(transportation, ordering, owner);
+    else if (_parser.given(3) && isOrdering(space) && !isTransportation(transportation) && isTransportation(ordering))
+        findShift(1, "unknown transportation", transportation, owner, "a word too many");
+    else if (_parser.given(3) && isOrdering(space) && isTransportation(transportation) && !isOrdering(ordering))
+        findShift(2, "unknown ordering", ordering, owner, "a word too many");
+    else if (_parser.given(2) && !_parser.given(3) && isOrdering(transportation) && !isOrdering(ordering))
+        findShift(1, "unknown transportation", transportation, owner, "a word is missing");
+    else
+        return false;
+    return true;
+}
+
+void Checker::findShift(std::size_t argument, const std::string &unknown, const std::string &word,
+                        const std::string &owner, const std::string &reason) {
+    find(RuleId::shiftedWords, argument, unknown + " " + quoted(word) + " of " + owner + ", " + reason);
     _shiftedWords.push_back(RtiStringUtility::toupper(word)); // it may be the name that was meant
-    return {};
+}
+
+void Checker::findSwap(const std::string &transportation, const std::string &ordering, const std::string &owner) {
+    const RtiFedSpan first = _parser.span(1), second = _parser.span(2);
+    find(RuleId::swappedWords, 1,
+         "the transportation and the ordering of " + owner + " are swapped" +
+             didYouMean(ordering + " " + transportation));
+    _findings.back().span->length = second.begin + second.length - first.begin;
+    _findings.back().fix = {{first, ordering}, {second, transportation}};
 }
 
 void Checker::checkMom() {
@@ -271,28 +276,8 @@ void Checker::checkMom() {
         const auto isShifted = std::find(_shiftedWords.begin(), _shiftedWords.end(), RtiStringUtility::toupper(name));
         return isShifted != _shiftedWords.end() || _parser.skipped(name);
     };
-    std::vector<std::string> lines;
-    const std::size_t count = describeMissing<Objects>(_database, mayStand, lines) +
-                              describeMissing<Interactions>(_database, mayStand, lines);
-    if (count > _parser.numLostNames()) // else those may be the missing
-        _findings.push_back({_parser.position(),
-                             "the Management Object Model (MOM) is incomplete, " + std::to_string(count) +
-                                 (count == 1 ? " name is missing:" : " names are missing:"),
-                             std::move(lines)});
-    checkMomPlace<Objects>();
-    checkMomPlace<Interactions>();
-}
-
-/// The MOM is found without its root, but the database gives it its space by its full name.
-template <class Tree>
-void Checker::checkMomPlace() {
-    const auto *manager = Tree::find(_database, "Manager");
-    if (!manager || Tree::find(_database, std::string(Tree::root) + ".Manager"))
-        return;
-    _findings.push_back({*place(manager),
-                         std::string("the ") + Tree::kind + " \"Manager\" of the MOM stands alone, expected it in \"" +
-                             Tree::root + "\"",
-                         {}});
+    for (Finding &finding : momFindings(*this, mayStand))
+        _findings.push_back(std::move(finding));
 }
 
 /// Gives the classes of the MOM their space, as far as they are there.
@@ -317,35 +302,59 @@ void Checker::declared(const void *record) {
     _declarations.emplace(record, declaration);
 }
 
-std::optional<RtiFedPosition> Checker::place(const void *record) const {
+std::optional<RtiFedSpan> Checker::span(const void *record, std::size_t argument) const {
     const auto declared = _declarations.find(record);
-    if (declared == _declarations.end())
+    if (declared == _declarations.end() || declared->second.arguments.at(argument).length == 0)
         return {};
-    return _parser.positionAt(declared->second.arguments[0].begin);
+    return declared->second.arguments[argument];
+}
+
+std::optional<RtiFedPosition> Checker::place(const void *record) const {
+    const auto name = span(record);
+    return name ? std::optional(_parser.positionAt(name->begin)) : std::nullopt;
 }
 
 std::string Checker::written(const void *record, std::size_t argument) const {
-    const auto declared = _declarations.find(record);
-    if (declared == _declarations.end())
-        return {};
-    const RtiFedSpan span = declared->second.arguments.at(argument);
+    const auto word = span(record, argument);
+    return word ? std::string(wordAt(*word)) : std::string();
+}
+
+/// What stands in the text, without quotes.
+std::string_view Checker::wordAt(RtiFedSpan span) const {
     std::string_view word = _parser.text().substr(span.begin, span.length);
-    if (!word.empty() && word.front() == '"')
+    if (word.size() > 1 && word.front() == '"')
         word = word.substr(1, word.size() - 2);
-    return std::string(word);
+    return word;
 }
 
-std::string Checker::firstPlace(const void *record) const {
-    const RtiFedPosition first = *place(record);
-    return ", the first is at " + std::to_string(first.line) + ":" + std::to_string(first.column);
-}
-
-void Checker::find(std::size_t argument, std::string text) {
+void Checker::find(RuleId rule, std::size_t argument, std::string text) {
     if (_findings.size() < kMaxErrors)
-        _findings.push_back({_parser.position(argument), std::move(text), {}});
+        _findings.push_back({&ruleOf(rule), _parser.span(argument), std::move(text), {}, {}, {}});
 }
 
-void Checker::findIfNestingKnown(std::string text) {
-    if (_parser.nestingKnown())
-        find(0, std::move(text));
+void Checker::findAgain(RuleId rule, std::string text, const void *first) {
+    if (!_parser.nestingKnown() || _findings.size() == kMaxErrors)
+        return;
+    find(rule, 0, std::move(text));
+    _findings.back().notes.push_back({*span(first), "the first declaration stands here"});
+}
+
+/// What may have been meant by the word at which a finding stands.
+std::vector<std::string> Checker::candidatesFor(const Finding &finding) const {
+    if (finding.rule == &ruleOf(RuleId::unknownTransportation))
+        return {"reliable", "best_effort", "RTI_RELIABLE", "RTI_BEST_EFFORT"};
+    if (finding.rule == &ruleOf(RuleId::unknownOrdering))
+        return {"timestamp", "receive", "RTI_TIME_STAMP_ORDERING", "RTI_RECEIVE_ORDERING"};
+    if (finding.rule == &ruleOf(RuleId::unknownSpace))
+        return _spaceNames;
+    return {};
+}
+
+void Checker::suggest(Finding &finding, const std::vector<std::string> &candidates) const {
+    const std::string_view word = wordAt(*finding.span);
+    const std::string meant = suggestionFor(word, candidates);
+    if (meant.empty() || RtiStringUtility::toupper(word) == RtiStringUtility::toupper(meant))
+        return;
+    finding.text += didYouMean(meant);
+    finding.fix.push_back({*finding.span, asWord(meant)});
 }

@@ -3,24 +3,19 @@
 #include "fed/RtiFedDatabase.hh"
 #include "fed/loading/RtiFedParserCodegen.hh"
 #include "infrastructure/RtiFedParser.hh"
+#include "tool/Finding.hh"
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-/// One problem of a FED text, in the words of a person who edits it.
-struct Finding {
-    RtiFedPosition position;
-    std::string text;
-    std::vector<std::string> details; ///< Further lines, shown under the text.
-};
+/// A syntax error as a finding.
+Finding findingOf(RtiFedParser::Error error);
 
-/// By place in the text, findings with details last.
-bool comesBefore(const Finding &a, const Finding &b);
-
-/// Finds every problem of a FED text: those of its syntax, and those for which the database refuses what it declares.
+/// Finds every error of a FED text: those of its syntax, and those for which the database refuses what it declares.
 /// Nothing is found exactly if a database can be built from the text.
 ///
 /// The parser's declarations are built into a database as far as they can be, so that each answer about what exists and
@@ -29,38 +24,32 @@ class Checker : private RtiFedParserCodegen {
 public:
     explicit Checker(std::string text);
 
+    std::size_t numErrors() const { return _parser.numErrors() + _findings.size(); }
+
     /// Whether a database can be built from the text.
-    bool findsNoError() const { return _findings.empty() && _parser.numErrors() == 0; }
+    bool findsNoError() const { return numErrors() == 0; }
+
+    /// Calls `visit` for each error in the order of the text, until it returns false; what is missing of the Management
+    /// Object Model comes last. Much of a finding is made only here: a hostile text may have very many.
+    void forEachFinding(const std::function<bool(const Finding &)> &visit) const;
+
+    /// Whether there is an error by this rule.
+    bool finds(RuleId id) const;
+
+    const RtiFedParser &parser() const { return _parser; }
 
     /// The database as far as it can be built: if there is no error, the one that the library builds.
     const RtiFedDatabase &database() const { return _database; }
 
-    /// Where the name of one of its records stands; nothing for what the text does not declare.
+    /// Where an argument of a record's declaration (from 0, its name) stands, quotes included; nothing for one that is
+    /// absent, and for what the text does not declare.
+    std::optional<RtiFedSpan> span(const void *record, std::size_t argument = 0) const;
+
+    /// Where the name of a record stands; nothing for what the text does not declare.
     std::optional<RtiFedPosition> place(const void *record) const;
 
-    /// What stands in the text as an argument of a record's declaration (from 0, its name), without quotes.
+    /// What stands in the text as an argument of a record's declaration, without quotes.
     std::string written(const void *record, std::size_t argument) const;
-
-    /// Calls `visit` for each finding in the order of the text; what is missing of the Management Object Model comes
-    /// last. Texts of syntax errors are made one by one: a hostile text may have millions.
-    template <class Visit>
-    void forEachFinding(Visit visit) const {
-        std::size_t next = 0;
-        const auto visitErrorsBefore = [&](const Finding *finding) {
-            for (; next < _parser.numErrors(); ++next) {
-                RtiFedParser::Error error = _parser.error(next);
-                Finding syntax{error.position, std::move(error.text), {}};
-                if (finding && comesBefore(*finding, syntax))
-                    return;
-                visit(syntax);
-            }
-        };
-        for (const Finding &finding : _findings) {
-            visitErrorsBefore(&finding);
-            visit(finding);
-        }
-        visitErrorsBefore(nullptr);
-    }
 
 private:
     struct Declaration {
@@ -92,25 +81,31 @@ private:
 
     Properties judge(const std::string &owner, const std::string &transportation, const std::string &ordering,
                      const std::string &space);
-    Properties findShift(std::size_t argument, const std::string &unknown, const std::string &word,
-                         const std::string &owner, const std::string &reason);
+    bool isTransportation(const std::string &word) const;
+    bool isOrdering(const std::string &word) const;
+    bool findMisplaced(const std::string &owner, const std::string &transportation, const std::string &ordering,
+                       const std::string &space);
+    void findShift(std::size_t argument, const std::string &unknown, const std::string &word, const std::string &owner,
+                   const std::string &reason);
+    void findSwap(const std::string &transportation, const std::string &ordering, const std::string &owner);
 
     void checkMom();
-    template <class Tree>
-    void checkMomPlace();
     void completeMom();
 
     void declared(const void *record);
-    std::string firstPlace(const void *record) const;
-    void find(std::size_t argument, std::string text);
-    /// For what depends on where the clauses stand: said only if that is known.
-    void findIfNestingKnown(std::string text);
+    void find(RuleId rule, std::size_t argument, std::string text);
+    /// For what is declared again: notes the first, and says nothing unless it is known where the clauses stand.
+    void findAgain(RuleId rule, std::string text, const void *first);
+    std::string_view wordAt(RtiFedSpan span) const;
+    void suggest(Finding &finding, const std::vector<std::string> &candidates) const;
+    std::vector<std::string> candidatesFor(const Finding &finding) const;
 
     RtiFedParser _parser;
     RtiFedDatabase _database;
     std::unordered_map<const void *, Declaration> _declarations; // by record
-    std::vector<std::string> _shiftedWords;                      // upper-cased
-    bool _shiftedInClass = false;                                // one of them may be the name of a class
+    std::vector<std::string> _spaceNames;
+    std::vector<std::string> _shiftedWords; // upper-cased
+    bool _shiftedInClass = false;           // one of them may be the name of a class
     unsigned long _clause = 0;
     bool _repeated = false;            // the current class was declared before
     std::string _repeatedClass;        // the outermost class around, itself included, that was declared before

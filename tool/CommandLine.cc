@@ -22,6 +22,28 @@ constexpr const char *kFooter =
     "Example:\n"
     "  rtifed check harbour.fed";
 
+/// Adds an option whose value is one of these words.
+template <class Value>
+void addChoice(CLI::App *command, const std::string &name, Value &value,
+               const std::vector<std::pair<std::string, Value>> &choices, const char *placeholder,
+               const std::string &purpose) {
+    const auto choose = [name, choices, &value](const std::string &word) {
+        std::vector<std::string> words;
+        std::string list;
+        for (const auto &[choice, meaning] : choices) {
+            if (choice == word) {
+                value = meaning;
+                return;
+            }
+            words.push_back(choice);
+            list += (list.empty() ? "" : choice == choices.back().first ? " or " : ", ") + choice;
+        }
+        throw CLI::ValidationError(name, "expected " + list + ", found \"" + word + '"' +
+                                             didYouMean(suggestionFor(word, words)));
+    };
+    command->add_option_function<std::string>(name, choose, purpose)->option_text(placeholder);
+}
+
 } // namespace
 
 CommandLine::CommandLine(const Console &console)
@@ -35,6 +57,7 @@ CommandLine::CommandLine(const Console &console)
     _app.add_option("--stdin-name", _console.stdinName, "What to call standard input in messages and in the model")
         ->option_text("NAME");
     addCheck();
+    addExplain();
     addList();
     addCalls();
     addChecksum();
@@ -59,12 +82,38 @@ CLI::App *CommandLine::addCommand(const char *name, const char *purpose, const c
 }
 
 void CommandLine::addCheck() {
-    CLI::App *command = addCommand("check", "Find every problem of FED files",
-                                   "Prints each problem as FILE:LINE:COLUMN: error: TEXT.\n\n"
-                                   "Example:\n"
-                                   "  rtifed check harbour.fed",
-                                   [this] { return check(_fileNames, _console); });
-    command->add_option("FILE", _fileNames, kFile)->required();
+    CLI::App *command = addCommand(
+        "check", "Find every problem of FED files",
+        "Prints each problem as FILE:LINE:COLUMN: error: TEXT [RULE], with the line of the file under it.\n"
+        "What the database accepts and people regret is a warning. rtifed explain RULE tells about a rule.\n\n"
+        "Examples:\n"
+        "  rtifed check harbour.fed\n"
+        "  rtifed check --format sarif *.fed >findings.sarif\n"
+        "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy",
+        [this] { return check(_check, _console); });
+    command->add_option("FILE", _check.files, kFile)->required();
+    addChoice(command, "--format", _check.format,
+              {{"text", ReportFormat::text},
+               {"json", ReportFormat::json},
+               {"sarif", ReportFormat::sarif},
+               {"github", ReportFormat::github}},
+              "FORMAT",
+              "How to print: text (default), for people; json; sarif, for code scanning and editors;\n"
+              "github, for annotations in a workflow");
+    command->add_option("--max-findings", _check.maxFindings, "How many to print of each file, 50 by default; 0 is all")
+        ->option_text("N");
+    addChoice(command, "--fail-on", _check.failOn, {{"error", Severity::error}, {"warning", Severity::warning}},
+              "SEVERITY", "What makes the exit status 1: error (default), or warning, which is either");
+    command->add_flag("--quiet", _check.quiet, "Print no finding: the exit status tells");
+}
+
+void CommandLine::addExplain() {
+    CLI::App *command = addCommand("explain", "Tell about a rule of check, or list all rules",
+                                   "Examples:\n"
+                                   "  rtifed explain unknown-space\n"
+                                   "  rtifed explain",
+                                   [this] { return explain(_rule, _console); });
+    command->add_option("RULE", _rule, "What stands in brackets behind a finding");
 }
 
 void CommandLine::addList() {

@@ -26,6 +26,7 @@ public:
 private:
     CLI::App *addCommand(const char *name, const char *purpose, const char *details, std::function<Status()> run);
     void addCheck();
+    void addExplain();
     void addList();
     void addCalls();
     void addChecksum();
@@ -52,4 +53,6 @@ private:
     FindOptions _find;
     JsonOptions _json;
     DiffOptions _diff;
+    CheckOptions _check;
+    std::string _rule;
 };

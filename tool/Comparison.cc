@@ -1,5 +1,7 @@
 #include "tool/Comparison.hh"
 
+#include "infrastructure/RtiStringUtility.hh"
+
 #include "fed/RtiFedDatabase.hh"
 #include "fed/RtiFedNameMap.hh"
 

@@ -1,17 +1,59 @@
 #include "tool/Model.hh"
 
-#include "infrastructure/RtiFedParser.hh"
+#include "tool/Checker.hh"
+#include "tool/TextReport.hh"
+#include "tool/Warnings.hh"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
-void print(std::ostream &os, const std::string &fileName, const Finding &finding) {
-    os << fileName << ':' << finding.position.line << ':' << finding.position.column << ": error: " << finding.text
-       << '\n';
-    for (const std::string &line : finding.details)
-        os << "    " << line << '\n';
+namespace {
+
+Tally reportImage(const Input &input, std::size_t most, Report &report) {
+    const Source source(input.name, nullptr);
+    Tally tally;
+    report.beginFile(source);
+    try {
+        restoreImage(input.contents);
+    } catch (const RTI::Exception &refused) {
+        tally.errors = 1;
+        tally.hiddenErrors = most == 0 ? 1 : 0;
+        if (most > 0)
+            report.add(source,
+                       {&ruleOf(RuleId::damagedImage), {}, RtiFedParser::printable(refused._reason, 300), {}, {}, {}});
+    }
+    report.endFile(source, tally);
+    return tally;
 }
+
+Tally reportText(const Input &input, Severity least, std::size_t most, Report &report) {
+    const Checker text(input.contents);
+    const std::vector<Finding> warnings = least == Severity::warning ? warningsOf(text) : std::vector<Finding>();
+    Tally tally;
+    tally.errors = text.numErrors();
+    tally.warnings = warnings.size();
+    const std::size_t errorsShown = std::min(tally.errors, most);
+    const std::size_t warningsShown = std::min(tally.warnings, most - errorsShown);
+    tally.hiddenErrors = tally.errors - errorsShown;
+    tally.hiddenWarnings = tally.warnings - warningsShown;
+
+    const Source source(input.name, &text.parser());
+    report.beginFile(source);
+    std::size_t left = errorsShown;
+    if (left > 0)
+        text.forEachFinding([&](const Finding &error) {
+            report.add(source, error);
+            return --left > 0;
+        });
+    for (std::size_t i = 0; i < warningsShown; ++i)
+        report.add(source, warnings[i]);
+    report.endFile(source, tally);
+    return tally;
+}
+
+} // namespace
 
 std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image) {
     RtiBuffer buffer(image.data(), image.size());
@@ -23,23 +65,14 @@ std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image) {
     return database;
 }
 
-bool reportProblems(const Input &input, std::ostream &os) {
-    if (input.isImage()) {
-        try {
-            restoreImage(input.contents);
-            return true;
-        } catch (const RTI::Exception &refused) {
-            os << input.name << ": error: " << RtiFedParser::printable(refused._reason, 300) << '\n';
-            return false;
-        }
-    }
-    const Checker checker(input.contents);
-    checker.forEachFinding([&](const Finding &finding) { print(os, input.name, finding); });
-    return checker.findsNoError();
+Tally reportFindings(const Input &input, Severity least, std::size_t most, Report &report) {
+    return input.isImage() ? reportImage(input, most, report) : reportText(input, least, most, report);
 }
 
 std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
-    return reportProblems(input, complaints) ? buildModel(input) : nullptr;
+    TextReport report(complaints, false, 0);
+    const Tally tally = reportFindings(input, Severity::error, kUsuallyShown, report);
+    return tally.errors > 0 ? nullptr : buildModel(input);
 }
 
 std::unique_ptr<RtiFedDatabase> buildModel(const Input &input) {

@@ -8,6 +8,16 @@
 namespace {
 
 constexpr std::size_t kLongest = 64; // of the words that are compared: each costs their product
+constexpr std::size_t kMost = 1000;  // of the candidates that one word is compared with
+
+/// A word without what some people write into names and others do not.
+std::string skeletonOf(std::string_view word) {
+    std::string letters;
+    for (const char c : word)
+        if (c != '_' && c != '-' && c != ' ')
+            letters += static_cast<char>(RtiStringUtility::toupper(c));
+    return letters.compare(0, 3, "HLA") == 0 ? letters.substr(3) : letters;
+}
 
 /// How many letters must be inserted, left out, replaced or swapped with the next to make one word of the other.
 std::size_t distance(std::string_view a, std::string_view b) {
@@ -30,16 +40,19 @@ std::size_t distance(std::string_view a, std::string_view b) {
 } // namespace
 
 std::string suggestionFor(std::string_view word, const std::vector<std::string> &candidates) {
-    const std::string meant = RtiStringUtility::toupper(std::string(word));
+    if (word.size() > kLongest || candidates.size() > kMost)
+        return {};
+    const std::string meant = skeletonOf(word);
     const std::string *nearest = nullptr;
-    std::size_t least = std::max<std::size_t>(1, word.size() / 3) + 1; // of many letters, more may be wrong
+    std::size_t least = std::max<std::size_t>(1, meant.size() / 3) + 1; // of many letters, more may be wrong
     for (const std::string &candidate : candidates) {
-        if (std::max(candidate.size(), word.size()) > kLongest)
+        if (candidate.size() > kLongest)
             continue;
-        if (std::max(candidate.size(), word.size()) - std::min(candidate.size(), word.size()) >= least)
-            continue; // each letter too many or too few is one step
-        const std::size_t d = distance(meant, RtiStringUtility::toupper(candidate));
-        if (d < least && d < candidate.size()) {
+        const std::string skeleton = skeletonOf(candidate);
+        if (std::max(meant.size(), skeleton.size()) - std::min(meant.size(), skeleton.size()) >= least)
+            continue;
+        const std::size_t d = distance(meant, skeleton);
+        if (d < least && d < skeleton.size()) {
             least = d;
             nearest = &candidate;
         }
@@ -49,4 +62,9 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
 
 std::string didYouMean(const std::string &suggestion) {
     return suggestion.empty() ? "" : "; did you mean \"" + RtiFedParser::printable(suggestion) + "\"?";
+}
+
+std::string asWord(std::string_view name) {
+    const bool plain = !name.empty() && name.find_first_of(" \t\v\f();") == std::string_view::npos;
+    return plain ? std::string(name) : '"' + std::string(name) + '"';
 }

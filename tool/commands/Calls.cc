@@ -1,5 +1,23 @@
+#include "tool/Checker.hh"
 #include "tool/Model.hh"
+#include "tool/TextReport.hh"
 #include "tool/commands/Commands.hh"
+
+namespace {
+
+void printErrors(const RtiFedParser &parser, const std::string &name, std::ostream &os) {
+    TextReport report(os, false, 0);
+    const Source source(name, &parser);
+    Tally tally;
+    tally.errors = parser.numErrors();
+    const std::size_t shown = std::min(tally.errors, kUsuallyShown);
+    tally.hiddenErrors = tally.errors - shown;
+    for (std::size_t i = 0; i < shown; ++i)
+        report.add(source, findingOf(parser.error(i)));
+    report.endFile(source, tally);
+}
+
+} // namespace
 
 /// Prints the declarations as call text, by the library's default callbacks: to standard output, not to the console.
 Status calls(const std::string &fileName, const Console &console) {
@@ -9,12 +27,10 @@ Status calls(const std::string &fileName, const Console &console) {
         return wrong;
     }
     RtiFedParser parser(std::move(input.contents));
-    for (std::size_t i = 0; i < parser.numErrors(); ++i) {
-        RtiFedParser::Error error = parser.error(i);
-        print(console.err, input.name, {error.position, std::move(error.text), {}});
-    }
-    if (parser.numErrors() > 0)
+    if (parser.numErrors() > 0) {
+        printErrors(parser, input.name, console.err);
         return wrong;
+    }
     RtiFedParserCodegen printer;
     parser.deliver(printer);
     return done;

@@ -3,6 +3,8 @@
 #include "tool/Comparison.hh"
 #include "tool/Console.hh"
 #include "tool/Input.hh"
+#include "tool/Model.hh"
+#include "tool/Report.hh"
 
 #include <algorithm>
 #include <string>
@@ -44,7 +46,17 @@ struct ManifestOptions {
     bool strict = false; ///< Whether a line that is no checksum line is a failure.
 };
 
-Status check(const std::vector<std::string> &fileNames, const Console &console);
+struct CheckOptions {
+    std::vector<std::string> files;
+    ReportFormat format = ReportFormat::text;
+    std::size_t maxFindings = kUsuallyShown; ///< Of each file; 0 for all.
+    Severity failOn = Severity::error;       ///< What makes a file wrong.
+    bool quiet = false;                      ///< Only the status tells.
+};
+
+Status check(const CheckOptions &options, const Console &console);
+/// Prints what there is to know about a rule of `check`; a list of all rules if it is empty.
+Status explain(const std::string &rule, const Console &console);
 Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
 Status tree(const TreeOptions &options, const Console &console);

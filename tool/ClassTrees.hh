@@ -1,0 +1,45 @@
+#pragma once
+
+#include "fed/RtiFedDatabase.hh"
+#include "fed/mom/RtiFedDatabaseMomVerifier.hh"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// How checks ask one of the two class trees.
+struct Objects {
+    using Node = RtiFedObjectClass;
+    using Member = RtiFedAttribute;
+    static constexpr const char *kind = "object class";
+    static constexpr const char *member = "attribute";
+    static constexpr const char *root = "ObjectRoot";
+
+    static Node *find(const RtiFedDatabase &db, std::string_view name) {
+        return db.objectClassExists(name) ? db.find(db.getObjectClassHandle(name)) : nullptr;
+    }
+    static Member *findMember(const Node &node, std::string_view name) {
+        return node.attributeExists(name) ? node.find(node.getAttributeHandle(name)) : nullptr;
+    }
+    static auto handles(const RtiFedDatabase &db) { return db.getObjectClassHandleSet(); }
+    static auto missing(const RtiFedDatabase &db) { return RtiFedDatabaseMomVerifier::missingObjectClasses(db); }
+};
+
+struct Interactions {
+    using Node = RtiFedInteractionClass;
+    using Member = RtiFedParameter;
+    static constexpr const char *kind = "interaction class";
+    static constexpr const char *member = "parameter";
+    static constexpr const char *root = "InteractionRoot";
+
+    static Node *find(const RtiFedDatabase &db, std::string_view name) {
+        return db.interactionClassExists(name) ? db.find(db.getInteractionClassHandle(name)) : nullptr;
+    }
+    static Member *findMember(const Node &node, std::string_view name) { return node.findParameter(name); }
+    static auto handles(const RtiFedDatabase &db) { return db.getInteractionClassHandleSet(); }
+    static auto missing(const RtiFedDatabase &db) { return RtiFedDatabaseMomVerifier::missingInteractionClasses(db); }
+};
+
+inline std::string_view lastComponent(std::string_view className) {
+    return className.substr(className.rfind('.') + 1);
+}

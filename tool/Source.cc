@@ -1,0 +1,40 @@
+#include "tool/Source.hh"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t kCheckpoint = 4096;
+
+/// How many characters of UTF-8 begin in these bytes.
+std::size_t countCharacters(std::string_view bytes) {
+    return static_cast<std::size_t>(std::count_if(
+        bytes.begin(), bytes.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+} // namespace
+
+RtiFedPosition Source::characterPosition(std::uint32_t offset) const {
+    const RtiFedPosition place = position(offset);
+    const auto lineBegin = static_cast<std::uint32_t>(offset + 1 - place.column);
+    return {place.line, charactersBefore(offset) - charactersBefore(lineBegin) + 1};
+}
+
+std::string Source::place(const std::optional<RtiFedSpan> &span) const {
+    if (!span)
+        return _name;
+    const RtiFedPosition place = begin(*span);
+    return _name + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+}
+
+std::size_t Source::charactersBefore(std::uint32_t offset) const {
+    if (_characters.empty()) {
+        std::size_t count = 0;
+        for (std::size_t at = 0; at <= text().size(); at += kCheckpoint) {
+            _characters.push_back(count);
+            count += countCharacters(text().substr(at, kCheckpoint));
+        }
+    }
+    const std::size_t checkpoint = offset / kCheckpoint;
+    return _characters[checkpoint] + countCharacters(text().substr(checkpoint * kCheckpoint, offset % kCheckpoint));
+}
