@@ -90,6 +90,7 @@ void CommandLine::addCheck() {
               "How to print: text (default), for people; json; sarif, for code scanning and editors;\n"
               "github, for annotations in a workflow");
     command->add_option("--max-findings", _check.maxFindings, "How many to print of each file, 50 by default; 0 is all")
+        ->check(CLI::NonNegativeNumber)
         ->option_text("N");
     addChoice(command, "--fail-on", _check.failOn, {{"error", Severity::error}, {"warning", Severity::warning}},
               "SEVERITY", "What makes the exit status 1: error (default), or warning, which is either");
