@@ -43,5 +43,5 @@ private:
     std::vector<std::string> _fileNames;
     std::string _fileName, _otherName;
     CheckOptions _check;
-    std::string _rule;
+    ExplainOptions _explain;
 };
