@@ -206,6 +206,7 @@ TEST(Check, CutsAndAlignsTheLineItShows) {
     EXPECT_EQ(shown("meant " + words, "meant"), "meant word word word word word word w...\n^~~~~");
     EXPECT_EQ(shown(words + "meant", "meant"),
               "...d word word word word word word meant\n                                   ^~~~~");
+    EXPECT_EQ(Excerpt(words, {5000, 0}, 5001, 40).carets, times(40, " ") + "^");
     EXPECT_EQ(shown(words, words), "word word word word word word word wo...\n" + std::string("^") + times(39, "~"));
     EXPECT_EQ(shown(times(1000, "€") + "x" + times(1000, "€"), "x"),
               "..." + times(16, "€") + "x" + times(17, "€") + "...\n" + times(19, " ") + "^");
