@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::size_t kMaxSuggestions = 1000; // of one text: each costs a comparison with all candidates
 
-std::string quoted(std::string_view name) {
-    return '"' + RtiFedParser::printable(name) + '"';
-}
-
 template <class LookUp>
 bool isKnown(LookUp lookUp) {
     try {
@@ -340,14 +336,15 @@ void Checker::findAgain(RuleId rule, std::string text, const void *first) {
 }
 
 /// What may have been meant by the word at which a finding stands.
-std::vector<std::string> Checker::candidatesFor(const Finding &finding) const {
+const std::vector<std::string> &Checker::candidatesFor(const Finding &finding) const {
+    static const std::vector<std::string> none,
+        transportations{"reliable", "best_effort", "RTI_RELIABLE", "RTI_BEST_EFFORT"},
+        orderings{"timestamp", "receive", "RTI_TIME_STAMP_ORDERING", "RTI_RECEIVE_ORDERING"};
     if (finding.rule == &ruleOf(RuleId::unknownTransportation))
-        return {"reliable", "best_effort", "RTI_RELIABLE", "RTI_BEST_EFFORT"};
+        return transportations;
     if (finding.rule == &ruleOf(RuleId::unknownOrdering))
-        return {"timestamp", "receive", "RTI_TIME_STAMP_ORDERING", "RTI_RECEIVE_ORDERING"};
-    if (finding.rule == &ruleOf(RuleId::unknownSpace))
-        return _spaceNames;
-    return {};
+        return orderings;
+    return finding.rule == &ruleOf(RuleId::unknownSpace) ? _spaceNames : none;
 }
 
 void Checker::suggest(Finding &finding, const std::vector<std::string> &candidates) const {

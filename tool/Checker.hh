@@ -98,7 +98,7 @@ private:
     void findAgain(RuleId rule, std::string text, const void *first);
     std::string_view wordAt(RtiFedSpan span) const;
     void suggest(Finding &finding, const std::vector<std::string> &candidates) const;
-    std::vector<std::string> candidatesFor(const Finding &finding) const;
+    const std::vector<std::string> &candidatesFor(const Finding &finding) const;
 
     RtiFedParser _parser;
     RtiFedDatabase _database;

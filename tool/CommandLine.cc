@@ -101,6 +101,7 @@ void CommandLine::addCheck() {
               "How to print: text (default), for people; json; sarif, for code scanning and editors;\n"
               "github, for annotations in a workflow");
     command->add_option("--max-findings", _check.maxFindings, "How many to print of each file, 50 by default; 0 is all")
+        ->check(CLI::Range(std::size_t(0), std::size_t(1000000000)))
         ->option_text("N");
     addChoice(command, "--fail-on", _check.failOn, {{"error", Severity::error}, {"warning", Severity::warning}},
               "SEVERITY", "What makes the exit status 1: error (default), or warning, which is either");
@@ -112,8 +113,9 @@ void CommandLine::addExplain() {
                                    "Examples:\n"
                                    "  rtifed explain unknown-space\n"
                                    "  rtifed explain",
-                                   [this] { return explain(_rule, _console); });
-    command->add_option("RULE", _rule, "What stands in brackets behind a finding");
+                                   [this] { return explain(_explain, _console); });
+    command->add_option("RULE", _explain.rule, "What stands in brackets behind a finding");
+    command->add_flag("--markdown", _explain.markdown)->group(""); // for who adds a rule
 }
 
 void CommandLine::addList() {

@@ -54,5 +54,5 @@ private:
     JsonOptions _json;
     DiffOptions _diff;
     CheckOptions _check;
-    std::string _rule;
+    ExplainOptions _explain;
 };

@@ -60,7 +60,7 @@ Excerpt::Excerpt(std::string_view text, RtiFedSpan span, unsigned long column, s
         cells = Cells(cells.begin() + static_cast<std::ptrdiff_t>(begin),
                       cells.begin() + static_cast<std::ptrdiff_t>(begin + width));
         first -= begin;
-        last = std::min(last - begin, width);
+        last = std::max(std::min(last - begin, width), first + 1); // behind the end of a line, one more
         if (cutBefore)
             overwrite(cells, 0);
         if (cutBehind)

@@ -22,3 +22,8 @@ struct Finding {
     std::vector<RtiFedParser::Note> notes; ///< Second places that it has to do with.
     std::vector<Replacement> fix;          ///< What was probably meant; empty if that is not known.
 };
+
+/// A name as messages show it.
+inline std::string quoted(std::string_view name) {
+    return '"' + RtiFedParser::printable(name) + '"';
+}

@@ -1,5 +1,6 @@
 #include "tool/MomFindings.hh"
 
+#include "fed/RtiFedName.hh"
 #include "tool/Checker.hh"
 #include "tool/ClassTrees.hh"
 #include "tool/Suggestion.hh"
@@ -101,12 +102,13 @@ private:
                     Finding &finding) const {
         const std::string name(lastComponent(record.getName()));
         const auto place = _text.span(&record);
-        if (missing.empty() || !place || std::find(required.begin(), required.end(), name) != required.end())
+        const auto isIt = [&name](const std::string &other) { return RtiFedName::equal(name, other); };
+        if (missing.empty() || !place || std::any_of(required.begin(), required.end(), isIt))
             return;
         const std::string meant = suggestionFor(name, missing);
         if (meant.empty())
             return;
-        finding.notes.push_back({*place, '"' + RtiFedParser::printable(name) + "\" stands here" + didYouMean(meant)});
+        finding.notes.push_back({*place, quoted(name) + " stands here" + didYouMean(meant)});
         finding.fix.push_back({*place, meant});
         missing.erase(std::find(missing.begin(), missing.end(), meant));
     }

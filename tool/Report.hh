@@ -18,7 +18,7 @@ struct Tally {
     std::size_t hidden() const { return hiddenErrors + hiddenWarnings; }
 };
 
-/// The findings in what is not shown, in words: `2 more errors and 1 more warning are not shown`.
+/// How many findings are not shown, in words: `2 more errors and 1 more warning are not shown`.
 std::string describeHidden(const Tally &tally);
 
 /// What is said of the findings in files, in one format. It is written as it is told, and keeps none of it: the calls

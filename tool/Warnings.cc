@@ -13,10 +13,6 @@
 
 namespace {
 
-std::string quoted(std::string_view name) {
-    return '"' + RtiFedParser::printable(name) + '"';
-}
-
 /// Where a name is declared. Names compare in any letter case, by an order that means nothing else.
 struct Place {
     RtiFedName name;

@@ -54,9 +54,14 @@ struct CheckOptions {
     bool quiet = false;                      ///< Only the status tells.
 };
 
+struct ExplainOptions {
+    std::string rule;      ///< Empty for a list of all.
+    bool markdown = false; ///< All of every rule, as docs/rules.md has it.
+};
+
 Status check(const CheckOptions &options, const Console &console);
-/// Prints what there is to know about a rule of `check`; a list of all rules if it is empty.
-Status explain(const std::string &rule, const Console &console);
+/// Prints what there is to know about the rules of `check`.
+Status explain(const ExplainOptions &options, const Console &console);
 Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
 Status tree(const TreeOptions &options, const Console &console);

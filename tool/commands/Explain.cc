@@ -38,17 +38,22 @@ void print(const Rule &rule, const Console &console) {
 
 } // namespace
 
-Status explain(const std::string &id, const Console &console) {
+Status explain(const ExplainOptions &options, const Console &console) {
+    if (options.markdown) {
+        console.out << rulesAsMarkdown();
+        return done;
+    }
+    if (options.rule.empty()) {
+        listRules(console.out);
+        return done;
+    }
     std::vector<std::string> ids;
     for (const Rule &rule : allRules()) {
-        if (rule.id == id) {
+        if (rule.id == options.rule) {
             print(rule, console);
             return done;
         }
         ids.emplace_back(rule.id);
     }
-    if (!id.empty())
-        throw CannotWork("unknown rule \"" + id + '"' + didYouMean(suggestionFor(id, ids)));
-    listRules(console.out);
-    return done;
+    throw CannotWork("unknown rule \"" + options.rule + '"' + didYouMean(suggestionFor(options.rule, ids)));
 }
