@@ -425,8 +425,8 @@ void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses
         const std::size_t byte = imageByte(buffer);
         RtiAttributeHandle attribute;
         RtiObjectClassHandle objectClass;
-        buffer.get(attribute);
-        buffer.get(objectClass);
+        attribute.restore(buffer);
+        objectClass.restore(buffer);
         const unsigned long *declaring = declared.find(attribute);
         if (!(last < attribute) || !declaring || objectClass != *declaring)
             refuseImage(byte, "the attribute handle ", toString(attribute._value),
