@@ -90,7 +90,7 @@ protected:
         return *_owned->byHandle.find(handle);
     }
 
-    bool memberExists(const RtiFedName &name) const { return _members.find(name) != nullptr; }
+    bool memberExists(const RtiFedName &name) const { return _members.has(name); }
     bool memberIsInherited(const RtiFedName &name) const {
         for (const RtiFedClassNode *node = _parent; node; node = node->_parent)
             if (node->memberExists(name))

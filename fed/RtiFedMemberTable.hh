@@ -46,8 +46,10 @@ public:
         return adopt(make(std::forward<Arguments>(arguments)...), hashed.hash());
     }
 
+    /// Whether there is a record of this name. Nearly always there is none, and the filter says so without a call.
+    bool has(const RtiFedName &name) const { return passes(name) && find(name); }
     Record *find(const RtiFedName &name) const {
-        if (!(_filter & bitOf(name)))
+        if (!passes(name))
             return nullptr;
         if (_extra && _extra->names)
             return _extra->names->find(name);
@@ -150,6 +152,8 @@ private:
     static std::uint32_t hashOf(const RtiFedName &name) { return static_cast<std::uint32_t>(name.hash()); }
     static std::uint64_t bitOf(const RtiFedName &name) { return std::uint64_t(1) << (name.hash() >> 32 & 63); }
 
+    bool passes(const RtiFedName &name) const { return _filter & bitOf(name); }
+
     static bool fits(const Handle &handle) { return handle._value <= UINT32_MAX; }
     bool ascendsTo(const Handle &handle) const {
         return fits(handle) && (_size == 0 || _entries[_size - 1].handle < handle._value);
@@ -178,7 +182,7 @@ private:
         const RtiFedName name(record->RtiFedElement::getName(), hash);
         if (_size == _capacity)
             reserve(_capacity == 0 ? kFirstRoom : std::size_t(2) * _capacity);
-        const bool isNew = !find(name);
+        const bool isNew = !has(name);
         if (_extra || !isNew || _size >= kFew || !ascendsTo(handle))
             index(*record, handle, name, isNew);
         _filter |= bitOf(name);
