@@ -215,6 +215,15 @@ private:
 
     using AttributeClasses = RtiFedHandleMap<RtiAttributeHandle, unsigned long>; // the declaring class's handle
 
+    friend class RtiFedDatabaseCodegen;
+    // As their namesakes, without a string for each name.
+    RtiFedObjectClass *declareObjectClass(std::string_view name);
+    void declareObjectClassAttribute(RtiFedObjectClass *objectClass, const RtiFedName &name,
+                                     const RtiTransportationHandle &transportation, const RtiOrderingHandle &ordering,
+                                     const RtiSpaceHandle &space);
+    RtiFedInteractionClass *declareInteractionClass(std::string_view name,
+                                                    const RtiTransportationHandle &transportation,
+                                                    const RtiOrderingHandle &ordering, const RtiSpaceHandle &space);
     void parse(std::FILE *file);
     RtiFedSpace *own(std::unique_ptr<RtiFedSpace> space);
     template <class Handle>
