@@ -73,6 +73,15 @@ std::optional<std::string_view> superclassOf(std::string_view name) {
     return dot == std::string_view::npos ? std::nullopt : std::make_optional(name.substr(0, dot));
 }
 
+/// The class of this very full name, if it is `from` or stands above it.
+template <class Node>
+Node *upwardFrom(Node *from, std::string_view name) {
+    for (; from; from = from->getParentClass())
+        if (from->RtiFedElement::getName() == name)
+            return from;
+    return nullptr;
+}
+
 template <class Handle>
 Handle next(Handle &counter) {
     ++counter._value;
@@ -193,15 +202,18 @@ RtiFedObjectClass *RtiFedDatabase::addObjectClass(std::string name) {
 }
 
 RtiFedObjectClass *RtiFedDatabase::addObjectClass(const RtiDottedClassname &name) {
-    return declareObjectClass(name.getClassname());
+    return declareObjectClass(name.getClassname(), nullptr);
 }
 
-RtiFedObjectClass *RtiFedDatabase::declareObjectClass(std::string_view name) {
-    if (objectClassExists(name))
+RtiFedObjectClass *RtiFedDatabase::declareObjectClass(std::string_view name, RtiFedObjectClass *last) {
+    const auto key = _objectClasses.keyOf(name);
+    if (_objectClasses.handleOf(key) != 0)
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 202:  The object class ", name, " already exists.");
     RtiFedObjectClass *parent = nullptr;
     if (const auto superclass = superclassOf(name)) {
-        parent = find(getObjectClassHandle(*superclass));
+        parent = upwardFrom(last, *superclass);
+        if (!parent)
+            parent = find(getObjectClassHandle(*superclass));
         if (!parent)
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 222: FED Object Superclass Not Known");
     }
@@ -210,7 +222,7 @@ RtiFedObjectClass *RtiFedDatabase::declareObjectClass(std::string_view name) {
         parent->makeRoomForChildClass(made->getHandle());
         parent->makeRoomInAllFor(made->getHandle());
     }
-    RtiFedObjectClass *added = _objectClasses.add(std::move(made));
+    RtiFedObjectClass *added = _objectClasses.add(std::move(made), key);
     if (parent) {
         parent->addChildClass(added->getHandle());
         parent->addChildClassToAll(added->getHandle());
@@ -242,19 +254,23 @@ void RtiFedDatabase::declareObjectClassAttribute(RtiFedObjectClass *objectClass,
 
 RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, RtiTransportationHandle transportation,
                                                             RtiOrderingHandle ordering, RtiSpaceHandle space) {
-    return declareInteractionClass(name, transportation, ordering, space);
+    return declareInteractionClass(name, transportation, ordering, space, nullptr);
 }
 
 RtiFedInteractionClass *RtiFedDatabase::declareInteractionClass(std::string_view name,
                                                                 const RtiTransportationHandle &transportation,
                                                                 const RtiOrderingHandle &ordering,
-                                                                const RtiSpaceHandle &space) {
-    if (interactionClassExists(name))
+                                                                const RtiSpaceHandle &space,
+                                                                RtiFedInteractionClass *last) {
+    const auto key = _interactionClasses.keyOf(name);
+    if (_interactionClasses.handleOf(key) != 0)
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 567:  The interaction class ", name,
                                           " already exists.");
     RtiFedInteractionClass *parent = nullptr;
     if (const auto superclass = superclassOf(name)) {
-        parent = find(getInteractionClassHandle(*superclass));
+        parent = upwardFrom(last, *superclass);
+        if (!parent)
+            parent = find(getInteractionClassHandle(*superclass));
         if (!parent)
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 587: FED Interaction Superclass Not Known");
     }
@@ -262,7 +278,7 @@ RtiFedInteractionClass *RtiFedDatabase::declareInteractionClass(std::string_view
                                          transportation, ordering, space);
     if (parent)
         parent->makeRoomForChildClass(made->getHandle());
-    RtiFedInteractionClass *added = _interactionClasses.add(std::move(made));
+    RtiFedInteractionClass *added = _interactionClasses.add(std::move(made), key);
     if (parent) // only the parent learns of it: an interaction class knows no further descendants
         parent->addChildClass(added->getHandle());
     return added;

@@ -163,6 +163,19 @@ TEST(Database, BuildsThroughWhoeverOverridesACallback) {
     EXPECT_NE(database->getParameterHandle("myFederate", database->getInteractionClassHandle("Manager.Federate")), 0);
 }
 
+TEST(Database, FindsTheClassAboveInWhateverOrderClassesCome) {
+    const auto database = emptyDatabase();
+    RtiFedDatabaseCodegen codegen(database.get());
+    for (const char *name : {"ObjectRoot", "ObjectRoot.A", "ObjectRoot.A.B", "ObjectRoot.C", "objectroot.a.D", "A.B.E"})
+        codegen.addObjectClass(name);
+    const auto parentOf = [&](unsigned long handle) {
+        return database->find(RtiObjectClassHandle(handle))->getParentClass();
+    };
+    EXPECT_EQ(parentOf(4), database->find(RtiObjectClassHandle(1)));
+    EXPECT_EQ(parentOf(5), database->find(RtiObjectClassHandle(2)));
+    EXPECT_EQ(parentOf(6), database->find(RtiObjectClassHandle(3)));
+}
+
 TEST(Database, FindsASpaceOfATakenNameByHandleOnly) {
     const auto database = emptyDatabase();
     database->addSpace("S");

@@ -43,7 +43,7 @@ void RtiFedDatabaseCodegen::addParameter(std::string name) {
 }
 
 void RtiFedDatabaseCodegen::buildObjectClass(std::string_view name) {
-    _objectClass = _database->declareObjectClass(name);
+    _objectClass = _database->declareObjectClass(name, _objectClass);
 }
 
 void RtiFedDatabaseCodegen::buildObjectClassAttribute(std::string_view name, std::string_view transportation,
@@ -58,8 +58,8 @@ void RtiFedDatabaseCodegen::buildInteractionClass(std::string_view name, std::st
                                                   std::string_view ordering, std::string_view space) {
     const RtiSpaceHandle handle = spaceHandle(space, "\"RtiFedDatabaseCodegen\", line 111: ");
     const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
-    _interactionClass =
-        _database->declareInteractionClass(name, transport, _database->getOrderingHandle(ordering), handle);
+    _interactionClass = _database->declareInteractionClass(name, transport, _database->getOrderingHandle(ordering),
+                                                           handle, _interactionClass);
 }
 
 void RtiFedDatabaseCodegen::buildParameter(std::string_view name) {
