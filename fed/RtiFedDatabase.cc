@@ -47,14 +47,16 @@ class Builder final : public RtiFedDatabaseCodegen {
 public:
     using RtiFedDatabaseCodegen::RtiFedDatabaseCodegen;
 
-    void declareObjectClass(std::string_view name) override { buildObjectClass(name); }
+    void declareObjectClass(std::string_view name, std::size_t numAttributes) override {
+        buildObjectClass(name, numAttributes);
+    }
     void declareObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
                                      std::string_view space) override {
         buildObjectClassAttribute(name, transportation, ordering, space);
     }
     void declareInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
-                                 std::string_view space) override {
-        buildInteractionClass(name, transportation, ordering, space);
+                                 std::string_view space, std::size_t numParameters) override {
+        buildInteractionClass(name, transportation, ordering, space, numParameters);
     }
     void declareParameter(std::string_view name) override { buildParameter(name); }
 };

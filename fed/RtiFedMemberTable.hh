@@ -39,6 +39,18 @@ public:
     /// Puts the records into an arena that others share; an empty table's only. It must outlive the table.
     void share(RtiFedArena &arena) { _arena = &arena; }
 
+    /// Takes the memory for so many records, but not for the records themselves.
+    void reserve(std::size_t capacity) {
+        if (capacity <= _capacity)
+            return;
+        if (capacity > std::min<std::size_t>(UINT32_MAX, SIZE_MAX / 2 / sizeof(Entry)))
+            throw std::bad_alloc();
+        auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry), alignof(Entry)));
+        std::uninitialized_copy(_entries, _entries + _size, entries);
+        _entries = entries;
+        _capacity = static_cast<std::uint32_t>(capacity);
+    }
+
     /// Makes a record, adds it, and returns it. One whose name or handle is taken is not found by it. `hashed` is its
     /// name, which need not live on. Either the record is added or, if memory runs out, nothing has changed.
     template <class... Arguments>
@@ -207,17 +219,6 @@ private:
             throw;
         }
         _extra->numNameless += isNew ? 0 : 1;
-    }
-
-    void reserve(std::size_t capacity) {
-        if (capacity <= _capacity)
-            return;
-        if (capacity > std::min<std::size_t>(UINT32_MAX, SIZE_MAX / 2 / sizeof(Entry)))
-            throw std::bad_alloc();
-        auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry), alignof(Entry)));
-        std::uninitialized_copy(_entries, _entries + _size, entries);
-        _entries = entries;
-        _capacity = static_cast<std::uint32_t>(capacity);
     }
 
     std::unique_ptr<Handles> allHandles() const {

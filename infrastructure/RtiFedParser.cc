@@ -70,7 +70,7 @@ struct RtiFedParser::Contents {
             path += text.at(current[0]);
             std::replace(path.begin() + name, path.end(), '.', '_'); // only a wrong text has a dot here
             ends.push_back(path.size());
-            onClass(path, current);
+            onClass(path, declared);
             for (auto i = declared.firstMember; i != RtiFedDeclarations::kNone; i = tree.members[i].next) {
                 current = tree.members[i].arguments;
                 onMember(current);
@@ -133,14 +133,18 @@ void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
             codegen.addDimension(enter(*dimension++));
     }
     contents.deliver(
-        declared.objects, [&](std::string_view path, const RtiFedArguments &) { codegen.declareObjectClass(path); },
+        declared.objects,
+        [&](std::string_view path, const RtiFedDeclarations::Class &c) {
+            codegen.declareObjectClass(path, c.numMembers);
+        },
         [&](const RtiFedArguments &a) {
             codegen.declareObjectClassAttribute(text(a[0]), text(a[1]), text(a[2]), text(a[3]));
         });
     contents.deliver(
         declared.interactions,
-        [&](std::string_view path, const RtiFedArguments &a) {
-            codegen.declareInteractionClass(path, text(a[1]), text(a[2]), text(a[3]));
+        [&](std::string_view path, const RtiFedDeclarations::Class &c) {
+            const RtiFedArguments &a = c.arguments;
+            codegen.declareInteractionClass(path, text(a[1]), text(a[2]), text(a[3]), c.numMembers);
         },
         [&](const RtiFedArguments &a) { codegen.declareParameter(text(a[0])); });
     contents.current = {};

@@ -25,7 +25,7 @@ void RtiFedDatabaseCodegen::addDimension(std::string name) {
 }
 
 void RtiFedDatabaseCodegen::addObjectClass(std::string name) {
-    buildObjectClass(name);
+    buildObjectClass(name, 0);
 }
 
 void RtiFedDatabaseCodegen::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
@@ -35,15 +35,16 @@ void RtiFedDatabaseCodegen::addObjectClassAttribute(std::string name, std::strin
 
 void RtiFedDatabaseCodegen::addInteractionClass(std::string name, std::string transportation, std::string ordering,
                                                 std::string space) {
-    buildInteractionClass(name, transportation, ordering, space);
+    buildInteractionClass(name, transportation, ordering, space, 0);
 }
 
 void RtiFedDatabaseCodegen::addParameter(std::string name) {
     buildParameter(name);
 }
 
-void RtiFedDatabaseCodegen::buildObjectClass(std::string_view name) {
+void RtiFedDatabaseCodegen::buildObjectClass(std::string_view name, std::size_t numAttributes) {
     _objectClass = _database->declareObjectClass(name, _objectClass);
+    _objectClass->makeRoomForMembers(numAttributes);
 }
 
 void RtiFedDatabaseCodegen::buildObjectClassAttribute(std::string_view name, std::string_view transportation,
@@ -55,11 +56,13 @@ void RtiFedDatabaseCodegen::buildObjectClassAttribute(std::string_view name, std
 }
 
 void RtiFedDatabaseCodegen::buildInteractionClass(std::string_view name, std::string_view transportation,
-                                                  std::string_view ordering, std::string_view space) {
+                                                  std::string_view ordering, std::string_view space,
+                                                  std::size_t numParameters) {
     const RtiSpaceHandle handle = spaceHandle(space, "\"RtiFedDatabaseCodegen\", line 111: ");
     const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
     _interactionClass = _database->declareInteractionClass(name, transport, _database->getOrderingHandle(ordering),
                                                            handle, _interactionClass);
+    _interactionClass->makeRoomForMembers(numParameters);
 }
 
 void RtiFedDatabaseCodegen::buildParameter(std::string_view name) {

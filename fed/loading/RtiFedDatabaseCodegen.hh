@@ -26,11 +26,11 @@ public:
 
 protected:
     // What the callbacks do, without a string for each name.
-    void buildObjectClass(std::string_view name);
+    void buildObjectClass(std::string_view name, std::size_t numAttributes);
     void buildObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
                                    std::string_view space);
     void buildInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
-                               std::string_view space);
+                               std::string_view space, std::size_t numParameters);
     void buildParameter(std::string_view name);
 
 private:

@@ -42,7 +42,7 @@ void RtiFedParserCodegen::addParameter(std::string name) {
     std::printf("addParameter(\"%s\");\n", name.c_str());
 }
 
-void RtiFedParserCodegen::declareObjectClass(std::string_view name) {
+void RtiFedParserCodegen::declareObjectClass(std::string_view name, std::size_t /*numAttributes*/) {
     addObjectClass(std::string(name));
 }
 
@@ -52,7 +52,8 @@ void RtiFedParserCodegen::declareObjectClassAttribute(std::string_view name, std
 }
 
 void RtiFedParserCodegen::declareInteractionClass(std::string_view name, std::string_view transportation,
-                                                  std::string_view ordering, std::string_view space) {
+                                                  std::string_view ordering, std::string_view space,
+                                                  std::size_t /*numParameters*/) {
     addInteractionClass(std::string(name), std::string(transportation), std::string(ordering), std::string(space));
 }
 

@@ -36,10 +36,10 @@ public:
 
     // The parser delivers classes and members through these. Each body here calls the callback above, so that one who
     // overrides that need not know of them; to override these instead spares the strings. A view holds during the call.
-    virtual void declareObjectClass(std::string_view name);
+    virtual void declareObjectClass(std::string_view name, std::size_t numAttributes);
     virtual void declareObjectClassAttribute(std::string_view name, std::string_view transportation,
                                              std::string_view ordering, std::string_view space);
     virtual void declareInteractionClass(std::string_view name, std::string_view transportation,
-                                         std::string_view ordering, std::string_view space);
+                                         std::string_view ordering, std::string_view space, std::size_t numParameters);
     virtual void declareParameter(std::string_view name);
 };
