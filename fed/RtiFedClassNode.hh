@@ -45,6 +45,7 @@ public:
     const RtiFedMemberTable<Member> &members() const { return _members; }
     /// Puts the members into an arena that others share, before there are any. It must outlive the node.
     void shareArena(RtiFedArena &arena) { _members.share(arena); }
+    void makeRoomForMembers(std::size_t number) { _members.reserve(number); }
 
     /// Calls `visit` for each node that this one owns, at any depth.
     template <class Visit>
@@ -90,7 +91,7 @@ protected:
         return *_owned->byHandle.find(handle);
     }
 
-    bool memberExists(const RtiFedName &name) const { return _members.find(name) != nullptr; }
+    bool memberExists(const RtiFedName &name) const { return _members.has(name); }
     bool memberIsInherited(const RtiFedName &name) const {
         for (const RtiFedClassNode *node = _parent; node; node = node->_parent)
             if (node->memberExists(name))

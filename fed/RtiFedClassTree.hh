@@ -26,14 +26,25 @@ public:
         const auto *found = _handleMap.find(handle);
         return found ? found->get() : nullptr;
     }
+
+    /// A full name as it is looked up: what stands behind the root prefix, if it has that.
+    struct Key {
+        std::string_view name;
+        bool underRoot;
+        RtiFedName behindRoot;
+    };
+    static Key keyOf(std::string_view name) {
+        const bool underRoot = RtiFedName::beginsWith(name, kPrefix);
+        return {name, underRoot, underRoot ? name.substr(kPrefix.size()) : name};
+    }
+
     /// The handle of a class, by its name in any letter case; 0 if there is none. A name that is not found is tried
     /// once more behind the root prefix, whatever it is.
-    Handle handleOf(std::string_view name) const {
-        if (isUnderRoot(name)) {
-            const Number handle = _nameMap.find(behindRoot(name)).underRoot;
-            return handle != 0 || !_isRootTwice ? handle : _nameMap.find(name).underRoot;
-        }
-        const Names names = _nameMap.find(name);
+    Handle handleOf(std::string_view name) const { return handleOf(keyOf(name)); }
+    Handle handleOf(const Key &key) const {
+        const Names names = _nameMap.find(key.behindRoot);
+        if (key.underRoot)
+            return names.underRoot != 0 || !_isRootTwice ? names.underRoot : _nameMap.find(key.name).underRoot;
         return names.alone != 0 ? names.alone : names.underRoot;
     }
 
@@ -47,14 +58,14 @@ public:
         return node;
     }
 
-    /// Owns a class that it made, whose handle must be free and not 0, and returns it. Either it is added or, if memory
-    /// runs out, nothing has changed.
-    Node *add(Owner node) {
+    /// Owns a class that it made, whose handle must be free and not 0, and returns it. `key` is that of its name.
+    /// Either it is added or, if memory runs out, nothing has changed.
+    Node *add(Owner node, const Key &key) {
         Node *added = node.get();
         const Handle handle = added->getHandle();
         _handleMap.insert(handle, std::move(node));
         try {
-            enterName(added->getName(), handle._value);
+            enterName(key, handle._value);
         } catch (...) {
             _handleMap.erase(handle);
             throw;
@@ -88,11 +99,12 @@ public:
             const std::size_t byte = imageByte(buffer);
             Owner node = make();
             node->restoreAtLevel(buffer, 1);
-            if (isNamed(node->getName()))
+            const Key key = keyOf(node->getName());
+            if (isNamed(key))
                 refuseImage(byte, "the class name ", node->getName(), " stands twice");
             if (node->getHandle() == 0 || find(node->getHandle()))
                 refuseImage(byte, "the handle of the class ", node->getName(), " is 0 or stands twice");
-            read.emplace_back(add(std::move(node)), byte);
+            read.emplace_back(add(std::move(node), key), byte);
         }
         for (const auto &[node, byte] : read)
             node->setParentClass(find(node->getParentClassHandle()));
@@ -172,25 +184,21 @@ private:
         Number underRoot = 0;
     };
 
-    static bool isUnderRoot(std::string_view name) { return RtiFedName::beginsWith(name, kPrefix); }
-    static std::string_view behindRoot(std::string_view name) { return name.substr(kPrefix.size()); }
-
-    bool isNamed(std::string_view name) const {
-        return isUnderRoot(name) ? _nameMap.find(behindRoot(name)).underRoot != 0 : _nameMap.find(name).alone != 0;
+    bool isNamed(const Key &key) const {
+        const Names names = _nameMap.find(key.behindRoot);
+        return (key.underRoot ? names.underRoot : names.alone) != 0;
     }
     /// Enters the full name of a class; one that is taken stays as it is.
-    void enterName(std::string_view name, Number handle) {
-        const bool underRoot = isUnderRoot(name);
-        const RtiFedName key = underRoot ? behindRoot(name) : name;
-        if (!_nameMap.insert(key, underRoot ? Names{0, handle} : Names{handle, 0})) {
-            Names names = _nameMap.find(key);
-            Number &place = underRoot ? names.underRoot : names.alone;
+    void enterName(const Key &key, Number handle) {
+        if (!_nameMap.insert(key.behindRoot, key.underRoot ? Names{0, handle} : Names{handle, 0})) {
+            Names names = _nameMap.find(key.behindRoot);
+            Number &place = key.underRoot ? names.underRoot : names.alone;
             if (place != 0)
                 return;
             place = handle;
-            _nameMap.replace(key, names);
+            _nameMap.replace(key.behindRoot, names);
         }
-        _isRootTwice = _isRootTwice || (underRoot && isUnderRoot(key.text()));
+        _isRootTwice = _isRootTwice || (key.underRoot && RtiFedName::beginsWith(key.behindRoot.text(), kPrefix));
         ++_numNames;
     }
 

@@ -7,6 +7,7 @@
 #include "infrastructure/RtiStringUtility.hh"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -40,12 +41,46 @@ const FixedName *findFixed(const FixedName (&names)[2], unsigned long handle) {
     return nullptr;
 }
 
+/// Takes the parser's views directly: nobody derives from it who would want the strings.
+class Builder final : public RtiFedDatabaseCodegen {
+public:
+    using RtiFedDatabaseCodegen::RtiFedDatabaseCodegen;
+
+    void declareObjectClass(std::string_view name, std::size_t numAttributes) override {
+        buildObjectClass(name, numAttributes);
+    }
+    void declareObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
+                                     std::string_view space) override {
+        buildObjectClassAttribute(name, transportation, ordering, space);
+    }
+    void declareInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
+                                 std::string_view space, std::size_t numParameters) override {
+        buildInteractionClass(name, transportation, ordering, space, numParameters);
+    }
+    void declareParameter(std::string_view name) override { buildParameter(name); }
+};
+
 template <class Classes>
 std::size_t numMembers(const Classes &classes) {
     std::size_t number = 0;
     for (const auto &[node, byte] : classes)
         number += node->members().size();
     return number;
+}
+
+/// The full name of the class above, if a class has one.
+std::optional<std::string_view> superclassOf(std::string_view name) {
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string_view::npos ? std::nullopt : std::make_optional(name.substr(0, dot));
+}
+
+/// The class of this very full name, if it is `from` or stands above it.
+template <class Node>
+Node *upwardFrom(Node *from, std::string_view name) {
+    for (; from; from = from->getParentClass())
+        if (from->RtiFedElement::getName() == name)
+            return from;
+    return nullptr;
 }
 
 template <class Handle>
@@ -107,7 +142,7 @@ void RtiFedDatabase::buildFromFed(std::FILE *file) {
 }
 
 void RtiFedDatabase::parse(std::FILE *file) {
-    RtiFedDatabaseCodegen codegen(this);
+    Builder codegen(this);
     // A parser reports a syntax error as a text, ours as a string; the exceptions of the callbacks pass through.
     try {
         RtiFedParser_Class_main(file, &codegen); // which closes the file
@@ -168,23 +203,27 @@ RtiFedObjectClass *RtiFedDatabase::addObjectClass(std::string name) {
 }
 
 RtiFedObjectClass *RtiFedDatabase::addObjectClass(const RtiDottedClassname &name) {
-    const std::string &fullName = name.getClassname();
-    if (objectClassExists(fullName))
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 202:  The object class ", fullName,
-                                          " already exists.");
+    return declareObjectClass(name.getClassname(), nullptr);
+}
+
+RtiFedObjectClass *RtiFedDatabase::declareObjectClass(std::string_view name, RtiFedObjectClass *last) {
+    const auto key = _objectClasses.keyOf(name);
+    if (_objectClasses.handleOf(key) != 0)
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 202:  The object class ", name, " already exists.");
     RtiFedObjectClass *parent = nullptr;
-    if (name.getDepth() > 1) {
-        const RtiObjectClassHandle handle = getObjectClassHandle(name.getFullyQualifiedSubclass(name.getDepth() - 1));
-        if (handle == 0)
+    if (const auto superclass = superclassOf(name)) {
+        parent = upwardFrom(last, *superclass);
+        if (!parent)
+            parent = find(getObjectClassHandle(*superclass));
+        if (!parent)
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 222: FED Object Superclass Not Known");
-        parent = find(handle);
     }
-    auto made = _objectClasses.make(unused(createObjectClassHandle()), fullName, parent);
+    auto made = _objectClasses.make(unused(createObjectClassHandle()), std::string(name), parent);
     if (parent) { // first, since a class that its parent does not know would spoil the image
         parent->makeRoomForChildClass(made->getHandle());
         parent->makeRoomInAllFor(made->getHandle());
     }
-    RtiFedObjectClass *added = _objectClasses.add(std::move(made));
+    RtiFedObjectClass *added = _objectClasses.add(std::move(made), key);
     if (parent) {
         parent->addChildClass(added->getHandle());
         parent->addChildClassToAll(added->getHandle());
@@ -195,12 +234,18 @@ RtiFedObjectClass *RtiFedDatabase::addObjectClass(const RtiDottedClassname &name
 void RtiFedDatabase::addObjectClassAttribute(RtiFedObjectClass *objectClass, std::string name,
                                              RtiTransportationHandle transportation, RtiOrderingHandle ordering,
                                              RtiSpaceHandle space) {
+    declareObjectClassAttribute(objectClass, RtiFedName(name), transportation, ordering, space);
+}
+
+void RtiFedDatabase::declareObjectClassAttribute(RtiFedObjectClass *objectClass, const RtiFedName &name,
+                                                 const RtiTransportationHandle &transportation,
+                                                 const RtiOrderingHandle &ordering, const RtiSpaceHandle &space) {
     if (!objectClass)
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 523: ");
     const RtiAttributeHandle handle = createAttributeHandle();
     const bool mapped = _attributeObjectClassMap.insert(handle, objectClass->getHandle()._value);
     try {
-        objectClass->addAttribute(handle, std::move(name), transportation, ordering, space);
+        objectClass->addAttribute(handle, name, transportation, ordering, space);
     } catch (...) {
         if (mapped)
             _attributeObjectClassMap.erase(handle);
@@ -210,24 +255,31 @@ void RtiFedDatabase::addObjectClassAttribute(RtiFedObjectClass *objectClass, std
 
 RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, RtiTransportationHandle transportation,
                                                             RtiOrderingHandle ordering, RtiSpaceHandle space) {
-    const RtiDottedClassname dotted(std::move(name));
-    const std::string &fullName = dotted.getClassname();
-    if (interactionClassExists(fullName))
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 567:  The interaction class ", fullName,
+    return declareInteractionClass(name, transportation, ordering, space, nullptr);
+}
+
+RtiFedInteractionClass *RtiFedDatabase::declareInteractionClass(std::string_view name,
+                                                                const RtiTransportationHandle &transportation,
+                                                                const RtiOrderingHandle &ordering,
+                                                                const RtiSpaceHandle &space,
+                                                                RtiFedInteractionClass *last) {
+    const auto key = _interactionClasses.keyOf(name);
+    if (_interactionClasses.handleOf(key) != 0)
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 567:  The interaction class ", name,
                                           " already exists.");
     RtiFedInteractionClass *parent = nullptr;
-    if (dotted.getDepth() > 1) {
-        const RtiInteractionClassHandle handle =
-            getInteractionClassHandle(dotted.getFullyQualifiedSubclass(dotted.getDepth() - 1));
-        if (handle == 0)
+    if (const auto superclass = superclassOf(name)) {
+        parent = upwardFrom(last, *superclass);
+        if (!parent)
+            parent = find(getInteractionClassHandle(*superclass));
+        if (!parent)
             rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 587: FED Interaction Superclass Not Known");
-        parent = find(handle);
     }
-    auto made = _interactionClasses.make(unused(createInteractionClassHandle()), fullName, parent, transportation,
-                                         ordering, space);
+    auto made = _interactionClasses.make(unused(createInteractionClassHandle()), std::string(name), parent,
+                                         transportation, ordering, space);
     if (parent)
         parent->makeRoomForChildClass(made->getHandle());
-    RtiFedInteractionClass *added = _interactionClasses.add(std::move(made));
+    RtiFedInteractionClass *added = _interactionClasses.add(std::move(made), key);
     if (parent) // only the parent learns of it: an interaction class knows no further descendants
         parent->addChildClass(added->getHandle());
     return added;
@@ -424,8 +476,8 @@ void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses
         const std::size_t byte = imageByte(buffer);
         RtiAttributeHandle attribute;
         RtiObjectClassHandle objectClass;
-        buffer.get(attribute);
-        buffer.get(objectClass);
+        attribute.restore(buffer);
+        objectClass.restore(buffer);
         const unsigned long *declaring = declared.find(attribute);
         if (!(last < attribute) || !declaring || objectClass != *declaring)
             refuseImage(byte, "the attribute handle ", toString(attribute._value),

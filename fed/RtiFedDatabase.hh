@@ -217,6 +217,17 @@ private:
 
     using AttributeClasses = RtiFedHandleMap<RtiAttributeHandle, unsigned long>; // the declaring class's handle
 
+    friend class RtiFedDatabaseCodegen;
+    // As the operations that add, without a string for each name. `last` is the class that was added last, if that is
+    // known: the one above is most often that or above it.
+    RtiFedObjectClass *declareObjectClass(std::string_view name, RtiFedObjectClass *last);
+    void declareObjectClassAttribute(RtiFedObjectClass *objectClass, const RtiFedName &name,
+                                     const RtiTransportationHandle &transportation, const RtiOrderingHandle &ordering,
+                                     const RtiSpaceHandle &space);
+    RtiFedInteractionClass *declareInteractionClass(std::string_view name,
+                                                    const RtiTransportationHandle &transportation,
+                                                    const RtiOrderingHandle &ordering, const RtiSpaceHandle &space,
+                                                    RtiFedInteractionClass *last);
     void parse(std::FILE *file);
     RtiFedSpace *own(std::unique_ptr<RtiFedSpace> space);
     template <class Handle>

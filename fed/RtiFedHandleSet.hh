@@ -106,7 +106,7 @@ public:
         for (unsigned long i = 0; i < count; ++i) {
             const std::size_t byte = imageByte(buffer);
             Handle handle;
-            buffer.get(handle);
+            handle.restore(buffer);
             if (i > 0 && handle._value <= _runs[_numRuns - 1].last)
                 refuseImage(byte, "the handle ", toString(handle._value), " stands behind ",
                             toString(_runs[_numRuns - 1].last));

@@ -45,15 +45,18 @@ RtiFedInteractionClass *RtiFedInteractionClass::addInteractionClass(RtiInteracti
 }
 
 RtiFedParameter *RtiFedInteractionClass::addParameter(RtiParameterHandle handle, std::string name) {
+    return addParameter(handle, RtiFedName(name));
+}
+
+RtiFedParameter *RtiFedInteractionClass::addParameter(const RtiParameterHandle &handle, const RtiFedName &name) {
     // The texts say attribute although they concern a parameter: callers compare them.
-    const RtiFedName hashed(name);
-    if (memberExists(hashed))
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 413:  Duplicate attribute ", name,
+    if (memberExists(name))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 413:  Duplicate attribute ", name.text(),
                                           " in interaction class ", getName());
-    if (memberIsInherited(hashed))
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name,
+    if (memberIsInherited(name))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name.text(),
                                           " in interaction class hierarchy at class ", getName());
-    return _members.add(hashed, handle, std::move(name));
+    return _members.add(name, handle, std::string(name.text()));
 }
 
 RtiParameterHandle RtiFedInteractionClass::getParameterHandle(std::string_view name) const {

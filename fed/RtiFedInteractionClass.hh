@@ -36,6 +36,7 @@ public:
     /// Declares a parameter and returns it. Throws RTI::ErrorReadingFED if this class or one above it declares a
     /// parameter of that name, in any letter case.
     RtiFedParameter *addParameter(RtiParameterHandle handle, std::string name);
+    RtiFedParameter *addParameter(const RtiParameterHandle &handle, const RtiFedName &name);
 
     /// The handle of a parameter declared here, by its name in any letter case. Throws RTI::NameNotFound.
     RtiParameterHandle getParameterHandle(std::string_view name) const;

@@ -39,6 +39,18 @@ public:
     /// Puts the records into an arena that others share; an empty table's only. It must outlive the table.
     void share(RtiFedArena &arena) { _arena = &arena; }
 
+    /// Takes the memory for so many records, but not for the records themselves.
+    void reserve(std::size_t capacity) {
+        if (capacity <= _capacity)
+            return;
+        if (capacity > std::min<std::size_t>(UINT32_MAX, SIZE_MAX / 2 / sizeof(Entry)))
+            throw std::bad_alloc();
+        auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry), alignof(Entry)));
+        std::uninitialized_copy(_entries, _entries + _size, entries);
+        _entries = entries;
+        _capacity = static_cast<std::uint32_t>(capacity);
+    }
+
     /// Makes a record, adds it, and returns it. One whose name or handle is taken is not found by it. `hashed` is its
     /// name, which need not live on. Either the record is added or, if memory runs out, nothing has changed.
     template <class... Arguments>
@@ -46,8 +58,10 @@ public:
         return adopt(make(std::forward<Arguments>(arguments)...), hashed.hash());
     }
 
+    /// Whether there is a record of this name. Nearly always there is none, and the filter says so without a call.
+    bool has(const RtiFedName &name) const { return passes(name) && find(name); }
     Record *find(const RtiFedName &name) const {
-        if (!(_filter & bitOf(name)))
+        if (!passes(name))
             return nullptr;
         if (_extra && _extra->names)
             return _extra->names->find(name);
@@ -150,6 +164,8 @@ private:
     static std::uint32_t hashOf(const RtiFedName &name) { return static_cast<std::uint32_t>(name.hash()); }
     static std::uint64_t bitOf(const RtiFedName &name) { return std::uint64_t(1) << (name.hash() >> 32 & 63); }
 
+    bool passes(const RtiFedName &name) const { return _filter & bitOf(name); }
+
     static bool fits(const Handle &handle) { return handle._value <= UINT32_MAX; }
     bool ascendsTo(const Handle &handle) const {
         return fits(handle) && (_size == 0 || _entries[_size - 1].handle < handle._value);
@@ -178,7 +194,7 @@ private:
         const RtiFedName name(record->RtiFedElement::getName(), hash);
         if (_size == _capacity)
             reserve(_capacity == 0 ? kFirstRoom : std::size_t(2) * _capacity);
-        const bool isNew = !find(name);
+        const bool isNew = !has(name);
         if (_extra || !isNew || _size >= kFew || !ascendsTo(handle))
             index(*record, handle, name, isNew);
         _filter |= bitOf(name);
@@ -203,17 +219,6 @@ private:
             throw;
         }
         _extra->numNameless += isNew ? 0 : 1;
-    }
-
-    void reserve(std::size_t capacity) {
-        if (capacity <= _capacity)
-            return;
-        if (capacity > std::min<std::size_t>(UINT32_MAX, SIZE_MAX / 2 / sizeof(Entry)))
-            throw std::bad_alloc();
-        auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry), alignof(Entry)));
-        std::uninitialized_copy(_entries, _entries + _size, entries);
-        _entries = entries;
-        _capacity = static_cast<std::uint32_t>(capacity);
     }
 
     std::unique_ptr<Handles> allHandles() const {

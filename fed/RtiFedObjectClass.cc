@@ -30,14 +30,19 @@ RtiFedObjectClass *RtiFedObjectClass::addObjectClass(RtiObjectClassHandle handle
 RtiFedAttribute *RtiFedObjectClass::addAttribute(RtiAttributeHandle handle, std::string name,
                                                  RtiTransportationHandle transport, RtiOrderingHandle ordering,
                                                  RtiSpaceHandle space) {
-    const RtiFedName hashed(name);
-    if (memberExists(hashed))
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 474:  Duplicate attribute ", name,
+    return addAttribute(handle, RtiFedName(name), transport, ordering, space);
+}
+
+RtiFedAttribute *RtiFedObjectClass::addAttribute(const RtiAttributeHandle &handle, const RtiFedName &name,
+                                                 const RtiTransportationHandle &transport,
+                                                 const RtiOrderingHandle &ordering, const RtiSpaceHandle &space) {
+    if (memberExists(name))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 474:  Duplicate attribute ", name.text(),
                                           " in object class ", getName());
-    if (memberIsInherited(hashed))
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 485:  Duplicate attribute ", name,
+    if (memberIsInherited(name))
+        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 485:  Duplicate attribute ", name.text(),
                                           " in object class hierarchy at class ", getName());
-    return _members.add(hashed, handle, std::move(name), transport, ordering, space);
+    return _members.add(name, handle, std::string(name.text()), transport, ordering, space);
 }
 
 void RtiFedObjectClass::addChildClassToAll(RtiObjectClassHandle descendant) {

@@ -38,6 +38,9 @@ public:
     /// attribute of that name, in any letter case. Subclasses that exist already are not asked.
     RtiFedAttribute *addAttribute(RtiAttributeHandle handle, std::string name, RtiTransportationHandle transport,
                                   RtiOrderingHandle ordering, RtiSpaceHandle space);
+    RtiFedAttribute *addAttribute(const RtiAttributeHandle &handle, const RtiFedName &name,
+                                  const RtiTransportationHandle &transport, const RtiOrderingHandle &ordering,
+                                  const RtiSpaceHandle &space);
 
     /// Announces a descendant to this class and every class above it.
     void addChildClassToAll(RtiObjectClassHandle descendant);

@@ -13,7 +13,7 @@ public:
     void save(RtiBuffer &buffer) const { buffer.put(Handle(_number)); }
     void restore(RtiBuffer &buffer) {
         Handle handle;
-        buffer.get(handle);
+        handle.restore(buffer); // directly, which is what the buffer's get does
         _number = handle._value;
     }
 

@@ -6,4 +6,5 @@ void RtiFedDeclarations::Tree::addMember(std::uint32_t classIndex, const RtiFedA
     Class &owner = classes[classIndex];
     (owner.firstMember == kNone ? owner.firstMember : members[owner.lastMember].next) = index;
     owner.lastMember = index;
+    ++owner.numMembers;
 }

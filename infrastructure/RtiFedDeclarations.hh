@@ -23,6 +23,7 @@ struct RtiFedDeclarations {
         std::uint32_t level = 1; ///< 1 for a class that stands in no other.
         std::uint32_t firstMember = kNone;
         std::uint32_t lastMember = kNone;
+        std::uint32_t numMembers = 0;
     };
 
     /// An attribute or parameter. The members of a class are a list, since classes may stand between them.

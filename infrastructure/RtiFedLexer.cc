@@ -1,5 +1,6 @@
 #include "infrastructure/RtiFedLexer.hh"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -45,37 +46,28 @@ RtiFedOffset firstOf(const Block &block) {
     return inWord + (words[0] ? 0 : 8);
 }
 
-/// The first byte from `at` on that is not of a kind, or the end. `isOf` tells it of a byte, and `mayEnd` leaves in a
-/// block only those that may not be.
-template <class IsOf, class MayEnd>
-RtiFedOffset endOfRun(std::string_view bytes, RtiFedOffset at, IsOf isOf, MayEnd mayEnd) {
-    while (at < bytes.size()) {
-        if (at + sizeof(Block) <= bytes.size()) {
-            Block block;
-            std::memcpy(&block, &bytes[at], sizeof block);
-            mayEnd(block);
-            const RtiFedOffset run = firstOf(block);
-            at += run;
-            if (run == sizeof(Block))
-                continue;
-        }
-        if (!isOf(bytes[at]))
-            break;
-        ++at;
+/// The first byte from `at` on that ends a run, or the end. `ends` leaves in a block only those that do.
+template <class Ends>
+RtiFedOffset endOfRun(std::string_view bytes, RtiFedOffset at, Ends ends) {
+    for (;; at += sizeof(Block)) {
+        Block block;
+        std::memcpy(&block, bytes.data() + at, sizeof block); // the last one reaches into the padding of the text
+        ends(block);
+        const RtiFedOffset first = firstOf(block);
+        if (first < sizeof block)
+            return std::min(at + first, static_cast<RtiFedOffset>(bytes.size()));
     }
-    return at;
 }
 
 RtiFedOffset endOfWord(std::string_view bytes, RtiFedOffset at) {
-    return endOfRun(
-        bytes, at, [](char c) { return classOf(c) == ordinary; },
-        [](Block &b) { b = reinterpret_cast<Block>((b <= ' ') | (b == '(') | (b == ')') | (b == '"') | (b == ';')); });
+    return endOfRun(bytes, at, [](Block &b) {
+        b = reinterpret_cast<Block>((b == ' ') | (b == '(') | (b == ')') | (b - '\t' <= '\r' - '\t') | (b == '"') |
+                                    (b == ';') | (b == '\0'));
+    });
 }
 
 RtiFedOffset endOfBlanks(std::string_view bytes, RtiFedOffset at) {
-    return endOfRun(
-        bytes, at, [](char c) { return classOf(c) <= lineEnd; },
-        [](Block &b) { b = reinterpret_cast<Block>(b != ' '); });
+    return endOfRun(bytes, at, [](Block &b) { b = reinterpret_cast<Block>((b != ' ') & (b - '\t' > '\r' - '\t')); });
 }
 
 } // namespace
@@ -130,13 +122,13 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
                                         std::size_t longest) {
     if (_bytes.compare(_at, keyword.size(), keyword) != 0)
         return kNotPlain;
-    const auto size = static_cast<RtiFedOffset>(_bytes.size());
+    const char *const bytes = _bytes.data(); // a NUL byte follows the last
     RtiFedOffset at = _at + static_cast<RtiFedOffset>(keyword.size());
     for (std::size_t count = 0;; ++count) {
         const RtiFedOffset end = at;
-        if (at < size && classOf(_bytes[at]) <= lineEnd && ++at < size && classOf(_bytes[at]) <= lineEnd)
+        if (classOf(bytes[at]) <= lineEnd && classOf(bytes[++at]) <= lineEnd)
             at = endOfBlanks(_bytes, at); // more than the one that is common
-        if (at < size && (_bytes[at] == '(' || _bytes[at] == ')')) {
+        if (bytes[at] == '(' || bytes[at] == ')') {
             _at = at;
             return count;
         }

@@ -36,8 +36,6 @@ struct RtiFedParser::Contents {
                   [this](RtiFedSpan a, RtiFedSpan b) { return lessInAnyCase(text.at(a), text.at(b)); });
     }
 
-    std::string textOf(RtiFedSpan span) const { return std::string(text.at(span)); }
-
     /// Calls `onClass` with the full name and arguments of each class, and `onMember` with the arguments of each
     /// member.
     template <class OnClass, class OnMember>
@@ -54,7 +52,7 @@ struct RtiFedParser::Contents {
             path += text.at(current[0]);
             std::replace(path.begin() + name, path.end(), '.', '_'); // only a wrong text has a dot here
             ends.push_back(path.size());
-            onClass(path, current);
+            onClass(path, declared);
             for (auto i = declared.firstMember; i != RtiFedDeclarations::kNone; i = tree.members[i].next) {
                 current = tree.members[i].arguments;
                 onMember(current);
@@ -99,10 +97,10 @@ RtiFedParser::Error RtiFedParser::error(std::size_t index) const {
 void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
     Contents &contents = *_contents;
     const RtiFedDeclarations &declared = contents.read.declarations;
-    const auto text = [&contents](RtiFedSpan span) { return contents.textOf(span); };
+    const auto text = [&contents](RtiFedSpan span) { return contents.text.at(span); };
     const auto enter = [&contents](RtiFedSpan name) {
         contents.current = {name};
-        return contents.textOf(name);
+        return std::string(contents.text.at(name));
     };
     if (declared.federation.begin)
         codegen.setFederate(enter(declared.federation));
@@ -115,16 +113,20 @@ void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
             codegen.addDimension(enter(*dimension++));
     }
     contents.deliver(
-        declared.objects, [&](const std::string &path, const RtiFedArguments &) { codegen.addObjectClass(path); },
+        declared.objects,
+        [&](std::string_view path, const RtiFedDeclarations::Class &c) {
+            codegen.declareObjectClass(path, c.numMembers);
+        },
         [&](const RtiFedArguments &a) {
-            codegen.addObjectClassAttribute(text(a[0]), text(a[1]), text(a[2]), text(a[3]));
+            codegen.declareObjectClassAttribute(text(a[0]), text(a[1]), text(a[2]), text(a[3]));
         });
     contents.deliver(
         declared.interactions,
-        [&](const std::string &path, const RtiFedArguments &a) {
-            codegen.addInteractionClass(path, text(a[1]), text(a[2]), text(a[3]));
+        [&](std::string_view path, const RtiFedDeclarations::Class &c) {
+            const RtiFedArguments &a = c.arguments;
+            codegen.declareInteractionClass(path, text(a[1]), text(a[2]), text(a[3]), c.numMembers);
         },
-        [&](const RtiFedArguments &a) { codegen.addParameter(text(a[0])); });
+        [&](const RtiFedArguments &a) { codegen.declareParameter(text(a[0])); });
     contents.current = {};
 }
 

@@ -295,7 +295,8 @@ bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArgu
         return false;
     }
     if (clause.fullName > kMaxNameLength) {
-        fail(Problem::fullNameTooLong, _text.withQuotes(name).begin).number = static_cast<RtiFedOffset>(clause.fullName);
+        fail(Problem::fullNameTooLong, _text.withQuotes(name).begin).number =
+            static_cast<RtiFedOffset>(clause.fullName);
         return false;
     }
     _fullNames += clause.fullName;

@@ -12,14 +12,14 @@ RtiFedOffset RtiFedText::begin() const {
 
 RtiFedSpan RtiFedText::withQuotes(RtiFedSpan name) const {
     const RtiFedOffset end = name.begin + name.length;
-    const bool inQuotes = name.begin > 0 && _text[name.begin - 1] == '"' && end < _text.size() && _text[end] == '"';
+    const bool inQuotes = name.begin > 0 && _text[name.begin - 1] == '"' && end < _size && _text[end] == '"';
     return inQuotes ? RtiFedSpan{name.begin - 1, name.length + 2} : name;
 }
 
 RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
     if (_checkpoints.empty()) {
         Line line{1, begin()};
-        for (RtiFedOffset at = 0; at <= _text.size(); step(line, at++))
+        for (RtiFedOffset at = 0; at <= _size; step(line, at++))
             if (at % kCheckpoint == 0)
                 _checkpoints.push_back(line);
     }
@@ -37,9 +37,9 @@ RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
 }
 
 void RtiFedText::step(Line &line, RtiFedOffset offset) const {
-    if (offset >= _text.size())
+    if (offset >= _size)
         return;
-    const bool pair = offset + 1 < _text.size() && _text[offset + 1] == '\n';
+    const bool pair = offset + 1 < _size && _text[offset + 1] == '\n';
     if (_text[offset] == '\n' || (_text[offset] == '\r' && !pair))
         line = {line.number + 1, offset + 1};
 }

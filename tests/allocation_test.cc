@@ -162,7 +162,7 @@ void loadFile(const std::string &path) {
 
 TEST(Allocation, FailsInALoad) {
     const TemporaryFile file(loadableText());
-    EXPECT_GT(failEachAllocation([&file] { loadFile(file.path()); }), 1000u); // else the library's are not counted
+    EXPECT_GT(failEachAllocation([&file] { loadFile(file.path()); }), 500u); // else the library's are not counted
 }
 
 TEST(Allocation, FailsInALoadThatIsRefused) {

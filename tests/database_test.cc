@@ -1,5 +1,6 @@
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
 #include "infrastructure/RtiFedLimits.hh"
+#include "infrastructure/RtiFedParser.hh"
 #include "tests/Support.hh"
 
 TEST(Database, StaysEmptyOnRequest) {
@@ -143,6 +144,36 @@ TEST(Database, RefusesMembersWithoutAnOwner) {
     EXPECT_EQ(reasonOf<RTI::RTIinternalError>([&] { codegen.addDimension("d"); }), "\"RtiFedDatabase\", line 666: ");
     reasonOf<RTI::RTIinternalError>([&] { codegen.addParameter("p"); });
     EXPECT_EQ(dumpOf(*database), dumpOf(*emptyDatabase()));
+}
+
+TEST(Database, BuildsThroughWhoeverOverridesACallback) {
+    struct Prefixing : RtiFedDatabaseCodegen {
+        using RtiFedDatabaseCodegen::RtiFedDatabaseCodegen;
+        void addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
+                                     std::string space) override {
+            RtiFedDatabaseCodegen::addObjectClassAttribute("my" + name, transportation, ordering, space);
+        }
+        void addParameter(std::string name) override { RtiFedDatabaseCodegen::addParameter("my" + name); }
+    };
+    const auto database = emptyDatabase();
+    Prefixing codegen(database.get());
+    const TemporaryFile file(withMom("(class C (attribute a reliable receive))"));
+    RtiFedParser_Class_main(std::fopen(file.path().c_str(), "r"), &codegen);
+    EXPECT_TRUE(database->find(database->getObjectClassHandle("C"))->attributeExists("mya"));
+    EXPECT_NE(database->getParameterHandle("myFederate", database->getInteractionClassHandle("Manager.Federate")), 0);
+}
+
+TEST(Database, FindsTheClassAboveInWhateverOrderClassesCome) {
+    const auto database = emptyDatabase();
+    RtiFedDatabaseCodegen codegen(database.get());
+    for (const char *name : {"ObjectRoot", "ObjectRoot.A", "ObjectRoot.A.B", "ObjectRoot.C", "objectroot.a.D", "A.B.E"})
+        codegen.addObjectClass(name);
+    const auto parentOf = [&](unsigned long handle) {
+        return database->find(RtiObjectClassHandle(handle))->getParentClass();
+    };
+    EXPECT_EQ(parentOf(4), database->find(RtiObjectClassHandle(1)));
+    EXPECT_EQ(parentOf(5), database->find(RtiObjectClassHandle(2)));
+    EXPECT_EQ(parentOf(6), database->find(RtiObjectClassHandle(3)));
 }
 
 TEST(Database, FindsASpaceOfATakenNameByHandleOnly) {

@@ -25,34 +25,55 @@ void RtiFedDatabaseCodegen::addDimension(std::string name) {
 }
 
 void RtiFedDatabaseCodegen::addObjectClass(std::string name) {
-    _objectClass = _database->addObjectClass(std::move(name));
+    buildObjectClass(name, 0);
 }
 
 void RtiFedDatabaseCodegen::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
                                                     std::string space) {
-    const RtiSpaceHandle handle = spaceHandle(space, "\"RtiFedDatabaseCodegen\", line 85: ");
-    const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
-    _database->addObjectClassAttribute(_objectClass, std::move(name), transport, _database->getOrderingHandle(ordering),
-                                       handle);
+    buildObjectClassAttribute(name, transportation, ordering, space);
 }
 
 void RtiFedDatabaseCodegen::addInteractionClass(std::string name, std::string transportation, std::string ordering,
                                                 std::string space) {
-    const RtiSpaceHandle handle = spaceHandle(space, "\"RtiFedDatabaseCodegen\", line 111: ");
-    const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
-    _interactionClass =
-        _database->addInteractionClass(std::move(name), transport, _database->getOrderingHandle(ordering), handle);
+    buildInteractionClass(name, transportation, ordering, space, 0);
 }
 
 void RtiFedDatabaseCodegen::addParameter(std::string name) {
+    buildParameter(name);
+}
+
+void RtiFedDatabaseCodegen::buildObjectClass(std::string_view name, std::size_t numAttributes) {
+    _objectClass = _database->declareObjectClass(name, _objectClass);
+    _objectClass->makeRoomForMembers(numAttributes);
+}
+
+void RtiFedDatabaseCodegen::buildObjectClassAttribute(std::string_view name, std::string_view transportation,
+                                                      std::string_view ordering, std::string_view space) {
+    const RtiSpaceHandle handle = spaceHandle(space, "\"RtiFedDatabaseCodegen\", line 85: ");
+    const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
+    _database->declareObjectClassAttribute(_objectClass, RtiFedName(name), transport,
+                                           _database->getOrderingHandle(ordering), handle);
+}
+
+void RtiFedDatabaseCodegen::buildInteractionClass(std::string_view name, std::string_view transportation,
+                                                  std::string_view ordering, std::string_view space,
+                                                  std::size_t numParameters) {
+    const RtiSpaceHandle handle = spaceHandle(space, "\"RtiFedDatabaseCodegen\", line 111: ");
+    const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
+    _interactionClass = _database->declareInteractionClass(name, transport, _database->getOrderingHandle(ordering),
+                                                           handle, _interactionClass);
+    _interactionClass->makeRoomForMembers(numParameters);
+}
+
+void RtiFedDatabaseCodegen::buildParameter(std::string_view name) {
     if (!_interactionClass)
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabaseCodegen\", parameter ", name, " before any class");
     // Past the database, which records no parameters: only their handles come from it.
-    _interactionClass->addParameter(_database->createParameterHandle(), std::move(name));
+    _interactionClass->addParameter(_database->createParameterHandle(), RtiFedName(name));
 }
 
 /// The handle of a space that a declaration names, 0 if it names none.
-RtiSpaceHandle RtiFedDatabaseCodegen::spaceHandle(const std::string &space, const char *position) const {
+RtiSpaceHandle RtiFedDatabaseCodegen::spaceHandle(std::string_view space, const char *position) const {
     if (space.empty())
         return 0;
     try {
@@ -60,7 +81,7 @@ RtiSpaceHandle RtiFedDatabaseCodegen::spaceHandle(const std::string &space, cons
     } catch (const RTI::NameNotFound &) {
         if (_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_medium))
             _rtiErrorStream.getOutputStream()
-                << position + ("Invalid Space Name Specified: `" + space) + "` " << std::endl;
+                << position + ("Invalid Space Name Specified: `" + std::string(space)) + "` " << std::endl;
         throw;
     }
 }

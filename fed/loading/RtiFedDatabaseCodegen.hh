@@ -24,8 +24,17 @@ public:
     /// Throws RTI::RTIinternalError before the first interaction class.
     void addParameter(std::string name) override;
 
+protected:
+    // What the callbacks do, without a string for each name.
+    void buildObjectClass(std::string_view name, std::size_t numAttributes);
+    void buildObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
+                                   std::string_view space);
+    void buildInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
+                               std::string_view space, std::size_t numParameters);
+    void buildParameter(std::string_view name);
+
 private:
-    RtiSpaceHandle spaceHandle(const std::string &space, const char *position) const;
+    RtiSpaceHandle spaceHandle(std::string_view space, const char *position) const;
 
     RtiFedDatabase *_database;
     RtiFedSpace *_space = nullptr; // the last that was added, as below

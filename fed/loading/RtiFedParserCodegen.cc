@@ -41,3 +41,22 @@ void RtiFedParserCodegen::addInteractionClass(std::string name, std::string tran
 void RtiFedParserCodegen::addParameter(std::string name) {
     std::printf("addParameter(\"%s\");\n", name.c_str());
 }
+
+void RtiFedParserCodegen::declareObjectClass(std::string_view name, std::size_t /*numAttributes*/) {
+    addObjectClass(std::string(name));
+}
+
+void RtiFedParserCodegen::declareObjectClassAttribute(std::string_view name, std::string_view transportation,
+                                                      std::string_view ordering, std::string_view space) {
+    addObjectClassAttribute(std::string(name), std::string(transportation), std::string(ordering), std::string(space));
+}
+
+void RtiFedParserCodegen::declareInteractionClass(std::string_view name, std::string_view transportation,
+                                                  std::string_view ordering, std::string_view space,
+                                                  std::size_t /*numParameters*/) {
+    addInteractionClass(std::string(name), std::string(transportation), std::string(ordering), std::string(space));
+}
+
+void RtiFedParserCodegen::declareParameter(std::string_view name) {
+    addParameter(std::string(name));
+}

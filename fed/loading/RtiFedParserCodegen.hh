@@ -3,6 +3,7 @@
 #include "fed/RtiFedExport.hh"
 
 #include <string>
+#include <string_view>
 
 /// The callbacks through which the FED parser delivers the declarations of a file. A derived class overrides what it
 /// wants to know; each body here prints the call as a line of source text to standard output.
@@ -32,4 +33,13 @@ public:
     virtual void addInteractionClass(std::string name, std::string transportation, std::string ordering,
                                      std::string space);
     virtual void addParameter(std::string name);
+
+    // The parser delivers classes and members through these. Each body here calls the callback above, so that one who
+    // overrides that need not know of them; to override these instead spares the strings. A view holds during the call.
+    virtual void declareObjectClass(std::string_view name, std::size_t numAttributes);
+    virtual void declareObjectClassAttribute(std::string_view name, std::string_view transportation,
+                                             std::string_view ordering, std::string_view space);
+    virtual void declareInteractionClass(std::string_view name, std::string_view transportation,
+                                         std::string_view ordering, std::string_view space, std::size_t numParameters);
+    virtual void declareParameter(std::string_view name);
 };
