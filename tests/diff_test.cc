@@ -203,7 +203,7 @@ TEST(Diff, TellsWhatChanged) {
         const TemporaryFile after(fileText(text.substr(arrow + 4)));
         const std::string option = text.substr(0, options);
         const DiffOptions asked{before.path(), after.path(), option == "--all", false,
-                                option == "json" ? option : "text"};
+                                option == "json" ? DiffFormat::json : DiffFormat::text};
         std::ostringstream written;
         const Status status = diff(asked, Console{written, written});
         std::string shown = written.str();

@@ -3,9 +3,7 @@
 #include "fed/RtiFedDatabase.hh"
 #include "fed/mom/RtiFedDatabaseMomVerifier.hh"
 
-#include <string>
 #include <string_view>
-#include <vector>
 
 /// How checks ask one of the two class trees.
 struct Objects {
@@ -39,7 +37,3 @@ struct Interactions {
     static auto handles(const RtiFedDatabase &db) { return db.getInteractionClassHandleSet(); }
     static auto missing(const RtiFedDatabase &db) { return RtiFedDatabaseMomVerifier::missingInteractionClasses(db); }
 };
-
-inline std::string_view lastComponent(std::string_view className) {
-    return className.substr(className.rfind('.') + 1);
-}

@@ -22,26 +22,43 @@ constexpr const char *kFooter =
     "Example:\n"
     "  rtifed check harbour.fed";
 
+/// The words that an option or operand may be, in place of its type: completions read them there.
+std::string typeOf(const std::vector<std::string> &words) {
+    std::string list;
+    for (const std::string &word : words)
+        list += (list.empty() ? "" : ",") + word;
+    return "TEXT:{" + list + "}";
+}
+
 /// Adds an option whose value is one of these words.
 template <class Value>
 void addChoice(CLI::App *command, const std::string &name, Value &value,
                const std::vector<std::pair<std::string, Value>> &choices, const char *placeholder,
                const std::string &purpose) {
-    const auto choose = [name, choices, &value](const std::string &word) {
-        std::vector<std::string> words;
-        std::string list;
-        for (const auto &[choice, meaning] : choices) {
-            if (choice == word) {
-                value = meaning;
-                return;
-            }
-            words.push_back(choice);
-            list += (list.empty() ? "" : choice == choices.back().first ? " or " : ", ") + choice;
+    std::vector<std::string> words;
+    for (const auto &[choice, meaning] : choices)
+        words.push_back(choice);
+    const auto choose = [name, choices, words, &value](const std::string &word) {
+        const auto chosen = std::find(words.begin(), words.end(), word);
+        if (chosen != words.end()) {
+            value = choices[static_cast<std::size_t>(chosen - words.begin())].second;
+            return;
         }
+        std::string list;
+        for (const std::string &choice : words)
+            list += (list.empty() ? "" : choice == words.back() ? " or " : ", ") + choice;
         throw CLI::ValidationError(name, "expected " + list + ", found \"" + word + '"' +
                                              didYouMean(suggestionFor(word, words)));
     };
-    command->add_option_function<std::string>(name, choose, purpose)->option_text(placeholder);
+    command->add_option_function<std::string>(name, choose, purpose)
+        ->type_name(typeOf(words))
+        ->option_text(placeholder);
+}
+
+/// Adds what stands behind a command without a name, and shows it without its type.
+template <class Value>
+CLI::Option *addOperand(CLI::App *command, const char *name, Value &value, const std::string &purpose) {
+    return command->add_option(name, value, purpose)->option_text(" ");
 }
 
 } // namespace
@@ -50,22 +67,22 @@ CommandLine::CommandLine(const Console &console)
     : _console(console), _app("Check, read, compare and ship FED files of HLA 1.3 federations", "rtifed") {
     _app.require_subcommand(1);
     _app.footer(kFooter);
+    _app.set_help_flag("-h,--help", "Print this help and exit; behind a command, help on that");
     _app.set_version_flag("--version", "rtifed " RTIFED_VERSION, "Print the version and exit");
-    _app.add_option("--color", _color, "When to use colours: auto, on a terminal unless NO_COLOR is set; always; never")
-        ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->option_text("WHEN");
+    addChoice(&_app, "--color", _console.color, {{"auto", _console.color}, {"always", true}, {"never", false}}, "WHEN",
+              "When to use colours: auto, on a terminal unless NO_COLOR is set; always; never");
     _app.add_option("--stdin-name", _console.stdinName, "What to call standard input in messages and in the model")
         ->option_text("NAME");
     addCheck();
     addExplain();
+    addDiff();
+    addTree();
+    addFind();
+    addJson();
     addList();
     addCalls();
     addChecksum();
     addSave();
-    addTree();
-    addFind();
-    addJson();
-    addDiff();
 }
 
 /// Adds a command. `details` says what --help tells beyond its purpose, with an example.
@@ -73,11 +90,9 @@ CLI::App *CommandLine::addCommand(const char *name, const char *purpose, const c
                                   std::function<Status()> run) {
     CLI::App *command = _app.add_subcommand(name, purpose);
     command->footer(details);
+    command->set_help_flag("-h,--help", "Print this help and exit; rtifed --help shows the options of all commands");
     command->fallthrough(); // --color and the like stand behind the command as well
-    command->callback([this, run = std::move(run)] {
-        setColor();
-        _status = run();
-    });
+    command->callback([this, run = std::move(run)] { _status = run(); });
     return command;
 }
 
@@ -91,7 +106,7 @@ void CommandLine::addCheck() {
         "  rtifed check --format sarif *.fed >findings.sarif\n"
         "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy",
         [this] { return check(_check, _console); });
-    command->add_option("FILE", _check.files, kFile)->required();
+    addOperand(command, "FILE", _check.files, kFile)->required();
     addChoice(command, "--format", _check.format,
               {{"text", ReportFormat::text},
                {"json", ReportFormat::json},
@@ -114,7 +129,10 @@ void CommandLine::addExplain() {
                                    "  rtifed explain unknown-space\n"
                                    "  rtifed explain",
                                    [this] { return explain(_explain, _console); });
-    command->add_option("RULE", _explain.rule, "What stands in brackets behind a finding");
+    std::vector<std::string> rules;
+    for (const Rule &rule : allRules())
+        rules.emplace_back(rule.id);
+    addOperand(command, "RULE", _explain.rule, "What stands in brackets behind a finding")->type_name(typeOf(rules));
     command->add_flag("--markdown", _explain.markdown)->group(""); // for who adds a rule
 }
 
@@ -123,7 +141,7 @@ void CommandLine::addList() {
                                    "Example:\n"
                                    "  rtifed list harbour.fed",
                                    [this] { return list(_fileName, _console); });
-    command->add_option("FILE", _fileName, kFile)->required();
+    addOperand(command, "FILE", _fileName, kFile)->required();
 }
 
 void CommandLine::addCalls() {
@@ -132,7 +150,7 @@ void CommandLine::addCalls() {
                                    "Example:\n"
                                    "  rtifed calls harbour.fed",
                                    [this] { return calls(_fileName, _console); });
-    command->add_option("FILE", _fileName, "FED text; - is standard input")->required();
+    addOperand(command, "FILE", _fileName, "FED text; - is standard input")->required();
 }
 
 void CommandLine::addChecksum() {
@@ -153,7 +171,7 @@ void CommandLine::addChecksum() {
             _checksum.fileNames = _fileNames;
             return checksum(_checksum, _console);
         });
-    command->add_option("FILE", _fileNames, std::string(kFile) + "; with --check, such a list")->required();
+    addOperand(command, "FILE", _fileNames, std::string(kFile) + "; with --check, such a list")->required();
     CLI::Option *check = command->add_flag("--check,-c", _againstManifests, "Check the files that are listed in FILE");
     command->add_flag("--sha256", _checksum.sha256, "Print SHA-256 fingerprints")->excludes(check);
     command->add_flag("--quiet", _manifest.quiet, "Do not print OK for each file that agrees")->needs(check);
@@ -168,8 +186,8 @@ void CommandLine::addSave() {
                                    "Example:\n"
                                    "  rtifed save harbour.fed harbour.img",
                                    [this] { return save(_fileName, _otherName, _console); });
-    command->add_option("FED", _fileName, kFile)->required();
-    command->add_option("IMAGE", _otherName, "The image to write")->required();
+    addOperand(command, "FED", _fileName, kFile)->required();
+    addOperand(command, "IMAGE", _otherName, "The image to write")->required();
 }
 
 void CommandLine::addTree() {
@@ -179,8 +197,8 @@ void CommandLine::addTree() {
                                    "  rtifed tree harbour.fed\n"
                                    "  rtifed tree --inherited harbour.fed Craft",
                                    [this] { return tree(_tree, _console); });
-    command->add_option("FILE", _tree.fileName, kFile)->required();
-    command->add_option("CLASS", _tree.className, "Show only this class and what is below it");
+    addOperand(command, "FILE", _tree.fileName, kFile)->required();
+    addOperand(command, "CLASS", _tree.className, "Show only this class and what is below it");
     command->add_flag("--inherited", _tree.inherited, "Show inherited members too, and where they come from");
     command->add_flag("--classes", _tree.classesOnly, "Show no members");
     command->add_option("--depth", _tree.depth, "Show N levels of classes, the outermost being the first")
@@ -191,15 +209,14 @@ void CommandLine::addTree() {
 void CommandLine::addFind() {
     CLI::App *command = addCommand(
         "find", "Find where a name is declared, and what inherits it",
-        "NAME is that of a class, attribute, parameter, space or dimension, in any letter case, alone or behind that "
-        "of\n"
-        "its class or space: Position, Craft.Position, ObjectRoot.Craft.Position. What a class\n"
-        "inherits is found behind its name, too.\n\n"
+        "NAME is that of a class, attribute, parameter, space or dimension, in any letter case, alone or behind\n"
+        "that of its class or space: Position, Craft.Position, ObjectRoot.Craft.Position. What a class inherits\n"
+        "is found behind its name, too.\n\n"
         "Example:\n"
         "  rtifed find harbour.fed Position",
         [this] { return find(_find, _console); });
-    command->add_option("FILE", _find.fileName, kFile)->required();
-    command->add_option("NAME", _find.name, "What to look for")->required();
+    addOperand(command, "FILE", _find.fileName, kFile)->required();
+    addOperand(command, "NAME", _find.name, "What to look for")->required();
     command->add_flag("--all", _find.all, "Show long lists whole");
     command->add_flag("--quiet", _find.quiet, "Print nothing, the exit status tells");
 }
@@ -211,7 +228,7 @@ void CommandLine::addJson() {
                                    "  rtifed json harbour.fed\n"
                                    "  rtifed json harbour.fed | jq -r '.objectClasses[].name'",
                                    [this] { return json(_json, _console); });
-    command->add_option("FILE", _json.fileName, kFile)->required();
+    addOperand(command, "FILE", _json.fileName, kFile)->required();
     command->add_flag("--effective", _json.effective, "List the inherited members of each class, too");
 }
 
@@ -235,24 +252,16 @@ void CommandLine::addDiff() {
                    "  rtifed diff harbour-1.fed harbour-2.fed\n"
                    "  rtifed diff --quiet --fail-on incompatible harbour-1.fed harbour-2.fed",
                    [this] { return diff(_diff, _console); });
-    command->add_option("OLD", _diff.oldName, kFile)->required();
-    command->add_option("NEW", _diff.newName, kFile)->required();
+    addOperand(command, "OLD", _diff.oldName, kFile)->required();
+    addOperand(command, "NEW", _diff.newName, kFile)->required();
     command->add_flag("--all", _diff.all, "List every change, not the first few of each group, with its place");
-    std::vector<std::string> levels;
+    std::vector<std::pair<std::string, Verdict>> levels;
     for (int level = static_cast<int>(Verdict::same); level <= static_cast<int>(Verdict::incompatible); ++level)
-        levels.push_back(Comparison::nameOf(static_cast<Verdict>(level)));
-    const auto failOn = [this, levels](const std::string &name) {
-        const auto index = std::find(levels.begin(), levels.end(), name) - levels.begin();
-        _diff.failOn = static_cast<Verdict>(static_cast<int>(Verdict::same) + index);
-    };
-    command
-        ->add_option_function<std::string>("--fail-on", failOn,
-                                           "The least verdict that gives exit status 1; by default relabelled")
-        ->check(CLI::IsMember(levels))
-        ->option_text("LEVEL");
-    command->add_option("--format", _diff.format, "How to write the result: text or json, which has every change")
-        ->check(CLI::IsMember({"text", "json"}))
-        ->option_text("FORMAT");
+        levels.emplace_back(Comparison::nameOf(static_cast<Verdict>(level)), static_cast<Verdict>(level));
+    addChoice(command, "--fail-on", _diff.failOn, levels, "LEVEL",
+              "The least verdict that gives exit status 1; by default relabelled");
+    addChoice(command, "--format", _diff.format, {{"text", DiffFormat::text}, {"json", DiffFormat::json}}, "FORMAT",
+              "How to write the result: text (default); json, which has every change");
     command->add_flag("--quiet", _diff.quiet, "Write nothing, the exit status tells");
 }
 
@@ -288,9 +297,4 @@ Status CommandLine::refuseUsage(const std::string &reason) const {
     _console.err << "Run rtifed " << (noCommand ? "" : _app.get_subcommands().front()->get_name() + " ")
                  << "--help for more information.\n";
     return cannotWork;
-}
-
-void CommandLine::setColor() {
-    if (_color != "auto")
-        _console.color = _color == "always";
 }

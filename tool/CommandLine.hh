@@ -37,12 +37,10 @@ private:
     void addDiff();
 
     Status refuseUsage(const std::string &reason) const;
-    void setColor();
 
     Console _console;
     CLI::App _app;
     Status _status = done;
-    std::string _color = "auto";
     // What the commands are called with; each uses those it has.
     std::vector<std::string> _fileNames;
     std::string _fileName, _otherName;

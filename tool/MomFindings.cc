@@ -3,6 +3,7 @@
 #include "fed/RtiFedName.hh"
 #include "tool/Checker.hh"
 #include "tool/ClassTrees.hh"
+#include "tool/Names.hh"
 #include "tool/Suggestion.hh"
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiStringUtility.hh"
 #include "tool/ClassTrees.hh"
+#include "tool/Names.hh"
 #include "tool/Suggestion.hh"
 
 #include <algorithm>

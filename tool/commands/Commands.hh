@@ -71,11 +71,13 @@ Status checksum(const ChecksumOptions &options, const Console &console);
 Status checkManifests(const ManifestOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);
 
+enum class DiffFormat { text, json };
+
 struct DiffOptions {
     std::string oldName, newName;
-    bool all = false;            ///< Whether each change is listed, or the first few of a group.
-    bool quiet = false;          ///< Whether nothing is written.
-    std::string format = "text"; ///< Or json.
+    bool all = false;   ///< Whether each change is listed, or the first few of a group.
+    bool quiet = false; ///< Whether nothing is written.
+    DiffFormat format = DiffFormat::text;
     Comparison::Verdict failOn = Comparison::Verdict::relabelled; ///< The least that counts as a difference.
 };
 Status diff(const DiffOptions &options, const Console &console);

@@ -252,7 +252,7 @@ Status diff(const DiffOptions &options, const Console &console) {
     const Comparison &comparison = difference.comparison;
     if (!options.quiet) {
         noteRefused(difference, console.err);
-        if (options.format == "json")
+        if (options.format == DiffFormat::json)
             writeJson(difference, console.out);
         else
             TextReport(difference, options.all, console).write();

@@ -2,11 +2,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <sstream>
 
 namespace {
 
-/// The words of a validator's description, such as `{text,json}`.
+/// The words of a list such as `{text,json}`.
 std::vector<std::string> wordsInBraces(const std::string &description) {
     std::vector<std::string> words;
     if (description.size() < 2 || description.front() != '{' || description.back() != '}')
@@ -18,8 +19,7 @@ std::vector<std::string> wordsInBraces(const std::string &description) {
 }
 
 std::vector<std::string> valuesOf(const CLI::Option &option) {
-    // The type is shown with the descriptions of all checks behind it: `TEXT:{text,json}`.
-    const std::string type = option.get_type_name();
+    const std::string type = option.get_type_name(); // such as `TEXT:{text,json}`
     const std::size_t braces = type.find(":{");
     return braces == std::string::npos ? std::vector<std::string>() : wordsInBraces(type.substr(braces + 1));
 }
@@ -38,6 +38,7 @@ OptionTexts textsOf(const CLI::Option &option) {
     }
     texts.values = valuesOf(option);
     texts.purpose = option.get_description();
+    std::replace(texts.purpose.begin(), texts.purpose.end(), '\n', ' ');
     texts.required = option.get_required();
     texts.repeated = option.get_expected_max() > 1;
     return texts;
