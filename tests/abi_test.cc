@@ -47,7 +47,8 @@ TEST(Abi, KeepsThePlacesOfVirtualFunctions) {
     using Codegen = RtiFedParserCodegen;
     expectSlots(2, &Codegen::setFederate, &Codegen::setFederateVersion, &Codegen::addSpace, &Codegen::addDimension,
                 &Codegen::addObjectClass, &Codegen::addObjectClassAttribute, &Codegen::addInteractionClass,
-                &Codegen::addParameter);
+                &Codegen::addParameter, &Codegen::declareObjectClass, &Codegen::declareObjectClassAttribute,
+                &Codegen::declareInteractionClass, &Codegen::declareParameter);
 }
 
 #endif

@@ -1,9 +1,8 @@
 #include "tool/Comparison.hh"
 
-#include "infrastructure/RtiStringUtility.hh"
-
 #include "fed/RtiFedDatabase.hh"
 #include "fed/RtiFedNameMap.hh"
+#include "infrastructure/RtiStringUtility.hh"
 
 #include <algorithm>
 #include <map>
@@ -57,18 +56,6 @@ std::map<std::pair<std::string, std::size_t>, const Outline::Member *> namedDime
         dimensions[{name, number[name]++}] = &dimension;
     }
     return dimensions;
-}
-
-/// A transportation or ordering in the short form, as most files have it.
-std::string shortForm(const std::string &name) {
-    constexpr std::pair<std::string_view, const char *> kShortForms[] = {{"RTI_RELIABLE", "reliable"},
-                                                                         {"RTI_BEST_EFFORT", "best_effort"},
-                                                                         {"RTI_TIME_STAMP_ORDERING", "timestamp"},
-                                                                         {"RTI_RECEIVE_ORDERING", "receive"}};
-    for (const auto &[longForm, form] : kShortForms)
-        if (name == longForm)
-            return form;
-    return name;
 }
 
 } // namespace
@@ -154,9 +141,9 @@ std::string Comparison::Change::value(const Element &of) const {
     case Kind::superclass:
         return std::string(of.owner);
     case Kind::transportation:
-        return shortForm(of.properties->transportation);
+        return of.properties->transportation;
     case Kind::ordering:
-        return shortForm(of.properties->ordering);
+        return of.properties->ordering;
     case Kind::space:
         return of.properties->space;
     case Kind::renumbered:

@@ -68,7 +68,7 @@ public:
         /// places, where it is available in both models.
         const Element &element() const;
         /// Of one of the two, what the change is about: its name, owner, property or handle; empty for what was added
-        /// or removed. Transportation and ordering are in the short form.
+        /// or removed.
         std::string value(const Element &of) const;
     };
 
