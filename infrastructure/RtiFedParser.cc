@@ -11,6 +11,10 @@
 
 namespace {
 
+/// What stands for a dot in the name of a class, so that it is taken neither for a class in another nor for another
+/// name: a character that looks alike.
+constexpr std::string_view kDotInName = "\xE2\x80\xA4";
+
 bool lessInAnyCase(std::string_view a, std::string_view b) {
     return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
         return RtiStringUtility::toupper(x) < RtiStringUtility::toupper(y);
@@ -48,9 +52,10 @@ struct RtiFedParser::Contents {
             path.resize(ends.empty() ? 0 : ends.back());
             if (!ends.empty())
                 path += '.';
-            const auto name = static_cast<std::ptrdiff_t>(path.size());
+            const std::size_t name = path.size();
             path += text.at(current[0]);
-            std::replace(path.begin() + name, path.end(), '.', '_'); // only a wrong text has a dot here
+            for (std::size_t dot = path.find('.', name); dot != std::string::npos; dot = path.find('.', dot))
+                path.replace(dot, 1, kDotInName); // only a wrong text has one here
             ends.push_back(path.size());
             onClass(path, declared);
             for (auto i = declared.firstMember; i != RtiFedDeclarations::kNone; i = tree.members[i].next) {
@@ -188,7 +193,10 @@ std::size_t RtiFedParser::printableSize(std::string_view bytes) {
     const bool overlong = two < 0xE0A0 && first == 0xE0, surrogate = two >= 0xEDA0 && first == 0xED;
     const bool outside = (first == 0xF0 && at(1) < 0x90) || (first == 0xF4 && at(1) > 0x8F);
     const bool control = two < 0xC2A0, mark = two == 0xEFBB && at(2) == 0xBF;
-    return overlong || surrogate || outside || (size == 2 && control) || mark ? 0 : size;
+    // Marks that turn the direction of writing could make a text look like another.
+    const bool turns =
+        (two == 0xE280 && at(2) >= 0xAA && at(2) <= 0xAE) || (two == 0xE281 && at(2) >= 0xA6 && at(2) <= 0xA9);
+    return overlong || surrogate || outside || (size == 2 && control) || mark || turns ? 0 : size;
 }
 
 std::string RtiFedParser::printable(std::string_view bytes, std::size_t limit) {

@@ -86,7 +86,7 @@ public:
     /// class after its superclass and directly followed by its own members. An exception of a callback passes through.
     ///
     /// Of a text with syntax errors it delivers what was understood: a declaration whose name could be read, with
-    /// empty texts for what could not. A dot in the name of a class is an underscore there.
+    /// empty texts for what could not. A dot in the name of a class is another character there.
     void deliver(RtiFedParserCodegen &codegen);
 
     /// While a callback runs: where its first, second ... argument stands in the text (from 0); where an argument is

@@ -175,6 +175,7 @@ TEST(Diff, JudgesAsTheLibraryAnswers) {
         for (unsigned edits = seed % 4; edits > 0; --edits)
             model.edit();
         const std::string after = model.text();
+        ASSERT_EQ(Outline({"old", before}).checksum, load(before)->getChecksum());
         const std::string imageBefore = bytesOf(*load(before)), imageAfter = bytesOf(*load(after));
         for (const auto &[old, now] : {std::pair(before, after), std::pair(after, before)}) {
             const Verdict expected = expectedVerdict(old, now);

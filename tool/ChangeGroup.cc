@@ -36,6 +36,7 @@ Key keyOf(const Change &change) {
     case Change::Kind::renumbered:
     case Change::Kind::superclass:
     case Change::Kind::refused:
+    case Change::Kind::unclear:
         break;
     }
     return of({});
@@ -123,6 +124,8 @@ std::string ChangeGroup::headline() const {
         return "superclass: " + what;
     case Change::Kind::refused:
         return "the new file does not load";
+    case Change::Kind::unclear:
+        return "not all could be understood, there may be more";
     case Change::Kind::reordered:
         return "order in the space " + shown(element.owner) + ": " + what;
     case Change::Kind::transportation:
@@ -153,6 +156,7 @@ std::string ChangeGroup::item(std::size_t index) const {
     case Change::Kind::ordering:
     case Change::Kind::space:
     case Change::Kind::refused:
+    case Change::Kind::unclear:
         break;
     }
     return shownFullName(element);

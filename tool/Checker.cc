@@ -72,6 +72,13 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
     visitErrorsBefore(nullptr);
 }
 
+bool Checker::keepsAll() const {
+    constexpr RuleId kLosing[] = {RuleId::repeatedClass,  RuleId::ambiguousClass,  RuleId::refusedClass,
+                                  RuleId::repeatedMember, RuleId::inheritedMember, RuleId::repeatedDimension};
+    return _parser.numErrors() == 0 &&
+           std::none_of(std::begin(kLosing), std::end(kLosing), [this](RuleId id) { return finds(id); });
+}
+
 bool Checker::finds(RuleId id) const {
     return std::any_of(_findings.begin(), _findings.end(), [id](const Finding &f) { return f.rule == &ruleOf(id); });
 }

@@ -33,6 +33,9 @@ public:
     /// Object Model comes last. Much of a finding is made only here: a hostile text may have very many.
     void forEachFinding(const std::function<bool(const Finding &)> &visit) const;
 
+    /// Whether all that the text declares is in the database: nothing was not understood, or declared a second time.
+    bool keepsAll() const;
+
     /// Whether there is an error by this rule.
     bool finds(RuleId id) const;
 

@@ -181,28 +181,31 @@ void CommandLine::addChecksum() {
 }
 
 void CommandLine::addSave() {
-    CLI::App *command = addCommand("save", "Write the saved image of a model, for other processes to restore",
-                                   "An image that is there already is replaced whole, or not at all.\n\n"
-                                   "Example:\n"
-                                   "  rtifed save harbour.fed harbour.img",
-                                   [this] { return save(_fileName, _otherName, _console); });
+    CLI::App *command =
+        addCommand("save", "Write the saved image of a model, for other processes to restore",
+                   "An image that is there already is replaced whole, or not at all. No other file is.\n\n"
+                   "Example:\n"
+                   "  rtifed save harbour.fed harbour.img",
+                   [this] { return save(_fileName, _otherName, _console); });
     addOperand(command, "FED", _fileName, kFile)->required();
     addOperand(command, "IMAGE", _otherName, "The image to write")->required();
 }
 
 void CommandLine::addTree() {
-    CLI::App *command = addCommand("tree", "Show the class trees with their members, and the routing spaces",
-                                   "CLASS is a full dotted name, with or without its root, or the end of one.\n\n"
-                                   "Examples:\n"
-                                   "  rtifed tree harbour.fed\n"
-                                   "  rtifed tree --inherited harbour.fed Craft",
-                                   [this] { return tree(_tree, _console); });
+    CLI::App *command = addCommand(
+        "tree", "Show the class trees with their members, and the routing spaces",
+        "CLASS is a full dotted name, with or without its root, or the end of one. Of a file that does not load, all\n"
+        "that can be understood is shown, and the exit status is 1.\n\n"
+        "Examples:\n"
+        "  rtifed tree harbour.fed\n"
+        "  rtifed tree --inherited harbour.fed Craft",
+        [this] { return tree(_tree, _console); });
     addOperand(command, "FILE", _tree.fileName, kFile)->required();
     addOperand(command, "CLASS", _tree.className, "Show only this class and what is below it");
     command->add_flag("--inherited", _tree.inherited, "Show inherited members too, and where they come from");
     command->add_flag("--classes", _tree.classesOnly, "Show no members");
     command->add_option("--depth", _tree.depth, "Show N levels of classes, the outermost being the first")
-        ->check(CLI::PositiveNumber)
+        ->check(CLI::Range(std::size_t(1), std::size_t(1000)))
         ->option_text("N");
 }
 
@@ -211,7 +214,8 @@ void CommandLine::addFind() {
         "find", "Find where a name is declared, and what inherits it",
         "NAME is that of a class, attribute, parameter, space or dimension, in any letter case, alone or behind\n"
         "that of its class or space: Position, Craft.Position, ObjectRoot.Craft.Position. What a class inherits\n"
-        "is found behind its name, too.\n\n"
+        "is found behind its name, too. Of a file that does not load, all that can be understood is looked through,\n"
+        "and the exit status is 1.\n\n"
         "Example:\n"
         "  rtifed find harbour.fed Position",
         [this] { return find(_find, _console); });
@@ -223,7 +227,9 @@ void CommandLine::addFind() {
 
 void CommandLine::addJson() {
     CLI::App *command = addCommand("json", "Print the whole model as JSON",
-                                   "The keys are described in docs/model.schema.json.\n\n"
+                                   "The keys are described in model.schema.json of the documentation. Of a file that "
+                                   "does not load, all that can be\n"
+                                   "understood is printed, and the exit status is 1.\n\n"
                                    "Examples:\n"
                                    "  rtifed json harbour.fed\n"
                                    "  rtifed json harbour.fed | jq -r '.objectClasses[].name'",

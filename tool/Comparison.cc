@@ -116,6 +116,8 @@ Comparison::Comparison(const Outline &before, const Outline &after, bool sameByt
     const Element newFederation{Element::Kind::federation, {}, after.federation};
     if (before.loads && !after.loads)
         change(Change::Kind::refused, federation, newFederation);
+    if (!sameBytes && (!before.complete || !after.complete))
+        change(Change::Kind::unclear, federation, newFederation);
     compareElements(federation, newFederation);
     compareElements({Element::Kind::version, {}, before.version}, {Element::Kind::version, {}, after.version});
     compareSpaces(before, after);
@@ -152,6 +154,7 @@ std::string Comparison::Change::value(const Element &of) const {
     case Kind::added:
     case Kind::removed:
     case Kind::refused:
+    case Kind::unclear:
         break;
     }
     return {};
@@ -170,7 +173,7 @@ const char *Comparison::nameOf(Element::Kind kind) {
 
 const char *Comparison::nameOf(Change::Kind kind) {
     constexpr const char *kNames[] = {"renamed",        "renumbered", "added", "moved up",  "removed", "superclass",
-                                      "transportation", "ordering",   "space", "reordered", "refused"};
+                                      "transportation", "ordering",   "space", "reordered", "refused", "unclear"};
     return kNames[static_cast<std::size_t>(kind)];
 }
 

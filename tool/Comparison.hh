@@ -14,7 +14,8 @@
 /// counts for a member is where it is available, not where it is declared: one that moved up to a superclass still is,
 /// in the class that had it, and others only gained it, so that this is an addition. One that moved down to subclasses
 /// is gone from the class that had it. The numbers of dimensions are part of their space, since regions are made by
-/// them; all other handles are compared only if the library accepts both files.
+/// them; all other handles are compared only if the library accepts both files. Of a file that was not understood as a
+/// whole nobody can say that another is compatible with it.
 class Comparison {
 public:
     /// What all changes together mean, the least first.
@@ -55,6 +56,7 @@ public:
             space,
             reordered, ///< A dimension, within its space.
             refused,   ///< The federation: the library accepted the file, and does not any more.
+            unclear,   ///< The federation: not all of the two files was understood, so there may be more.
         };
 
         Kind kind;

@@ -34,6 +34,8 @@ Input readInput(const std::string &fileName, const std::string &stdinName) {
     const std::string &name = fileName == "-" ? stdinName : fileName;
     std::unique_ptr<std::FILE, int (*)(std::FILE *)> opened(nullptr, &std::fclose);
     std::FILE *file = stdin;
+    if (fileName == "-" && std::feof(stdin))
+        throw CannotWork(name + ": standard input was read before");
     if (fileName != "-") {
         file = std::fopen(fileName.c_str(), "rb");
         if (!file)

@@ -11,18 +11,36 @@
 
 namespace {
 
-Tally reportImage(const Input &input, std::size_t most, Report &report) {
+/// Whether all spaces, transportations and orderings that a model refers to are there.
+bool refersToWhatThereIs(const RtiFedDatabase &database) {
+    std::ostream nowhere(nullptr);
+    try {
+        database.dumpDatabase(&nowhere);
+        return true;
+    } catch (const RTI::Exception &) {
+        return false;
+    }
+}
+
+Tally reportImage(const Input &input, Severity least, std::size_t most, Report &report) {
     const Source source(input.name, nullptr);
     Tally tally;
+    const auto find = [&](RuleId rule, const std::string &text) {
+        const bool isError = ruleOf(rule).severity == Severity::error;
+        ++(isError ? tally.errors : tally.warnings);
+        if (most > 0)
+            report.add(source, {&ruleOf(rule), {}, text, {}, {}, {}});
+        else
+            ++(isError ? tally.hiddenErrors : tally.hiddenWarnings);
+    };
     report.beginFile(source);
     try {
-        restoreImage(input.contents);
+        const auto database = restoreImage(input.contents);
+        if (least == Severity::warning && !refersToWhatThereIs(*database))
+            find(RuleId::danglingReference,
+                 "the model refers to a space, transportation or ordering that does not exist");
     } catch (const RTI::Exception &refused) {
-        tally.errors = 1;
-        tally.hiddenErrors = most == 0 ? 1 : 0;
-        if (most > 0)
-            report.add(source,
-                       {&ruleOf(RuleId::damagedImage), {}, RtiFedParser::printable(refused._reason, 300), {}, {}, {}});
+        find(RuleId::damagedImage, RtiFedParser::printable(refused._reason, 300));
     }
     report.endFile(source, tally);
     return tally;
@@ -66,7 +84,7 @@ std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image) {
 }
 
 Tally reportFindings(const Input &input, Severity least, std::size_t most, Report &report) {
-    return input.isImage() ? reportImage(input, most, report) : reportText(input, least, most, report);
+    return input.isImage() ? reportImage(input, least, most, report) : reportText(input, least, most, report);
 }
 
 std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {

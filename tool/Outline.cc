@@ -114,12 +114,16 @@ private:
 
 Outline::Outline(const Input &input) {
     if (input.isImage()) {
-        OutlineReader(*restoreImage(input.contents), nullptr, *this).read();
+        const auto database = restoreImage(input.contents);
+        OutlineReader(*database, nullptr, *this).read();
         loads = true;
+        checksum = database->getChecksum();
     } else {
         const Checker text(input.contents);
         OutlineReader(text.database(), &text, *this).read();
         loads = text.findsNoError();
+        checksum = loads ? text.database().getChecksum() : 0;
+        complete = loads || text.keepsAll();
     }
 }
 

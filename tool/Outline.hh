@@ -62,6 +62,10 @@ struct Outline {
 
     /// Whether the library accepts the file. If not, the handles mean nothing: no process of a federation has them.
     bool loads = false;
+    unsigned long checksum = 0; ///< Of the model; only if the file loads.
+
+    /// Whether all that the file declares is here. What it declares with a syntax error or a second time is not.
+    bool complete = true;
 
     /// Throws RTI::Exception for an image that cannot be restored.
     explicit Outline(const Input &input);

@@ -118,7 +118,7 @@ const std::vector<Rule> kRules = {
      "Boat)",
      "(class ObjectRoot (class Boat))\n(class FormerBoat)"},
     {"refused-class", error, "The database refuses a class", "The text says what the database has against it.",
-     "Mend what the text says.", "(class \"\")", "(class Boat)"},
+     "Mend what the text says.", "", ""},
     {"repeated-member", error, "An attribute or parameter is declared a second time in its class",
      "A member is known by its name, in any letter case. Two of a name could not be told apart.",
      "Remove one, or give it another name.",
@@ -131,12 +131,15 @@ const std::vector<Rule> kRules = {
      "(class Boat (attribute Length reliable timestamp)\n  (class Tug (attribute Length reliable timestamp)))",
      "(class Boat (attribute Length reliable timestamp)\n  (class Tug))"},
     {"repeated-dimension", error, "A dimension is declared a second time in its space",
-     "A dimension is known by its name. Two of a name could not be told apart.", "Remove one, or give it another name.",
-     "(space Sector (dimension X) (dimension X))", "(space Sector (dimension X) (dimension Y))"},
+     "A dimension is known by its name. A second one is refused if its name is in capitals, as the database keeps it; "
+     "any other is accepted, and found by its handle only (hidden-dimension).",
+     "Remove one, or give it another name.", "(space Sector (dimension X) (dimension X))",
+     "(space Sector (dimension X) (dimension Y))"},
     {"mom-incomplete", error, "Classes or members of the Management Object Model are missing",
      "The RTI publishes what it knows of the federation, and takes orders, through classes of its own, the Management "
      "Object Model. Every file must contain all of it, by these names.",
-     "Add what is listed. A file that lacks all of it takes it over from one that has it.",
+     "Add what is listed. A file that lacks all of it takes it over from one that has it, such as "
+     "examples/minimal.fed of the documentation.",
      "(class ReportUpdateSent reliable receive ...)", "(class ReportUpdatesSent reliable receive ...)"},
     {"mom-misplaced", error, "The Management Object Model stands beside its root",
      "The class Manager stands directly below ObjectRoot, and another one directly below InteractionRoot.",
@@ -162,7 +165,8 @@ const std::vector<Rule> kRules = {
      "(space Sector (dimension bearing))\n(space SECTOR (dimension range))",
      "(space Sector (dimension bearing) (dimension range))"},
     {"hidden-dimension", warning, "A dimension has the name of an earlier one of its space",
-     "The database keeps both, but finds the first by the name; the second can be reached by its handle only.",
+     "The database keeps both, but finds the first by the name; the second can be reached by its handle only. A second "
+     "name in capitals is refused (repeated-dimension).",
      "Remove one, or give it another name.", "(space Sector (dimension range) (dimension range))",
      "(space Sector (dimension bearing) (dimension range))"},
     {"letter-case", warning, "One name is spelt in two letter cases",
@@ -186,7 +190,12 @@ const std::vector<Rule> kRules = {
      "(class InteractionRoot reliable timestamp\n  (class Manager reliable receive ...))",
      "(class InteractionRoot reliable timestamp\n  (class RTIprivate reliable timestamp)\n  (class Manager reliable "
      "receive ...))"},
-};
+    {"dangling-reference", warning, "An image refers to what it does not have",
+     "An attribute or interaction class of the image is in a space, or has a transportation or ordering, that does not "
+     "exist. The library restores it, but cannot list it, and answers for that member fail. An image that was saved "
+     "from "
+     "a FED text never is so.",
+     "Save the image again from its FED text.", "rtifed list model.img", "rtifed save model.fed model.img"}};
 
 constexpr std::size_t kNumProblems = RtiFedParser::tooManyErrors + 1;
 
@@ -227,8 +236,10 @@ std::string rulesAsMarkdown() {
         for (const Rule &rule : kRules)
             if (rule.severity == severity)
                 page += std::string("### ") + rule.id + "\n\n" + wrapped(std::string(rule.title) + ".", kWidth) + "\n" +
-                        wrapped(rule.why, kWidth) + "\n" + wrapped(rule.mend, kWidth) + "\nWrong:\n\n" +
-                        codeBlock(rule.wrong) + "\nRight:\n\n" + codeBlock(rule.right) + "\n";
+                        wrapped(rule.why, kWidth) + "\n" + wrapped(rule.mend, kWidth) + "\n" +
+                        (rule.hasExample()
+                             ? "Wrong:\n\n" + codeBlock(rule.wrong) + "\nRight:\n\n" + codeBlock(rule.right) + "\n"
+                             : "");
     }
     page.pop_back();
     return page;

@@ -20,7 +20,9 @@ struct Rule {
     const char *why;   ///< Why it exists.
     const char *mend;  ///< How to mend what it finds.
     const char *wrong; ///< An example that it finds,
-    const char *right; ///< and the same mended.
+    const char *right; ///< and the same mended. Both are empty if there is no short one.
+
+    bool hasExample() const { return *wrong != '\0'; }
 };
 
 /// The rules beside those of the syntax errors, which are the parser's problems.
@@ -45,7 +47,8 @@ enum class RuleId : unsigned char {
     hiddenDimension,
     letterCase,
     noPrivilegeToDelete,
-    noRtiPrivate
+    noRtiPrivate,
+    danglingReference
 };
 
 const Rule &ruleOf(RtiFedParser::Problem problem);

@@ -107,9 +107,9 @@ private:
         if (found != &space)
             return warnOfHidden(RuleId::repeatedSpace, "space", space, *found);
         if (_allNamesKnown && _usedSpaces.count(space.getHandle()) == 0)
-            return void(warn(RuleId::unusedSpace, *place,
-                             "nothing is in the space " + quoted(space.getName()) +
-                                 ": no attribute and no interaction class names it"));
+            warn(RuleId::unusedSpace, *place,
+                 "nothing is in the space " + quoted(space.getName()) +
+                     ": no attribute and no interaction class names it");
         if (space.getNumberOfDimensions() == 0)
             warn(RuleId::spaceWithoutDimensions, *place, "the space " + quoted(space.getName()) + " has no dimensions");
         std::unordered_map<std::string, const RtiFedDimension *> first;

@@ -40,6 +40,10 @@ struct Difference {
     Difference(Input old, Input now)
         : before(std::move(old)), after(std::move(now)),
           comparison(before.outline, after.outline, before.input.contents == after.input.contents) {}
+
+    bool checksumsAgree() const {
+        return before.outline.loads && after.outline.loads && before.outline.checksum == after.outline.checksum;
+    }
 };
 
 // ---- Text
@@ -51,13 +55,18 @@ std::size_t numOf(Change::Kind kind, const Comparison &comparison) {
 }
 
 /// What the verdict means to a person who runs the federation.
-std::string explanation(const Comparison &comparison) {
+std::string explanation(const Difference &difference) {
+    const Comparison &comparison = difference.comparison;
     const std::size_t numMoved = numOf(Change::Kind::renumbered, comparison);
     const std::string moved = ChangeGroup::counted(numMoved, "handle") + " moved";
+    // A file that does not load has neither image nor checksum. The terms of checksums may cancel out.
     const std::string disagree =
-        comparison.handlesCompared()
-            ? "; images and checksums of the two disagree, so all federates must use the same file."
-            : "."; // a file that does not load has neither
+        !comparison.handlesCompared() ? "."
+        : difference.checksumsAgree()
+            ? "; the images of the two disagree, but the 32-bit checksums are equal: nobody will notice unless all "
+              "federates "
+              "use the same file."
+            : "; images and checksums of the two disagree, so all federates must use the same file.";
     switch (comparison.verdict()) {
     case Verdict::identical:
         return "the files are the same, byte for byte.";
@@ -78,6 +87,9 @@ std::string explanation(const Comparison &comparison) {
     }
     if (numOf(Change::Kind::refused, comparison) > 0)
         return "No federation can run with the new file: the library refuses it.";
+    if (numOf(Change::Kind::unclear, comparison) > 0)
+        return "Not all of the files was understood, so nobody can say that federates of the old one work with the new "
+               "one.";
     return "Something of the old model is gone or different: federates made for it may fail with the new one.";
 }
 
@@ -95,7 +107,7 @@ public:
                      << (comparison.handlesCompared() || verdict == Verdict::identical
                              ? ""
                              : ", as far as it can be understood")
-                     << (verdict <= Verdict::same ? ": " : "\n") << explanation(comparison) << '\n';
+                     << (verdict <= Verdict::same ? ": " : "\n") << explanation(_difference) << '\n';
         for (const ChangeGroup &group : ChangeGroup::groupsOf(comparison))
             write(group);
     }
@@ -222,7 +234,8 @@ void writeJson(const Difference &difference, std::ostream &out) {
     const Comparison &comparison = difference.comparison;
     out << "{\"verdict\":" << dumped(Comparison::nameOf(comparison.verdict()))
         << ",\n\"old\":" << dumped(jsonOf(difference.before)) << ",\n\"new\":" << dumped(jsonOf(difference.after))
-        << ",\n\"handles_compared\":" << dumped(comparison.handlesCompared()) << ",\n\"changes\":[";
+        << ",\n\"handles_compared\":" << dumped(comparison.handlesCompared()) << ",\n\"checksums_agree\":"
+        << dumped(comparison.handlesCompared() ? Json(difference.checksumsAgree()) : Json()) << ",\n\"changes\":[";
     const char *separator = "\n";
     for (const Change &change : comparison.changes()) {
         out << separator << dumped(jsonOf(change));

@@ -32,6 +32,8 @@ void print(const Rule &rule, const Console &console) {
                 << wrapped(rule.title, width) << '\n'
                 << wrapped(rule.why, width) << '\n'
                 << wrapped(rule.mend, width);
+    if (!rule.hasExample())
+        return;
     printExample("Wrong", rule.wrong, console.out);
     printExample("Right", rule.right, console.out);
 }
