@@ -2,6 +2,7 @@
 
 #include "infrastructure/RtiSaveableType.hh"
 
+#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -14,6 +15,11 @@ constexpr long kSmallestSigned = -kLargestSigned - 1;
 
 [[noreturn]] void refuse(const std::string &value) {
     throw RtiBufferOverflow(("the number " + value + " does not fit into the 32 bits of an image").c_str());
+}
+
+unsigned long numberAt(const unsigned char *bytes) {
+    return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
+           static_cast<std::uint32_t>(bytes[2]) << 8 | static_cast<std::uint32_t>(bytes[3]);
 }
 
 } // namespace
@@ -42,16 +48,25 @@ void RtiBuffer::put(const RtiSaveableType &object) {
     object.save(*this);
 }
 
+/// The bytes of the next numbers, which count as read.
+inline const unsigned char *RtiBuffer::takeNumbers(unsigned long count) {
+    if (count > remaining() / kNumberSize)
+        lacksNumbers(count);
+    const unsigned char *bytes = _bytes.data() + _position;
+    _position += count * kNumberSize;
+    return bytes;
+}
+
 void RtiBuffer::get(unsigned long *values, unsigned long count) {
-    requireNumbers(count);
+    const unsigned char *bytes = takeNumbers(count);
     for (unsigned long i = 0; i < count; ++i)
-        values[i] = read32();
+        values[i] = numberAt(bytes + i * kNumberSize);
 }
 
 void RtiBuffer::get(long *values, unsigned long count) {
-    requireNumbers(count);
+    const unsigned char *bytes = takeNumbers(count);
     for (unsigned long i = 0; i < count; ++i) {
-        const unsigned long bits = read32();
+        const unsigned long bits = numberAt(bytes + i * kNumberSize);
         // Two's complement by arithmetic: `long` may be wider than the 32 bits.
         values[i] = bits <= static_cast<unsigned long>(kLargestSigned) ? static_cast<long>(bits)
                                                                        : -static_cast<long>(kLargest - bits) - 1;
@@ -63,8 +78,7 @@ void RtiBuffer::get(RtiSaveableType &object) {
 }
 
 unsigned long RtiBuffer::getUnsignedLong() {
-    requireNumbers(1);
-    return read32();
+    return numberAt(takeNumbers(1));
 }
 
 void RtiBuffer::putBytes(const void *bytes, std::size_t size) {
@@ -80,22 +94,14 @@ void RtiBuffer::getBytes(void *bytes, std::size_t size) {
     _position += size;
 }
 
-void RtiBuffer::requireNumbers(unsigned long count) const {
-    if (count > remaining() / kNumberSize)
-        underflow(std::to_string(count) + (count == 1 ? " number" : " numbers") + " of 4 bytes");
+void RtiBuffer::lacksNumbers(unsigned long count) const {
+    underflow(std::to_string(count) + (count == 1 ? " number" : " numbers") + " of 4 bytes");
 }
 
 void RtiBuffer::underflow(const std::string &wanted) const {
     throw RtiBufferUnderflow(("byte " + std::to_string(_position) + ": " + wanted + " wanted, " +
                               std::to_string(remaining()) + " bytes left")
                                  .c_str());
-}
-
-unsigned long RtiBuffer::read32() {
-    const unsigned char *bytes = &_bytes[_position];
-    _position += kNumberSize;
-    return static_cast<unsigned long>(bytes[0]) << 24 | static_cast<unsigned long>(bytes[1]) << 16 |
-           static_cast<unsigned long>(bytes[2]) << 8 | static_cast<unsigned long>(bytes[3]);
 }
 
 void RtiBuffer::append32(unsigned long value) {

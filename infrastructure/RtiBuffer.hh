@@ -66,9 +66,9 @@ public:
     void rewind() { _position = 0; }
 
 private:
-    void requireNumbers(unsigned long count) const;
+    const unsigned char *takeNumbers(unsigned long count);
+    [[noreturn]] void lacksNumbers(unsigned long count) const;
     [[noreturn]] void underflow(const std::string &wanted) const;
-    unsigned long read32();
     void append32(unsigned long value);
 
     std::vector<unsigned char> _bytes;
