@@ -18,8 +18,8 @@ void RtiFedAttribute::visitImage(Attribute &attribute, Visit visit) {
     visit(attribute._theHandle);
 }
 
-RtiFedAttribute::RtiFedAttribute(RtiBuffer &buffer) {
-    RtiFedAttribute::restore(buffer);
+RtiFedAttribute::RtiFedAttribute(RtiBuffer &buffer) : RtiFedElement(buffer) {
+    visitImage(*this, [&buffer](auto &field) { field.restore(buffer); });
 }
 
 RTI_bool RtiFedAttribute::save(RtiBuffer &buffer) const {

@@ -474,10 +474,10 @@ void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses
     const bool all = count == declared.size(); // a host may have declared some past the database
     for (RtiAttributeHandle last = 0; count > 0; --count) {
         const std::size_t byte = imageByte(buffer);
-        RtiAttributeHandle attribute;
-        RtiObjectClassHandle objectClass;
-        attribute.restore(buffer);
-        objectClass.restore(buffer);
+        unsigned long pair[2];
+        buffer.get(pair, 2);
+        const RtiAttributeHandle attribute = pair[0];
+        const RtiObjectClassHandle objectClass = pair[1];
         const unsigned long *declaring = declared.find(attribute);
         if (!(last < attribute) || !declaring || objectClass != *declaring)
             refuseImage(byte, "the attribute handle ", toString(attribute._value),

@@ -6,9 +6,7 @@
 const RtiFedField<RtiFedElement> RtiFedElement::_fields[] = {
     {"_name", [](const RtiFedElement &e) { return fieldText(e._name); }}};
 
-RtiFedElement::RtiFedElement(RtiBuffer &buffer) {
-    RtiFedElement::restore(buffer);
-}
+RtiFedElement::RtiFedElement(RtiBuffer &buffer) : _name(RtiStringUtility::getString(buffer)) {}
 
 RTI_bool RtiFedElement::save(RtiBuffer &buffer) const {
     RtiStringUtility::putString(_name, buffer);

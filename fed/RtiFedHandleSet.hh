@@ -105,12 +105,12 @@ public:
         _numRuns = 0;
         for (unsigned long i = 0; i < count; ++i) {
             const std::size_t byte = imageByte(buffer);
-            Handle handle;
-            handle.restore(buffer);
-            if (i > 0 && handle._value <= _runs[_numRuns - 1].last)
-                refuseImage(byte, "the handle ", toString(handle._value), " stands behind ",
+            Number number = 0;
+            buffer.get(&number, 1);
+            if (i > 0 && number <= _runs[_numRuns - 1].last)
+                refuseImage(byte, "the handle ", toString(number), " stands behind ",
                             toString(_runs[_numRuns - 1].last));
-            insert(handle);
+            insert(number);
         }
     }
 

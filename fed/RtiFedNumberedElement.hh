@@ -18,7 +18,7 @@ public:
     RtiFedNumberedElement(const Handle &handle, std::string name)
         : RtiFedElement(std::move(name)), _theHandle(handle) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
-    explicit RtiFedNumberedElement(RtiBuffer &buffer) { RtiFedNumberedElement::restore(buffer); }
+    explicit RtiFedNumberedElement(RtiBuffer &buffer) : RtiFedElement(buffer) { _theHandle.restore(buffer); }
 
     Handle getHandle() const { return _theHandle; }
 

@@ -11,11 +11,7 @@ public:
     operator Handle() const { return _number; }
 
     void save(RtiBuffer &buffer) const { buffer.put(Handle(_number)); }
-    void restore(RtiBuffer &buffer) {
-        Handle handle;
-        handle.restore(buffer); // directly, which is what the buffer's get does
-        _number = handle._value;
-    }
+    void restore(RtiBuffer &buffer) { buffer.get(&_number, 1); }
 
 private:
     decltype(Handle::_value) _number = 0;
