@@ -47,6 +47,8 @@ public:
     void shareArena(RtiFedArena &arena) { _members.share(arena); }
     void makeRoomForMembers(std::size_t number) { _members.reserve(number); }
 
+    /// Whether there may be nodes that this one owns.
+    bool ownsAny() const { return _owned != nullptr; }
     /// Calls `visit` for each node that this one owns, at any depth.
     template <class Visit>
     void forEachOwned(Visit visit) const {

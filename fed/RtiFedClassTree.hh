@@ -84,17 +84,30 @@ public:
         buffer.put(static_cast<unsigned long>(_numNames));
         forEachByName([&buffer](const Node &node) { buffer.put(node); });
     }
+    /// The classes of an image, each with the byte where it begins, in the order read.
+    struct Restored {
+        std::vector<std::pair<Node *, std::size_t>> classes;
+        std::size_t numMembers = 0; ///< Of all classes.
+        bool linked = true;         ///< Whether it was clear when they were read that all their links are sound.
+    };
+
     /// Frees what the tree owned, reads the classes, and links each to its parent. A parent that is not there leaves
     /// its class without one. Throws RTI::RTIinternalError for names, handles or links that no sound tree has.
-    /// `classes` is what they are called there. Returns each class with the byte where it begins, in the order read.
-    std::vector<std::pair<Node *, std::size_t>> restore(RtiBuffer &buffer, const char *classes) {
+    /// `classes` is what they are called there. Calls `visit` with each class as soon as it is read, and with
+    /// how many classes are above it; which of these were read by then, unless all are `linked`, is not known.
+    template <class Visit>
+    Restored restore(RtiBuffer &buffer, const char *classes, Visit visit) {
         clear();
         unsigned long count = readCount(buffer, Node::_numImageValues, classes);
         const std::size_t room = atOnce(buffer, count);
         _nameMap.reserve(room);
         _handleMap.reserve(room);
-        std::vector<std::pair<Node *, std::size_t>> read;
-        read.reserve(room);
+        Restored read;
+        read.classes.reserve(room);
+        // A class follows the one above it in nearly all images. Then its links are checked while both are in the
+        // cache: if each class is a child of its parent, and there are no more children than these, all of them are
+        // right.
+        std::size_t numChildren = 0, numWithParent = 0;
         for (; count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
             Owner node = make();
@@ -104,18 +117,22 @@ public:
                 refuseImage(byte, "the class name ", node->getName(), " stands twice");
             if (node->getHandle() == 0 || find(node->getHandle()))
                 refuseImage(byte, "the handle of the class ", node->getName(), " is 0 or stands twice");
-            read.emplace_back(add(std::move(node), key), byte);
+            Node *parent = find(node->getParentClassHandle());
+            node->setParentClass(parent);
+            if (parent ? !parent->children().contains(node->getHandle()) : node->getParentClassHandle() != 0)
+                read.linked = false;
+            const std::size_t numAbove = numLevels(parent);
+            if (numAbove >= kMaxClassNesting || node->ownsAny())
+                read.linked = false;
+            numChildren += node->children().size();
+            numWithParent += parent ? 1 : 0;
+            read.numMembers += node->members().size();
+            visit(*node, numAbove);
+            read.classes.emplace_back(add(std::move(node), key), byte);
         }
-        for (const auto &[node, byte] : read)
-            node->setParentClass(find(node->getParentClassHandle()));
-        std::set<Handle> nested;
-        for (const auto &[node, byte] : read) {
-            checkLinks(*node, byte);
-            node->forEachOwned([&, at = byte](const Node &owned) {
-                if (owned.getHandle() == 0 || find(owned.getHandle()) || !nested.insert(owned.getHandle()).second)
-                    refuseImage(at, "the handle of the class ", owned.getName(), " is 0 or stands twice");
-            });
-        }
+        read.linked = read.linked && numChildren == numWithParent;
+        if (!read.linked)
+            linkAll(read.classes);
         return read;
     }
 
@@ -224,14 +241,34 @@ private:
         visitAll(split, alone.end());
     }
 
+    /// The levels down to a class, no more than there may be.
+    static unsigned numLevels(const Node *from) {
+        unsigned levels = 0;
+        for (const Node *above = from; above && levels < kMaxClassNesting; above = above->getParentClass())
+            ++levels;
+        return levels;
+    }
+
+    /// Links the classes of an image once more, now that all are there, and refuses what no sound tree has.
+    void linkAll(const std::vector<std::pair<Node *, std::size_t>> &read) const {
+        for (const auto &[node, byte] : read)
+            node->setParentClass(find(node->getParentClassHandle()));
+        std::set<Handle> nested;
+        for (const auto &[node, byte] : read) {
+            checkLinks(*node, byte);
+            node->forEachOwned([&, at = byte](const Node &owned) {
+                if (owned.getHandle() == 0 || find(owned.getHandle()) || !nested.insert(owned.getHandle()).second)
+                    refuseImage(at, "the handle of the class ", owned.getName(), " is 0 or stands twice");
+            });
+        }
+    }
+
     /// Refuses a class in a circle or too deep, and one that is not the child of its parent or the parent of its
     /// children.
     void checkLinks(const Node &node, std::size_t byte) const {
-        unsigned level = 1;
-        for (const Node *above = node.getParentClass(); above; above = above->getParentClass())
-            if (++level > kMaxClassNesting)
-                refuseImage(byte, "the class ", node.getName(), " is nested in a circle or deeper than ",
-                            toString(kMaxClassNesting), " levels");
+        if (numLevels(node.getParentClass()) == kMaxClassNesting)
+            refuseImage(byte, "the class ", node.getName(), " is nested in a circle or deeper than ",
+                        toString(kMaxClassNesting), " levels");
         if (node.getParentClass() && !node.getParentClass()->children().contains(node.getHandle()))
             refuseImage(byte, "the class ", node.getName(), " is no child of its parent");
         node.children().forEach([&](const Handle &child) {

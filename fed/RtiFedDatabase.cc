@@ -60,12 +60,14 @@ public:
     void declareParameter(std::string_view name) override { buildParameter(name); }
 };
 
-template <class Classes>
-std::size_t numMembers(const Classes &classes) {
-    std::size_t number = 0;
-    for (const auto &[node, byte] : classes)
-        number += node->members().size();
-    return number;
+/// Refuses a class of an image that is not among the descendants of the one above it, or has others than that.
+void checkDescendants(const RtiFedObjectClass &node, std::size_t byte) {
+    const RtiFedObjectClass *above = node.getParentClass();
+    if (above && !above->hasDerrivedClass(node.getHandle()))
+        refuseImage(byte, "the class ", node.getName(), " is no descendant of ", above->getName(), " above it");
+    if (above && !above->descendants().containsAll(node.descendants()))
+        refuseImage(byte, "not all descendants of the class ", node.getName(), " are descendants of ", above->getName(),
+                    " above it");
 }
 
 /// The full name of the class above, if a class has one.
@@ -416,23 +418,32 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
 
 /// Returns the classes that declare the attributes.
 RtiFedDatabase::AttributeClasses RtiFedDatabase::restoreObjectClasses(RtiBuffer &buffer) {
+    // If each class has all descendants of those below it, and all together have as many as there are pairs of a class
+    // and one above it, then none has any other.
+    bool inherited = true;
+    std::size_t numDescendants = 0, numPairs = 0;
+    const auto read =
+        _objectClasses.restore(buffer, "object classes", [&](const RtiFedObjectClass &node, std::size_t numAbove) {
+            const RtiFedObjectClass *above = node.getParentClass();
+            inherited = inherited && (!above || (above->descendants().contains(node.getHandle()) &&
+                                                 above->descendants().containsAll(node.descendants())));
+            numDescendants += node.descendants().size();
+            numPairs += numAbove;
+        });
+    const bool sound = read.linked && inherited && numDescendants == numPairs;
     AttributeClasses declared;
-    const auto read = _objectClasses.restore(buffer, "object classes");
-    declared.reserve(numMembers(read));
-    for (const auto &[node, byte] : read) {
-        const RtiFedObjectClass *above = node->getParentClass();
-        if (above && !above->hasDerrivedClass(node->getHandle()))
-            refuseImage(byte, "the class ", node->getName(), " is no descendant of ", above->getName(), " above it");
-        if (above && !above->descendants().containsAll(node->descendants()))
-            refuseImage(byte, "not all descendants of the class ", node->getName(), " are descendants of ",
-                        above->getName(), " above it");
-        for (const RtiFedAttribute &attribute : node->members())
-            if (attribute.getHandle() == 0 || !declared.insert(attribute.getHandle(), node->getHandle()._value))
-                refuseImage(byte, "an attribute handle of the class ", node->getName(), " is 0 or stands twice");
+    declared.reserve(read.numMembers);
+    for (const auto &[node, byte] : read.classes) {
+        if (!sound)
+            checkDescendants(*node, byte);
+        node->members().forEachHandle([&, of = node, at = byte](const RtiAttributeHandle &attribute) {
+            if (attribute == 0 || !declared.insert(attribute, of->getHandle()._value))
+                refuseImage(at, "an attribute handle of the class ", of->getName(), " is 0 or stands twice");
+        });
     }
     // With all that stand below a class among its descendants, an equal number says that there are no others. From the
     // end, where most images have the subclasses, so that the class is named whose own list is wrong.
-    for (auto place = read.rbegin(); place != read.rend(); ++place) {
+    for (auto place = read.classes.rbegin(); !sound && place != read.classes.rend(); ++place) {
         const auto &[node, byte] = *place;
         std::size_t below = 0;
         node->children().forEach(
@@ -447,13 +458,15 @@ RtiFedDatabase::AttributeClasses RtiFedDatabase::restoreObjectClasses(RtiBuffer 
 RtiParameterHandle RtiFedDatabase::restoreInteractionClasses(RtiBuffer &buffer) {
     // A set of handles. They come in the order of the class names, in which a set of runs would be slow.
     RtiFedHandleMap<RtiParameterHandle, unsigned char> handles;
-    const auto read = _interactionClasses.restore(buffer, "interaction classes");
-    handles.reserve(numMembers(read));
-    for (const auto &[node, byte] : read)
-        for (const RtiFedParameter &parameter : node->members())
-            if (parameter.getHandle() == 0 || !handles.insert(parameter.getHandle(), 1))
-                refuseImage(byte, "the parameter handle ", toString(parameter.getHandle()._value), " of the class ",
-                            node->getName(), " is 0 or stands twice");
+    const auto read =
+        _interactionClasses.restore(buffer, "interaction classes", [](const RtiFedInteractionClass &, std::size_t) {});
+    handles.reserve(read.numMembers);
+    for (const auto &[node, byte] : read.classes)
+        node->members().forEachHandle([&, of = node, at = byte](const RtiParameterHandle &parameter) {
+            if (parameter == 0 || !handles.insert(parameter, 1))
+                refuseImage(at, "the parameter handle ", toString(parameter._value), " of the class ", of->getName(),
+                            " is 0 or stands twice");
+        });
     return handles.greatest();
 }
 

@@ -117,6 +117,13 @@ public:
     Iterator begin() const { return Iterator(_entries); }
     Iterator end() const { return Iterator(_entries + _size); }
 
+    /// Calls `visit` with the handle of each record. Nearly always, none of them is read for that.
+    template <class Visit>
+    void forEachHandle(Visit visit) const {
+        for (const Entry *entry = _entries; entry != _entries + _size; ++entry)
+            visit(_extra && _extra->handles ? entry->record->getHandle() : Handle(entry->handle));
+    }
+
     unsigned long checksum() const {
         unsigned long checksum = 0;
         for (const Record &record : *this)

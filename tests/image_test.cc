@@ -102,6 +102,18 @@ TEST(Image, LeavesOutASpaceWhoseNameIsTaken) {
                                       "old _nextSpaceHandle=``3'', new _nextSpaceHandle=``2''\n");
 }
 
+TEST(Image, MayHaveAClassBeforeTheOneAboveIt) {
+    const auto origin = emptyDatabase("e");
+    origin->addObjectClass("ObjectRoot");
+    RtiFedObjectClass *ball = origin->addObjectClass("ObjectRoot.Ball");
+    origin->addObjectClass("Ball.Red"); // named without the root, and so sorted before it
+    ASSERT_EQ(ball->getChildrenClasses().size(), 1U);
+    const std::string image = bytesOf(*origin);
+    const auto copy = restored(image);
+    EXPECT_EQ(bytesOf(*copy), image);
+    EXPECT_EQ(copy->find(RtiObjectClassHandle(3))->getParentClass(), copy->find(RtiObjectClassHandle(2)));
+}
+
 TEST(Image, RefusesWhatNoDatabaseWrote) {
     const std::string image = bytesOf(*smallDatabase());
     const auto with = [&image](const std::string &what, const std::string &replacement) {
