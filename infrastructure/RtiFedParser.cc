@@ -100,6 +100,18 @@ RtiFedParser::Error RtiFedParser::error(std::size_t index) const {
 }
 
 void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
+    deliverObjects(codegen);
+    deliverInteractions(codegen);
+}
+
+void RtiFedParser::deliverOnce(RtiFedParserCodegen &codegen) {
+    deliverObjects(codegen);
+    _contents->read.declarations.objects = {};
+    deliverInteractions(codegen);
+}
+
+/// With all that stands before them.
+void RtiFedParser::deliverObjects(RtiFedParserCodegen &codegen) {
     Contents &contents = *_contents;
     const RtiFedDeclarations &declared = contents.read.declarations;
     const auto text = [&contents](RtiFedSpan span) { return contents.text.at(span); };
@@ -125,8 +137,13 @@ void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
         [&](const RtiFedArguments &a) {
             codegen.declareObjectClassAttribute(text(a[0]), text(a[1]), text(a[2]), text(a[3]));
         });
+}
+
+void RtiFedParser::deliverInteractions(RtiFedParserCodegen &codegen) {
+    Contents &contents = *_contents;
+    const auto text = [&contents](RtiFedSpan span) { return contents.text.at(span); };
     contents.deliver(
-        declared.interactions,
+        contents.read.declarations.interactions,
         [&](std::string_view path, const RtiFedDeclarations::Class &c) {
             const RtiFedArguments &a = c.arguments;
             codegen.declareInteractionClass(path, text(a[1]), text(a[2]), text(a[3]), c.numMembers);
@@ -224,6 +241,6 @@ int RtiFedParser_Class_main(std::FILE *file, RtiFedParserCodegen *codegen) {
         throw "line " + std::to_string(error.position.line) + ", column " + std::to_string(error.position.column) +
             ": " + error.text;
     }
-    parser.deliver(*codegen);
+    parser.deliverOnce(*codegen);
     return 0;
 }

@@ -88,6 +88,8 @@ public:
     /// Of a text with syntax errors it delivers what was understood: a declaration whose name could be read, with
     /// empty texts for what could not. A dot in the name of a class is another character there.
     void deliver(RtiFedParserCodegen &codegen);
+    /// The same, for the last time: declarations are freed when they were delivered.
+    void deliverOnce(RtiFedParserCodegen &codegen);
 
     /// While a callback runs: where its first, second ... argument stands in the text (from 0); where an argument is
     /// absent, and at any other time, where the FED clause begins.
@@ -130,6 +132,8 @@ public:
 
 private:
     struct Contents;
+    void deliverObjects(RtiFedParserCodegen &codegen);
+    void deliverInteractions(RtiFedParserCodegen &codegen);
     std::unique_ptr<Contents> _contents;
 };
 
