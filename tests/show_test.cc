@@ -130,6 +130,13 @@ TEST(Find, FindsEachKindOfDeclaration) {
               "FILE:2:17: space Sea: 2 dimensions, used by 1 attribute and 1 interaction class\n" + refused);
     EXPECT_EQ(found(kCoast, "Sea.y"), "FILE:2:46: dimension Sea.y\n" + refused);
     EXPECT_EQ(found(kCoast, "Tug.Course"), found(kCoast, "Course")); // which it inherits
+    EXPECT_EQ(found("(FED (Federation F) (FEDversion v) (objects (class R (attribute a reliable receive)\n"
+                    "(class S (attribute A reliable receive)))))",
+                    "r.a"),
+              "FILE:1:65: attribute R.a: reliable receive\n"
+              "    declared again, which the library refuses, at 2:21\n"
+              "    inherited by 1 class:\n        R.S\n" +
+                  refused);
     EXPECT_EQ(found(kCoast, "Ship.Curse"),
               std::string("! ") + kRefused +
                   "FILE: nothing is called \"Ship.Curse\"; did you mean \"Ship.Course\"?\n1");

@@ -317,6 +317,15 @@ std::optional<RtiFedPosition> Checker::place(const void *record) const {
     return name ? std::optional(_parser.positionAt(name->begin)) : std::nullopt;
 }
 
+std::vector<RtiFedPosition> Checker::laterPlaces(const void *record) const {
+    std::vector<RtiFedPosition> places;
+    const auto again = _again.find(record);
+    if (again != _again.end())
+        for (const RtiFedSpan &span : again->second)
+            places.push_back(_parser.positionAt(span.begin));
+    return places;
+}
+
 std::string Checker::written(const void *record, std::size_t argument) const {
     const auto word = span(record, argument);
     return word ? std::string(wordAt(*word)) : std::string();
@@ -340,6 +349,7 @@ void Checker::findAgain(RuleId rule, std::string text, const void *first) {
         return;
     find(rule, 0, std::move(text));
     _findings.back().notes.push_back({*span(first), "the first declaration stands here"});
+    _again[first].push_back(_parser.span());
 }
 
 /// What may have been meant by the word at which a finding stands.

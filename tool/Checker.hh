@@ -51,6 +51,9 @@ public:
     /// Where the name of a record stands; nothing for what the text does not declare.
     std::optional<RtiFedPosition> place(const void *record) const;
 
+    /// Where it is declared again: a second time, or where it is inherited.
+    std::vector<RtiFedPosition> laterPlaces(const void *record) const;
+
     /// What stands in the text as an argument of a record's declaration, without quotes.
     std::string written(const void *record, std::size_t argument) const;
 
@@ -105,7 +108,8 @@ private:
 
     RtiFedParser _parser;
     RtiFedDatabase _database;
-    std::unordered_map<const void *, Declaration> _declarations; // by record
+    std::unordered_map<const void *, Declaration> _declarations;      // by record
+    std::unordered_map<const void *, std::vector<RtiFedSpan>> _again; // of records that are declared again
     std::vector<std::string> _spaceNames;
     std::vector<std::string> _shiftedWords; // upper-cased
     bool _shiftedInClass = false;           // one of them may be the name of a class

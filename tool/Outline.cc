@@ -26,6 +26,9 @@ private:
     std::optional<RtiFedPosition> place(const void *record) const {
         return _text ? _text->place(record) : std::nullopt;
     }
+    std::vector<RtiFedPosition> laterPlaces(const void *record) const {
+        return _text ? _text->laterPlaces(record) : std::vector<RtiFedPosition>();
+    }
 
     /// What stands as this argument in the text, or the handle that an image has in its place.
     template <class Handle>
@@ -98,7 +101,8 @@ private:
         shown.place = place(&node);
         shown.parent = parent;
         for (const auto &member : node.members())
-            shown.members.push_back({member.getName(), member.getHandle()._value, properties(member), place(&member)});
+            shown.members.push_back({member.getName(), member.getHandle()._value, properties(member), place(&member),
+                                     laterPlaces(&member)});
         if (parent != Outline::kNone)
             classes[parent].children.push_back(added);
         index.emplace(&node, added);

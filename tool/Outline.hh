@@ -32,6 +32,7 @@ struct Outline {
         unsigned long handle = 0;
         Properties properties;
         std::optional<RtiFedPosition> place; ///< Of its name. Not in an image, and not of what is not declared.
+        std::vector<RtiFedPosition> laterPlaces = {}; ///< Where it is declared again, which the library refuses.
     };
 
     /// Only interaction classes have properties.

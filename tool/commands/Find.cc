@@ -151,8 +151,10 @@ public:
         if (!description.empty())
             line.add(": " + description);
         print(line);
-        if (hit.isMember())
+        if (hit.isMember()) {
+            printLaterPlaces(hit.member->laterPlaces);
             printInheriting(*hit.classes, hit.classIndex);
+        }
     }
 
 private:
@@ -194,6 +196,15 @@ private:
             return dimensions + "found by its handle only, since its name is taken";
         _spaceSeen = true;
         return dimensions + usesOf(space.name, _outline);
+    }
+
+    void printLaterPlaces(const std::vector<RtiFedPosition> &places) const {
+        for (const RtiFedPosition &place : places) {
+            Line line;
+            line.add("    declared again, which the library refuses, at " + std::to_string(place.line) + ':' +
+                     std::to_string(place.column));
+            print(line);
+        }
     }
 
     void printInheriting(const Outline::Classes &classes, std::size_t declaring) const {
