@@ -35,8 +35,8 @@ public:
     virtual void addParameter(std::string name);
 
     /// The parser delivers classes and members through these four. Each body here calls the callback above, so that who
-    /// overrides that need not know of them; to override these instead spares the strings. A view holds during the call.
-    /// The numbers say how many members follow.
+    /// overrides that need not know of them; to override these instead spares the strings. A view holds during the
+    /// call. The numbers say how many members follow.
     virtual void declareObjectClass(std::string_view name, std::size_t numAttributes);
     virtual void declareObjectClassAttribute(std::string_view name, std::string_view transportation,
                                              std::string_view ordering, std::string_view space);
