@@ -1,0 +1,26 @@
+// Two FED texts, with a NUL byte between them, through the comparison of their models.
+
+#include "fuzz/Fuzz.hh"
+#include "tool/Comparison.hh"
+
+#include <algorithm>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    const std::string both = textOf(data, size);
+    const std::size_t middle = std::min(both.find('\0'), both.size());
+    const Input first{"old.fed", both.substr(0, middle)};
+    const Input second{"new.fed", middle < both.size() ? both.substr(middle + 1) : ""};
+    if (first.isImage() || second.isImage())
+        return 0;
+    const Outline before(first), after(second);
+    using Verdict = Comparison::Verdict;
+    const Comparison there(before, after, false), back(after, before, false), none(before, before, true);
+    FUZZ_CHECK(none.changes().empty() && none.verdict() == Verdict::identical);
+    FUZZ_CHECK((there.verdict() == Verdict::same) == (back.verdict() == Verdict::same) ||
+               before.loads != after.loads); // what no longer loads is a change, what loads again is none
+    FUZZ_CHECK(there.verdict() != Verdict::additions || back.verdict() == Verdict::incompatible);
+    if (before.loads && after.loads && there.verdict() < Verdict::relabelled)
+        FUZZ_CHECK(before.objects.size() == after.objects.size() &&
+                   before.interactions.size() == after.interactions.size());
+    return 0;
+}

@@ -1,0 +1,50 @@
+// An image: restored, asked every query, saved, and restored again.
+
+#include "fuzz/Fuzz.hh"
+
+#include <sstream>
+
+namespace {
+
+/// Asks everything; whatever a model of strange numbers answers, no answer is bad memory.
+void ask(const RtiFedDatabase &database) {
+    std::ostringstream os;
+    database.dump(os);
+    try {
+        database.dumpDatabase(&os); // which may name a space, transportation or ordering that is not there
+    } catch (const RTI::Exception &) {
+    }
+    for (const RtiObjectClassHandle &handle : database.getObjectClassHandleSet()) {
+        FUZZ_CHECK(database.getObjectClassHandle(database.getObjectClassName(handle)) == handle);
+        std::set<RtiObjectClassHandle> derived;
+        database.getDerivedObjectClassHandleSet(handle, derived);
+        FUZZ_CHECK(derived.count(handle) == 1);
+        const RtiAttributeHandleSet &available = *database.getAvailableAttributeHandles(handle, 0);
+        FUZZ_CHECK(database.verifyAvailableAttributes(handle, available));
+        for (unsigned long i = 0; i < available.size(); ++i)
+            database.getRealObjectClassHandle(handle, available.getHandle(i));
+    }
+    for (const RtiInteractionClassHandle &handle : database.getInteractionClassHandleSet()) {
+        FUZZ_CHECK(database.getInteractionClassHandle(database.getInteractionClassName(handle)) == handle);
+        database.getAvailableInteractionClassHandles(handle);
+    }
+    RtiBuffer image;
+    database.save(image);
+    database.diff(image, os);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    RtiBuffer buffer(data, size);
+    try {
+        const RtiFedDatabase database(buffer);
+        ask(database);
+        const std::string image = bytesOf(database);
+        RtiBuffer again(image.data(), image.size());
+        const RtiFedDatabase copy(again);
+        FUZZ_CHECK(bytesOf(copy) == image && copy.getChecksum() == database.getChecksum());
+    } catch (const RTI::Exception &) {
+    }
+    return 0;
+}

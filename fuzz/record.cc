@@ -1,0 +1,46 @@
+// The image of one record, of a kind that the first byte chooses.
+
+#include "fuzz/Fuzz.hh"
+
+#include <sstream>
+
+namespace {
+
+template <class Record>
+void restore(RtiBuffer &buffer) {
+    const Record record(buffer);
+    std::ostringstream os;
+    record.dump(os);
+    RtiBuffer same;
+    record.save(same);
+    record.diff(same, os);
+    checkThatItReturns(record);
+}
+
+template <class Handle>
+void restoreHandle(RtiBuffer &buffer) {
+    Handle handle;
+    handle.restore(buffer);
+    RtiBuffer same;
+    handle.save(same);
+    Handle copy;
+    copy.restore(same);
+    FUZZ_CHECK(copy == handle);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    if (size == 0)
+        return 0;
+    constexpr void (*kKinds[])(RtiBuffer &) = {restore<RtiFedAttribute>,          restore<RtiFedParameter>,
+                                               restore<RtiFedDimension>,          restore<RtiFedSpace>,
+                                               restore<RtiFedObjectClass>,        restore<RtiFedInteractionClass>,
+                                               restoreHandle<RtiAttributeHandle>, restoreHandle<RtiSpaceHandle>};
+    RtiBuffer buffer(data + 1, size - 1);
+    try {
+        kKinds[data[0] % std::size(kKinds)](buffer);
+    } catch (const RTI::Exception &) {
+    }
+    return 0;
+}
