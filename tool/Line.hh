@@ -31,5 +31,5 @@ private:
     std::size_t _width = 0;
 };
 
-/// The columns that a printable UTF-8 text takes.
+/// The columns that a UTF-8 text takes: the characters that begin in it.
 std::size_t columns(std::string_view text);

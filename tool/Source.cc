@@ -1,16 +1,10 @@
 #include "tool/Source.hh"
 
-#include <algorithm>
+#include "tool/Line.hh"
 
 namespace {
 
 constexpr std::size_t kCheckpoint = 4096;
-
-/// How many characters of UTF-8 begin in these bytes.
-std::size_t countCharacters(std::string_view bytes) {
-    return static_cast<std::size_t>(std::count_if(
-        bytes.begin(), bytes.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
 
 } // namespace
 
@@ -32,9 +26,9 @@ std::size_t Source::charactersBefore(std::uint32_t offset) const {
         std::size_t count = 0;
         for (std::size_t at = 0; at <= text().size(); at += kCheckpoint) {
             _characters.push_back(count);
-            count += countCharacters(text().substr(at, kCheckpoint));
+            count += columns(text().substr(at, kCheckpoint));
         }
     }
     const std::size_t checkpoint = offset / kCheckpoint;
-    return _characters[checkpoint] + countCharacters(text().substr(checkpoint * kCheckpoint, offset % kCheckpoint));
+    return _characters[checkpoint] + columns(text().substr(checkpoint * kCheckpoint, offset % kCheckpoint));
 }

@@ -2,9 +2,8 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/ChangeGroup.hh"
 #include "tool/Comparison.hh"
+#include "tool/Json.hh"
 #include "tool/commands/Commands.hh"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -14,7 +13,6 @@ namespace {
 using Verdict = Comparison::Verdict;
 using Change = Comparison::Change;
 using Element = Comparison::Element;
-using Json = nlohmann::ordered_json;
 
 Outline outlineOf(const Input &input) {
     try {
@@ -94,9 +92,9 @@ std::string explanation(const Difference &difference) {
 }
 
 /// Writes the verdict, what it means, and the changes by groups.
-class TextReport {
+class TextWriter {
 public:
-    TextReport(const Difference &difference, bool all, const Console &console)
+    TextWriter(const Difference &difference, bool all, const Console &console)
         : _difference(difference), _all(all), _console(console) {}
 
     void write() const {
@@ -177,10 +175,6 @@ private:
 
 // ---- JSON
 
-std::string dumped(const Json &json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 Json jsonOf(const Side &side) {
     return {{"file", side.input.name},
             {"form", side.input.isImage() ? "image" : "text"},
@@ -232,13 +226,13 @@ Json jsonOf(const Change &change) {
 /// Writes one change a line, so that no whole document is kept.
 void writeJson(const Difference &difference, std::ostream &out) {
     const Comparison &comparison = difference.comparison;
-    out << "{\"verdict\":" << dumped(Comparison::nameOf(comparison.verdict()))
-        << ",\n\"old\":" << dumped(jsonOf(difference.before)) << ",\n\"new\":" << dumped(jsonOf(difference.after))
-        << ",\n\"handles_compared\":" << dumped(comparison.handlesCompared()) << ",\n\"checksums_agree\":"
-        << dumped(comparison.handlesCompared() ? Json(difference.checksumsAgree()) : Json()) << ",\n\"changes\":[";
+    out << "{\"verdict\":" << toLine(Comparison::nameOf(comparison.verdict()))
+        << ",\n\"old\":" << toLine(jsonOf(difference.before)) << ",\n\"new\":" << toLine(jsonOf(difference.after))
+        << ",\n\"handles_compared\":" << toLine(comparison.handlesCompared()) << ",\n\"checksums_agree\":"
+        << toLine(comparison.handlesCompared() ? Json(difference.checksumsAgree()) : Json()) << ",\n\"changes\":[";
     const char *separator = "\n";
     for (const Change &change : comparison.changes()) {
-        out << separator << dumped(jsonOf(change));
+        out << separator << toLine(jsonOf(change));
         separator = ",\n";
     }
     out << "\n]}\n";
@@ -268,7 +262,7 @@ Status diff(const DiffOptions &options, const Console &console) {
         if (options.format == DiffFormat::json)
             writeJson(difference, console.out);
         else
-            TextReport(difference, options.all, console).write();
+            TextWriter(difference, options.all, console).write();
     }
     return comparison.verdict() >= options.failOn ? wrong : done;
 }

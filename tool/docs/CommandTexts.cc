@@ -58,7 +58,7 @@ CommandTexts textsOf(const CLI::App &app, const std::string &name) {
 } // namespace
 
 bool OptionTexts::isFile() const {
-    for (const char *file : {"FILE", "FED", "IMAGE", "OLD", "NEW", "MANIFEST"})
+    for (const char *file : {"FILE", "FED", "IMAGE", "OLD", "NEW"})
         if (names.front() == file || argument == file)
             return true;
     return false;
