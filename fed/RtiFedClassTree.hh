@@ -205,14 +205,11 @@ private:
         const Names names = _nameMap.find(key.behindRoot);
         return (key.underRoot ? names.underRoot : names.alone) != 0;
     }
-    /// Enters the full name of a class; one that is taken stays as it is.
+    /// Enters the full name of a class, which no other has.
     void enterName(const Key &key, Number handle) {
         if (!_nameMap.insert(key.behindRoot, key.underRoot ? Names{0, handle} : Names{handle, 0})) {
             Names names = _nameMap.find(key.behindRoot);
-            Number &place = key.underRoot ? names.underRoot : names.alone;
-            if (place != 0)
-                return;
-            place = handle;
+            (key.underRoot ? names.underRoot : names.alone) = handle;
             _nameMap.replace(key.behindRoot, names);
         }
         _isRootTwice = _isRootTwice || (key.underRoot && RtiFedName::beginsWith(key.behindRoot.text(), kPrefix));

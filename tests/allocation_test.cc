@@ -17,6 +17,7 @@ namespace {
 
 long liveAllocations = 0;
 unsigned long allocationsToFailure = 0; // 0: none will fail
+bool isExhausted = false;               // for who can do without memory
 
 void *allocate(std::size_t size, std::size_t alignment = alignof(std::max_align_t)) noexcept {
     const std::size_t rounded = (size / alignment + 1) * alignment;
@@ -46,8 +47,8 @@ void *operator new[](std::size_t size) { return allocateOrThrow(size); }
 void *operator new(std::size_t size, std::align_val_t alignment) {
     return allocateOrThrow(size, static_cast<std::size_t>(alignment));
 }
-// Not to fail by order: whoever calls this, as std::stable_sort does, may do without.
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept { return allocate(size); }
+// Not to fail in its turn: whoever calls this, as std::stable_sort does, may do without.
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept { return isExhausted ? nullptr : allocate(size); }
 void *operator new[](std::size_t size, const std::nothrow_t &) noexcept { return allocate(size); }
 void operator delete(void *memory) noexcept { release(memory); }
 void operator delete[](void *memory) noexcept { release(memory); }
@@ -183,6 +184,17 @@ TEST(Allocation, FailsInALoadThatIsRefused) {
     without("(class TugOfTheHarbourMaster)", "(class TugOfTheHarbourMaster) (class tugoftheharbourmaster)");
     without("(attribute ROlength reliable receive)", "");
     _rtiErrorStream.setOutputStream(std::cerr);
+}
+
+TEST(Allocation, FailsInAClone) {
+    const RTI::NameNotFound derived("any");
+    const RTI::Exception base("any");
+    const FailNthAllocation failure(1);
+    isExhausted = true;
+    const bool none = !derived.cloneSelf() && !base.cloneSelf();
+    isExhausted = false;
+    EXPECT_TRUE(none);
+    EXPECT_TRUE(failure.happened());
 }
 
 // ---- Images

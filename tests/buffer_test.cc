@@ -57,6 +57,9 @@ TEST(Buffer, SaysWhatWasWantedAndWhatIsLeft) {
     // A count whose bytes overflow the address range.
     reasonOf<RtiBufferUnderflow>([&] { buffer.get(values, ~0UL / 4 + 2); });
 
+    EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { buffer.getBytes(values, 3); }),
+              "byte 4: 3 bytes wanted, 2 bytes left");
+
     RtiBuffer string("\x7F\xFF\xFF\xFFx", 5);
     EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { RtiStringUtility::getString(string); }),
               "byte 4: a string of 2147483647 bytes, 1 left");

@@ -32,6 +32,15 @@ TYPED_TEST(ExceptionTest, IsClonedAndThrownAsItself) {
     FAIL();
 }
 
+TEST(Exception, BaseIsClonedAndThrownToo) {
+    RTI::Exception base("why");
+    base._serial = 7;
+    const std::unique_ptr<RTI::Exception> clone(base.cloneSelf());
+    EXPECT_STREQ(clone->_reason, "why");
+    EXPECT_EQ(clone->_serial, 0u);
+    EXPECT_EQ(reasonOf<RTI::Exception>([&clone] { clone->throwSelf(); }), "why");
+}
+
 TEST(Exception, CopiesOutliveTheirOrigin) {
     auto origin = std::make_unique<RTI::NameNotFound>("a reason");
     const RTI::NameNotFound copy = *origin;

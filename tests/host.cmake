@@ -1,5 +1,5 @@
 # The library on the infrastructure of an RTI that has one of its own: a project apart, built by the test.
-set(flags "-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror")
+set(flags "${CMAKE_CXX_FLAGS} -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror")
 if(RTIFED_SANITIZE)
     string(APPEND flags " -fsanitize=${RTIFED_SANITIZE} -fno-sanitize-recover=all")
 endif()

@@ -1,3 +1,4 @@
+#include "infrastructure/RtiStringUtility.hh"
 #include "tests/Support.hh"
 
 #include <cstring>
@@ -136,6 +137,33 @@ TEST(Image, RefusesWhatNoDatabaseWrote) {
               "image byte 14: the child 2 of the class R is not there or has another parent");
 }
 
+TEST(Image, RefusesACounterBelowWhatWasHandedOut) {
+    const std::string image = bytesOf(*smallDatabase());
+    for (const std::size_t counter : {5U, 4U, 3U, 2U, 1U}) { // from the end, where the file name follows
+        std::string damaged = image;
+        --damaged[image.size() - 9 - 4 * counter + 3];
+        EXPECT_EQ(refusal(damaged), "image byte " + std::to_string(image.size() - 29) +
+                                        ": a counter is below 0 or a handle that was handed out");
+    }
+}
+
+// A host may add members past the database, with handles of its own that do not ascend.
+TEST(Image, KeepsMembersInTheOrderOfTheirAddition) {
+    const auto origin = smallDatabase();
+    RtiFedInteractionClass *node = origin->find(RtiInteractionClassHandle(2));
+    for (int i = 0; i < 40; ++i)
+        origin->createParameterHandle();
+    for (unsigned long handle = 40; handle > 1; --handle)
+        node->addParameter(handle, "p" + std::to_string(handle));
+    const auto copy = restored(bytesOf(*origin));
+    EXPECT_EQ(bytesOf(*copy), bytesOf(*origin));
+    EXPECT_EQ(answers(*copy), answers(*origin));
+    EXPECT_EQ(copy->find(RtiInteractionClassHandle(2))->getParameter(0)->getHandle(), 40);
+    EXPECT_EQ(copy->getParameterHandle("P2", 2), 2);
+    EXPECT_EQ(copy->getParameterName(40, 2), "p40");
+    reasonOf<RTI::InteractionParameterNotDefined>([&] { copy->getParameterName(41, 2); });
+}
+
 TEST(Image, SurvivesAnyCutAndAnyByte) {
     const std::string image = bytesOf(*load(example("minimal.fed")));
     for (std::size_t length = 0; length < image.size(); ++length)
@@ -165,27 +193,68 @@ TEST(Image, SurvivesAnyCutAndAnyByte) {
     EXPECT_GT(accepted, small.size());
 }
 
-TEST(Image, RefusesCirclesAndTwins) {
-    // Three classes in a row of parents, with all links set by hand.
-    const auto image = [](const char *parents, const char *children) {
-        std::string text = "\0\0\0\0\0\0\0\0\0\0\0\3"s;
-        for (int i = 0; i < 3; ++i) {
-            text += "\0\0\0\1"s + static_cast<char>('A' + i) + "\0\0\0\0\0\0\0\0"s;
-            text += children[i] ? "\0\0\0\1\0\0\0"s + children[i] : "\0\0\0\0"s;
-            text += "\0\0\0\0\0\0\0"s + static_cast<char>(i + 1) + "\0\0\0"s + parents[i];
+TEST(Image, RefusesCircles) {
+    // Classes named A, B, C ..., of handles from 1, with the parents and children that are given.
+    const auto image = [](const std::vector<unsigned long> &parents, const std::vector<unsigned long> &children) {
+        RtiBuffer bytes;
+        for (const unsigned long number : {0UL, 0UL, static_cast<unsigned long>(parents.size())})
+            bytes.put(number);
+        for (std::size_t i = 0; i < parents.size(); ++i) {
+            const unsigned long handle = i + 1;
+            RtiStringUtility::putString(std::string(1 + i / 26, static_cast<char>('A' + i % 26)), bytes);
+            bytes.put(0UL);
+            bytes.put(0UL);
+            bytes.put(children[i] ? 1UL : 0UL);
+            if (children[i])
+                bytes.put(children[i]);
+            bytes.put(0UL);
+            bytes.put(handle);
+            bytes.put(parents[i]);
         }
-        return text + std::string(12, '\0') + "\0\0\0\0\0\0\0\3"s + std::string(16, '\0');
+        for (const unsigned long number :
+             {0UL, 0UL, 0UL, 0UL, static_cast<unsigned long>(parents.size()), 0UL, 0UL, 0UL, 0UL})
+            bytes.put(number);
+        return std::string(reinterpret_cast<const char *>(bytes.data()), bytes.size());
     };
-    EXPECT_EQ(refusal(image("\0\0\0", "\0\0\0")), "accepted");
-    EXPECT_EQ(refusal(image("\7\0\0", "\0\0\0")), "accepted"); // a parent that is not there is no parent
-    EXPECT_EQ(refusal(image("\3\1\2", "\2\3\1")),
+    EXPECT_EQ(refusal(image({0, 0, 0}, {0, 0, 0})), "accepted");
+    EXPECT_EQ(refusal(image({7, 0, 0}, {0, 0, 0})), "accepted"); // a parent that is not there is no parent
+    EXPECT_EQ(refusal(image({3, 1, 2}, {2, 3, 1})),
               "image byte 12: the class A is nested in a circle or deeper than 256 levels");
-    EXPECT_EQ(refusal(image("\1\0\0", "\1\0\0")),
+    EXPECT_EQ(refusal(image({1, 0, 0}, {1, 0, 0})),
               "image byte 12: the class A is nested in a circle or deeper than 256 levels");
-    EXPECT_EQ(refusal(image("\0\1\0", "\0\0\0")), "image byte 41: the class B is no child of its parent");
-    EXPECT_EQ(refusal(image("\0\0\0", "\2\0\0")),
+    EXPECT_EQ(refusal(image({0, 1, 0}, {0, 0, 0})), "image byte 41: the class B is no child of its parent");
+    EXPECT_EQ(refusal(image({0, 0, 0}, {2, 0, 0})),
               "image byte 12: the child 2 of the class A is not there or has another parent");
-    EXPECT_EQ(refusal(image("\0\1\0", "\2\0\0")), "image byte 45: the class B is no descendant of A above it");
+    EXPECT_EQ(refusal(image({0, 1, 0}, {2, 0, 0})), "image byte 45: the class B is no descendant of A above it");
+
+    std::vector<unsigned long> parents, children;
+    for (unsigned long level = 0; level < 257; ++level) {
+        parents.push_back(level);
+        children.push_back(level < 256 ? level + 2 : 0);
+    }
+    EXPECT_NE(refusal(image(parents, children)).find("is nested in a circle or deeper than 256 levels"),
+              std::string::npos);
+}
+
+TEST(Image, RefusesTwins) {
+    const auto database = smallDatabase();
+    RtiFedObjectClass *node = database->find(RtiObjectClassHandle(1));
+    database->addObjectClassAttribute(node, "z", 1, 1, 0);
+    database->addSpace("T");
+    node->addObjectClass(98, "Own1");
+    node->addObjectClass(99, "Own2");
+    const std::string image = bytesOf(*database);
+    EXPECT_EQ(bytesOf(*restored(image)), image);
+    const auto with = [&image](const std::string &what, const std::string &replacement) {
+        return refusal(replaced(image, what, replacement));
+    };
+    const std::string own1 = "\0\0\0\x62\0\0\0\1"s, own2 = "\0\0\0\x63\0\0\0\1"s; // handle and parent
+    EXPECT_EQ(with(own2, own1), "image byte 55: the handle 98 stands twice in the class R");
+    EXPECT_EQ(with(own1, "\0\0\0\0\0\0\0\1"s), "image byte 14: the handle of the class Own1 is 0 or stands twice");
+    EXPECT_EQ(with(own1, "\0\0\0\2\0\0\0\1"s), "image byte 14: the handle of the class Own1 is 0 or stands twice");
+    EXPECT_EQ(with("\0\0\0\1z"s, "\0\0\0\1A"s),
+              "image byte 133: a name stands twice among the attributes of the class R");
+    EXPECT_EQ(with("\0\0\0\1T"s, "\0\0\0\1s"s), "image byte 332: the space name s stands twice");
 }
 
 TEST(Image, LeavesNothingOfAFailedRestore) {

@@ -22,6 +22,8 @@ TEST_F(InteractionClassTest, LooksOnlyAtItself) {
     EXPECT_EQ(sub->find(2), place);
     EXPECT_EQ(sub->find(1), nullptr);
     EXPECT_FALSE(sub->parameterExists("cause"));
+    EXPECT_TRUE(sub->parameterExists("place"));
+    EXPECT_EQ(sub->find(~0UL), nullptr);
     EXPECT_TRUE(sub->parameterIsInherited("cause"));
     EXPECT_FALSE(sub->parameterIsInherited("place"));
     EXPECT_EQ(reasonOf<RTI::NameNotFound>([&] { sub->getParameterHandle("cause"); }),

@@ -34,6 +34,7 @@ TEST(Lookup, FindsAClassWithAndWithoutItsRoot) {
     EXPECT_FALSE(db.interactionClassExists("ObjectRoot.Call"));
     EXPECT_TRUE(db.interactionClassExists("call"));
     EXPECT_TRUE(db.interactionClassExists(RtiInteractionClassHandle(1)));
+    EXPECT_FALSE(db.interactionClassExists(RtiInteractionClassHandle(99)));
     EXPECT_EQ(db.getInteractionClassName(db.getInteractionClassHandle("CALL.distress")),
               "InteractionRoot.Call.Distress");
     EXPECT_EQ(db.find(tug)->getName(), "ObjectRoot.Craft.Tug");

@@ -73,6 +73,7 @@ TEST(NameMap, AgreesWithAPlainModel) {
             expected->second = i;
         } else if (i == 20000) {
             map.reserve(3 * map.size());
+            map.reserve(1);
         }
         ASSERT_EQ(map.size(), model.size());
     }
@@ -143,5 +144,19 @@ TEST(HandleMap, AgreesWithAPlainModel) {
             EXPECT_EQ(value, (expected++)->second);
         });
         EXPECT_EQ(expected, model.end());
+    }
+}
+
+// Behind the last place of a map that was emptied, a handle is near or not, as its memory goes.
+TEST(HandleMap, TakesTheNextHandleWhenEmptied) {
+    for (unsigned long size = 0; size < 200; ++size) {
+        RtiFedHandleMap<RtiObjectClassHandle, int> map;
+        for (unsigned long handle = 0; handle < size; ++handle)
+            map.insert(handle, 1);
+        for (unsigned long handle = 0; handle < size; ++handle)
+            map.erase(handle);
+        EXPECT_TRUE(map.insert(size, 7));
+        EXPECT_EQ(*map.find(size), 7);
+        EXPECT_EQ(map.greatest(), size);
     }
 }

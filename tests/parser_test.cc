@@ -3,6 +3,11 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "tests/Support.hh"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <thread>
+
 using namespace std::string_literals;
 
 namespace {
@@ -19,17 +24,20 @@ std::string errorsOf(const std::string &text) {
     return errors;
 }
 
-std::string callsOf(const std::string &text) {
-    const TemporaryFile file(text);
+std::string callsOf(std::FILE *file) {
     RtiFedParserCodegen printer;
     testing::internal::CaptureStdout();
     std::string failure;
     try {
-        RtiFedParser_Class_main(std::fopen(file.path().c_str(), "r"), &printer);
+        RtiFedParser_Class_main(file, &printer);
     } catch (const std::string &reason) {
         failure = reason;
     }
     return testing::internal::GetCapturedStdout() + failure;
+}
+
+std::string callsOf(const std::string &text) {
+    return callsOf(std::fopen(TemporaryFile(text).path().c_str(), "r"));
 }
 
 const std::string kHead = "(FED (Federation F) (FEDversion v1.3)\n";
@@ -97,6 +105,15 @@ TEST(Parser, ShowsWhatItFoundFitForATerminal) {
     EXPECT_EQ(RtiFedParser::printable(std::string(59, 'x') + "\xC3\xA9"), std::string(59, 'x') + "...");
     EXPECT_EQ(RtiFedParser::printable("\xF0\x9F\x9A\xA2\xE2\x82\xAC\xED\xA0\x80\xEF\xBB\xBF"),
               "\xF0\x9F\x9A\xA2\xE2\x82\xAC\\xed\\xa0\\x80\\xef\\xbb\\xbf");
+    // The first and last character of each length, and what stands right beside the ranges that are not shown.
+    for (const char *shown : {" ", "~", "\xC2\xA0", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
+                              "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF", "\xE2\x80\xA9", "\xE2\x80\xAF",
+                              "\xE2\x81\xA5", "\xE2\x81\xAA", "\xEF\xBB\xBE"})
+        EXPECT_EQ(RtiFedParser::printable(shown), shown);
+    for (const char *escaped : {"\x1F", "\x7F", "\x80", "\xC1\xBF", "\xC2\x9F", "\xC3", "\xC3(", "\xE0\x9F\xBF",
+                                "\xED\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80",
+                                "\xE2\x80\xAA", "\xE2\x80\xAE", "\xE2\x81\xA6", "\xE2\x81\xA9", "\xE2\x82"})
+        EXPECT_EQ(RtiFedParser::printable(escaped).substr(0, 2), "\\x") << RtiFedParser::printable(escaped);
 }
 
 TEST(Parser, GivesOneErrorForATextCutAnywhere) {
@@ -115,11 +132,49 @@ TEST(Parser, GivesOneErrorForATextCutAnywhere) {
     }
 }
 
+TEST(Parser, EndsATextAtItsFirstNulByte) {
+    const std::string text = kHead + "(objects (class \"A b\" (attribute a reliable receive) ; x\n))(other (x y)))";
+    for (const char *rest : {"", ")", "(x"}) // as the parentheses then are: right, one too many, one too few
+        for (std::uint32_t length = 0; length <= text.size(); ++length) {
+            const std::string cut = text.substr(0, length) + "\0"s + text.substr(length) + rest;
+            const RtiFedParser parser(cut);
+            const RtiFedParser::Error last = parser.error(parser.numErrors() - 1);
+            EXPECT_TRUE(last.text.find("found a NUL byte") != std::string::npos || length == 2 || length == 3)
+                << errorsOf(cut);
+            EXPECT_EQ(parser.positionAt(length).line, last.position.line);
+            EXPECT_LE(parser.numErrors(), 3u) << errorsOf(cut);
+        }
+}
+
+TEST(Parser, ReadsLongFilesAndPipes) {
+    std::string text = kHead + "(objects";
+    while (text.size() < 200000)
+        text += "(class C)";
+    text += "))";
+    const std::string calls = callsOf(text);
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), '\n'),
+              static_cast<std::ptrdiff_t>(2 + 2 * (text.size() - kHead.size() - 10) / 9));
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    std::thread writer([&text, end = ends[1]] {
+        EXPECT_EQ(write(end, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+        close(end);
+    });
+    EXPECT_EQ(callsOf(fdopen(ends[0], "r")), calls);
+    writer.join();
+}
+
 TEST(Parser, IsBoundedOnHostileText) {
     const auto countOf = [](const std::string &text) { return RtiFedParser(text).numErrors(); };
     EXPECT_EQ(countOf(std::string(100000, '(')), 1u);
     EXPECT_EQ(countOf(std::string(5000000, 'x')), 1u);
-    std::string classes;
+    EXPECT_EQ(countOf("(FED)" + std::string(300, '(') + std::string(300, ')') + ")"), 1u);
+    std::string wrong, classes;
+    for (std::size_t i = 0; i <= kMaxErrors; ++i)
+        wrong += "(x)";
+    const RtiFedParser bounded(kHead + wrong + ")");
+    ASSERT_EQ(bounded.numErrors(), kMaxErrors + 1);
+    EXPECT_EQ(bounded.error(kMaxErrors).text, "expected at most 100000 errors, found more; what follows was not read");
     for (int i = 0; i < 100000; ++i)
         classes += "(class c ";
     EXPECT_EQ(countOf(kHead + "(objects " + classes + std::string(100002, ')')), 1u);

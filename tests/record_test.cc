@@ -69,9 +69,12 @@ TYPED_TEST(NumberedElementTest, IsANameAndAHandle) {
     EXPECT_EQ(diffOf(TypeParam(3, "another"), record), "");
     EXPECT_EQ(diffOf(TypeParam(4, "another"), record), "old _theHandle=``4'', new _theHandle=``3''\n");
     RtiBuffer image = imageOf(record);
-    const TypeParam restored(image);
+    TypeParam restored(image);
     EXPECT_EQ(restored.getName(), "x");
     EXPECT_EQ(restored.getHandle(), 3);
+    image = imageOf(TypeParam(4, "yy"));
+    restored.restore(image);
+    EXPECT_EQ(bytesOf(restored), "\0\0\0\2yy\0\0\0\4"s);
 }
 
 TEST(Attribute, ImageHasTheHandleLast) {
@@ -79,6 +82,10 @@ TEST(Attribute, ImageHasTheHandleLast) {
     EXPECT_EQ(bytesOf(attribute), "\0\0\0\1x\0\0\0\1\0\0\0\2\xFF\xFF\xFF\xFF\0\0\0\7"s);
     RtiBuffer image = imageOf(attribute);
     EXPECT_EQ(bytesOf(RtiFedAttribute(image)), bytesOf(attribute));
+    RtiFedAttribute other(8, "another", 2, 1, 0);
+    image.rewind();
+    other.restore(image);
+    EXPECT_EQ(bytesOf(other), bytesOf(attribute));
     EXPECT_EQ(dumpOf(attribute), "_theHandle=``7''\n_defaultTransport=``1''\n_defaultOrdering=``2''\n"
                                  "_defaultSpace=``-1''\n");
 }
