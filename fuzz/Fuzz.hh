@@ -30,6 +30,16 @@ inline std::string bytesOf(const RtiSaveableType &object) {
     return {reinterpret_cast<const char *>(buffer.data()), buffer.size()};
 }
 
+template <class Action>
+bool isRefused(Action action) {
+    try {
+        action();
+        return false;
+    } catch (const RTI::Exception &) {
+        return true;
+    }
+}
+
 /// What is saved can be restored, and is then the same to the byte.
 template <class Record>
 void checkThatItReturns(const Record &origin) {

@@ -51,18 +51,29 @@ std::string listing(const RtiFedDatabase &database) {
     return os.str();
 }
 
+/// What a record says of itself.
+static void tell(std::ostream &os, const RtiSaveableType &record) {
+    RtiBuffer image;
+    record.save(image);
+    record.dump(os);
+    record.diff(image, os);
+}
+
 std::string answers(const RtiFedDatabase &db) {
     std::ostringstream os, counters;
     os.exceptions(std::ios::badbit); // a stream keeps the failure to itself otherwise
     counters.exceptions(std::ios::badbit);
-    db.dump(counters);
     db.dumpDatabase(&os);
     os << db.getChecksum();
-    RtiBuffer image;
-    db.save(image);
-    db.diff(image, os);
+    tell(counters, db);
+    std::string lacking;
+    os << db.verifyMomObjectClasses(lacking) << db.verifyMomInteractionClasses(lacking) << lacking;
+    os << db.getAttributeHandleSet().size();
+    for (const RtiSpaceHandle &handle : db.getRoutingSpaceHandleSet())
+        tell(os, *db.find(db.getRoutingSpaceHandle(db.getRoutingSpaceName(handle))));
     for (const RtiObjectClassHandle &handle : db.getObjectClassHandleSet()) {
         const RtiFedObjectClass &node = *db.find(handle);
+        tell(os, node);
         os << '\n' << db.getObjectClassHandle(db.getObjectClassName(handle))._value;
         std::set<RtiObjectClassHandle> derived;
         db.getDerivedObjectClassHandleSet(handle, derived);
@@ -83,6 +94,7 @@ std::string answers(const RtiFedDatabase &db) {
     for (const RtiInteractionClassHandle &handle : db.getInteractionClassHandleSet()) {
         os << '\n' << db.getInteractionClassHandle(db.getInteractionClassName(handle))._value;
         const RtiFedInteractionClass &node = *db.find(handle);
+        tell(os, node);
         node.forEachOwned([&os](const RtiFedInteractionClass &owned) { os << owned.getName(); });
         std::set<RtiInteractionClassHandle> derived;
         db.getDerivedInteractionClassHandleSet(handle, derived);

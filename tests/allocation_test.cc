@@ -10,6 +10,7 @@
 #include <functional>
 #include <iterator>
 #include <new>
+#include <utility>
 
 // ---- The allocator: malloc, with a counter and a failure to order, so that sanitizers keep their own checks.
 
@@ -203,6 +204,16 @@ TEST(Allocation, FailsInARestore) {
     const TemporaryFile file(loadableText());
     const std::string image = bytesOf(RtiFedDatabase(RtiFedDatabaseConstructorArg(file.path(), RTI_true)));
     EXPECT_GT(failEachAllocation([&image] { restored(image); }), 200u);
+
+    // In its own place, a database is empty when that failed.
+    const std::string small = smallImage();
+    const auto pair = [&] { return std::make_pair(restored(small), RtiBuffer(image.data(), image.size())); };
+    using Pair = std::pair<std::unique_ptr<RtiFedDatabase>, RtiBuffer>;
+    const auto isEmpty = [](const Pair &subject) {
+        EXPECT_EQ(subject.first->getObjectClassHandleSet().size() + subject.first->numSpaces(), 0u);
+    };
+    failEachAllocation(
+        pair, [](Pair &subject) { subject.first->restore(subject.second); }, isEmpty);
 }
 
 // ---- Queries
@@ -215,7 +226,16 @@ TEST(Allocation, FailsInAQuery) {
         EXPECT_EQ(RtiDump::getTraceMask(), RTI_T_ALL);
         EXPECT_EQ(answers(*db), answer);
     };
-    EXPECT_GT(failEachAllocation(fresh, ask, stillAnswers), 100u);
+    EXPECT_GT(failEachAllocation(fresh, ask, stillAnswers), 300u);
+
+    const auto refused = [](const std::unique_ptr<RtiFedDatabase> &db) {
+        expectRefusal([&db] { db->getObjectClassHandle("RootOfAllObjectClasses.Vessel.Barge"); });
+        expectRefusal([&db] { db->getAttributeHandle("DraughtOfTheVessel", 2); });
+        expectRefusal([&db] { db->getAttributeName(99, 2); });
+        expectRefusal([&db] { db->getRoutingSpaceName(-7); });
+        expectRefusal([&db] { db->getTransportationName(99); });
+    };
+    EXPECT_GT(failEachAllocation(fresh, refused, stillAnswers), 10u);
 }
 
 TEST(Allocation, IsNotNeededByALookup) {
