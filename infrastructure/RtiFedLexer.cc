@@ -152,7 +152,7 @@ bool RtiFedLexer::nextOpen(RtiFedOffset &at) {
 }
 
 bool RtiFedLexer::nextClose() {
-    if (_at == _bytes.size() || _bytes[_at] != ')')
+    if (_bytes[_at] != ')')
         return false;
     ++_at;
     return true;

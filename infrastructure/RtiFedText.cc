@@ -12,7 +12,7 @@ RtiFedOffset RtiFedText::begin() const {
 
 RtiFedSpan RtiFedText::withQuotes(RtiFedSpan name) const {
     const RtiFedOffset end = name.begin + name.length;
-    const bool inQuotes = name.begin > 0 && _text[name.begin - 1] == '"' && end < _size && _text[end] == '"';
+    const bool inQuotes = _text[name.begin - 1] == '"' && _text[end] == '"'; // a name stands behind a keyword
     return inQuotes ? RtiFedSpan{name.begin - 1, name.length + 2} : name;
 }
 

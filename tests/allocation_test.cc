@@ -140,7 +140,11 @@ std::string smallImage() {
     db->addObjectClassAttribute(db->addObjectClass("RootOfAllObjectClasses.Vessel"), "ColourOfTheVessel", 1, 2, 0);
     db->addObjectClass("RootOfAllObjectClasses.Vessel.Tug");
     db->addInteractionClass("RootOfAllInteractions", 2, 2, 1)->addParameter(db->createParameterHandle(), "VesselHit");
-    db->addInteractionClass("RootOfAllInteractions.CollisionOfVessels", 1, 1, 0);
+    RtiFedInteractionClass *collision = db->addInteractionClass("RootOfAllInteractions.CollisionOfVessels", 1, 1, 0);
+    for (unsigned long handle = 20; handle > 1; --handle) // as only a host does; many, so that tables hold them
+        collision->addParameter(handle, "ParameterOfACollision" + std::to_string(handle));
+    while (db->createParameterHandle() != 20)
+        ;
     return bytesOf(*db);
 }
 

@@ -162,6 +162,8 @@ TEST(Image, KeepsMembersInTheOrderOfTheirAddition) {
     EXPECT_EQ(copy->getParameterHandle("P2", 2), 2);
     EXPECT_EQ(copy->getParameterName(40, 2), "p40");
     reasonOf<RTI::InteractionParameterNotDefined>([&] { copy->getParameterName(41, 2); });
+    EXPECT_NE(refusal(replaced(bytesOf(*origin), "p2\0"s, "P9\0"s)).find(": a name stands twice among the parameters"),
+              std::string::npos);
 }
 
 TEST(Image, SurvivesAnyCutAndAnyByte) {

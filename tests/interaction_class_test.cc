@@ -23,7 +23,6 @@ TEST_F(InteractionClassTest, LooksOnlyAtItself) {
     EXPECT_EQ(sub->find(1), nullptr);
     EXPECT_FALSE(sub->parameterExists("cause"));
     EXPECT_TRUE(sub->parameterExists("place"));
-    EXPECT_EQ(sub->find(~0UL), nullptr);
     EXPECT_TRUE(sub->parameterIsInherited("cause"));
     EXPECT_FALSE(sub->parameterIsInherited("place"));
     EXPECT_EQ(reasonOf<RTI::NameNotFound>([&] { sub->getParameterHandle("cause"); }),
@@ -31,6 +30,11 @@ TEST_F(InteractionClassTest, LooksOnlyAtItself) {
     EXPECT_EQ(reasonOf<RTI::InteractionParameterNotDefined>([&] { sub->getParameterName(1); }),
               "\"RtiFedInteractionClass\", line 225: ");
     EXPECT_EQ(reasonOf<RTI::RTIinternalError>([&] { sub->getParameter(1); }), "\"RtiFedInteractionClass\", line 333: ");
+    for (const unsigned long handle : {5UL, 6UL, ~0UL}) {
+        EXPECT_EQ(sub->find(handle), nullptr);
+        EXPECT_EQ(sub->find(sub->addParameter(handle, "p" + std::to_string(handle))->getHandle())->getHandle(), handle);
+        EXPECT_EQ(sub->find(3), nullptr);
+    }
 }
 
 TEST_F(InteractionClassTest, RefusesAParameterTwice) {

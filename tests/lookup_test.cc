@@ -43,6 +43,15 @@ TEST(Lookup, FindsAClassWithAndWithoutItsRoot) {
     EXPECT_EQ(db.find(RtiSpaceHandle(-1)), nullptr);
 }
 
+// Handle 0 says that there is none: an attribute that a host added under it is not found by its name.
+TEST(Lookup, FindsNoAttributeOfHandle0) {
+    const auto db = emptyDatabase();
+    db->addObjectClassAttribute(db->addObjectClass("A"), "a", 1, 1, 0);
+    db->addObjectClass("A.B")->addAttribute(0, "b", 1, 1, 0);
+    EXPECT_EQ(db->getAttributeHandle("a", 2), 1);
+    reasonOf<RTI::NameNotFound>([&] { db->getAttributeHandle("b", 2); });
+}
+
 // Names that have the root prefix never, once or twice, in any case, against a plain map that is asked again behind the
 // prefix; and the order of the image, which is that of the upper-cased full names.
 TEST(Lookup, FindsAClassAsAPlainMapAskedTwiceDoes) {

@@ -71,7 +71,7 @@ TEST(NameMap, AgreesWithAPlainModel) {
         } else if (i % 64 == 1 && expected != model.end()) {
             map.replace(name, i);
             expected->second = i;
-        } else if (i == 20000) {
+        } else if (i == 20001) {
             map.reserve(3 * map.size());
             map.reserve(1);
         }

@@ -92,9 +92,30 @@ TEST(Parser, LetsTheExceptionsOfCallbacksThrough) {
     EXPECT_THROW(RtiFedParser_Class_main(std::fopen(file.path().c_str(), "r"), &refusing), int);
 }
 
+TEST(Parser, TellsWhereAnArgumentStands) {
+    struct Placing : RtiFedParserCodegen {
+        explicit Placing(const RtiFedParser &of) : parser(of) {}
+        void addObjectClassAttribute(std::string, std::string, std::string, std::string) override {
+            for (std::size_t argument = 0; argument < 4; ++argument)
+                columns.push_back(parser.position(argument).column);
+        }
+        const RtiFedParser &parser;
+        std::vector<std::size_t> columns;
+    };
+    RtiFedParser parser(kHead + "(objects (class A (attribute \"a b\" reliable receive Area))))");
+    Placing placing(parser);
+    testing::internal::CaptureStdout();
+    parser.deliver(placing);
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(placing.columns, (std::vector<std::size_t>{30, 36, 45, 53}));
+}
+
 TEST(Parser, SaysWhatItExpectedAndFound) {
-    forEachCase("errors.txt",
-                [](const std::string &text, const std::string &expected) { EXPECT_EQ(errorsOf(text), expected); });
+    forEachCase("errors.txt", [](std::string text, const std::string &expected) {
+        EXPECT_EQ(errorsOf(text), expected);
+        std::replace(text.begin(), text.end(), '\n', '\r'); // ends a line too
+        EXPECT_EQ(errorsOf(text), expected);
+    });
 }
 
 TEST(Parser, ShowsWhatItFoundFitForATerminal) {
@@ -169,12 +190,15 @@ TEST(Parser, IsBoundedOnHostileText) {
     EXPECT_EQ(countOf(std::string(100000, '(')), 1u);
     EXPECT_EQ(countOf(std::string(5000000, 'x')), 1u);
     EXPECT_EQ(countOf("(FED)" + std::string(300, '(') + std::string(300, ')') + ")"), 1u);
-    std::string wrong, classes;
-    for (std::size_t i = 0; i <= kMaxErrors; ++i)
+    std::string wrong, strayQuotes, classes;
+    for (std::size_t i = 0; i <= kMaxErrors; ++i) {
         wrong += "(x)";
+        strayQuotes += "x\n\"\n";
+    }
     const RtiFedParser bounded(kHead + wrong + ")");
     ASSERT_EQ(bounded.numErrors(), kMaxErrors + 1);
     EXPECT_EQ(bounded.error(kMaxErrors).text, "expected at most 100000 errors, found more; what follows was not read");
+    EXPECT_EQ(countOf(kHead + strayQuotes + ")"), kMaxErrors + 1);
     for (int i = 0; i < 100000; ++i)
         classes += "(class c ";
     EXPECT_EQ(countOf(kHead + "(objects " + classes + std::string(100002, ')')), 1u);
