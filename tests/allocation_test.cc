@@ -230,7 +230,7 @@ TEST(Allocation, FailsInAQuery) {
         EXPECT_EQ(RtiDump::getTraceMask(), RTI_T_ALL);
         EXPECT_EQ(answers(*db), answer);
     };
-    EXPECT_GT(failEachAllocation(fresh, ask, stillAnswers), 300u);
+    EXPECT_GT(failEachAllocation(fresh, ask, stillAnswers), 200u);
 
     const auto refused = [](const std::unique_ptr<RtiFedDatabase> &db) {
         expectRefusal([&db] { db->getObjectClassHandle("RootOfAllObjectClasses.Vessel.Barge"); });
