@@ -280,6 +280,24 @@ TEST(Allocation, IsNotNeededByALookup) {
 
 // ---- Building
 
+// Of many members, handles that do not ascend have a table, and so have the names; both, or neither, learn of a member.
+TEST(Allocation, FailsInATableOfMembers) {
+    for (unsigned long size = 16; size < 40; ++size) {
+        const auto node = [size] {
+            auto made = std::make_unique<RtiFedInteractionClass>(1, "Root", nullptr, 1, 1, 0);
+            for (unsigned long handle = size; handle > 0; --handle)
+                made->addParameter(handle, "ParameterOfTheRoot" + std::to_string(handle));
+            return made;
+        };
+        const auto add = [](const std::unique_ptr<RtiFedInteractionClass> &of) { of->addParameter(99, "TheNextOne"); };
+        failEachAllocation(node, add, [&add](const std::unique_ptr<RtiFedInteractionClass> &of) {
+            EXPECT_TRUE(!of->find(99) && !of->parameterExists("TheNextOne"));
+            add(of);
+            EXPECT_TRUE(of->find(99) == of->getParameter(of->getNumberOfParameters() - 1));
+        });
+    }
+}
+
 TEST(Allocation, FailsInABuildingCall) {
     using Db = RtiFedDatabase;
     // The object classes leave a gap in the handles, so that no set of them just extends a run.
