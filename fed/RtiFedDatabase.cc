@@ -1,8 +1,8 @@
 #include "fed/RtiFedDatabase.hh"
 
+#include "fed/RtiFedReport.hh"
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
 #include "fed/mom/RtiFedDatabaseMomVerifier.hh"
-#include "infrastructure/RtiDebugStream.hh"
 #include "infrastructure/RtiFedParser.hh"
 #include "infrastructure/RtiStringUtility.hh"
 
@@ -118,9 +118,7 @@ RtiFedDatabase::RtiFedDatabase(const RtiFedDatabaseConstructorArg &arg) : _fileN
         return;
     std::FILE *file = std::fopen(_fileName.c_str(), "r");
     if (!file) {
-        if (_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_high))
-            _rtiErrorStream.getOutputStream()
-                << "\"RtiFedDatabase\", line 60: \nCould not open FED file " + _fileName << std::endl;
+        rtiFedReport(RTI_G_high, "\"RtiFedDatabase\", line 60: \nCould not open FED file " + _fileName);
         throw RTI::CouldNotOpenFED(_fileName.c_str());
     }
     buildFromFed(file);
@@ -156,9 +154,7 @@ void RtiFedDatabase::parse(std::FILE *file) {
 }
 
 void RtiFedDatabase::couldNotParse(const char *atFile, const char *atReason, const std::string &reason) const {
-    if (_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_high))
-        _rtiErrorStream.getOutputStream()
-            << atFile + ("\nCould not parse FED file " + _fileName) + "\n" + atReason + reason << std::endl;
+    rtiFedReport(RTI_G_high, atFile + ("\nCould not parse FED file " + _fileName) + "\n" + atReason + reason);
     throw RTI::ErrorReadingFED(_fileName.c_str());
 }
 

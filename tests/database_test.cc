@@ -1,7 +1,10 @@
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
+#include "infrastructure/RtiDump.hh"
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiFedParser.hh"
 #include "tests/Support.hh"
+
+#include <fstream>
 
 TEST(Database, StaysEmptyOnRequest) {
     const auto database = emptyDatabase("/no/such/file");
@@ -44,6 +47,20 @@ TEST(Database, ReportsASyntaxErrorWithItsPlace) {
     reasonOf<RTI::NameNotFound>([] { load(withMom("", "(class A reliable timestamp Nix)")); });
     _rtiErrorStream.enable();
     EXPECT_EQ(errors.text(), text);
+}
+
+TEST(Database, ThrowsWhatItSaysWhereTheErrorStreamThrows) {
+    std::ofstream closed;
+    closed.exceptions(std::ios::badbit);
+    _rtiErrorStream.setOutputStream(closed);
+    const auto build = [](const std::string &name) { RtiFedDatabase(RtiFedDatabaseConstructorArg(name, RTI_true)); };
+    EXPECT_EQ(reasonOf<RTI::CouldNotOpenFED>([&] { build("/no/such/file"); }), "/no/such/file");
+    EXPECT_EQ(reasonOf<RTI::ErrorReadingFED>([&] { build("/"); }), "/");
+    reasonOf<RTI::NameNotFound>([] { load(withMom("(class A (attribute a reliable timestamp Nix))")); });
+    _rtiErrorStream.setOutputStream(std::cerr);
+
+    EXPECT_THROW(emptyDatabase()->dump(closed), std::ios::failure);
+    EXPECT_EQ(RtiDump::getTraceMask(), RTI_T_ALL);
 }
 
 TEST(Database, RefusesWhatAFileDeclaresWrongly) {

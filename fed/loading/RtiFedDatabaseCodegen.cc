@@ -1,6 +1,6 @@
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
 
-#include "infrastructure/RtiDebugStream.hh"
+#include "fed/RtiFedReport.hh"
 
 #include <utility>
 
@@ -79,9 +79,7 @@ RtiSpaceHandle RtiFedDatabaseCodegen::spaceHandle(std::string_view space, const 
     try {
         return _database->getRoutingSpaceHandle(space);
     } catch (const RTI::NameNotFound &) {
-        if (_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_medium))
-            _rtiErrorStream.getOutputStream()
-                << position + ("Invalid Space Name Specified: `" + std::string(space)) + "` " << std::endl;
+        rtiFedReport(RTI_G_medium, position + ("Invalid Space Name Specified: `" + std::string(space)) + "` ");
         throw;
     }
 }

@@ -1,8 +1,7 @@
 #include "fed/mom/RtiFedDatabaseMomVerifier.hh"
 
 #include "fed/RtiFedDatabase.hh"
-#include "infrastructure/RTI.hh"
-#include "infrastructure/RtiDebugStream.hh"
+#include "fed/RtiFedReport.hh"
 
 #include <initializer_list>
 #include <string_view>
@@ -190,10 +189,8 @@ RTI_bool verify(const RtiFedDatabase &db, std::string &message) {
     for (const auto &[className, member] : required) {
         const auto handle = handles.find(className);
         if (handle == handles.end()) {
-            if (_rtiErrorStream.enabled(RTI_P_fedDatabase, RTI_G_high))
-                _rtiErrorStream.getOutputStream()
-                    << "\"RtiFedDatabaseMomVerifier\", line 125: YIKES! Unexpected classname: " + className
-                    << std::endl;
+            rtiFedReport(RTI_G_high,
+                         "\"RtiFedDatabaseMomVerifier\", line 125: YIKES! Unexpected classname: " + className);
             continue;
         }
         if (member.empty() || hasMember<Tree>(db, member, handle->second))
