@@ -6,10 +6,22 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
+
+/// The file that a symbolic link leads to: a rename would put the new file in the place of the link.
+std::string behindLinks(const std::string &fileName) {
+    std::error_code error;
+    if (!std::filesystem::is_symlink(fileName, error))
+        return fileName;
+    const std::string target = std::filesystem::canonical(fileName, error);
+    if (error)
+        throw CannotWork(fileName + ": " + error.message());
+    return target;
+}
 
 /// A file descriptor that is closed, and a file that is removed, unless all went well.
 class Draft {
@@ -22,10 +34,10 @@ public:
         } else {
             const mode_t mask = umask(0);
             umask(mask);
-            _draftName = fileName + ".XXXXXX";
+            _mode = exists ? status.st_mode & 07777 : 0666 & ~mask;
+            _target = behindLinks(fileName);
+            _draftName = _target + ".XXXXXX";
             _file = mkstemp(_draftName.data());
-            if (_file >= 0 && fchmod(_file, exists ? status.st_mode & 07777 : 0666 & ~mask) != 0)
-                fail();
         }
         if (_file < 0)
             fail();
@@ -54,7 +66,8 @@ public:
     }
 
     void finish() {
-        if (!_draftName.empty() && (fsync(_file) != 0 || rename(_draftName.c_str(), _fileName.c_str()) != 0))
+        if (!_draftName.empty() &&
+            (fchmod(_file, _mode) != 0 || fsync(_file) != 0 || rename(_draftName.c_str(), _target.c_str()) != 0))
             fail();
         const int file = _file;
         _file = -1;
@@ -69,7 +82,8 @@ private:
     }
 
     std::string _fileName;
-    std::string _draftName; // empty if the file is written in place
+    std::string _draftName, _target; // what is renamed to what; empty if the file is written in place
+    mode_t _mode = 0;                // that of the new file
     int _file = -1;
 };
 

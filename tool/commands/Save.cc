@@ -2,18 +2,24 @@
 #include "tool/OutputFile.hh"
 #include "tool/commands/Commands.hh"
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <filesystem>
-#include <fstream>
 
 namespace {
 
 /// Whether there is a file with something in it that is no saved image: most likely the name of a FED text, by mistake.
+/// Throws CannotWork for one that cannot be read, and may be such a file.
 bool isNoImage(const std::string &fileName) {
     std::error_code none;
     if (!std::filesystem::is_regular_file(fileName, none))
         return false;
-    const int first = std::ifstream(fileName, std::ios::binary).get();
-    return first != std::ifstream::traits_type::eof() && first != 0;
+    const std::unique_ptr<std::FILE, int (*)(std::FILE *)> file(std::fopen(fileName.c_str(), "rb"), &std::fclose);
+    if (!file)
+        throw CannotWork(fileName + ": " + std::strerror(errno));
+    const int first = std::getc(file.get());
+    return first != EOF && first != 0;
 }
 
 } // namespace
