@@ -17,9 +17,9 @@ std::string readAll(std::FILE *file) {
         return RtiFedParser::readText(file);
     }
     std::string image(1, '\0');
-    char chunk[65536];
-    while (const std::size_t size = std::fread(chunk, 1, sizeof chunk, file)) {
-        image.append(chunk, size);
+    std::string chunk(65536, '\0');
+    while (const std::size_t size = std::fread(chunk.data(), 1, chunk.size(), file)) {
+        image.append(chunk, 0, size);
         if (image.size() > kMaxTextSize)
             throw "expected an image of at most " + std::to_string(kMaxTextSize) + " bytes, found a longer one";
     }
@@ -29,6 +29,10 @@ std::string readAll(std::FILE *file) {
 }
 
 } // namespace
+
+bool Input::isWhole() const {
+    return isImage() || (contents.size() <= kMaxTextSize && contents.find('\0') == std::string::npos);
+}
 
 Input readInput(const std::string &fileName, const std::string &stdinName) {
     const std::string &name = fileName == "-" ? stdinName : fileName;

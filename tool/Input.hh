@@ -9,13 +9,20 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A file that is named on the command line, read whole.
+/// What is said where memory runs out.
+inline constexpr const char *kOutOfMemory = "out of memory";
+
+/// A file that is named on the command line, or in a list that is.
 struct Input {
     std::string name; ///< By which messages call it, and the model its file.
     std::string contents;
 
     /// An image begins with the length of a name, whose first byte is zero; FED text never does.
     bool isImage() const { return !contents.empty() && contents[0] == '\0'; }
+
+    /// Whether these are all bytes of the file. A text is not read on behind a zero byte or the greatest size of one:
+    /// whatever follows, it is wrong.
+    bool isWhole() const;
 };
 
 /// Reads a file; for the name "-" standard input, which is then called `stdinName`. Throws CannotWork.

@@ -22,26 +22,35 @@ bool refersToWhatThereIs(const RtiFedDatabase &database) {
     }
 }
 
-Tally reportImage(const Input &input, Severity least, std::size_t most, Report &report) {
-    const Source source(input.name, nullptr);
-    Tally tally;
-    const auto find = [&](RuleId rule, const std::string &text) {
-        const bool isError = ruleOf(rule).severity == Severity::error;
-        ++(isError ? tally.errors : tally.warnings);
-        if (most > 0)
-            report.add(source, {&ruleOf(rule), {}, text, {}, {}, {}});
-        else
-            ++(isError ? tally.hiddenErrors : tally.hiddenWarnings);
+/// An image has one finding at most: one that can be restored is sound.
+std::optional<Finding> findingOfImage(const Input &input, Severity least) {
+    const auto found = [](RuleId rule, std::string text) {
+        return Finding{&ruleOf(rule), {}, std::move(text), {}, {}, {}};
     };
-    report.beginFile(source);
     try {
         const auto database = restoreImage(input.contents);
         if (least == Severity::warning && !refersToWhatThereIs(*database))
-            find(RuleId::danglingReference,
-                 "the model refers to a space, transportation or ordering that does not exist");
+            return found(RuleId::danglingReference,
+                         "the model refers to a space, transportation or ordering that does not exist");
+        return {};
     } catch (const RTI::Exception &refused) {
-        find(RuleId::damagedImage, RtiFedParser::printable(refused._reason, 300));
+        return found(RuleId::damagedImage, RtiFedParser::printable(refused._reason, 300));
     }
+}
+
+Tally reportImage(const Input &input, Severity least, std::size_t most, Report &report) {
+    const std::optional<Finding> finding = findingOfImage(input, least);
+    const Source source(input.name, nullptr);
+    Tally tally;
+    if (finding) {
+        const bool isError = finding->rule->severity == Severity::error;
+        (isError ? tally.errors : tally.warnings) = 1;
+        if (most == 0)
+            (isError ? tally.hiddenErrors : tally.hiddenWarnings) = 1;
+    }
+    report.beginFile(source);
+    if (finding && most > 0)
+        report.add(source, *finding);
     report.endFile(source, tally);
     return tally;
 }

@@ -1,20 +1,39 @@
 #include "infrastructure/RTI.hh"
 #include "tool/CommandLine.hh"
+#include "tool/Input.hh"
 #include "tool/Terminal.hh"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <iostream>
 
 namespace {
 
+/// Throws std::ios_base::failure if what a command wrote by stdio did not get out: what it wrote by streams does so.
+void flushOutput() {
+    std::cout.flush();
+    errno = 0;
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        std::cout.setstate(std::ios::badbit);
+}
+
 Status runCommandLine(int argc, char **argv) {
     try {
-        return CommandLine(consoleHere()).run(argc, argv);
+        const Status status = CommandLine(consoleHere()).run(argc, argv);
+        flushOutput();
+        return status;
+    } catch (const std::ios_base::failure &) {
+        const int error = errno;
+        std::clog << "rtifed: standard output cannot be written"
+                  << (error == 0 ? std::string() : ": " + std::string(std::strerror(error))) << '\n';
     } catch (const RTI::Exception &failure) {
-        std::cerr << "rtifed: " << failure._reason << '\n';
+        std::clog << "rtifed: " << failure._reason << '\n';
+    } catch (const std::bad_alloc &) {
+        std::clog << "rtifed: " << kOutOfMemory << '\n';
     } catch (const std::exception &failure) {
-        std::cerr << "rtifed: " << failure.what() << '\n';
+        std::clog << "rtifed: " << failure.what() << '\n';
     }
     return cannotWork;
 }
@@ -22,13 +41,11 @@ Status runCommandLine(int argc, char **argv) {
 } // namespace
 
 int main(int argc, char **argv) {
-    std::signal(SIGPIPE, SIG_DFL);    // a reader that goes early, such as head, ends the program without a word
-    std::ios::sync_with_stdio(false); // each command writes by streams or by stdio, never by both
+    std::signal(SIGPIPE, SIG_DFL);          // a reader that goes early, such as head, ends the program without a word
+    std::signal(SIGXFSZ, SIG_IGN);          // a file that may not grow further is an error of writing like others
+    std::ios::sync_with_stdio(false);       // each command writes by streams or by stdio, never by both
+    std::cout.exceptions(std::ios::badbit); // what cannot be written need not be worked out
     const Status status = runCommandLine(argc, argv);
     std::clog.flush();
-    if (!std::cout.flush() || std::fflush(stdout) != 0) {
-        std::cerr << "rtifed: standard output cannot be written\n";
-        return cannotWork;
-    }
     return status;
 }

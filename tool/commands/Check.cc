@@ -11,10 +11,8 @@ std::size_t numShown(const CheckOptions &options) {
     return options.maxFindings > 0 ? options.maxFindings : std::numeric_limits<std::size_t>::max();
 }
 
-/// What is wrong without the name in front of it.
-std::string reasonOf(const CannotWork &why, const std::string &name) {
-    const std::string text = why.what();
-    return text.rfind(name + ": ", 0) == 0 ? text.substr(name.size() + 2) : text;
+std::string withoutName(const std::string &failure, const std::string &name) {
+    return failure.rfind(name + ": ", 0) == 0 ? failure.substr(name.size() + 2) : failure;
 }
 
 } // namespace
@@ -32,14 +30,15 @@ Status check(const CheckOptions &options, const Console &console) {
     report->begin();
     for (const std::string &fileName : options.files) {
         const std::string &name = fileName == "-" ? console.stdinName : fileName;
-        try {
+        const auto failure = failureOf(name, [&] {
             const Input input = readInput(fileName, console.stdinName);
             const Tally tally = reportFindings(input, Severity::warning, numShown(options), *report);
             if (tally.errors > 0 || (options.failOn == Severity::warning && tally.warnings > 0))
                 status = std::max(status, wrong);
-        } catch (const CannotWork &why) {
-            console.err << "rtifed: " << why.what() << '\n';
-            report->failFile(name, reasonOf(why, name));
+        });
+        if (failure) {
+            console.err << "rtifed: " << *failure << '\n';
+            report->failFile(name, withoutName(*failure, name));
             status = cannotWork;
         }
     }

@@ -16,6 +16,8 @@ public:
           _err(options.silent ? _nowhere : console.err), _stdinName(console.stdinName) {}
 
     Status check(const Input &manifest) {
+        if (!manifest.isWhole())
+            throw CannotWork(manifest.name + ": a zero byte or more than 1 GiB cannot be in a list of checksums");
         for (std::size_t begin = 0, end = 0; begin < manifest.contents.size(); begin = end + 1) {
             end = std::min(manifest.contents.find('\n', begin), manifest.contents.size());
             checkLine(std::string_view(manifest.contents).substr(begin, end - begin));
@@ -49,14 +51,15 @@ private:
     }
 
     void checkFile(const ManifestLine &line) {
-        try {
+        const auto failure = failureOf(line.fileName, [&] {
             const bool agrees = digitsOf(line) == line.digits;
             ++(agrees ? _numVerified : _numWrong);
             if (!agrees || !_options.quiet)
                 _out << manifestName(line.fileName) << (agrees ? ": OK\n" : ": FAILED\n");
-        } catch (const CannotWork &why) {
+        });
+        if (failure) {
             ++_numUnread;
-            _err << "rtifed: " << why.what() << '\n';
+            _err << "rtifed: " << *failure << '\n';
             _out << manifestName(line.fileName) << ": FAILED open or read\n";
         }
     }

@@ -7,6 +7,8 @@
 #include "tool/Report.hh"
 
 #include <algorithm>
+#include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -82,16 +84,30 @@ struct DiffOptions {
 };
 Status diff(const DiffOptions &options, const Console &console);
 
+/// Does `work` on a file, and returns what kept it from being done: other files shall have their turn.
+template <class Work>
+std::optional<std::string> failureOf(const std::string &name, Work work) {
+    try {
+        work();
+        return {};
+    } catch (const CannotWork &why) {
+        return why.what();
+    } catch (const std::bad_alloc &) {
+        return name + ": " + kOutOfMemory;
+    }
+}
+
 /// Does `work`, which returns whether a file is right, for each file; one that cannot be read keeps none from its turn.
 template <class Work>
 Status forEachFile(const std::vector<std::string> &fileNames, const Console &console, Work work) {
     Status status = done;
     for (const std::string &fileName : fileNames) {
-        try {
+        const auto failure = failureOf(fileName, [&] {
             if (!work(readInput(fileName, console.stdinName)))
                 status = std::max(status, wrong);
-        } catch (const CannotWork &why) {
-            console.err << "rtifed: " << why.what() << '\n';
+        });
+        if (failure) {
+            console.err << "rtifed: " << *failure << '\n';
             status = cannotWork;
         }
     }

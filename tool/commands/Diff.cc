@@ -37,7 +37,8 @@ struct Difference {
 
     Difference(Input old, Input now)
         : before(std::move(old)), after(std::move(now)),
-          comparison(before.outline, after.outline, before.input.contents == after.input.contents) {}
+          comparison(before.outline, after.outline,
+                     before.input.isWhole() && before.input.contents == after.input.contents) {}
 
     bool checksumsAgree() const {
         return before.outline.loads && after.outline.loads && before.outline.checksum == after.outline.checksum;

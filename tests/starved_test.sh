@@ -1,0 +1,93 @@
+#!/bin/sh
+# Runs the program where streams, files and memory fail it: it says in one line what failed, and leaves nothing half-done.
+# Usage: starved_test.sh PROGRAM EXAMPLES
+set -u
+rtifed=$1
+examples=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failures=0
+export rtifed
+skip() { echo "skipped: $*"; }
+
+# gives STATUS MESSAGE COMMAND: the exit status of a shell's command, and the line that it writes to standard error.
+gives() {
+    sh -c "$3" >out 2>err </dev/null
+    got=$?
+    [ "$got" = "$1" ] && [ "$(cat err)" = "${2:+rtifed: $2}" ] && return
+    echo "FAILED: $3: status $got, expected $1 and: $2"
+    cat err
+    failures=1
+}
+
+cd "$work" || exit 1
+cp "$examples/harbour.fed" "$examples/minimal.fed" .
+printf '(FED)\n' >wrong.fed
+"$rtifed" save minimal.fed minimal.img && "$rtifed" save harbour.fed harbour.img || failures=1
+"$rtifed" checksum minimal.fed >list
+mkdir folder
+mkfifo pipe
+
+# Standard output that is full, closed or no longer read; and results that are right without anything to complain to.
+for arguments in 'check wrong.fed' 'check --format json wrong.fed' 'check --format sarif wrong.fed' explain \
+    'diff minimal.fed harbour.fed' 'tree harbour.fed' 'find harbour.fed Position' 'json harbour.fed' 'list harbour.fed' \
+    'calls harbour.fed' 'checksum harbour.fed' 'checksum --check list' --help --version; do
+    gives 2 'standard output cannot be written: Bad file descriptor' "\$rtifed $arguments >&-"
+    if [ -c /dev/full ]; then
+        gives 2 'standard output cannot be written: No space left on device' "\$rtifed $arguments >/dev/full"
+    fi
+    gives 141 '' ": <pipe & exec 3>pipe; wait; exec \$rtifed $arguments >&3"
+done
+gives 1 '' '$rtifed list wrong.fed 2>&-'
+gives 2 '' '$rtifed list none.fed 2>&-'
+gives 0 '' '$rtifed save harbour.fed closed.img <&- >&- 2>&- && cmp closed.img harbour.img'
+
+# Files that cannot be read, or end early.
+gives 2 '-: the file cannot be read: Bad file descriptor' '$rtifed check - <&-'
+gives 2 '-: the file cannot be read: Is a directory' '$rtifed json - <folder'
+gives 2 'minimal.fed/x: Not a directory' '$rtifed tree minimal.fed/x'
+gives 1 '' 'head -c 700 harbour.fed >pipe & $rtifed check --quiet pipe'
+gives 0 '' 'cat harbour.fed >pipe & $rtifed check pipe'
+printf '96881752  minimal.fed\n96881752  folder\n' >listed-folder
+gives 2 'folder: the file cannot be read: Is a directory
+rtifed: WARNING: 1 listed file could not be read' '$rtifed checksum --check listed-folder'
+{ cat list; head -c 70000 /dev/zero; echo; echo '00000000  harbour.fed'; } >zeros
+gives 2 'zeros: a zero byte or more than 1 GiB cannot be in a list of checksums' '$rtifed checksum --check zeros'
+{ cat zeros; echo; } >more-zeros
+gives 1 '' '$rtifed diff --quiet zeros more-zeros'
+
+# An image is written whole, to the file that a link leads to, and over no other file.
+ln -s link-target link && cp minimal.img link-target
+ln -s none dangling
+ln -s loop loop
+gives 0 '' '$rtifed save harbour.fed link && cmp link-target harbour.img && [ -L link ]'
+gives 2 'dangling: No such file or directory' '$rtifed save harbour.fed dangling'
+gives 2 'loop: Too many levels of symbolic links' '$rtifed save harbour.fed loop'
+gives 2 'folder: Is a directory' '$rtifed save harbour.fed folder'
+gives 2 'minimal.img: File too large' 'ulimit -f 1; $rtifed save harbour.fed minimal.img'
+gives 2 'standard output cannot be written: File too large' 'ulimit -f 1; $rtifed calls harbour.fed >limited'
+gives 0 '' '$rtifed save harbour.fed pipe & cmp pipe harbour.img'
+gives 0 '' '$rtifed save harbour.fed /dev/stdout | cmp - harbour.img'
+chmod a-r wrong.fed
+if [ -r wrong.fed ]; then
+    skip 'a file that may not be read: whoever runs this may read all'
+else
+    gives 2 'wrong.fed: Permission denied' '$rtifed save harbour.fed wrong.fed'
+fi
+"$rtifed" checksum minimal.img >/dev/null || failures=1
+[ "$(echo *.img* link* wrong.fed*)" = 'closed.img harbour.img minimal.img link link-target wrong.fed' ] ||
+    { echo "FAILED: files are left behind: $(ls)"; failures=1; }
+
+# Where memory ends for one file, others have their turn.
+if (ulimit -v 60000 && "$rtifed" --version) >out 2>&1; then
+    { printf '(FED (Federation F) (FEDversion v) (objects (class ObjectRoot\n'
+        awk 'BEGIN { for (i = 0; i < 300000; ++i) print "(class Class" i " (attribute a" i " reliable timestamp))" }'
+        echo ')))'; } >large.fed
+    gives 2 'large.fed: out of memory' 'ulimit -v 60000; $rtifed checksum large.fed minimal.fed'
+    [ "$(cat out)" = '96881752  minimal.fed' ] || { echo 'FAILED: the turn of others'; failures=1; }
+    gives 2 'out of memory' 'ulimit -v 60000; $rtifed list large.fed'
+else
+    skip 'little memory: the program does not start with it, as with sanitizers'
+fi
+
+exit "$failures"
