@@ -90,4 +90,17 @@ else
     skip 'little memory: the program does not start with it, as with sanitizers'
 fi
 
+# What a terminal could take for a command reaches a file as it is, and no terminal.
+escape=$(printf '\033[2J')
+export file="$escape.fed"
+sed "s/Minimal/Mini${escape}mal/" minimal.fed >"$file"
+"$rtifed" list "$file" | grep -qF "Mini${escape}mal" || { echo 'FAILED: list to a file'; failures=1; }
+if command -v script >/dev/null; then
+    for command in list calls tree json checksum 'checksum --check' none; do
+        script -qec "\$rtifed --color never $command \"\$file\"" /dev/null </dev/null >out
+        [ -s out ] && ! grep -qF "$escape" out || { echo "FAILED: $command on a terminal"; failures=1; }
+    done
+else
+    skip 'terminals: there is no program to record one'
+fi
 exit "$failures"

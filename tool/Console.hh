@@ -15,4 +15,5 @@ struct Console {
     bool unicode = false;  ///< Whether `out` shows characters beyond ASCII of our own.
     std::size_t width = 0; ///< Columns of `out`, 0 if it has no width.
     std::string stdinName = "-";
+    bool terminal = false; ///< Whether `out` is a terminal.
 };

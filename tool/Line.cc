@@ -1,5 +1,7 @@
 #include "tool/Line.hh"
 
+#include "tool/TerminalBuffer.hh"
+
 #include <algorithm>
 
 namespace {
@@ -42,10 +44,8 @@ void Line::print(const Console &console) const {
     for (const Part &part : _parts) {
         const std::string_view shown = firstColumns(part.text, left);
         left -= columns(shown);
-        if (console.color && part.style != plain && !shown.empty())
-            console.out << (part.style == strong ? "\033[1m" : "\033[2m") << shown << "\033[0m";
-        else
-            console.out << shown;
+        const bool styled = console.color && part.style != plain && !shown.empty();
+        console.out << Colored{!styled ? nullptr : part.style == strong ? "\033[1m" : "\033[2m", std::string(shown)};
     }
     console.out << end << '\n';
 }

@@ -28,7 +28,8 @@ bool localeIsUtf8() {
 
 Console consoleHere() {
     Console console{std::cout, std::clog};
-    if (!isatty(STDOUT_FILENO))
+    console.terminal = isatty(STDOUT_FILENO) != 0;
+    if (!console.terminal)
         return console;
     const bool dumb = variable("TERM").empty() || variable("TERM") == "dumb";
     console.color = !dumb && variable("NO_COLOR").empty();

@@ -12,7 +12,6 @@ constexpr const char *kRed = "\033[1;31m";
 constexpr const char *kMagenta = "\033[1;35m";
 constexpr const char *kCyan = "\033[1;36m";
 constexpr const char *kGreen = "\033[1;32m";
-constexpr const char *kPlain = "\033[0m";
 
 constexpr int kNumberWidth = 5;
 constexpr std::size_t kMargin = kNumberWidth + 3; // in front of the lines of a text
@@ -57,6 +56,6 @@ void TextReport::printExcerpt(const Source &source, const std::optional<RtiFedSp
          << " | " << in(kGreen, excerpt.carets) << '\n';
 }
 
-std::string TextReport::in(const char *color, const std::string &text) const {
-    return _color ? color + text + kPlain : text;
+Colored TextReport::in(const char *color, const std::string &text) const {
+    return {_color ? color : nullptr, text};
 }

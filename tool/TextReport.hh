@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tool/Report.hh"
+#include "tool/TerminalBuffer.hh"
 
 #include <ostream>
 
@@ -18,7 +19,7 @@ public:
 private:
     void printHead(const std::string &place, const char *color, const char *kind, const std::string &text);
     void printExcerpt(const Source &source, const std::optional<RtiFedSpan> &span);
-    std::string in(const char *color, const std::string &text) const;
+    Colored in(const char *color, const std::string &text) const;
 
     std::ostream &_out;
     bool _color;

@@ -2,12 +2,15 @@
 #include "tool/CommandLine.hh"
 #include "tool/Input.hh"
 #include "tool/Terminal.hh"
+#include "tool/TerminalBuffer.hh"
 
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
+#include <optional>
+#include <unistd.h>
 
 namespace {
 
@@ -45,6 +48,11 @@ int main(int argc, char **argv) {
     std::signal(SIGXFSZ, SIG_IGN);          // a file that may not grow further is an error of writing like others
     std::ios::sync_with_stdio(false);       // each command writes by streams or by stdio, never by both
     std::cout.exceptions(std::ios::badbit); // what cannot be written need not be worked out
+    std::optional<TerminalBuffer> out, err;
+    if (isatty(STDOUT_FILENO))
+        out.emplace(std::cout);
+    if (isatty(STDERR_FILENO))
+        err.emplace(std::clog);
     const Status status = runCommandLine(argc, argv);
     std::clog.flush();
     return status;

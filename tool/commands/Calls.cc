@@ -1,5 +1,6 @@
 #include "tool/Checker.hh"
 #include "tool/Model.hh"
+#include "tool/Names.hh"
 #include "tool/TextReport.hh"
 #include "tool/commands/Commands.hh"
 
@@ -17,6 +18,25 @@ void printErrors(const RtiFedParser &parser, const std::string &name, std::ostre
     report.endFile(source, tally);
 }
 
+/// Prints calls with names that are fit for a terminal.
+class TerminalCalls : public RtiFedParserCodegen {
+public:
+    void setFederate(std::string name) override { RtiFedParserCodegen::setFederate(shown(name)); }
+    void setFederateVersion(std::string version) override { RtiFedParserCodegen::setFederateVersion(shown(version)); }
+    void addSpace(std::string name) override { RtiFedParserCodegen::addSpace(shown(name)); }
+    void addDimension(std::string name) override { RtiFedParserCodegen::addDimension(shown(name)); }
+    void addObjectClass(std::string name) override { RtiFedParserCodegen::addObjectClass(shown(name)); }
+    void addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
+                                 std::string space) override {
+        RtiFedParserCodegen::addObjectClassAttribute(shown(name), shown(transportation), shown(ordering), shown(space));
+    }
+    void addInteractionClass(std::string name, std::string transportation, std::string ordering,
+                             std::string space) override {
+        RtiFedParserCodegen::addInteractionClass(shown(name), shown(transportation), shown(ordering), shown(space));
+    }
+    void addParameter(std::string name) override { RtiFedParserCodegen::addParameter(shown(name)); }
+};
+
 } // namespace
 
 /// Prints the declarations as call text, by the library's default callbacks: to standard output, not to the console.
@@ -32,6 +52,7 @@ Status calls(const std::string &fileName, const Console &console) {
         return wrong;
     }
     RtiFedParserCodegen printer;
-    parser.deliver(printer);
+    TerminalCalls terminalPrinter;
+    parser.deliver(console.terminal ? terminalPrinter : printer);
     return done;
 }

@@ -3,6 +3,7 @@
 #include "tool/ChangeGroup.hh"
 #include "tool/Comparison.hh"
 #include "tool/Json.hh"
+#include "tool/TerminalBuffer.hh"
 #include "tool/commands/Commands.hh"
 
 #include <algorithm>
@@ -163,10 +164,9 @@ private:
         return element.place ? " (" + side.input.name + ':' + std::to_string(element.place->line) + ')' : "";
     }
 
-    std::string colored(char sign) const {
-        if (!_console.color)
-            return {sign};
-        return std::string(sign == '-' ? "\033[31m" : sign == '+' ? "\033[32m" : "\033[33m") + sign + "\033[0m";
+    Colored colored(char sign) const {
+        const char *color = sign == '-' ? "\033[31m" : sign == '+' ? "\033[32m" : "\033[33m";
+        return {_console.color ? color : nullptr, {sign}};
     }
 
     const Difference &_difference;
