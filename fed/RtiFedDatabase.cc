@@ -87,7 +87,9 @@ Node *upwardFrom(Node *from, std::string_view name) {
 
 template <class Handle>
 Handle next(Handle &counter) {
-    ++counter._value;
+    // Signed counters go round as well: an image may have set one to the greatest number there is.
+    using Value = decltype(counter._value);
+    counter._value = static_cast<Value>(static_cast<unsigned long>(counter._value) + 1);
     return counter;
 }
 
