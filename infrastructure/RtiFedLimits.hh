@@ -5,7 +5,7 @@
 #include <cstddef>
 
 /// Every bound on what a FED text may ask of us, each with its reason; the levels of classes, which bound images as
-/// well, stand in fed/RtiFedClassNesting.hh.
+/// well, stand in fed/RtiFedClassNesting.hh. SECURITY.md tells people of them.
 
 /// Bytes of a name, a class's full dotted name included: 256 levels of 63 bytes and their dots. A full name is stored
 /// with its class, so a long path makes every class below it large.
