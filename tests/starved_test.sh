@@ -36,7 +36,7 @@ for arguments in 'check wrong.fed' 'check --format json wrong.fed' 'check --form
     if [ -c /dev/full ]; then
         gives 2 'standard output cannot be written: No space left on device' "\$rtifed $arguments >/dev/full"
     fi
-    gives 141 '' ": <pipe & exec 3>pipe; wait; exec \$rtifed $arguments >&3"
+    gives 141 '' ": <pipe & exec 3>pipe; wait; exec env --default-signal=PIPE \$rtifed $arguments >&3"
 done
 gives 1 '' '$rtifed list wrong.fed 2>&-'
 gives 2 '' '$rtifed list none.fed 2>&-'
