@@ -12,6 +12,7 @@ TYPED_TEST_SUITE(ExceptionTest, AllExceptions);
 
 TYPED_TEST(ExceptionTest, IsClonedAndThrownAsItself) {
     TypeParam original("why");
+    EXPECT_EQ(original._serial, 0u);
     original._serial = 7;
     const RTI::Exception &asBase = original;
 

@@ -135,6 +135,12 @@ TEST(Image, RefusesWhatNoDatabaseWrote) {
               "image byte 14: the child 2 of the class R is not there or has another parent");
     EXPECT_EQ(with(links, "\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0\2\0\0\0\0"s),
               "image byte 14: the child 2 of the class R is not there or has another parent");
+    // The attributes and their classes.
+    const std::string pairs = "\0\0\0\2\0\0\0\1\0\0\0\1\0\0\0\2\0\0\0\2"s;
+    EXPECT_EQ(with(pairs, "\0\0\0\2\0\0\0\1\0\0\0\1\0\0\0\2\0\0\0\1"s),
+              "image byte 259: the attribute handle 2 is out of order, or not declared by the class 1");
+    EXPECT_EQ(with(pairs, "\0\0\0\2\0\0\0\2\0\0\0\2\0\0\0\1\0\0\0\1"s),
+              "image byte 259: the attribute handle 1 is out of order, or not declared by the class 1");
 }
 
 TEST(Image, RefusesACounterBelowWhatWasHandedOut) {

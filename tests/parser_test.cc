@@ -203,6 +203,7 @@ TEST(Parser, IsBoundedOnHostileText) {
         classes += "(class c ";
     EXPECT_EQ(countOf(kHead + "(objects " + classes + std::string(100002, ')')), 1u);
     EXPECT_EQ(countOf(kHead + "(objects " + classes), 2u); // too deep, and left open
+    EXPECT_EQ(countOf(kHead + "(objects " + classes + std::string(100001, ')') + "(oops))"), 2u);
     EXPECT_EQ(sectionErrors("(objects (class " + std::string(kMaxNameLength + 1, 'n') + " (class a)))"),
               "2:17: expected a name of at most 16384 bytes, found one of 16385\n");
     EXPECT_EQ(sectionErrors("(objects (class " + std::string(kMaxNameLength, 'n') + " (class a)))"),
