@@ -30,7 +30,7 @@ public:
     /// A full name as it is looked up: what stands behind the root prefix, if it has that.
     struct Key {
         std::string_view name;
-        bool underRoot;
+        bool underRoot = false;
         RtiFedName behindRoot;
     };
     static Key keyOf(std::string_view name) {

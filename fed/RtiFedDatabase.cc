@@ -296,7 +296,7 @@ RtiFedSpace *RtiFedDatabase::own(std::unique_ptr<RtiFedSpace> space) {
     const RtiSpaceHandle handle = added->getHandle();
     _spaceHandleMap.insert(handle, std::move(space));
     try {
-        _spaceNameMap.insert(added->getName(), added);
+        _spaceNameMap.insert(added->getName(), added); // NOLINT(clang-analyzer-cplusplus.NewDelete): the map has it
     } catch (...) {
         _spaceHandleMap.erase(handle);
         throw;
@@ -595,7 +595,7 @@ RtiFedObjectClass *RtiFedDatabase::find(RtiObjectClassHandle handle) const {
 }
 
 RtiObjectClassHandle RtiFedDatabase::getObjectClassHandle(std::string_view name) const {
-    const RtiObjectClassHandle handle = _objectClasses.handleOf(name);
+    RtiObjectClassHandle handle = _objectClasses.handleOf(name);
     if (handle != 0)
         return handle;
     rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1342: Object Class Name: ", name, kNotFound);
@@ -634,7 +634,7 @@ std::string RtiFedDatabase::getAttributeName(RtiAttributeHandle handle, RtiObjec
 }
 
 RtiInteractionClassHandle RtiFedDatabase::getInteractionClassHandle(std::string_view name) const {
-    const RtiInteractionClassHandle handle = _interactionClasses.handleOf(name);
+    RtiInteractionClassHandle handle = _interactionClasses.handleOf(name);
     if (handle != 0)
         return handle;
     rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1504: Interaction Class Name: ", name, kNotFound);

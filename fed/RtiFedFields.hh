@@ -13,8 +13,8 @@
 /// One line in the dump and diff of a record. Each class keeps one list of them, in the order of its lines.
 template <class Record>
 struct RtiFedField {
-    const char *label;
-    std::string (*value)(const Record &);
+    const char *label = nullptr;
+    std::string (*value)(const Record &) = nullptr;
     const char *separator = "'', "; ///< Between the old and the new value in a diff.
 };
 

@@ -45,7 +45,7 @@ public:
 
     /// Gives a name that is there another value.
     void replace(const RtiFedName &name, Value value) {
-        std::memcpy(&_block[static_cast<std::size_t>(entryOf(name) - _block.data())], &value, sizeof value);
+        std::memcpy(&_block[static_cast<std::size_t>(entryOf(name) - _block.data())], &value, kValueSize);
     }
 
     /// Takes the memory for so many names, but not for their letters.
@@ -78,7 +78,8 @@ public:
 private:
     // An entry is the value, the size of the name, and the name, padded to whole words.
     using Word = std::uint32_t;
-    static constexpr std::size_t kValueWords = (sizeof(Value) + sizeof(Word) - 1) / sizeof(Word);
+    static constexpr std::size_t kValueSize = sizeof(Value); // NOLINT(bugprone-sizeof-expression): it may be a pointer
+    static constexpr std::size_t kValueWords = (kValueSize + sizeof(Word) - 1) / sizeof(Word);
     static constexpr std::size_t kHeadWords = kValueWords + 1;
     static constexpr std::size_t kSlots = 7; // of a bucket
     static constexpr std::size_t kFill = 5;  // of these, on average, before the table grows
@@ -102,7 +103,7 @@ private:
 
     static Value valueAt(const Word *entry) {
         Value value;
-        std::memcpy(static_cast<void *>(&value), entry, sizeof value);
+        std::memcpy(static_cast<void *>(&value), entry, kValueSize);
         return value;
     }
     static std::string_view textAt(const Word *entry) {
@@ -143,7 +144,7 @@ private:
         if (end > _block.capacity())
             _block.reserve(std::max(end, _block.capacity() + _block.capacity() / 2));
         _block.resize(end);
-        std::memcpy(&_block[place], &value, sizeof value);
+        std::memcpy(&_block[place], &value, kValueSize);
         _block[place + kValueWords] = static_cast<std::uint32_t>(name.size());
         RtiFedName::putUpper(name, reinterpret_cast<char *>(&_block[place] + kHeadWords));
         return static_cast<std::uint32_t>(place);

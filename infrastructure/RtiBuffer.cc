@@ -27,7 +27,7 @@ unsigned long numberAt(const unsigned char *bytes) {
 RtiBuffer::RtiBuffer() = default;
 
 RtiBuffer::RtiBuffer(const void *bytes, std::size_t size) {
-    putBytes(bytes, size);
+    RtiBuffer::putBytes(bytes, size);
 }
 
 RtiBuffer::~RtiBuffer() = default;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 
 namespace {
 
@@ -28,7 +29,7 @@ std::size_t bytesLeft(std::FILE *file) {
         return 0;
     const long end = std::ftell(file);
     if (std::fseek(file, position, SEEK_SET) != 0)
-        throw std::string("the file cannot be read: ") + std::strerror(errno);
+        throw "the file cannot be read: " + std::generic_category().message(errno);
     return end > position ? std::min(static_cast<std::size_t>(end - position), std::size_t(kMaxTextSize)) : 0;
 }
 
@@ -87,7 +88,7 @@ std::string RtiFedParser::readText(std::FILE *file) {
             text.reserve(bytesLeft(file) + 2 * kChunk);
     }
     if (std::ferror(file))
-        throw std::string("the file cannot be read: ") + std::strerror(errno);
+        throw "the file cannot be read: " + std::generic_category().message(errno);
     return text;
 }
 

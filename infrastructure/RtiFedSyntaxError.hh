@@ -18,7 +18,7 @@ struct RtiFedClauseName {
 struct RtiFedSyntaxError {
     using Problem = RtiFedParser::Problem;
 
-    Problem problem;
+    Problem problem{};
     bool afterFirst = false; ///< The clause has others in it already, so a sec_level comes too late.
     RtiFedOffset at = 0;     ///< The first byte of the offending token.
     RtiFedClauseName clause; ///< In which it stands.

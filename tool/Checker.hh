@@ -60,7 +60,7 @@ public:
 private:
     struct Declaration {
         std::array<RtiFedSpan, 4> arguments;
-        unsigned long clause; // the class clause in which it stands, counted
+        unsigned long clause = 0; // the class clause in which it stands, counted
     };
 
     struct Properties {

@@ -36,6 +36,7 @@ void addChoice(CLI::App *command, const std::string &name, Value &value,
                const std::vector<std::pair<std::string, Value>> &choices, const char *placeholder,
                const std::string &purpose) {
     std::vector<std::string> words;
+    words.reserve(choices.size());
     for (const auto &[choice, meaning] : choices)
         words.push_back(choice);
     const auto choose = [name, choices, words, &value](const std::string &word) {

@@ -321,5 +321,5 @@ void Comparison::compareProperties(const Element &before, const Element &after) 
 }
 
 void Comparison::change(Change::Kind kind, std::optional<Element> before, std::optional<Element> after) {
-    _changes.push_back({kind, std::move(before), std::move(after)});
+    _changes.push_back({kind, before, after});
 }

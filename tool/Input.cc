@@ -13,7 +13,7 @@ namespace {
 std::string readAll(std::FILE *file) {
     const int first = std::getc(file);
     if (first != '\0') {
-        std::ungetc(first, file);
+        std::ungetc(first, file); // NOLINT(cert-err33-c): one byte can always be put back
         return RtiFedParser::readText(file);
     }
     std::string image(1, '\0');

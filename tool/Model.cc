@@ -99,7 +99,9 @@ Tally reportFindings(const Input &input, Severity least, std::size_t most, Repor
 std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
     TextReport report(complaints, false, 0);
     const Tally tally = reportFindings(input, Severity::error, kUsuallyShown, report);
-    return tally.errors > 0 ? nullptr : buildModel(input);
+    if (tally.errors > 0)
+        return nullptr;
+    return buildModel(input);
 }
 
 std::unique_ptr<RtiFedDatabase> buildModel(const Input &input) {
@@ -107,6 +109,7 @@ std::unique_ptr<RtiFedDatabase> buildModel(const Input &input) {
         return restoreImage(input.contents);
     auto database = std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg(input.name, RTI_false));
     // The stream only reads, though its interface would let it write.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
     std::FILE *text = fmemopen(const_cast<char *>(input.contents.data()), input.contents.size(), "r");
     if (!text)
         throw CannotWork(input.name + ": " + std::strerror(errno));

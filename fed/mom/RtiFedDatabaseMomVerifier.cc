@@ -15,7 +15,7 @@ using Verifier = RtiFedDatabaseMomVerifier;
 constexpr std::string_view kReportInteractionsSent = "Manager.Federate.Report.ReportInteractionsSent";
 
 struct Row {
-    const char *className;
+    const char *className = nullptr;
     std::initializer_list<const char *> members;
 };
 
