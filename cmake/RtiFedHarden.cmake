@@ -8,10 +8,8 @@ check_pie_supported()
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 target_compile_options(rtifed_options INTERFACE -D_GLIBCXX_ASSERTIONS -fstack-protector-strong
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3>) # which needs an optimizer
-foreach(flag -fstack-clash-protection -fcf-protection) # not every compiler has these for every machine
-    check_cxx_compiler_flag(${flag} RTIFED_HAS${flag})
-    if(RTIFED_HAS${flag})
-        target_compile_options(rtifed_options INTERFACE ${flag})
-    endif()
-endforeach()
+check_cxx_compiler_flag(-fstack-clash-protection RTIFED_PROBES_STACK) # not every compiler has it for every machine
+if(RTIFED_PROBES_STACK)
+    target_compile_options(rtifed_options INTERFACE -fstack-clash-protection)
+endif()
 target_link_options(rtifed_options INTERFACE LINKER:-z,relro,-z,now)
