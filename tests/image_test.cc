@@ -135,6 +135,9 @@ TEST(Image, RefusesWhatNoDatabaseWrote) {
               "image byte 14: the child 2 of the class R is not there or has another parent");
     EXPECT_EQ(with(links, "\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0\2\0\0\0\0"s),
               "image byte 14: the child 2 of the class R is not there or has another parent");
+    const std::string attribute = "b\0\0\0\1\0\0\0\2\0\0\0\0\0\0\0"s;
+    EXPECT_EQ(with(attribute + "\2", attribute + "\1"),
+              "image byte 72: an attribute handle of the class R.C is 0 or stands twice");
     // The attributes and their classes.
     const std::string pairs = "\0\0\0\2\0\0\0\1\0\0\0\1\0\0\0\2\0\0\0\2"s;
     EXPECT_EQ(with(pairs, "\0\0\0\2\0\0\0\1\0\0\0\1\0\0\0\2\0\0\0\1"s),
