@@ -97,7 +97,7 @@ std::string reasonOf(Action action) {
 
 inline RtiBuffer imageOf(const RtiSaveableType &object) {
     RtiBuffer buffer;
-    object.save(buffer);
+    EXPECT_EQ(object.save(buffer), RTI_true);
     return buffer;
 }
 
