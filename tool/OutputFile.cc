@@ -17,7 +17,7 @@ std::string behindLinks(const std::string &fileName) {
     std::error_code error;
     if (!std::filesystem::is_symlink(fileName, error))
         return fileName;
-    const std::string target = std::filesystem::canonical(fileName, error);
+    std::string target = std::filesystem::canonical(fileName, error);
     if (error)
         throw CannotWork(fileName + ": " + error.message());
     return target;

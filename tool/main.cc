@@ -44,10 +44,10 @@ Status runCommandLine(int argc, char **argv) {
 } // namespace
 
 int main(int argc, char **argv) {
-    std::signal(SIGPIPE, SIG_DFL);          // a reader that goes early, such as head, ends the program without a word
-    std::signal(SIGXFSZ, SIG_IGN);          // a file that may not grow further is an error of writing like others
-    std::ios::sync_with_stdio(false);       // each command writes by streams or by stdio, never by both
-    std::cout.exceptions(std::ios::badbit); // what cannot be written need not be worked out
+    static_cast<void>(std::signal(SIGPIPE, SIG_DFL)); // a reader that goes early, such as head, ends it without a word
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); // a file that may not grow is an error of writing like others
+    std::ios::sync_with_stdio(false);                 // each command writes by streams or by stdio, never by both
+    std::cout.exceptions(std::ios::badbit);           // what cannot be written need not be worked out
     std::optional<TerminalBuffer> out, err;
     if (isatty(STDOUT_FILENO))
         out.emplace(std::cout);

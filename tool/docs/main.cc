@@ -18,7 +18,7 @@ void write(const std::filesystem::path &path, const std::string &text) {
 } // namespace
 
 /// Writes the manual pages and the completions of the program into a folder, laid out as under share/.
-int main(int argc, char **argv) {
+int main(int argc, char **argv) try {
     if (argc != 2) {
         std::cerr << "usage: rtifed-docs FOLDER\n";
         return 2;
@@ -32,4 +32,7 @@ int main(int argc, char **argv) {
     write(share / "bash-completion/completions/rtifed", bashCompletion(all));
     write(share / "zsh/vendor-completions/_rtifed", zshCompletion(all));
     write(share / "fish/vendor_completions.d/rtifed.fish", fishCompletion(all));
+} catch (const std::exception &failure) {
+    std::cerr << "rtifed-docs: " << failure.what() << '\n';
+    return 1;
 }
