@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kFirstBlock = 512, kGreatestBlock = 65536; // bytes
+    static constexpr std::size_t kFirstBlock = 128, kGreatestBlock = 65536; // bytes
 
     std::size_t gapBefore(std::size_t alignment, std::size_t behind) const {
         return (alignment - (reinterpret_cast<std::uintptr_t>(_next) + behind) % alignment) % alignment;
@@ -51,7 +51,7 @@ private:
 
     void addBlock(std::size_t atLeast) {
         const std::size_t size =
-            std::max(atLeast, std::min(kFirstBlock << std::min<std::size_t>(_blocks.size(), 7), kGreatestBlock));
+            std::max(atLeast, std::min(kFirstBlock << std::min<std::size_t>(_blocks.size(), 9), kGreatestBlock));
         _blocks.push_back(std::unique_ptr<std::byte[]>(new std::byte[size]));
         _next = _blocks.back().get();
         _left = size;

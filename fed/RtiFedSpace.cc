@@ -25,7 +25,9 @@ RtiFedDimension *RtiFedSpace::addDimension(std::string name) {
     const RtiFedName hashed(name);
     if (_dimensions.findUpperCase(hashed))
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedSpace\", line 338: ");
-    return _dimensions.add(hashed, createDimensionHandle(), std::move(name));
+    RtiFedDimension *added = _dimensions.add(hashed, _nextDimensionHandle, std::move(name));
+    createDimensionHandle(); // last, so that none is used up if memory runs out
+    return added;
 }
 
 RtiDimensionHandle RtiFedSpace::getDimensionHandle(std::string_view name) const {
