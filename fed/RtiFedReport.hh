@@ -14,5 +14,6 @@ inline void rtiFedReport(unsigned long importance, const std::string &message) {
     try {
         _rtiErrorStream.getOutputStream() << message << std::endl;
     } catch (const std::exception &) { // the message is lost, and nothing else
+    } catch (const RTI::Exception &) {
     }
 }

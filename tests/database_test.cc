@@ -50,13 +50,19 @@ TEST(Database, ReportsASyntaxErrorWithItsPlace) {
 }
 
 TEST(Database, ThrowsWhatItSaysWhereTheErrorStreamThrows) {
+    struct Refusing : std::streambuf {
+        int overflow(int) override { throw RTI::RTIinternalError("the log is gone"); }
+    } refusing;
     std::ofstream closed;
-    closed.exceptions(std::ios::badbit);
-    _rtiErrorStream.setOutputStream(closed);
-    const auto build = [](const std::string &name) { RtiFedDatabase(RtiFedDatabaseConstructorArg(name, RTI_true)); };
-    EXPECT_EQ(reasonOf<RTI::CouldNotOpenFED>([&] { build("/no/such/file"); }), "/no/such/file");
-    EXPECT_EQ(reasonOf<RTI::ErrorReadingFED>([&] { build("/"); }), "/");
-    reasonOf<RTI::NameNotFound>([] { load(withMom("(class A (attribute a reliable timestamp Nix))")); });
+    std::ostream gone(&refusing);
+    for (std::ostream *failing : {static_cast<std::ostream *>(&closed), &gone}) {
+        failing->exceptions(std::ios::badbit);
+        _rtiErrorStream.setOutputStream(*failing);
+        const auto build = [](const char *name) { RtiFedDatabase(RtiFedDatabaseConstructorArg(name, RTI_true)); };
+        EXPECT_EQ(reasonOf<RTI::CouldNotOpenFED>([&] { build("/no/such/file"); }), "/no/such/file");
+        EXPECT_EQ(reasonOf<RTI::ErrorReadingFED>([&] { build("/"); }), "/");
+        reasonOf<RTI::NameNotFound>([] { load(withMom("(class A (attribute a reliable timestamp Nix))")); });
+    }
     _rtiErrorStream.setOutputStream(std::cerr);
 
     EXPECT_THROW(emptyDatabase()->dump(closed), std::ios::failure);
