@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -30,15 +31,12 @@ std::string readAll(std::FILE *file) {
 
 } // namespace
 
-bool Input::isWhole() const {
-    return isImage() || (contents.size() <= kMaxTextSize && contents.find('\0') == std::string::npos);
-}
-
 Input readInput(const std::string &fileName, const std::string &stdinName) {
     const std::string &name = fileName == "-" ? stdinName : fileName;
     std::unique_ptr<std::FILE, int (*)(std::FILE *)> opened(nullptr, &std::fclose);
     std::FILE *file = stdin;
-    if (fileName == "-" && std::feof(stdin))
+    static bool stdinWasRead = false; // perhaps not to its end
+    if (fileName == "-" && std::exchange(stdinWasRead, true))
         throw CannotWork(name + ": standard input was read before");
     if (fileName != "-") {
         file = std::fopen(fileName.c_str(), "rb");
@@ -47,7 +45,8 @@ Input readInput(const std::string &fileName, const std::string &stdinName) {
         opened.reset(file);
     }
     try {
-        return {name, readAll(file)};
+        std::string contents = readAll(file);
+        return {name, std::move(contents), std::feof(file) != 0};
     } catch (const std::string &reason) {
         throw CannotWork(name + ": " + reason);
     }

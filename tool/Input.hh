@@ -16,13 +16,10 @@ inline constexpr const char *kOutOfMemory = "out of memory";
 struct Input {
     std::string name; ///< By which messages call it, and the model its file.
     std::string contents;
+    bool whole = true; ///< Whether these are all bytes: a wrong text may not have been read to its end.
 
     /// An image begins with the length of a name, whose first byte is zero; FED text never does.
     bool isImage() const { return !contents.empty() && contents[0] == '\0'; }
-
-    /// Whether these are all bytes of the file. A text is not read on behind a zero byte or the greatest size of one:
-    /// whatever follows, it is wrong.
-    bool isWhole() const;
 };
 
 /// Reads a file; for the name "-" standard input, which is then called `stdinName`. Throws CannotWork.

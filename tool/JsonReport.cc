@@ -30,13 +30,15 @@ void JsonReport::begin() {
 }
 
 void JsonReport::beginFile(const Source &source) {
-    _out << (_firstFile ? "\n" : ",\n") << "{\"file\":" << toLine(source.name()) << ",\"findings\":[";
+    const std::string name = toLine(source.name());
+    _out << (_firstFile ? "\n" : ",\n") << "{\"file\":" << name << ",\"findings\":[";
     _firstFile = false;
     _firstFinding = true;
 }
 
 void JsonReport::add(const Source &source, const Finding &finding) {
-    _out << (_firstFinding ? "\n" : ",\n") << toLine(jsonOf(source, finding));
+    const std::string json = toLine(jsonOf(source, finding)); // first, so that nothing is half written without memory
+    _out << (_firstFinding ? "\n" : ",\n") << json;
     _firstFinding = false;
 }
 

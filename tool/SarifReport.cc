@@ -102,7 +102,8 @@ void SarifReport::begin() {
 }
 
 void SarifReport::add(const Source &source, const Finding &finding) {
-    _out << (_firstResult ? "\n" : ",\n") << toLine(resultOf(source, finding));
+    const std::string result = toLine(resultOf(source, finding));
+    _out << (_firstResult ? "\n" : ",\n") << result;
     _firstResult = false;
 }
 

@@ -16,7 +16,7 @@ public:
           _err(options.silent ? _nowhere : console.err), _stdinName(console.stdinName) {}
 
     Status check(const Input &manifest) {
-        if (!manifest.isWhole())
+        if (!manifest.whole || manifest.contents.find('\0') != std::string::npos)
             throw CannotWork(manifest.name + ": a zero byte or more than 1 GiB cannot be in a list of checksums");
         for (std::size_t begin = 0, end = 0; begin < manifest.contents.size(); begin = end + 1) {
             end = std::min(manifest.contents.find('\n', begin), manifest.contents.size());

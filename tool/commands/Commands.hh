@@ -102,7 +102,7 @@ template <class Work>
 Status forEachFile(const std::vector<std::string> &fileNames, const Console &console, Work work) {
     Status status = done;
     for (const std::string &fileName : fileNames) {
-        const auto failure = failureOf(fileName, [&] {
+        const auto failure = failureOf(fileName == "-" ? console.stdinName : fileName, [&] {
             if (!work(readInput(fileName, console.stdinName)))
                 status = std::max(status, wrong);
         });

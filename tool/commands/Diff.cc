@@ -39,7 +39,7 @@ struct Difference {
     Difference(Input old, Input now)
         : before(std::move(old)), after(std::move(now)),
           comparison(before.outline, after.outline,
-                     before.input.isWhole() && before.input.contents == after.input.contents) {}
+                     before.input.whole && after.input.whole && before.input.contents == after.input.contents) {}
 
     bool checksumsAgree() const {
         return before.outline.loads && after.outline.loads && before.outline.checksum == after.outline.checksum;

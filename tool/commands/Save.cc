@@ -19,6 +19,8 @@ bool isNoImage(const std::string &fileName) {
     if (!file)
         throw CannotWork(fileName + ": " + std::strerror(errno));
     const int first = std::getc(file.get());
+    if (std::ferror(file.get()))
+        throw CannotWork(fileName + ": the file cannot be read: " + std::strerror(errno));
     return first != EOF && first != 0;
 }
 
