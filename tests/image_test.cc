@@ -164,6 +164,7 @@ TEST(Image, KeepsMembersInTheOrderOfTheirAddition) {
         origin->createParameterHandle();
     for (unsigned long handle = 40; handle > 1; --handle)
         node->addParameter(handle, "p" + std::to_string(handle));
+    origin->find(RtiObjectClassHandle(1))->addAttribute(origin->createAttributeHandle(), "past", 1, 1, 0);
     const auto copy = restored(bytesOf(*origin));
     EXPECT_EQ(bytesOf(*copy), bytesOf(*origin));
     EXPECT_EQ(answers(*copy), answers(*origin));
