@@ -83,3 +83,15 @@ TEST_F(InteractionClassTest, ImageDumpAndDiff) {
                                    "old size _childrenClasses=``1'', new size _childrenClasses=``0''\n");
     EXPECT_EQ(diffOf(root, restored), "");
 }
+
+TEST_F(InteractionClassTest, RestoresInItsOwnPlace) {
+    RtiFedInteractionClass other{9, "Other", nullptr, 1, 1, 0};
+    for (unsigned long handle = 20; handle > 0; --handle) // so many, in this order, have tables
+        other.addParameter(handle, "p" + std::to_string(handle));
+    for (int i = 0; i < 2; ++i) {
+        RtiBuffer image = imageOf(other);
+        root.restore(image);
+        EXPECT_EQ(bytesOf(root), bytesOf(other));
+        EXPECT_EQ(root.getParameterHandle("P7"), 7);
+    }
+}
