@@ -1,6 +1,6 @@
 #include "fed/RtiFedAttribute.hh"
 
-#include "fed/RtiFedFields.hh"
+#include "fed/image/RtiFedFields.hh"
 
 // The doubled comma of three separators is part of the text that others read.
 const RtiFedField<RtiFedAttribute> RtiFedAttribute::_fields[] = {

@@ -1,7 +1,7 @@
 #include "fed/RtiFedDatabase.hh"
 
-#include "fed/RtiFedReport.hh"
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
+#include "fed/loading/RtiFedReport.hh"
 #include "fed/mom/RtiFedDatabaseMomVerifier.hh"
 #include "infrastructure/RtiFedParser.hh"
 #include "infrastructure/RtiStringUtility.hh"

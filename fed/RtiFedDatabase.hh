@@ -1,11 +1,11 @@
 #pragma once
 
-#include "fed/RtiFedClassTree.hh"
 #include "fed/RtiFedDatabaseConstructorArg.hh"
 #include "fed/RtiFedExceptions.hh"
 #include "fed/RtiFedInteractionClass.hh"
 #include "fed/RtiFedObjectClass.hh"
 #include "fed/RtiFedSpace.hh"
+#include "fed/storage/RtiFedClassTree.hh"
 #include "infrastructure/RtiAttributeHandleSet.hh"
 #include "infrastructure/RtiDottedClassname.hh"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fed/RtiFedClassNode.hh"
 #include "fed/RtiFedParameter.hh"
+#include "fed/storage/RtiFedClassNode.hh"
 
 /// An interaction class: a node of the interaction class tree, with its transportation, ordering and routing space, and
 /// the parameters declared on it. The space handle is 0 for a class in no space. Unlike an object class, it knows its

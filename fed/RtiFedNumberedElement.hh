@@ -1,8 +1,8 @@
 #pragma once
 
 #include "fed/RtiFedElement.hh"
-#include "fed/RtiFedFields.hh"
-#include "fed/RtiFedStoredHandle.hh"
+#include "fed/image/RtiFedFields.hh"
+#include "fed/storage/RtiFedStoredHandle.hh"
 
 #include <utility>
 

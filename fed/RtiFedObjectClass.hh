@@ -1,8 +1,8 @@
 #pragma once
 
 #include "fed/RtiFedAttribute.hh"
-#include "fed/RtiFedClassNode.hh"
-#include "fed/RtiFedPublished.hh"
+#include "fed/storage/RtiFedClassNode.hh"
+#include "fed/storage/RtiFedPublished.hh"
 #include "infrastructure/RtiAttributeHandleSet.hh"
 
 #include <memory>

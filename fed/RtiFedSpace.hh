@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fed/RtiFedDimension.hh"
-#include "fed/RtiFedMemberTable.hh"
+#include "fed/storage/RtiFedMemberTable.hh"
 
 /// A routing space: its name, its signed handle, and the dimensions it owns. A space numbers its own dimensions, from
 /// 0.

@@ -2,8 +2,8 @@
 
 #include "fed/loading/RtiFedParserCodegen.hh"
 #include "infrastructure/RtiFedLimits.hh"
-#include "infrastructure/RtiFedReader.hh"
 #include "infrastructure/RtiStringUtility.hh"
+#include "infrastructure/parser/RtiFedReader.hh"
 
 #include <algorithm>
 #include <cerrno>

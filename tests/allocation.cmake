@@ -1,5 +1,5 @@
 # Replaces the allocator, so it cannot share an executable with the other tests.
-add_executable(rtifed-allocation-tests Support.cc allocation_test.cc)
+add_executable(rtifed-allocation-tests Support.cc fed/allocation_test.cc)
 target_compile_definitions(rtifed-allocation-tests PRIVATE
     RTIFED_EXAMPLES="${PROJECT_SOURCE_DIR}/examples"
     RTIFED_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data")

@@ -1,7 +1,7 @@
-# Whether this machine gives the images and checksums of portable.txt. A program of another machine runs under
+# Whether this machine gives the images and checksums of data/portable.txt. A program of another machine runs under
 # CMAKE_CROSSCOMPILING_EMULATOR.
-add_executable(rtifed-portable-test ${CMAKE_CURRENT_LIST_DIR}/portable_test.cc)
+add_executable(rtifed-portable-test ${CMAKE_CURRENT_LIST_DIR}/fed/portable_test.cc)
 target_link_libraries(rtifed-portable-test PRIVATE rtifed rtifed_options)
 add_test(NAME portable COMMAND
-    sh -c "out=$(\"$@\") && printf '%s\\n' \"$out\" | diff -u \"$0\" -" ${CMAKE_CURRENT_LIST_DIR}/portable.txt
+    sh -c "out=$(\"$@\") && printf '%s\\n' \"$out\" | diff -u \"$0\" -" ${CMAKE_CURRENT_LIST_DIR}/data/portable.txt
     ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:rtifed-portable-test> ${PROJECT_SOURCE_DIR}/examples)

@@ -1,7 +1,7 @@
 #include "tool/Comparison.hh"
 
 #include "fed/RtiFedDatabase.hh"
-#include "fed/RtiFedNameMap.hh"
+#include "fed/storage/RtiFedNameMap.hh"
 #include "infrastructure/RtiStringUtility.hh"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "tool/MomFindings.hh"
 
-#include "fed/RtiFedName.hh"
+#include "fed/storage/RtiFedName.hh"
 #include "tool/Checker.hh"
 #include "tool/ClassTrees.hh"
 #include "tool/Names.hh"

@@ -1,6 +1,6 @@
 #include "tool/Names.hh"
 
-#include "fed/RtiFedName.hh"
+#include "fed/storage/RtiFedName.hh"
 #include "infrastructure/RtiFedParser.hh"
 
 #include <algorithm>

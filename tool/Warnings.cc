@@ -1,6 +1,6 @@
 #include "tool/Warnings.hh"
 
-#include "fed/RtiFedName.hh"
+#include "fed/storage/RtiFedName.hh"
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiStringUtility.hh"
 #include "tool/ClassTrees.hh"

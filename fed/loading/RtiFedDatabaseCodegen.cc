@@ -1,6 +1,6 @@
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
 
-#include "fed/RtiFedReport.hh"
+#include "fed/loading/RtiFedReport.hh"
 
 #include <utility>
 

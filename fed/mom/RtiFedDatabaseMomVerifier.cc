@@ -1,7 +1,7 @@
 #include "fed/mom/RtiFedDatabaseMomVerifier.hh"
 
 #include "fed/RtiFedDatabase.hh"
-#include "fed/RtiFedReport.hh"
+#include "fed/loading/RtiFedReport.hh"
 
 #include <initializer_list>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "fed/RtiFedName.hh"
+#include "fed/storage/RtiFedName.hh"
 #include "tool/Line.hh"
 #include "tool/Names.hh"
 #include "tool/Outline.hh"

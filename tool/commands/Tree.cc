@@ -1,6 +1,6 @@
 #include "fed/RtiFedInteractionClass.hh"
-#include "fed/RtiFedName.hh"
 #include "fed/RtiFedObjectClass.hh"
+#include "fed/storage/RtiFedName.hh"
 #include "tool/Line.hh"
 #include "tool/Names.hh"
 #include "tool/Outline.hh"

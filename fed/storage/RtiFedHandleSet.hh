@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fed/RtiFedImage.hh"
+#include "fed/image/RtiFedImage.hh"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
-#include "fed/RtiFedHandleMap.hh"
-#include "fed/RtiFedHandleSet.hh"
-#include "fed/RtiFedNameMap.hh"
 #include "fed/RtiTypeWrapper.hh"
+#include "fed/storage/RtiFedHandleMap.hh"
+#include "fed/storage/RtiFedHandleSet.hh"
+#include "fed/storage/RtiFedNameMap.hh"
 #include "infrastructure/RtiStringUtility.hh"
 
 #include <gtest/gtest.h>

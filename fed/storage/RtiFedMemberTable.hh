@@ -1,10 +1,10 @@
 #pragma once
 
-#include "fed/RtiFedArena.hh"
-#include "fed/RtiFedChecksum.hh"
-#include "fed/RtiFedHandleMap.hh"
-#include "fed/RtiFedImage.hh"
-#include "fed/RtiFedNameMap.hh"
+#include "fed/image/RtiFedChecksum.hh"
+#include "fed/image/RtiFedImage.hh"
+#include "fed/storage/RtiFedArena.hh"
+#include "fed/storage/RtiFedHandleMap.hh"
+#include "fed/storage/RtiFedNameMap.hh"
 
 #include <algorithm>
 #include <cstdint>

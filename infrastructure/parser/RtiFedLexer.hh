@@ -1,6 +1,6 @@
 #pragma once
 
-#include "infrastructure/RtiFedText.hh"
+#include "infrastructure/parser/RtiFedText.hh"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fed/RtiFedName.hh"
+#include "fed/storage/RtiFedName.hh"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,3 +1,3 @@
-#include "fed/RtiFedName.hh"
+#include "fed/storage/RtiFedName.hh"
 
 const char RtiFedName::_anchor = 0;

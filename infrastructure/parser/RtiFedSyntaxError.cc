@@ -1,7 +1,7 @@
-#include "infrastructure/RtiFedSyntaxError.hh"
+#include "infrastructure/parser/RtiFedSyntaxError.hh"
 
-#include "infrastructure/RtiFedLexer.hh"
 #include "infrastructure/RtiFedLimits.hh"
+#include "infrastructure/parser/RtiFedLexer.hh"
 
 namespace {
 

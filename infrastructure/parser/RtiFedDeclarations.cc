@@ -1,4 +1,4 @@
-#include "infrastructure/RtiFedDeclarations.hh"
+#include "infrastructure/parser/RtiFedDeclarations.hh"
 
 void RtiFedDeclarations::Tree::addMember(std::uint32_t classIndex, const RtiFedArguments &arguments) {
     const auto index = static_cast<std::uint32_t>(members.size());

@@ -2,10 +2,10 @@
 
 #include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
-#include "fed/RtiFedFields.hh"
-#include "fed/RtiFedHandleSet.hh"
-#include "fed/RtiFedMemberTable.hh"
-#include "fed/RtiFedStoredHandle.hh"
+#include "fed/image/RtiFedFields.hh"
+#include "fed/storage/RtiFedHandleSet.hh"
+#include "fed/storage/RtiFedMemberTable.hh"
+#include "fed/storage/RtiFedStoredHandle.hh"
 
 #include <memory>
 #include <set>

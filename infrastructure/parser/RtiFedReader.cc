@@ -1,4 +1,4 @@
-#include "infrastructure/RtiFedReader.hh"
+#include "infrastructure/parser/RtiFedReader.hh"
 
 #include "infrastructure/RtiFedLimits.hh"
 

@@ -1,4 +1,4 @@
-#include "infrastructure/RtiFedLexer.hh"
+#include "infrastructure/parser/RtiFedLexer.hh"
 
 #include <algorithm>
 #include <array>

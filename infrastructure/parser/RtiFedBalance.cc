@@ -1,7 +1,7 @@
-#include "infrastructure/RtiFedBalance.hh"
+#include "infrastructure/parser/RtiFedBalance.hh"
 
-#include "infrastructure/RtiFedLexer.hh"
 #include "infrastructure/RtiFedLimits.hh"
+#include "infrastructure/parser/RtiFedLexer.hh"
 
 #include <algorithm>
 #include <optional>

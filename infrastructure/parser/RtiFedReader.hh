@@ -1,8 +1,8 @@
 #pragma once
 
-#include "infrastructure/RtiFedDeclarations.hh"
-#include "infrastructure/RtiFedLexer.hh"
-#include "infrastructure/RtiFedSyntaxError.hh"
+#include "infrastructure/parser/RtiFedDeclarations.hh"
+#include "infrastructure/parser/RtiFedLexer.hh"
+#include "infrastructure/parser/RtiFedSyntaxError.hh"
 
 /// Reads a FED text by its grammar into declarations and syntax errors, in one pass. Nesting is kept in a vector, not
 /// on the stack.

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "fed/RtiFedArena.hh"
 #include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
-#include "fed/RtiFedHandleMap.hh"
-#include "fed/RtiFedImage.hh"
-#include "fed/RtiFedNameMap.hh"
+#include "fed/image/RtiFedImage.hh"
+#include "fed/storage/RtiFedArena.hh"
+#include "fed/storage/RtiFedHandleMap.hh"
+#include "fed/storage/RtiFedNameMap.hh"
 
 #include <algorithm>
 #include <memory>

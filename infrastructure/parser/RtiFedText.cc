@@ -1,4 +1,4 @@
-#include "infrastructure/RtiFedText.hh"
+#include "infrastructure/parser/RtiFedText.hh"
 
 namespace {
 constexpr RtiFedOffset kCheckpoint = 4096;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "infrastructure/RtiFedBalance.hh"
-#include "infrastructure/RtiFedGrammar.hh"
+#include "infrastructure/parser/RtiFedBalance.hh"
+#include "infrastructure/parser/RtiFedGrammar.hh"
 
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-#include "infrastructure/RtiFedGrammar.hh"
+#include "infrastructure/parser/RtiFedGrammar.hh"
 
 #include "infrastructure/RtiStringUtility.hh"
 
