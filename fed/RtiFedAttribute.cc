@@ -2,41 +2,43 @@
 
 #include "fed/image/RtiFedFields.hh"
 
-// The doubled comma of three separators is part of the text that others read.
+// Readers of the text rely on the doubled comma of three separators.
 const RtiFedField<RtiFedAttribute> RtiFedAttribute::_fields[] = {
     {"_theHandle", [](const RtiFedAttribute &a) { return fieldText(a.getHandle()); }},
     {"_defaultTransport", [](const RtiFedAttribute &a) { return fieldText(a.getTransport()); }, "'',, "},
     {"_defaultOrdering", [](const RtiFedAttribute &a) { return fieldText(a.getOrdering()); }, "'',, "},
     {"_defaultSpace", [](const RtiFedAttribute &a) { return fieldText(a.getSpace()); }, "'',, "}};
 
-// The handle stands last in the image, though first in the dump: processes exchange images of this order.
-template <class Attribute, class Visit>
-void RtiFedAttribute::visitImage(Attribute &attribute, Visit visit) {
-    visit(attribute._defaultTransport);
-    visit(attribute._defaultOrdering);
-    visit(attribute._defaultSpace);
-    visit(attribute._theHandle);
+/// The handles in the order of the image. The attribute's own handle is last, although it is first in the dump:
+/// processes exchange images of this order.
+constexpr auto RtiFedAttribute::imageHandles() {
+    using A = RtiFedAttribute;
+    constexpr auto handles =
+        std::make_tuple(&A::_defaultTransport, &A::_defaultOrdering, &A::_defaultSpace, &A::_theHandle);
+    static_assert(std::tuple_size_v<decltype(handles)> == std::size(_fields));
+    static_assert(std::tuple_size_v<decltype(handles)> + 1 == _numImageValues);
+    return handles;
 }
 
 RtiFedAttribute::RtiFedAttribute(RtiBuffer &buffer) : RtiFedElement(buffer) {
-    visitImage(*this, [&buffer](auto &field) { field.restore(buffer); });
+    restoreHandles(imageHandles(), *this, buffer);
 }
 
-RTI_bool RtiFedAttribute::save(RtiBuffer &buffer) const {
+RTI_bool RtiFedAttribute::save(RtiBuffer &buffer) {
     RtiFedElement::save(buffer);
-    visitImage(*this, [&buffer](const auto &field) { field.save(buffer); });
+    saveHandles(imageHandles(), *this, buffer);
     return RTI_true;
 }
 
 void RtiFedAttribute::restore(RtiBuffer &buffer) {
     RtiFedElement::restore(buffer);
-    visitImage(*this, [&buffer](auto &field) { field.restore(buffer); });
+    restoreHandles(imageHandles(), *this, buffer);
 }
 
-void RtiFedAttribute::dump(std::ostream &os) const {
+void RtiFedAttribute::dump(std::ostream &os) {
     dumpFields(_fields, *this, os);
 }
 
-void RtiFedAttribute::diff(RtiBuffer &buffer, std::ostream &os) const {
+void RtiFedAttribute::diff(RtiBuffer &buffer, std::ostream &os) {
     diffFields(_fields, *this, buffer, os);
 }

@@ -2,20 +2,21 @@
 
 #include "fed/RtiFedElement.hh"
 #include "fed/RtiTypeWrapper.hh"
+#include "fed/image/RtiFedChecksum.hh"
 #include "fed/storage/RtiFedStoredHandle.hh"
 
 #include <utility>
 
-/// An attribute of an object class: its name, its handle, and the transportation, ordering and routing space that the
-/// FED file gives it. The space handle is 0 for an attribute in no space.
+/// An attribute of an object class: its name, its handle, and its transportation, ordering and routing space. The space
+/// handle is 0 if the attribute has no space.
 ///
-/// Its image is the name, transportation, ordering, space, handle.
-/// Threads: const members on any number of threads at once; setSpace and restore need the attribute to themselves.
+/// Its image is name, transportation, ordering, space, handle.
+/// Threads: const members on any number of threads at once; setSpace and restore need exclusive access.
 class RTIFED_EXPORT RtiFedAttribute : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedAttribute";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _numImageValues = 5; ///< At least: a name, and four handles.
+    static constexpr std::size_t _numImageValues = 5; ///< A name and four handles.
 
     RtiFedAttribute(const RtiAttributeHandle &handle, std::string name, const RtiTransportationHandle &transport,
                     const RtiOrderingHandle &ordering, const RtiSpaceHandle &space)
@@ -30,19 +31,25 @@ public:
     RtiSpaceHandle getSpace() const { return _defaultSpace; }
     void setSpace(RtiSpaceHandle space) { _defaultSpace = space; }
 
-    RTI_bool save(RtiBuffer &buffer) const override;
+    using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
+    RTI_bool save(RtiBuffer &buffer) override;
     void restore(RtiBuffer &buffer) override;
-    void dump(std::ostream &os) const override;
-    /// Compares all but the name.
-    void diff(RtiBuffer &buffer, std::ostream &os) const override;
+    void dump(std::ostream &os) override;
+    /// Compares all fields except the name.
+    void diff(RtiBuffer &buffer, std::ostream &os) override;
 
 private:
     static const RtiFedField<RtiFedAttribute> _fields[4];
-    template <class Attribute, class Visit>
-    static void visitImage(Attribute &attribute, Visit visit);
+    static constexpr auto imageHandles();
 
     RtiFedStoredHandle<RtiAttributeHandle> _theHandle;
     RtiFedStoredHandle<RtiTransportationHandle> _defaultTransport;
     RtiFedStoredHandle<RtiOrderingHandle> _defaultOrdering;
     RtiFedStoredHandle<RtiSpaceHandle> _defaultSpace;
 };
+
+/// The terms of an attribute in the checksum of its class.
+inline unsigned long checksumOf(const RtiFedAttribute &attribute) {
+    return checksumOf(attribute.getHandle()) ^ checksumOf(attribute.getName()) ^ checksumOf(attribute.getTransport()) ^
+           checksumOf(attribute.getOrdering()) ^ checksumOf(attribute.getSpace());
+}

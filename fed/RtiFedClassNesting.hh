@@ -1,5 +1,5 @@
 #pragma once
 
-/// Levels of classes, the root being the first, in FED texts and images alike. Real models have fewer than 20; walks
-/// down a tree may recurse this deep.
+/// The greatest number of class levels, the root being the first, in FED texts, in images and in calls. Real models
+/// have fewer than 20. Some walks down a class tree recurse this deep.
 inline constexpr unsigned kMaxClassNesting = 256;

@@ -1,14 +1,9 @@
+// Building a database and answering queries. Its other operations are in RtiFedDatabaseImage.cc,
+// RtiFedDatabaseListing.cc, loading/RtiFedDatabaseLoading.cc and mom/RtiFedDatabaseMom.cc.
+
 #include "fed/RtiFedDatabase.hh"
 
-#include "fed/loading/RtiFedDatabaseCodegen.hh"
-#include "fed/loading/RtiFedReport.hh"
-#include "fed/mom/RtiFedDatabaseMomVerifier.hh"
-#include "infrastructure/RtiFedParser.hh"
-#include "infrastructure/RtiStringUtility.hh"
-
-#include <algorithm>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -16,7 +11,7 @@ namespace {
 
 constexpr const char *kNotFound = " not found in FED file.";
 
-/// A transportation or ordering: its handle, its name, and the short form that is accepted beside it.
+/// A transportation or ordering: its handle, its name, and the short name that FED files use.
 struct FixedName {
     unsigned long handle;
     std::string_view name;
@@ -41,44 +36,15 @@ const FixedName *findFixed(const FixedName (&names)[2], unsigned long handle) {
     return nullptr;
 }
 
-/// Takes the parser's views directly: nobody derives from it who would want the strings.
-class Builder final : public RtiFedDatabaseCodegen {
-public:
-    using RtiFedDatabaseCodegen::RtiFedDatabaseCodegen;
-
-    void declareObjectClass(std::string_view name, std::size_t numAttributes) override {
-        buildObjectClass(name, numAttributes);
-    }
-    void declareObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
-                                     std::string_view space) override {
-        buildObjectClassAttribute(name, transportation, ordering, space);
-    }
-    void declareInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
-                                 std::string_view space, std::size_t numParameters) override {
-        buildInteractionClass(name, transportation, ordering, space, numParameters);
-    }
-    void declareParameter(std::string_view name) override { buildParameter(name); }
-};
-
-/// Refuses a class of an image that is not among the descendants of the one above it, or has others than that.
-void checkDescendants(const RtiFedObjectClass &node, std::size_t byte) {
-    const RtiFedObjectClass *above = node.getParentClass();
-    if (above && !above->hasDerrivedClass(node.getHandle()))
-        refuseImage(byte, "the class ", node.getName(), " is no descendant of ", above->getName(), " above it");
-    if (above && !above->descendants().containsAll(node.descendants()))
-        refuseImage(byte, "not all descendants of the class ", node.getName(), " are descendants of ", above->getName(),
-                    " above it");
-}
-
-/// The full name of the class above, if a class has one.
+/// The full name of the superclass, unless `name` is that of a root.
 std::optional<std::string_view> superclassOf(std::string_view name) {
     const std::size_t dot = name.rfind('.');
     return dot == std::string_view::npos ? std::nullopt : std::make_optional(name.substr(0, dot));
 }
 
-/// The class of this very full name, if it is `from` or stands above it.
+/// Returns `from` or its first ancestor whose full name is `name` to the letter, or null.
 template <class Node>
-Node *upwardFrom(Node *from, std::string_view name) {
+Node *findUpward(Node *from, std::string_view name) {
     for (; from; from = from->getParentClass())
         if (from->RtiFedElement::getName() == name)
             return from;
@@ -87,7 +53,7 @@ Node *upwardFrom(Node *from, std::string_view name) {
 
 template <class Handle>
 Handle next(Handle &counter) {
-    // Signed counters go round as well: an image may have set one to the greatest number there is.
+    // Unsigned arithmetic, since a signed counter may be at its maximum: an image can set it to any value.
     using Value = decltype(counter._value);
     counter._value = static_cast<Value>(static_cast<unsigned long>(counter._value) + 1);
     return counter;
@@ -95,72 +61,56 @@ Handle next(Handle &counter) {
 
 } // namespace
 
-const RtiFedField<RtiFedDatabase> RtiFedDatabase::_fields[] = {
-    {"_fedName", [](const RtiFedDatabase &d) { return fieldText(d._fedName); }},
-    {"_fedVersion", [](const RtiFedDatabase &d) { return fieldText(d._fedVersion); }},
-    {"size _objectClassNameMap", [](const RtiFedDatabase &d) { return fieldText(d._objectClasses.numNames()); }},
-    {"size _objectClassHandleMap", [](const RtiFedDatabase &d) { return fieldText(d._objectClasses.numHandles()); }},
-    {"size _interactionClassNameMap",
-     [](const RtiFedDatabase &d) { return fieldText(d._interactionClasses.numNames()); }},
-    {"size _interactionClassHandleMap",
-     [](const RtiFedDatabase &d) { return fieldText(d._interactionClasses.numHandles()); }},
-    {"size _spaceNameMap", [](const RtiFedDatabase &d) { return fieldText(d._spaceNameMap.size()); }},
-    {"size _spaceHandleMap", [](const RtiFedDatabase &d) { return fieldText(d._spaceHandleMap.size()); }},
-    {"_nextSpaceHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextSpaceHandle); }},
-    {"_nextObjectClassHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextObjectClassHandle); }},
-    {"_nextAttributeHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextAttributeHandle); }},
-    {"_nextInteractionClassHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextInteractionClassHandle); }},
-    {"_nextParameterHandle", [](const RtiFedDatabase &d) { return fieldText(d._nextParameterHandle); }},
-    {"_fileName", [](const RtiFedDatabase &d) { return fieldText(d._fileName); }}};
-
-// ---- Construction
-
-RtiFedDatabase::RtiFedDatabase(const RtiFedDatabaseConstructorArg &arg) : _fileName(arg.fedDatabaseName()) {
-    if (!arg.buildFromFileOrLeaveEmpty())
-        return;
-    std::FILE *file = std::fopen(_fileName.c_str(), "r");
-    if (!file) {
-        rtiFedReport(RTI_G_high, "\"RtiFedDatabase\", line 60: \nCould not open FED file " + _fileName);
-        throw RTI::CouldNotOpenFED(_fileName.c_str());
-    }
-    buildFromFed(file);
-}
-
-RtiFedDatabase::RtiFedDatabase(RtiBuffer &buffer) {
-    RtiFedDatabase::restore(buffer);
-}
-
 RtiFedDatabase::~RtiFedDatabase() = default;
 
-void RtiFedDatabase::buildFromFed(std::FILE *file) {
-    parse(file);
-    std::string reason;
-    if (!verifyMomObjectClasses(reason))
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 89:  MOM error: ", reason);
-    if (!verifyMomInteractionClasses(reason))
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 95:  MOM error: ", reason);
-    createMomDefaultSpace();
-    setMomDefaultSpace();
-}
-
-void RtiFedDatabase::parse(std::FILE *file) {
-    Builder codegen(this);
-    // A parser reports a syntax error as a text, ours as a string; the exceptions of the callbacks pass through.
-    try {
-        RtiFedParser_Class_main(file, &codegen); // which closes the file
-    } catch (const std::string &reason) {
-        couldNotParse("\"RtiFedDatabase\", line 73: ", "\"RtiFedDatabase\", line 75: ", reason);
-    } catch (const char *reason) {
-        couldNotParse("\"RtiFedDatabase\", line 80: ", "\"RtiFedDatabase\", line 82: ", reason);
-    }
-}
-
-void RtiFedDatabase::couldNotParse(const char *atFile, const char *atReason, const std::string &reason) const {
-    rtiFedReport(RTI_G_high, atFile + ("\nCould not parse FED file " + _fileName) + "\n" + atReason + reason);
-    throw RTI::ErrorReadingFED(_fileName.c_str());
-}
-
 // ---- Building
+
+/// What differs between adding an object class and adding an interaction class.
+struct RtiFedDatabase::ObjectClassKind {
+    using Node = RtiFedObjectClass;
+    static constexpr const char *exists = "\"RtiFedDatabase\", line 202:  The object class ";
+    static constexpr const char *noSuperclass = "\"RtiFedDatabase\", line 222: FED Object Superclass Not Known";
+
+    static auto &tree(RtiFedDatabase &db) { return db._objectClasses; }
+    static auto createHandle(RtiFedDatabase &db) { return db.createObjectClassHandle(); }
+    static auto handleOf(const RtiFedDatabase &db, std::string_view name) { return db.getObjectClassHandle(name); }
+};
+
+struct RtiFedDatabase::InteractionClassKind {
+    using Node = RtiFedInteractionClass;
+    static constexpr const char *exists = "\"RtiFedDatabase\", line 567:  The interaction class ";
+    static constexpr const char *noSuperclass = "\"RtiFedDatabase\", line 587: FED Interaction Superclass Not Known";
+
+    static auto &tree(RtiFedDatabase &db) { return db._interactionClasses; }
+    static auto createHandle(RtiFedDatabase &db) { return db.createInteractionClassHandle(); }
+    static auto handleOf(const RtiFedDatabase &db, std::string_view name) { return db.getInteractionClassHandle(name); }
+};
+
+/// Adds a class by its full name. In files and images a class follows its superclass closely, so the superclass is
+/// looked for among `last`, the class that was added before, and its ancestors, and only then by its name.
+template <class Kind, class... Defaults>
+typename Kind::Node *RtiFedDatabase::addClass(std::string_view name, typename Kind::Node *last,
+                                              const Defaults &...defaults) {
+    auto &tree = Kind::tree(*this);
+    const auto key = tree.keyOf(name);
+    if (tree.handleOf(key) != 0)
+        rtiFedRaise<RTI::ErrorReadingFED>(Kind::exists, name, " already exists.");
+    typename Kind::Node *parent = nullptr;
+    if (const auto superclass = superclassOf(name)) {
+        parent = findUpward(last, *superclass);
+        if (!parent)
+            parent = find(Kind::handleOf(*this, *superclass));
+        if (!parent)
+            rtiFedRaise<RTI::RTIinternalError>(Kind::noSuperclass);
+    }
+    auto made = tree.make(unused(Kind::createHandle(*this)), std::string(name), parent, defaults...);
+    if (parent) // before adding the class: running out of memory must not leave a class that its parent does not list
+        parent->reserveForSubclass(made->getHandle());
+    auto *added = tree.add(std::move(made), key);
+    if (parent)
+        parent->announceSubclass(added->getHandle());
+    return added;
+}
 
 void RtiFedDatabase::setFederateName(std::string name) {
     _fedName = std::move(name);
@@ -170,11 +120,13 @@ void RtiFedDatabase::setFederateVersion(std::string version) {
     _fedVersion = std::move(version);
 }
 
-/// A handle that was just handed out, unless its counter went round. Throws RTI::RTIinternalError.
+/// Returns a handle that was just issued. Throws RTI::RTIinternalError if the counter has overflowed and reached a
+/// handle that is in use.
 template <class Handle>
 Handle RtiFedDatabase::unused(const Handle &handle) const {
     if (handle == 0 || find(handle))
-        rtiFedRaise<RTI::RTIinternalError>("the handle ", toString(handle._value), " is 0 or in use: none is left");
+        rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 125: the handle ", toString(handle._value),
+                                           " is 0 or in use: no handle is left");
     return handle;
 }
 
@@ -203,43 +155,22 @@ RtiFedObjectClass *RtiFedDatabase::addObjectClass(std::string name) {
 }
 
 RtiFedObjectClass *RtiFedDatabase::addObjectClass(const RtiDottedClassname &name) {
-    return declareObjectClass(name.getClassname(), nullptr);
+    return addObjectClass(name.getClassname(), nullptr);
 }
 
-RtiFedObjectClass *RtiFedDatabase::declareObjectClass(std::string_view name, RtiFedObjectClass *last) {
-    const auto key = _objectClasses.keyOf(name);
-    if (_objectClasses.handleOf(key) != 0)
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 202:  The object class ", name, " already exists.");
-    RtiFedObjectClass *parent = nullptr;
-    if (const auto superclass = superclassOf(name)) {
-        parent = upwardFrom(last, *superclass);
-        if (!parent)
-            parent = find(getObjectClassHandle(*superclass));
-        if (!parent)
-            rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 222: FED Object Superclass Not Known");
-    }
-    auto made = _objectClasses.make(unused(createObjectClassHandle()), std::string(name), parent);
-    if (parent) { // first, since a class that its parent does not know would spoil the image
-        parent->makeRoomForChildClass(made->getHandle());
-        parent->makeRoomInAllFor(made->getHandle());
-    }
-    RtiFedObjectClass *added = _objectClasses.add(std::move(made), key);
-    if (parent) {
-        parent->addChildClass(added->getHandle());
-        parent->addChildClassToAll(added->getHandle());
-    }
-    return added;
+RtiFedObjectClass *RtiFedDatabase::addObjectClass(std::string_view name, RtiFedObjectClass *last) {
+    return addClass<ObjectClassKind>(name, last);
 }
 
 void RtiFedDatabase::addObjectClassAttribute(RtiFedObjectClass *objectClass, std::string name,
                                              RtiTransportationHandle transportation, RtiOrderingHandle ordering,
                                              RtiSpaceHandle space) {
-    declareObjectClassAttribute(objectClass, RtiFedName(name), transportation, ordering, space);
+    addObjectClassAttribute(objectClass, RtiFedName(name), transportation, ordering, space);
 }
 
-void RtiFedDatabase::declareObjectClassAttribute(RtiFedObjectClass *objectClass, const RtiFedName &name,
-                                                 const RtiTransportationHandle &transportation,
-                                                 const RtiOrderingHandle &ordering, const RtiSpaceHandle &space) {
+void RtiFedDatabase::addObjectClassAttribute(RtiFedObjectClass *objectClass, const RtiFedName &name,
+                                             const RtiTransportationHandle &transportation,
+                                             const RtiOrderingHandle &ordering, const RtiSpaceHandle &space) {
     if (!objectClass)
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 523: ");
     const RtiAttributeHandle handle = createAttributeHandle();
@@ -255,48 +186,28 @@ void RtiFedDatabase::declareObjectClassAttribute(RtiFedObjectClass *objectClass,
 
 RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string name, RtiTransportationHandle transportation,
                                                             RtiOrderingHandle ordering, RtiSpaceHandle space) {
-    return declareInteractionClass(name, transportation, ordering, space, nullptr);
+    return addInteractionClass(name, transportation, ordering, space, nullptr);
 }
 
-RtiFedInteractionClass *RtiFedDatabase::declareInteractionClass(std::string_view name,
-                                                                const RtiTransportationHandle &transportation,
-                                                                const RtiOrderingHandle &ordering,
-                                                                const RtiSpaceHandle &space,
-                                                                RtiFedInteractionClass *last) {
-    const auto key = _interactionClasses.keyOf(name);
-    if (_interactionClasses.handleOf(key) != 0)
-        rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedDatabase\", line 567:  The interaction class ", name,
-                                          " already exists.");
-    RtiFedInteractionClass *parent = nullptr;
-    if (const auto superclass = superclassOf(name)) {
-        parent = upwardFrom(last, *superclass);
-        if (!parent)
-            parent = find(getInteractionClassHandle(*superclass));
-        if (!parent)
-            rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 587: FED Interaction Superclass Not Known");
-    }
-    auto made = _interactionClasses.make(unused(createInteractionClassHandle()), std::string(name), parent,
-                                         transportation, ordering, space);
-    if (parent)
-        parent->makeRoomForChildClass(made->getHandle());
-    RtiFedInteractionClass *added = _interactionClasses.add(std::move(made), key);
-    if (parent) // only the parent learns of it: an interaction class knows no further descendants
-        parent->addChildClass(added->getHandle());
-    return added;
+RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string_view name,
+                                                            const RtiTransportationHandle &transportation,
+                                                            const RtiOrderingHandle &ordering,
+                                                            const RtiSpaceHandle &space, RtiFedInteractionClass *last) {
+    return addClass<InteractionClassKind>(name, last, transportation, ordering, space);
 }
 
 RtiFedSpace *RtiFedDatabase::addSpace(std::string name) {
     return own(std::make_unique<RtiFedSpace>(unused(createSpaceHandle()), std::move(name)));
 }
 
-/// Enters a space whose handle is free; a name that is taken keeps its first space. If memory runs out, nothing has
-/// changed.
+/// Enters a space whose handle is unused. If its name is in use, lookups by name still return the earlier space. Throws
+/// std::bad_alloc, leaving the database unchanged.
 RtiFedSpace *RtiFedDatabase::own(std::unique_ptr<RtiFedSpace> space) {
     RtiFedSpace *added = space.get();
     const RtiSpaceHandle handle = added->getHandle();
     _spaceHandleMap.insert(handle, std::move(space));
     try {
-        _spaceNameMap.insert(added->getName(), added); // NOLINT(clang-analyzer-cplusplus.NewDelete): the map has it
+        _spaceNameMap.insert(added->getName(), added); // NOLINT(clang-analyzer-cplusplus.NewDelete): the map owns it
     } catch (...) {
         _spaceHandleMap.erase(handle);
         throw;
@@ -308,40 +219,6 @@ void RtiFedDatabase::addSpaceDimension(RtiFedSpace *space, std::string name) {
     if (!space)
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 666: ");
     space->addDimension(std::move(name));
-}
-
-void RtiFedDatabase::createMomDefaultSpace() {
-    addSpace(_momDefaultSpace);
-}
-
-void RtiFedDatabase::setMomDefaultSpace() {
-    const RtiSpaceHandle space = getRoutingSpaceHandle(_momDefaultSpace);
-    setMomDefaultSpaceForAttributes(find(getObjectClassHandle("ObjectRoot.Manager")), space);
-    setMomDefaultSpaceForInteractionClasses(find(getInteractionClassHandle("InteractionRoot.Manager")), space);
-}
-
-void RtiFedDatabase::setMomDefaultSpaceForAttributes(const RtiFedObjectClass *objectClass, RtiSpaceHandle space) {
-    _objectClasses.forEachDerived(objectClass, [space](const RtiFedObjectClass &derived) {
-        for (RtiFedAttribute &attribute : derived.members())
-            if (attribute.getSpace() == 0)
-                attribute.setSpace(space);
-    });
-}
-
-void RtiFedDatabase::setMomDefaultSpaceForInteractionClasses(RtiFedInteractionClass *interactionClass,
-                                                             RtiSpaceHandle space) {
-    _interactionClasses.forEachDerived(interactionClass, [space](RtiFedInteractionClass &derived) {
-        if (derived.getDefaultSpace() == 0)
-            derived.setDefaultSpace(space);
-    });
-}
-
-RTI_bool RtiFedDatabase::verifyMomObjectClasses(std::string &message) const {
-    return RtiFedDatabaseMomVerifier::verifyMomObjectClasses(*this, message);
-}
-
-RTI_bool RtiFedDatabase::verifyMomInteractionClasses(std::string &message) const {
-    return RtiFedDatabaseMomVerifier::verifyMomInteractionClasses(*this, message);
 }
 
 // ---- The database as a whole
@@ -356,211 +233,6 @@ unsigned long RtiFedDatabase::numInteractionClasses() const {
 
 unsigned long RtiFedDatabase::numSpaces() const {
     return static_cast<unsigned long>(_spaceNameMap.size());
-}
-
-template <class Database, class Visit>
-void RtiFedDatabase::visitCounters(Database &database, Visit visit) {
-    visit(database._nextSpaceHandle);
-    visit(database._nextObjectClassHandle);
-    visit(database._nextAttributeHandle);
-    visit(database._nextInteractionClassHandle);
-    visit(database._nextParameterHandle);
-}
-
-RTI_bool RtiFedDatabase::save(RtiBuffer &buffer) const {
-    RtiStringUtility::putString(_fedName, buffer);
-    RtiStringUtility::putString(_fedVersion, buffer);
-    _objectClasses.save(buffer);
-    _interactionClasses.save(buffer);
-    buffer.put(numSpaces());
-    for (const auto &[name, space] : _spaceNameMap.sorted())
-        buffer.put(*space);
-    buffer.put(static_cast<unsigned long>(_attributeObjectClassMap.size()));
-    _attributeObjectClassMap.forEach([&buffer](const RtiAttributeHandle &attribute, unsigned long objectClass) {
-        buffer.put(attribute);
-        buffer.put(RtiObjectClassHandle(objectClass));
-    });
-    visitCounters(*this, [&buffer](const RtiSaveableType &counter) { buffer.put(counter); });
-    RtiStringUtility::putString(_fileName, buffer);
-    return RTI_true;
-}
-
-void RtiFedDatabase::restore(RtiBuffer &buffer) {
-    try {
-        restoreContents(buffer);
-    } catch (...) {
-        clear(); // nothing stays that was not checked
-        throw;
-    }
-}
-
-void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
-    clear();
-    _fedName = RtiStringUtility::getString(buffer);
-    _fedVersion = RtiStringUtility::getString(buffer);
-
-    AttributeClasses declared = restoreObjectClasses(buffer);
-    const RtiParameterHandle greatestParameter = restoreInteractionClasses(buffer);
-    restoreSpaces(buffer);
-    const RtiAttributeHandle greatestAttribute = declared.greatest();
-    restoreAttributeClasses(buffer, std::move(declared));
-
-    const std::size_t byte = imageByte(buffer);
-    visitCounters(*this, [&buffer](RtiSaveableType &counter) { buffer.get(counter); });
-    if (_nextSpaceHandle < _spaceHandleMap.greatest() || _nextObjectClassHandle < _objectClasses.greatest() ||
-        _nextAttributeHandle < greatestAttribute || _nextInteractionClassHandle < _interactionClasses.greatest() ||
-        _nextParameterHandle < greatestParameter)
-        refuseImage(byte, "a counter is below 0 or a handle that was handed out");
-    _fileName = RtiStringUtility::getString(buffer);
-}
-
-/// Returns the classes that declare the attributes.
-RtiFedDatabase::AttributeClasses RtiFedDatabase::restoreObjectClasses(RtiBuffer &buffer) {
-    // If each class has all descendants of those below it, and all together have as many as there are pairs of a class
-    // and one above it, then none has any other.
-    bool inherited = true;
-    std::size_t numDescendants = 0, numPairs = 0;
-    const auto read =
-        _objectClasses.restore(buffer, "object classes", [&](const RtiFedObjectClass &node, std::size_t numAbove) {
-            const RtiFedObjectClass *above = node.getParentClass();
-            inherited = inherited && (!above || (above->descendants().contains(node.getHandle()) &&
-                                                 above->descendants().containsAll(node.descendants())));
-            numDescendants += node.descendants().size();
-            numPairs += numAbove;
-        });
-    const bool sound = read.linked && inherited && numDescendants == numPairs;
-    AttributeClasses declared;
-    declared.reserve(read.numMembers);
-    for (const auto &[node, byte] : read.classes) {
-        if (!sound)
-            checkDescendants(*node, byte);
-        node->members().forEachHandle([&, of = node, at = byte](const RtiAttributeHandle &attribute) {
-            if (attribute == 0 || !declared.insert(attribute, of->getHandle()._value))
-                refuseImage(at, "an attribute handle of the class ", of->getName(), " is 0 or stands twice");
-        });
-    }
-    // With all that stand below a class among its descendants, an equal number says that there are no others. From the
-    // end, where most images have the subclasses, so that the class is named whose own list is wrong.
-    for (auto place = read.classes.rbegin(); !sound && place != read.classes.rend(); ++place) {
-        const auto &[node, byte] = *place;
-        std::size_t below = 0;
-        node->children().forEach(
-            [&](const RtiObjectClassHandle &child) { below += 1 + _objectClasses.find(child)->descendants().size(); });
-        if (node->descendants().size() != below)
-            refuseImage(byte, "not all descendants of the class ", node->getName(), " are below it");
-    }
-    return declared;
-}
-
-/// Returns the greatest parameter handle, 0 if there is none.
-RtiParameterHandle RtiFedDatabase::restoreInteractionClasses(RtiBuffer &buffer) {
-    // A set of handles. They come in the order of the class names, in which a set of runs would be slow.
-    RtiFedHandleMap<RtiParameterHandle, unsigned char> handles;
-    const auto read =
-        _interactionClasses.restore(buffer, "interaction classes", [](const RtiFedInteractionClass &, std::size_t) {});
-    handles.reserve(read.numMembers);
-    for (const auto &[node, byte] : read.classes)
-        node->members().forEachHandle([&, of = node, at = byte](const RtiParameterHandle &parameter) {
-            if (parameter == 0 || !handles.insert(parameter, 1))
-                refuseImage(at, "the parameter handle ", toString(parameter._value), " of the class ", of->getName(),
-                            " is 0 or stands twice");
-        });
-    return handles.greatest();
-}
-
-void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
-    for (unsigned long count = readCount(buffer, RtiFedSpace::_numImageValues, "spaces"); count > 0; --count) {
-        const std::size_t byte = imageByte(buffer);
-        auto space = std::make_unique<RtiFedSpace>(buffer);
-        if (!(RtiSpaceHandle(0) < space->getHandle()) || find(space->getHandle()))
-            refuseImage(byte, "the handle of the space ", space->getName(), " is below 1 or stands twice");
-        if (_spaceNameMap.find(space->getName()))
-            refuseImage(byte, "the space name ", space->getName(), " stands twice");
-        own(std::move(space));
-    }
-}
-
-void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses declared) {
-    unsigned long count = readCount(buffer, 2, "pairs of attribute and class");
-    const bool all = count == declared.size(); // a host may have declared some past the database
-    for (RtiAttributeHandle last = 0; count > 0; --count) {
-        const std::size_t byte = imageByte(buffer);
-        unsigned long pair[2];
-        buffer.get(pair, 2);
-        const RtiAttributeHandle attribute = pair[0];
-        const RtiObjectClassHandle objectClass = pair[1];
-        const unsigned long *declaring = declared.find(attribute);
-        if (!(last < attribute) || !declaring || objectClass != *declaring)
-            refuseImage(byte, "the attribute handle ", toString(attribute._value),
-                        " is out of order, or not declared by the class ", toString(objectClass._value));
-        if (!all)
-            _attributeObjectClassMap.insert(attribute, objectClass._value);
-        last = attribute;
-    }
-    if (all)
-        _attributeObjectClassMap = std::move(declared);
-}
-
-void RtiFedDatabase::clear() {
-    _objectClasses.clear();
-    _interactionClasses.clear();
-    _spaceNameMap.clear();
-    _spaceHandleMap.clear();
-    _attributeObjectClassMap.clear();
-    visitCounters(*this, [](auto &counter) { counter._value = 0; });
-}
-
-void RtiFedDatabase::dump(std::ostream &os) const {
-    dumpFields(_fields, *this, os);
-}
-
-void RtiFedDatabase::diff(RtiBuffer &buffer, std::ostream &os) const {
-    diffFields(_fields, *this, buffer, os);
-}
-
-unsigned long RtiFedDatabase::getChecksum() const {
-    unsigned long checksum =
-        checksumOf(_fedName) ^ checksumOf(_fedVersion) ^ _objectClasses.checksum() ^ _interactionClasses.checksum();
-    for (const auto &[name, space] : _spaceNameMap.sorted())
-        checksum ^= space->getChecksum();
-    return checksum;
-}
-
-void RtiFedDatabase::dumpDatabase(std::ostream *os) const {
-    *os << "FED DATABASE\n"
-        << "Federation:  " + _fedName + "\n"
-        << "Version: " + _fedVersion + "\n"
-        << "Routing Space List:\n";
-    _spaceHandleMap.forEach([&](const RtiSpaceHandle &handle, const auto &space) {
-        *os << "  " + getRoutingSpaceName(handle) + " (HANDLE = " + toString(handle._value) + ") \n";
-        for (unsigned long i = 0; i < space->getNumberOfDimensions(); ++i) {
-            const RtiFedDimension &dimension = *space->getDimension(i);
-            *os << "    " + dimension.getName() + " (HANDLE = " + toString(dimension.getHandle()._value) + ") \n";
-        }
-    });
-    // Readers of the listing rely on its odd shape: parentheses that stay open, and blanks that differ between the
-    // kinds.
-    *os << "\nObject Class Name List:\n";
-    _objectClasses.forEach([&](const RtiFedObjectClass &objectClass) {
-        *os << "  " + objectClass.getName() + " (HANDLE = " + toString(objectClass.getHandle()._value) + ") \n";
-        for (const RtiFedAttribute &attribute : objectClass.members())
-            *os << "    " + attribute.getName() + " (HANDLE = " + toString(attribute.getHandle()._value) + ")  " +
-                       getTransportationName(attribute.getTransport()) + "  " +
-                       getOrderingName(attribute.getOrdering()) + "  " +
-                       (attribute.getSpace() == 0 ? "(spaceHandle= 0"
-                                                  : "(space= " + getRoutingSpaceName(attribute.getSpace())) +
-                       "\n";
-    });
-    *os << "\nInteractions List:\n";
-    _interactionClasses.forEach([&](const RtiFedInteractionClass &interactionClass) {
-        const RtiSpaceHandle space = interactionClass.getDefaultSpace();
-        *os << "  " + interactionClass.getName() + "   (HANDLE = " + toString(interactionClass.getHandle()._value) +
-                   ") " + getTransportationName(interactionClass.getDefaultTransport()) + "  " +
-                   getOrderingName(interactionClass.getDefaultOrdering()) + "  " +
-                   (space == 0 ? "" : "(Space= " + getRoutingSpaceName(space)) + "\n";
-        for (const RtiFedParameter &parameter : interactionClass.members())
-            *os << "    " + parameter.getName() + "\n";
-    });
 }
 
 // ---- Names and handles
@@ -785,7 +457,7 @@ void RtiFedDatabase::getChildlessDerivedObjectClassHandleSet(RtiObjectClassHandl
     const auto children = node->getChildrenClasses();
     if (children.empty())
         derived.insert(objectClass);
-    // Not only the leaves, whatever the name says: callers rely on the inner classes being there.
+    // Not only the leaves, despite the name: callers rely on getting the inner classes too.
     for (const RtiObjectClassHandle &child : children)
         getDerivedObjectClassHandleSet(child, derived);
 }
@@ -803,7 +475,7 @@ RtiFedDatabase::getAvailableInteractionClassHandles(RtiInteractionClassHandle in
 const RtiFedObjectClass &RtiFedDatabase::defined(const RtiFedObjectClass *objectClass) {
     if (objectClass)
         return *objectClass;
-    rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", available attributes: no such object class");
+    rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 480: no such object class");
 }
 
 template <class Visit>
@@ -832,7 +504,7 @@ RtiAttributeHandleSet *RtiFedDatabase::getAvailableAttributeHandles(const RtiFed
     const RtiFedObjectClass &known = defined(objectClass);
     if (auto *ready = known.getAvailableAttributes())
         return ready;
-    std::set<RtiAttributeHandle> ascending; // as the set takes them best
+    std::set<RtiAttributeHandle> ascending; // the fastest order for add
     forEachAvailable(known,
                      [&ascending](const RtiFedAttribute *attribute) { ascending.insert(attribute->getHandle()); });
     auto available = std::make_unique<RtiAttributeHandleSet>(known.getNumberOfAttributes());

@@ -1,3 +1,34 @@
+/// The federation database of an HLA 1.3 Run-Time Infrastructure: the object model of one federation execution, read
+/// from a FED (Federation Execution Data) file.
+///
+///     const RtiFedDatabase database(RtiFedDatabaseConstructorArg("harbour.fed", RTI_true));
+///     const RtiObjectClassHandle tug = database.getObjectClassHandle("Craft.ServiceCraft.Tug");
+///     const RtiAttributeHandle position = database.getAttributeHandle("Position", tug); // declared or inherited
+///     const RtiAttributeHandleSet *all = database.getAvailableAttributeHandles(tug, 0);
+///
+/// A second process builds the same model from the image, without the file:
+///
+///     RtiBuffer image;
+///     database.save(image); // ... send the bytes ...
+///     const RtiFedDatabase copy(image);
+///     assert(copy.getChecksum() == database.getChecksum());
+///
+/// The database holds object classes with attributes, interaction classes with parameters, and routing spaces with
+/// dimensions. Each has a name and a handle; attributes and interaction classes also have a transportation, an ordering
+/// and a routing space. The records are in RtiFedObjectClass.hh, RtiFedInteractionClass.hh and RtiFedSpace.hh.
+///
+/// Order of use: construct, query, destroy. A FED file must declare the complete Management Object Model (MOM), or it
+/// is refused with a message that names what is missing; docs/fed-format.md describes the file. Whoever has no file can
+/// construct an empty database and call the building operations.
+///
+/// Names match in any letter case and are returned as declared. A class name is the full dotted name; "ObjectRoot." and
+/// "InteractionRoot." may be omitted. Handles are numbered from 1 in the order of the file, separately for each kind;
+/// dimensions are numbered from 0 in each space. 0 means no handle.
+///
+/// A failed lookup throws an exception of RtiFedExceptions.hh and changes nothing. Its message begins with the source
+/// position that callers may rely on: "RtiFedDatabase", line 1342: ...
+///
+/// docs/embedding.md is the guide for programs that use the library.
 #pragma once
 
 #include "fed/RtiFedDatabaseConstructorArg.hh"
@@ -15,62 +46,59 @@
 #include <string>
 #include <string_view>
 
-/// The federation object model of one federation execution: object classes with their attributes, interaction classes
-/// with their parameters, routing spaces with their dimensions, and for each its handle, transportation, ordering and
-/// space.
+/// The object model of one federation execution; the guide is at the top of this file.
 ///
-/// Use: construct it from a FED file, then ask it. A file must hold the complete Management Object Model (MOM). Names
-/// are matched in any letter case and come back as declared; class names are full dotted names, with or without
-/// "ObjectRoot." or "InteractionRoot." in front. Handles are numbered from 1 in the order of the file, kind by kind
-/// (dimensions from 0, space by space); 0 means none. The records are in RtiFedObjectClass.hh,
-/// RtiFedInteractionClass.hh and RtiFedSpace.hh; docs/fed-format.md describes the file.
-///
-/// Lifetime: the database owns all that it hands out by pointer; it lives as long as the database.
-/// Threads: every const member may run on any number of threads at once; building needs the database to itself.
-/// Failures: a lookup throws and changes nothing; its message begins with the place where it was raised. Any member may
-/// throw std::bad_alloc; a building call then has changed nothing, but for the handle it used up.
-class RTIFED_EXPORT RtiFedDatabase : public RtiSaveableType {
+/// Lifetime: the database owns every record that it returns by pointer; the record lives as long as the database, or
+/// until restore.
+/// Threads: every const member may run on any number of threads at once; building and restoring need exclusive access.
+/// Failures: any member may throw std::bad_alloc; a building operation then has changed nothing, except that the handle
+/// it drew is used up.
+class RTIFED_EXPORT RtiFedDatabase : public RtiFedSaveable {
 public:
     static constexpr const char *_thisClassName = "RtiFedDatabase";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr const char *_momDefaultSpace = "HLAMomDefaultSpace"; ///< The space of MOM classes that name none.
+    static constexpr const char *_momDefaultSpace =
+        "HLAMomDefaultSpace"; ///< The space of MOM classes that declare none.
 
-    /// Builds from the FED file, or stays empty if `arg` says so: then no file is touched, and there is no space for
-    /// the MOM either. Throws RTI::CouldNotOpenFED (the message is the file name) and what buildFromFed throws;
-    /// failures to open and to parse are also reported on _rtiErrorStream.
+    /// Builds the database from the FED file, or leaves it empty if `arg` says so; then no file is opened and no MOM
+    /// default space made. Throws RTI::CouldNotOpenFED (the message is the file name) and what buildFromFed throws.
+    /// Failures to open and to parse are also reported on _rtiErrorStream.
     explicit RtiFedDatabase(const RtiFedDatabaseConstructorArg &arg);
-    /// Rebuilds the database that was saved into the buffer. Reads no file and verifies no MOM: the image holds it all.
-    /// Throws what restore throws.
+    /// Rebuilds the database that was saved into the buffer. No file is opened and no MOM verified. Throws what restore
+    /// throws.
     explicit RtiFedDatabase(RtiBuffer &buffer);
     ~RtiFedDatabase() override;
     RtiFedDatabase(const RtiFedDatabase &) = delete;
     RtiFedDatabase &operator=(const RtiFedDatabase &) = delete;
 
-    RTI_bool save(RtiBuffer &buffer) const override;
-    /// Replaces the whole content. Throws RtiBufferUnderflow, and RTI::RTIinternalError for an image that no sound
-    /// database has, saying what is wrong at which byte; the database then holds no class, space or attribute.
+    using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
+    /// Appends the image of the whole model. Routing spaces that only their handle finds are left out.
+    RTI_bool save(RtiBuffer &buffer) override;
+    /// Replaces the whole content. Accepts every image that save can write, except that the children of classes must
+    /// not form a circle. Throws RtiBufferUnderflow, and RTI::RTIinternalError for an unsafe image, with the byte and
+    /// the reason; the database is then empty and keeps only its file name.
     void restore(RtiBuffer &buffer) override;
-    /// Writes a line for each of the database's own fields.
-    void dump(std::ostream &os) const override;
-    /// Compares the database's own fields with those of an image; records are not compared one by one.
-    void diff(RtiBuffer &buffer, std::ostream &os) const override;
+    /// Writes one line for each of the database's own fields.
+    void dump(std::ostream &os) override;
+    /// Compares the database's own fields with those of an image. Records are not compared one by one.
+    void diff(RtiBuffer &buffer, std::ostream &os) override;
 
-    /// A 32-bit checksum over the model, by which two processes tell whether they hold the same. The file name does not
-    /// enter. Throws RTI::RTIinternalError if a handle is wider than 32 bits.
+    /// Returns a 32-bit checksum over the model, so that processes can compare their models. The file name has no
+    /// influence. Throws RTI::RTIinternalError if a handle does not fit into 32 bits.
     unsigned long getChecksum() const;
 
-    // ---- Building: only before the first query.
+    // ---- Building. Finish it before the first query: the sets of available attributes are computed once.
 
-    /// Builds an empty database from an open FED file, which the parser closes. Verifies the MOM and gives it its
+    /// Fills an empty database from an open FED file, which the parser closes. Verifies the MOM and gives it its
     /// default space. Throws RTI::ErrorReadingFED if the text cannot be parsed (the message is the file name; the
-    /// reason goes to _rtiErrorStream), declares something twice, or lacks a part of the MOM; RTI::NameNotFound for an
-    /// unknown space, transportation or ordering; RTI::RTIinternalError. The database is then partly built.
+    /// reason goes to _rtiErrorStream), has a duplicate declaration, or lacks a part of the MOM; RTI::NameNotFound for
+    /// an unknown space, transportation or ordering; RTI::RTIinternalError. The database is then partly built.
     void buildFromFed(std::FILE *file);
 
     void setFederateName(std::string name);
     void setFederateVersion(std::string version);
 
-    /// Each hands out the next handle of its kind, from 1.
+    /// Each issues the next handle of its kind, from 1.
     RtiSpaceHandle createSpaceHandle();
     RtiObjectClassHandle createObjectClassHandle();
     RtiAttributeHandle createAttributeHandle();
@@ -78,33 +106,34 @@ public:
     RtiParameterHandle createParameterHandle();
 
     /// Adds an object class by its full dotted name. Throws RTI::ErrorReadingFED if it exists, RTI::NameNotFound if its
-    /// superclass does not, RTI::RTIinternalError beyond kMaxClassNesting levels or when no handle is left (one is used
-    /// up then).
+    /// superclass does not exist, RTI::RTIinternalError beyond kMaxClassNesting levels or if no handle is left (then a
+    /// handle is used up).
     RtiFedObjectClass *addObjectClass(std::string name);
     RtiFedObjectClass *addObjectClass(const RtiDottedClassname &name);
-    /// Adds an attribute. Throws RTI::RTIinternalError without a class, RTI::ErrorReadingFED if the class has or
-    /// inherits an attribute of that name; a handle is used up then.
+    /// Adds an attribute. Throws RTI::RTIinternalError if the class is null, RTI::ErrorReadingFED if it declares or
+    /// inherits an attribute of that name (then a handle is used up).
     void addObjectClassAttribute(RtiFedObjectClass *objectClass, std::string name,
                                  RtiTransportationHandle transportation, RtiOrderingHandle ordering,
                                  RtiSpaceHandle space);
-    /// Adds an interaction class. Throws as addObjectClass.
+    /// Adds an interaction class. Throws like addObjectClass.
     RtiFedInteractionClass *addInteractionClass(std::string name, RtiTransportationHandle transportation,
                                                 RtiOrderingHandle ordering, RtiSpaceHandle space);
-    /// Adds a routing space. One whose name is taken is found by its handle only.
+    /// Adds a routing space. If the name is in use, lookups by it still return the earlier space, and the new one is
+    /// found by its handle only.
     RtiFedSpace *addSpace(std::string name);
-    /// Adds a dimension. Throws RTI::RTIinternalError without a space, and as RtiFedSpace::addDimension.
+    /// Adds a dimension. Throws RTI::RTIinternalError if the space is null, and what RtiFedSpace::addDimension throws.
     void addSpaceDimension(RtiFedSpace *space, std::string name);
 
-    /// Adds the routing space "HLAMomDefaultSpace", whether or not the file declares one of that name.
+    /// Adds the routing space "HLAMomDefaultSpace", even if the file declares one of that name.
     void createMomDefaultSpace();
-    /// Gives the space "HLAMomDefaultSpace" to every MOM attribute and MOM interaction class that is in none. Throws
-    /// RTI::NameNotFound without that space or the two Manager classes.
+    /// Gives the space "HLAMomDefaultSpace" to every MOM attribute and MOM interaction class that has no space. Throws
+    /// RTI::NameNotFound if that space or one of the two Manager classes is missing.
     void setMomDefaultSpace();
-    /// The same for one class and all below it.
+    /// The same for one class and its descendants.
     void setMomDefaultSpaceForAttributes(const RtiFedObjectClass *objectClass, RtiSpaceHandle space);
     void setMomDefaultSpaceForInteractionClasses(RtiFedInteractionClass *interactionClass, RtiSpaceHandle space);
 
-    /// Whether the MOM classes and their members are there. If not, the reason is appended to `message`.
+    /// Whether all MOM classes and their members exist. If not, the first reason is appended to `message`.
     RTI_bool verifyMomObjectClasses(std::string &message) const;
     RTI_bool verifyMomInteractionClasses(std::string &message) const;
 
@@ -113,23 +142,23 @@ public:
     std::string getFederateName() const { return _fedName; }
     std::string getFederateVersion() const { return _fedVersion; }
     const std::string &getFileName() const { return _fileName; }
-    /// How many names of each kind there are; a routing space whose name is taken does not count.
+    /// The number of names of each kind. A routing space that only its handle finds is not counted.
     unsigned long numObjectClasses() const;
     unsigned long numInteractionClasses() const;
     unsigned long numSpaces() const;
 
-    /// Writes the readable listing of the model. Throws what the lookups throw if a record refers to a space,
-    /// transportation or ordering that does not exist.
+    /// Writes the readable listing of the model. Throws what the lookups throw if a record refers to an unknown space,
+    /// transportation or ordering.
     void dumpDatabase(std::ostream *os) const;
 
-    // ---- Names and handles. Each names the HLA 1.3 ancillary service that it stands for.
+    // ---- Names and handles. Where an operation serves an HLA 1.3 ancillary service, its comment begins with the name.
 
     RTI_bool objectClassExists(RtiObjectClassHandle handle) const;
     RTI_bool objectClassExists(std::string_view name) const;
     RTI_bool interactionClassExists(RtiInteractionClassHandle handle) const;
     RTI_bool interactionClassExists(std::string_view name) const;
 
-    /// The record of a handle; null if there is none.
+    /// The record of a handle, or null.
     RtiFedSpace *find(RtiSpaceHandle handle) const;
     RtiFedInteractionClass *find(RtiInteractionClassHandle handle) const;
     RtiFedObjectClass *find(RtiObjectClassHandle handle) const;
@@ -138,17 +167,17 @@ public:
     RtiObjectClassHandle getObjectClassHandle(std::string_view name) const;
     /// Get Object Class Name: the full dotted name. Throws RTI::ObjectClassNotDefined.
     std::string getObjectClassName(RtiObjectClassHandle handle) const;
-    /// Get Attribute Handle, inherited attributes included. Throws RTI::ObjectClassNotDefined, RTI::NameNotFound.
+    /// Get Attribute Handle, including inherited attributes. Throws RTI::ObjectClassNotDefined, RTI::NameNotFound.
     RtiAttributeHandle getAttributeHandle(std::string_view name, RtiObjectClassHandle objectClass) const;
-    /// Get Attribute Name, inherited attributes included. Throws RTI::ObjectClassNotDefined, RTI::AttributeNotDefined.
+    /// Get Attribute Name, including inherited attributes. Throws RTI::ObjectClassNotDefined, RTI::AttributeNotDefined.
     std::string getAttributeName(RtiAttributeHandle handle, RtiObjectClassHandle objectClass) const;
     /// Get Interaction Class Handle. Throws RTI::NameNotFound.
     RtiInteractionClassHandle getInteractionClassHandle(std::string_view name) const;
     /// Get Interaction Class Name: the full dotted name. Throws RTI::InteractionClassNotDefined.
     std::string getInteractionClassName(RtiInteractionClassHandle handle) const;
-    /// Get Parameter Handle, inherited parameters included. Throws RTI::InteractionClassNotDefined, RTI::NameNotFound.
+    /// Get Parameter Handle, including inherited parameters. Throws RTI::InteractionClassNotDefined, RTI::NameNotFound.
     RtiParameterHandle getParameterHandle(std::string_view name, RtiInteractionClassHandle interactionClass) const;
-    /// Get Parameter Name, inherited parameters included. Throws RTI::InteractionClassNotDefined,
+    /// Get Parameter Name, including inherited parameters. Throws RTI::InteractionClassNotDefined,
     /// RTI::InteractionParameterNotDefined.
     std::string getParameterName(RtiParameterHandle handle, RtiInteractionClassHandle interactionClass) const;
     /// Get Routing Space Handle. Throws RTI::NameNotFound.
@@ -159,92 +188,95 @@ public:
     RtiDimensionHandle getDimensionHandle(std::string_view name, RtiSpaceHandle space) const;
     /// Get Dimension Name. Throws RTI::SpaceNotDefined, RTI::DimensionNotDefined.
     std::string getDimensionName(RtiDimensionHandle handle, RtiSpaceHandle space) const;
-    /// Get Attribute Routing Space Handle; 0 for an attribute in none. Throws RTI::ObjectClassNotDefined,
+    /// Get Attribute Routing Space Handle; 0 for an attribute without a space. Throws RTI::ObjectClassNotDefined,
     /// RTI::AttributeNotDefined.
     RtiSpaceHandle getAttributeRoutingSpaceHandle(RtiAttributeHandle attribute, RtiObjectClassHandle objectClass) const;
-    /// Get Interaction Routing Space Handle; 0 for a class in none. Throws RTI::InteractionClassNotDefined.
+    /// Get Interaction Routing Space Handle; 0 for a class without a space. Throws RTI::InteractionClassNotDefined.
     RtiSpaceHandle getInteractionRoutingSpaceHandle(RtiInteractionClassHandle interactionClass) const;
 
     /// Get Transportation Handle: 2 for "RTI_RELIABLE" or "RELIABLE", 1 for "RTI_BEST_EFFORT" or "BEST_EFFORT", in any
     /// letter case. Throws RTI::NameNotFound.
     RtiTransportationHandle getTransportationHandle(std::string_view name) const;
-    /// Get Transportation Name: always the long one. Throws RTI::InvalidTransportationHandle.
+    /// Get Transportation Name: the long one. Throws RTI::InvalidTransportationHandle.
     std::string getTransportationName(RtiTransportationHandle handle) const;
     /// Get Ordering Handle: 2 for "RTI_TIME_STAMP_ORDERING" or "TIMESTAMP", 1 for "RTI_RECEIVE_ORDERING" or "RECEIVE",
     /// in any letter case. Throws RTI::NameNotFound.
     RtiOrderingHandle getOrderingHandle(std::string_view name) const;
-    /// Get Ordering Name: always the long one. Throws RTI::InvalidOrderingHandle.
+    /// Get Ordering Name: the long one. Throws RTI::InvalidOrderingHandle.
     std::string getOrderingName(RtiOrderingHandle handle) const;
 
     // ---- Handle sets and derivation.
 
     std::set<RtiObjectClassHandle> getObjectClassHandleSet() const;
-    /// Every attribute, once each.
+    /// The handles of all attributes that classes of the database declare.
     std::set<RtiAttributeHandle> getAttributeHandleSet() const;
     std::set<RtiInteractionClassHandle> getInteractionClassHandleSet() const;
     std::set<RtiSpaceHandle> getRoutingSpaceHandleSet() const;
 
-    /// The class that declares the attribute, whatever class is passed; 0 if none does.
+    /// The class that declares the attribute, or 0. The class that is passed has no influence.
     RtiObjectClassHandle getRealObjectClassHandle(RtiObjectClassHandle objectClass, RtiAttributeHandle attribute) const;
 
-    /// Adds the class and all its descendants to `derived`; nothing for an unknown class.
+    /// Adds the class and all its descendants to `derived`, or nothing if the class is unknown.
     void getDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
                                         std::set<RtiObjectClassHandle> &derived) const;
     void getDerivedInteractionClassHandleSet(RtiInteractionClassHandle interactionClass,
                                              std::set<RtiInteractionClassHandle> &derived) const;
-    /// Adds a class without children itself; of one with children, all its descendants, inner classes included, but not
-    /// itself.
+    /// If the class has no children, adds the class itself; otherwise adds all its descendants, including those with
+    /// children, but not the class.
     void getChildlessDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
                                                  std::set<RtiObjectClassHandle> &derived) const;
 
-    /// The *parameters* of the interaction class, inherited ones included; none for an unknown class.
+    /// The handles of the *parameters* of the interaction class, including inherited ones; none for an unknown class.
     std::set<RtiParameterHandle> getAvailableInteractionClassHandles(RtiInteractionClassHandle interactionClass) const;
 
-    /// The attributes of the class, inherited ones included. Made at the first call for a class and kept: the set
-    /// belongs to the class and must be neither changed nor freed. The number is ignored. Throws
-    /// RTI::ObjectClassNotDefined for an unknown class or a null pointer.
+    /// The attributes of the class, including inherited ones. The set is made by the first call for a class and kept.
+    /// It is owned by the class; do not change or free it. The number is ignored. Throws RTI::ObjectClassNotDefined for
+    /// an unknown class or a null pointer.
     std::set<RtiFedAttribute *> *getAvailableFedAttributes(const RtiFedObjectClass *objectClass, int ignored) const;
     std::set<RtiFedAttribute *> *getAvailableFedAttributes(const RtiObjectClassHandle &objectClass, int ignored) const;
     RtiAttributeHandleSet *getAvailableAttributeHandles(const RtiFedObjectClass *objectClass, int ignored) const;
     RtiAttributeHandleSet *getAvailableAttributeHandles(const RtiObjectClassHandle &objectClass, int ignored) const;
 
-    /// Whether each of the attributes is one of the class, inherited ones included; true for an empty set. Throws
+    /// Whether the class declares or inherits each of the attributes; true for an empty set. Throws
     /// RTI::ObjectClassNotDefined.
     RTI_bool verifyAvailableAttributes(const RtiObjectClassHandle &objectClass, RtiAttributeHandleSet attributes) const;
 
 private:
     static const RtiFedField<RtiFedDatabase> _fields[14];
 
-    using AttributeClasses = RtiFedHandleMap<RtiAttributeHandle, unsigned long>; // the declaring class's handle
-
+    // Like the public add operations, but without a string for each name. `last` is the class that was added before, or
+    // null.
     friend class RtiFedDatabaseCodegen;
-    // As the operations that add, without a string for each name. `last` is the class that was added last, if that is
-    // known: the one above is most often that or above it.
-    RtiFedObjectClass *declareObjectClass(std::string_view name, RtiFedObjectClass *last);
-    void declareObjectClassAttribute(RtiFedObjectClass *objectClass, const RtiFedName &name,
-                                     const RtiTransportationHandle &transportation, const RtiOrderingHandle &ordering,
-                                     const RtiSpaceHandle &space);
-    RtiFedInteractionClass *declareInteractionClass(std::string_view name,
-                                                    const RtiTransportationHandle &transportation,
-                                                    const RtiOrderingHandle &ordering, const RtiSpaceHandle &space,
-                                                    RtiFedInteractionClass *last);
-    void parse(std::FILE *file);
+    RtiFedObjectClass *addObjectClass(std::string_view name, RtiFedObjectClass *last);
+    void addObjectClassAttribute(RtiFedObjectClass *objectClass, const RtiFedName &name,
+                                 const RtiTransportationHandle &transportation, const RtiOrderingHandle &ordering,
+                                 const RtiSpaceHandle &space);
+    RtiFedInteractionClass *addInteractionClass(std::string_view name, const RtiTransportationHandle &transportation,
+                                                const RtiOrderingHandle &ordering, const RtiSpaceHandle &space,
+                                                RtiFedInteractionClass *last);
+    struct ObjectClassKind;
+    struct InteractionClassKind;
+    template <class Kind, class... Defaults>
+    typename Kind::Node *addClass(std::string_view name, typename Kind::Node *last, const Defaults &...defaults);
     RtiFedSpace *own(std::unique_ptr<RtiFedSpace> space);
     template <class Handle>
     Handle unused(const Handle &handle) const;
+
+    void parse(std::FILE *file);
+    /// Reports the reason on the error stream and throws RTI::ErrorReadingFED.
+    [[noreturn]] void couldNotParse(const char *filePosition, const char *reasonPosition,
+                                    const std::string &reason) const;
+
     void restoreContents(RtiBuffer &buffer);
-    AttributeClasses restoreObjectClasses(RtiBuffer &buffer);
-    RtiParameterHandle restoreInteractionClasses(RtiBuffer &buffer);
     void restoreSpaces(RtiBuffer &buffer);
-    void restoreAttributeClasses(RtiBuffer &buffer, AttributeClasses declared);
+    void restoreAttributeClasses(RtiBuffer &buffer);
     void clear();
-    /// Throws RTI::ErrorReadingFED after two lines on the error stream.
-    [[noreturn]] void couldNotParse(const char *atFile, const char *atReason, const std::string &reason) const;
+    template <class Visit>
+    void forEachCounter(Visit visit);
+
     static const RtiFedObjectClass &defined(const RtiFedObjectClass *objectClass);
     template <class Visit>
     void forEachAvailable(const RtiFedObjectClass &objectClass, Visit visit) const;
-    template <class Database, class Visit>
-    static void visitCounters(Database &database, Visit visit);
 
     std::string _fedName;
     std::string _fedVersion;
@@ -252,12 +284,13 @@ private:
     RtiFedClassTree<RtiFedInteractionClass> _interactionClasses;
     RtiFedNameMap<RtiFedSpace *> _spaceNameMap;
     RtiFedHandleMap<RtiSpaceHandle, std::unique_ptr<RtiFedSpace>> _spaceHandleMap;
-    AttributeClasses _attributeObjectClassMap;
-    // The last handle of each kind that was handed out.
+    RtiFedHandleMap<RtiAttributeHandle, unsigned long> _attributeObjectClassMap; // to the declaring class's handle
+    // The last handle of each kind that was issued.
     RtiSpaceHandle _nextSpaceHandle;
     RtiObjectClassHandle _nextObjectClassHandle;
     RtiAttributeHandle _nextAttributeHandle;
     RtiInteractionClassHandle _nextInteractionClassHandle;
     RtiParameterHandle _nextParameterHandle;
     std::string _fileName;
+    unsigned long _generation = 0; // increases whenever all records are freed
 };

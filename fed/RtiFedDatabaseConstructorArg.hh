@@ -5,11 +5,10 @@
 
 #include <string>
 
-/// What a database is made from: the name of the FED file, and whether to read it.
+/// The argument of the database's constructor: the name of the FED file, and whether to read it.
 class RTIFED_EXPORT RtiFedDatabaseConstructorArg {
 public:
-    /// Refers to the caller's string, which must outlive this record. `build` true means build from the file, false
-    /// leave the database empty.
+    /// Refers to the caller's string, which must outlive this record. If `build` is false, the database stays empty.
     RtiFedDatabaseConstructorArg(const std::string &name, RTI_bool build);
     virtual ~RtiFedDatabaseConstructorArg();
 

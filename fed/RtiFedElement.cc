@@ -8,7 +8,7 @@ const RtiFedField<RtiFedElement> RtiFedElement::_fields[] = {
 
 RtiFedElement::RtiFedElement(RtiBuffer &buffer) : _name(RtiStringUtility::getString(buffer)) {}
 
-RTI_bool RtiFedElement::save(RtiBuffer &buffer) const {
+RTI_bool RtiFedElement::save(RtiBuffer &buffer) {
     RtiStringUtility::putString(_name, buffer);
     return RTI_true;
 }
@@ -17,10 +17,10 @@ void RtiFedElement::restore(RtiBuffer &buffer) {
     _name = RtiStringUtility::getString(buffer);
 }
 
-void RtiFedElement::dump(std::ostream &os) const {
+void RtiFedElement::dump(std::ostream &os) {
     dumpFields(_fields, *this, os);
 }
 
-void RtiFedElement::diff(RtiBuffer &buffer, std::ostream &os) const {
+void RtiFedElement::diff(RtiBuffer &buffer, std::ostream &os) {
     diffFields(_fields, *this, buffer, os);
 }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "fed/RtiFedExport.hh"
-#include "infrastructure/RtiBuffer.hh"
-#include "infrastructure/RtiSaveableType.hh"
+#include "fed/RtiFedSaveable.hh"
 
 #include <string>
 #include <utility>
@@ -12,10 +10,9 @@ struct RtiFedField;
 
 /// Base of every named record of the federation object model. The name keeps the spelling of its declaration.
 ///
-/// A record that a class, space or database holds is restored with its holder: alone, it would be looked for under the
-/// name and handle that it had.
-/// Its image is the name. Threads: as RtiSaveableType says.
-class RTIFED_EXPORT RtiFedElement : public RtiSaveableType {
+/// Restore a record that a class, space or database owns only together with its owner: restored alone, it would still
+/// be found under its former name and handle. Its image is the name. Threads: as for RtiFedSaveable.
+class RTIFED_EXPORT RtiFedElement : public RtiFedSaveable {
 public:
     static constexpr const char *_thisClassName = "RtiFedElement";
     static constexpr const char *_thisClassVersion = "1.0";
@@ -25,13 +22,14 @@ public:
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedElement(RtiBuffer &buffer);
 
-    RTI_bool save(RtiBuffer &buffer) const override;
+    using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
+    RTI_bool save(RtiBuffer &buffer) override;
     void restore(RtiBuffer &buffer) override;
-    void dump(std::ostream &os) const override;
-    /// Compares names exactly, letter case included, unlike any lookup.
-    void diff(RtiBuffer &buffer, std::ostream &os) const override;
+    void dump(std::ostream &os) override;
+    /// Compares names exactly, including letter case, unlike the lookups.
+    void diff(RtiBuffer &buffer, std::ostream &os) override;
 
-    /// The name as declared; the reference sees a later restore.
+    /// The name as declared. The reference stays valid and shows a later restore.
     virtual const std::string &getName() const { return _name; }
 
 protected:

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Marks what the library hands to others when it is built with hidden visibility.
+/// Marks what the library exports when it is built with hidden visibility.
 #if defined(__GNUC__)
 #define RTIFED_EXPORT __attribute__((visibility("default")))
 #else

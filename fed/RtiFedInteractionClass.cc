@@ -16,14 +16,12 @@ const RtiFedField<Node> RtiFedInteractionClass::_fields[] = {
     {"size _parameterVector", [](const Node &c) { return fieldText(c._members.size()); }},
     {"size _childrenClasses", [](const Node &c) { return fieldText(c._childrenClasses.size()); }}};
 
-/// The fields behind those that both class trees share, in the order of the image.
-template <class Class, class Visit>
-void RtiFedInteractionClass::visitImage(Class &interactionClass, Visit visit) {
-    visit(interactionClass._defaultTransport);
-    visit(interactionClass._defaultOrdering);
-    visit(interactionClass._defaultSpace);
-    visit(interactionClass._theHandle);
-    visit(interactionClass._parentHandle);
+/// The handles in the order of the image, where they follow the part that both trees share.
+constexpr auto RtiFedInteractionClass::imageHandles() {
+    constexpr auto handles = std::make_tuple(&Node::_defaultTransport, &Node::_defaultOrdering, &Node::_defaultSpace,
+                                             &Node::_theHandle, &Node::_parentHandle);
+    static_assert(kNumSharedValues + std::tuple_size_v<decltype(handles)> == _numImageValues);
+    return handles;
 }
 
 RtiFedInteractionClass::RtiFedInteractionClass(RtiInteractionClassHandle handle, std::string name,
@@ -49,7 +47,7 @@ RtiFedParameter *RtiFedInteractionClass::addParameter(RtiParameterHandle handle,
 }
 
 RtiFedParameter *RtiFedInteractionClass::addParameter(const RtiParameterHandle &handle, const RtiFedName &name) {
-    // The texts say attribute although they concern a parameter: callers compare them.
+    // The messages say attribute, although they are about a parameter: callers compare them.
     if (memberExists(name))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 413:  Duplicate attribute ", name.text(),
                                           " in interaction class ", getName());
@@ -102,9 +100,9 @@ unsigned long RtiFedInteractionClass::getChecksum() const {
            checksumOf(getDefaultSpace());
 }
 
-RTI_bool RtiFedInteractionClass::save(RtiBuffer &buffer) const {
+RTI_bool RtiFedInteractionClass::save(RtiBuffer &buffer) {
     saveShared(buffer);
-    visitImage(*this, [&buffer](const auto &field) { field.save(buffer); });
+    saveHandles(imageHandles(), *this, buffer);
     return RTI_true;
 }
 
@@ -114,13 +112,13 @@ void RtiFedInteractionClass::restore(RtiBuffer &buffer) {
 
 void RtiFedInteractionClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
     restoreShared(buffer, level);
-    visitImage(*this, [&buffer](auto &field) { field.restore(buffer); });
+    restoreHandles(imageHandles(), *this, buffer);
 }
 
-void RtiFedInteractionClass::dump(std::ostream &os) const {
+void RtiFedInteractionClass::dump(std::ostream &os) {
     dumpFields(_fields, *this, os);
 }
 
-void RtiFedInteractionClass::diff(RtiBuffer &buffer, std::ostream &os) const {
+void RtiFedInteractionClass::diff(RtiBuffer &buffer, std::ostream &os) {
     diffFields(_fields, *this, buffer, os);
 }

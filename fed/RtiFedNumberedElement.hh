@@ -1,19 +1,20 @@
 #pragma once
 
 #include "fed/RtiFedElement.hh"
+#include "fed/image/RtiFedChecksum.hh"
 #include "fed/image/RtiFedFields.hh"
 #include "fed/storage/RtiFedStoredHandle.hh"
 
 #include <utility>
 
-/// A record of a name and a handle only: what parameters and dimensions have in common.
+/// A record of a name and a handle: the base of parameters and dimensions.
 ///
-/// Its image is the name, then the handle. Neither dump nor diff says anything of the name: callers rely on that.
-/// Threads: as RtiSaveableType says.
+/// Its image is the name, then the handle. Dump and diff omit the name; callers rely on that.
+/// Threads: as for RtiFedSaveable.
 template <class Handle>
 class RtiFedNumberedElement : public RtiFedElement {
 public:
-    static constexpr std::size_t _numImageValues = 2; ///< At least: a name, and a handle.
+    static constexpr std::size_t _numImageValues = 2; ///< A name and a handle.
 
     RtiFedNumberedElement(const Handle &handle, std::string name)
         : RtiFedElement(std::move(name)), _theHandle(handle) {}
@@ -22,7 +23,8 @@ public:
 
     Handle getHandle() const { return _theHandle; }
 
-    RTI_bool save(RtiBuffer &buffer) const override {
+    using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
+    RTI_bool save(RtiBuffer &buffer) override {
         RtiFedElement::save(buffer);
         _theHandle.save(buffer);
         return RTI_true;
@@ -31,8 +33,8 @@ public:
         RtiFedElement::restore(buffer);
         _theHandle.restore(buffer);
     }
-    void dump(std::ostream &os) const override { dumpFields(_fields, *this, os); }
-    void diff(RtiBuffer &buffer, std::ostream &os) const override { diffFields(_fields, *this, buffer, os); }
+    void dump(std::ostream &os) override { dumpFields(_fields, *this, os); }
+    void diff(RtiBuffer &buffer, std::ostream &os) override { diffFields(_fields, *this, buffer, os); }
 
 private:
     static const RtiFedField<RtiFedNumberedElement> _fields[1];
@@ -43,3 +45,9 @@ private:
 template <class Handle>
 const RtiFedField<RtiFedNumberedElement<Handle>> RtiFedNumberedElement<Handle>::_fields[] = {
     {"_theHandle", [](const RtiFedNumberedElement &e) { return fieldText(e.getHandle()); }}};
+
+/// The terms of a record in the checksum of its class or space.
+template <class Handle>
+unsigned long checksumOf(const RtiFedNumberedElement<Handle> &element) {
+    return checksumOf(element.getName()) ^ checksumOf(element.getHandle());
+}

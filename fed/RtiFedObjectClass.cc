@@ -50,9 +50,15 @@ void RtiFedObjectClass::addChildClassToAll(RtiObjectClassHandle descendant) {
         node->_allChildrenClasses.insert(descendant);
 }
 
-void RtiFedObjectClass::makeRoomInAllFor(RtiObjectClassHandle descendant) {
+void RtiFedObjectClass::announceSubclass(RtiObjectClassHandle subclass) {
+    addChildClass(subclass);
+    addChildClassToAll(subclass);
+}
+
+void RtiFedObjectClass::reserveForSubclass(RtiObjectClassHandle subclass) {
+    RtiFedClassNode::reserveForSubclass(subclass);
     for (RtiFedObjectClass *node = this; node; node = node->_parent)
-        node->_allChildrenClasses.makeRoomFor(descendant);
+        node->_allChildrenClasses.reserveFor(subclass);
 }
 
 void RtiFedObjectClass::setAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet> available) {
@@ -125,7 +131,7 @@ unsigned long RtiFedObjectClass::getNumberOfAttributes() const {
 RtiFedObjectClass *RtiFedObjectClass::getSubclass(unsigned long index) {
     if (index >= numSubclasses())
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedObjectClass\", line 283: ");
-    // The index is a handle, not a place, and a miss leaves an empty entry: callers rely on both.
+    // The index is a handle, not a position, and a miss leaves an empty entry: callers rely on both.
     return subclassOrEmpty(index);
 }
 
@@ -141,7 +147,7 @@ unsigned long RtiFedObjectClass::getChecksum() const {
     return sharedChecksum();
 }
 
-RTI_bool RtiFedObjectClass::save(RtiBuffer &buffer) const {
+RTI_bool RtiFedObjectClass::save(RtiBuffer &buffer) {
     saveShared(buffer);
     _allChildrenClasses.save(buffer);
     _theHandle.save(buffer);
@@ -154,7 +160,7 @@ void RtiFedObjectClass::restore(RtiBuffer &buffer) {
 }
 
 void RtiFedObjectClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
-    _availableAttributes.set(nullptr); // first, since they refer to what is freed now
+    _availableAttributes.set(nullptr); // first: the sets refer to attributes that the restore frees
     _availableFedAttributes.set(nullptr);
     restoreShared(buffer, level);
     _allChildrenClasses.restore(buffer);
@@ -162,10 +168,10 @@ void RtiFedObjectClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
     _parentHandle.restore(buffer);
 }
 
-void RtiFedObjectClass::dump(std::ostream &os) const {
+void RtiFedObjectClass::dump(std::ostream &os) {
     dumpFields(_fields, *this, os);
 }
 
-void RtiFedObjectClass::diff(RtiBuffer &buffer, std::ostream &os) const {
+void RtiFedObjectClass::diff(RtiBuffer &buffer, std::ostream &os) {
     diffFields(_fields, *this, buffer, os);
 }

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// Throws an exception whose message is the pieces joined. A message that begins with a source position keeps that
-/// position whatever this source looks like, since callers compare whole messages.
+/// Throws an exception whose message is the concatenation of the pieces. The source position at the beginning of a
+/// message is a fixed text, independent of the actual line: callers compare whole messages.
 template <class Exception, class... Pieces>
 [[noreturn]] void rtiFedRaise(const Pieces &...pieces) {
     std::string message;

@@ -21,12 +21,12 @@ RtiDimensionHandle RtiFedSpace::createDimensionHandle() {
 }
 
 RtiFedDimension *RtiFedSpace::addDimension(std::string name) {
-    // Compared as it stands, not in upper case: callers rely on a space accepting "X" and then "x".
+    // Compared as given, not in upper case: callers rely on a space accepting "X" and then "x".
     const RtiFedName hashed(name);
     if (_dimensions.findUpperCase(hashed))
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedSpace\", line 338: ");
     RtiFedDimension *added = _dimensions.add(hashed, _nextDimensionHandle, std::move(name));
-    createDimensionHandle(); // last, so that none is used up if memory runs out
+    createDimensionHandle(); // last, so that a failed addition uses up no handle
     return added;
 }
 
@@ -66,29 +66,31 @@ unsigned long RtiFedSpace::getChecksum() const {
     return checksumOf(getName()) ^ checksumOf(_theHandle) ^ _dimensions.checksum();
 }
 
-RTI_bool RtiFedSpace::save(RtiBuffer &buffer) const {
+RTI_bool RtiFedSpace::save(RtiBuffer &buffer) {
     RtiFedElement::save(buffer);
     _dimensions.save(buffer);
-    buffer.put(_theHandle);
-    buffer.put(_nextDimensionHandle);
+    writeHandle(buffer, _theHandle);
+    writeHandle(buffer, _nextDimensionHandle);
     return RTI_true;
 }
 
 void RtiFedSpace::restore(RtiBuffer &buffer) {
     RtiFedElement::restore(buffer);
     _dimensions.restore(buffer, "dimensions");
-    buffer.get(_theHandle);
+    _theHandle = readHandle<RtiSpaceHandle>(buffer);
     const std::size_t byte = imageByte(buffer);
-    buffer.get(_nextDimensionHandle);
+    _nextDimensionHandle = readHandle<RtiDimensionHandle>(buffer);
+    if (_dimensions.numHandles() < _dimensions.size())
+        refuseImage(byte, "duplicate dimension handle in the space ", getName());
     for (const RtiFedDimension &dimension : _dimensions)
         if (!(dimension.getHandle() < _nextDimensionHandle))
-            refuseImage(byte, "the next dimension handle of the space ", getName(), " is taken");
+            refuseImage(byte, "the next dimension handle of the space ", getName(), " is in use");
 }
 
-void RtiFedSpace::dump(std::ostream &os) const {
+void RtiFedSpace::dump(std::ostream &os) {
     dumpFields(_fields, *this, os);
 }
 
-void RtiFedSpace::diff(RtiBuffer &buffer, std::ostream &os) const {
+void RtiFedSpace::diff(RtiBuffer &buffer, std::ostream &os) {
     diffFields(_fields, *this, buffer, os);
 }

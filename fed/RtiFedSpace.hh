@@ -3,17 +3,16 @@
 #include "fed/RtiFedDimension.hh"
 #include "fed/storage/RtiFedMemberTable.hh"
 
-/// A routing space: its name, its signed handle, and the dimensions it owns. A space numbers its own dimensions, from
-/// 0.
+/// A routing space: its name, its signed handle, and the dimensions it owns. Each space numbers its dimensions from 0.
 ///
-/// Its image is the name, the dimensions, the handle, the next dimension handle.
+/// Its image is name, dimensions, handle, next dimension handle.
 /// Lifetime: a dimension handed out by pointer lives as long as the space.
-/// Threads: const members on any number of threads at once; all others need the space to themselves.
+/// Threads: const members on any number of threads at once; all others need exclusive access.
 class RTIFED_EXPORT RtiFedSpace : public RtiFedElement {
 public:
     static constexpr const char *_thisClassName = "RtiFedSpace";
     static constexpr const char *_thisClassVersion = "1.0";
-    static constexpr std::size_t _numImageValues = 4; ///< At least: a name, a count, and two handles.
+    static constexpr std::size_t _numImageValues = 4; ///< A name, a count and two handles.
 
     using Handle = RtiSpaceHandle;
 
@@ -23,36 +22,37 @@ public:
 
     RtiSpaceHandle getHandle() const { return _theHandle; }
 
-    /// Hands out the next dimension handle: 0, 1, 2 ...
+    /// Issues the next dimension handle: 0, 1, 2 ...
     RtiDimensionHandle createDimensionHandle();
 
-    /// Adds a dimension and returns it. Throws RTI::RTIinternalError if the name is given in upper case and taken; a
-    /// name that differs from an earlier one in letter case only is added, and found by handle only.
+    /// Adds a dimension and returns it. Throws RTI::RTIinternalError if `name` is in upper case and in use. A name that
+    /// differs from an earlier one in letter case only is added, but lookups by it return the earlier dimension.
     RtiFedDimension *addDimension(std::string name);
 
-    /// HLA 1.3 Get Dimension Handle: finds a dimension in any letter case. Throws RTI::NameNotFound.
+    /// HLA 1.3 Get Dimension Handle, in any letter case. Throws RTI::NameNotFound.
     RtiDimensionHandle getDimensionHandle(std::string_view name) const;
     /// HLA 1.3 Get Dimension Name. Throws RTI::DimensionNotDefined.
     std::string getDimensionName(RtiDimensionHandle handle) const;
-    /// Unlike the lookup above, this finds a dimension by the upper case of its name only.
+    /// Unlike getDimensionHandle, this finds a dimension only by the upper case of its name.
     RTI_bool dimensionExists(std::string_view name) const;
-    /// Throws RTI::RTIinternalError for an unknown handle.
+    /// The dimension of a handle. Throws RTI::RTIinternalError.
     RtiFedDimension *find(RtiDimensionHandle handle) const;
-    /// The dimension at this place in the order of addition, from 0. Throws RTI::RTIinternalError.
+    /// The dimension at `index` in the order of addition, from 0. Throws RTI::RTIinternalError.
     RtiFedDimension *getDimension(unsigned long index) const;
     unsigned long getNumberOfDimensions() const;
 
-    /// A 32-bit checksum over the names and handles of the space and its dimensions. Throws RTI::RTIinternalError if a
-    /// handle is wider than 32 bits.
+    /// Returns a 32-bit checksum over the names and handles of the space and its dimensions. Throws
+    /// RTI::RTIinternalError if a handle does not fit into 32 bits.
     unsigned long getChecksum() const;
 
-    RTI_bool save(RtiBuffer &buffer) const override;
-    /// Throws RtiBufferUnderflow, and RTI::RTIinternalError if two dimensions have one handle or the next would be
-    /// taken.
+    using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
+    RTI_bool save(RtiBuffer &buffer) override;
+    /// Throws RtiBufferUnderflow, and RTI::RTIinternalError for a duplicate dimension handle or one that is not below
+    /// the next dimension handle.
     void restore(RtiBuffer &buffer) override;
-    void dump(std::ostream &os) const override;
-    /// Compares handles and numbers of dimensions, not names.
-    void diff(RtiBuffer &buffer, std::ostream &os) const override;
+    void dump(std::ostream &os) override;
+    /// Compares handles and the number of dimensions, not names.
+    void diff(RtiBuffer &buffer, std::ostream &os) override;
 
 private:
     static const RtiFedField<RtiFedSpace> _fields[5];

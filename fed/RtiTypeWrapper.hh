@@ -1,43 +1,43 @@
 #pragma once
 
 #include "fed/RtiFedExport.hh"
-#include "infrastructure/RtiBuffer.hh"
-#include "infrastructure/RtiSaveableType.hh"
+#include "fed/RtiFedSaveable.hh"
 
 #include <ostream>
 #include <string>
 
-/// The decimal text of a number, without padding or separators, whatever the locale.
+/// Returns the decimal text of a number, without padding or separators, in every locale.
 template <class T>
 std::string toString(const T &number) {
     return std::to_string(number);
 }
 
-/// A handle: one number that fits 32 bits, with its kind `N` in the type, so that a handle of one kind is not taken for
-/// another. The kinds are named below. 0 means "no handle" but for dimensions, which are numbered from 0.
+/// A handle: a number of 32 bits whose type carries its kind `N`, so that a handle of one kind cannot be passed for
+/// another. The kinds are named below. 0 means "no handle", except for dimensions, which are numbered from 0.
 ///
-/// Its image is the number, and nothing else.
-/// Threads: as any plain value.
+/// Its image is the number.
+/// Threads: as for any plain value.
 template <class T, int N>
-class RTIFED_EXPORT RtiTypeWrapper : public RtiSaveableType {
+class RTIFED_EXPORT RtiTypeWrapper : public RtiFedSaveable {
 public:
-    /// Implicit, since hosts keep handles as plain numbers.
+    /// Implicit, since hosts store handles as plain numbers.
     RtiTypeWrapper(T value = 0) : _value(value) {}
 
-    RTI_bool save(RtiBuffer &buffer) const override {
+    using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
+    RTI_bool save(RtiBuffer &buffer) override {
         buffer.put(_value);
         return RTI_true;
     }
     void restore(RtiBuffer &buffer) override { buffer.get(&_value, 1); }
-    void dump(std::ostream &os) const override { os << "_value=``" + toString(_value) + "''\n"; }
-    void diff(RtiBuffer &buffer, std::ostream &os) const override {
+    void dump(std::ostream &os) override { os << "_value=``" + toString(_value) + "''\n"; }
+    void diff(RtiBuffer &buffer, std::ostream &os) override {
         T saved = 0;
         buffer.get(&saved, 1);
         if (saved != _value)
             os << "old _value=``" + toString(saved) + "'', new _value=``" + toString(_value) + "''\n";
     }
 
-    // By number; a routing space handle is signed, so -1 comes before 1.
+    // By number. Routing space handles are signed, so -1 comes before 1.
     friend bool operator<(const RtiTypeWrapper &a, const RtiTypeWrapper &b) { return a._value < b._value; }
     friend bool operator==(const RtiTypeWrapper &a, const RtiTypeWrapper &b) { return a._value == b._value; }
     friend bool operator!=(const RtiTypeWrapper &a, const RtiTypeWrapper &b) { return a._value != b._value; }

@@ -24,7 +24,7 @@ inline std::string textOf(const std::uint8_t *data, std::size_t size) {
     return {reinterpret_cast<const char *>(data), size};
 }
 
-inline std::string bytesOf(const RtiSaveableType &object) {
+inline std::string bytesOf(const RtiFedSaveable &object) {
     RtiBuffer buffer;
     object.save(buffer);
     return {reinterpret_cast<const char *>(buffer.data()), buffer.size()};

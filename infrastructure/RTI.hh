@@ -3,7 +3,6 @@
 #include "infrastructure/RtiExport.hh"
 
 #include <memory>
-#include <new>
 #include <string>
 
 /// The infrastructure's boolean, passed by value: the HLA 1.3 answer to a yes/no question.
@@ -18,7 +17,7 @@ inline constexpr unsigned long RTI_G_medium = 2;
 /// The package a diagnostic message comes from (see RtiDebugStream::enabled). Each is one bit.
 inline constexpr unsigned long long RTI_P_fedDatabase = 1;
 
-/// The trace masks with which nothing and everything is traced (see RtiDump::setTraceMask).
+/// The trace masks that trace nothing and everything (see RtiDump::setTraceMask).
 inline constexpr unsigned char RTI_T_NONE = 0;
 inline constexpr unsigned char RTI_T_ALL = 0xFF;
 
@@ -30,7 +29,7 @@ namespace RTI {
 /// Threads: copies may be used on different threads.
 class RTI_EXPORT Exception {
 public:
-    /// Copies `reason`; a null pointer counts as an empty text. Throws std::bad_alloc.
+    /// Copies `reason`; a null pointer is treated as an empty text. Throws std::bad_alloc.
     Exception(const char *reason)
         : _reason(""), _name("Exception"), _text(std::make_shared<const std::string>(reason ? reason : "")) {
         _reason = _text->c_str();
@@ -39,19 +38,14 @@ public:
     Exception &operator=(const Exception &) noexcept = default;
     virtual ~Exception() = default;
 
-    /// A new object of the most derived type with the same reason, owned by the caller. The serial number is not
-    /// carried over. Null when memory is exhausted: a clone is asked for while an error is being handled.
-    virtual Exception *cloneSelf() const noexcept {
-        auto *clone = new (std::nothrow) Exception(*this);
-        if (clone)
-            clone->_serial = 0;
-        return clone;
-    }
+    /// Returns a new object of the most derived type, constructed from the reason and owned by the caller. The serial
+    /// number is not copied. Returns null if memory runs out, since callers clone while they handle another error.
+    virtual Exception *cloneSelf() const noexcept;
 
     /// Throws a copy of this object as its most derived type.
     virtual void throwSelf() const { throw *this; }
 
-    unsigned long _serial = 0; ///< For the host to number its exceptions; this library leaves it 0.
+    unsigned long _serial = 0; ///< Numbers the exceptions of a host; always 0 here.
     const char *_reason;       ///< The message, never null; owned by the exception.
     const char *_name;         ///< The published class name, never null; a constant of the class.
 

@@ -12,9 +12,9 @@ void RtiAttributeHandleSet::add(RtiAttributeHandle handle) {
     const Run *before = lastRun([number](const Run &run) { return run.first <= number; });
     if (before && number - before->first < lengthOf(before))
         return;
-    const std::size_t place = before ? static_cast<std::size_t>(before - begin()) + 1 : 0; // of the run behind it
+    const std::size_t place = before ? static_cast<std::size_t>(before - begin()) + 1 : 0; // of the run after it
     const bool joinsNext = place < _numRuns && begin()[place].first - 1 == number;
-    std::size_t later = place; // the first of the runs that have one handle more before them
+    std::size_t later = place; // the first run that now has one more handle before it
     if (before && number - before->first == lengthOf(before)) {
         if (joinsNext)
             eraseRun(place);

@@ -1,39 +1,28 @@
 #pragma once
 
-#include "fed/RtiConcreteException.hh"
 #include "fed/RtiTypeWrapper.hh"
-#include "infrastructure/RtiExport.hh"
+#include "infrastructure/RtiExceptions.hh"
 
 #include <cstddef>
 #include <vector>
 
-namespace RTI {
-
-/// An index is not below the number of elements.
-class RTI_EXPORT ArrayIndexOutOfBounds : public ConcreteException<ArrayIndexOutOfBounds> {
-public:
-    static constexpr const char *_ex = "ArrayIndexOutOfBounds";
-    using ConcreteException::ConcreteException;
-};
-
-} // namespace RTI
-
 /// A set of attribute handles: the HLA 1.3 AttributeHandleSet of a subscription, publication or update.
 ///
-/// It is kept as runs of consecutive handles, as attributes that are declared together have; a set of a few runs takes
-/// no memory beside its own. A set on the heap takes that from RtiMemoryManager.
-/// Threads: const members on any number of threads at once; add needs the set to itself.
+/// The set is stored as ascending runs of consecutive handles, because attributes that are declared together have
+/// consecutive handles. Up to eight runs are stored in the object itself; more need an allocation. A set on the heap is
+/// allocated with RtiMemoryManager. Lookups are binary searches over the runs.
+/// Threads: const members on any number of threads at once; add needs exclusive access.
 class RTI_EXPORT RtiAttributeHandleSet {
 public:
-    /// An empty set. It grows as it needs to, whatever `capacity` says.
+    /// Makes an empty set. It grows as needed; `capacity` is ignored.
     explicit RtiAttributeHandleSet(unsigned long capacity);
-    // There is nothing to gain from moving, so it is copying.
+    // Moving would save nothing, so it copies.
     RtiAttributeHandleSet(const RtiAttributeHandleSet &) = default;
     RtiAttributeHandleSet &operator=(const RtiAttributeHandleSet &) = default;
     ~RtiAttributeHandleSet() = default;
 
-    /// Adds a handle; one that is in the set already changes nothing. Handles added in ascending order cost least. If
-    /// memory runs out, nothing has changed.
+    /// Adds a handle, if the set does not have it. Adding in ascending order is fastest. Throws std::bad_alloc, leaving
+    /// the set unchanged.
     void add(RtiAttributeHandle handle);
 
     bool isMember(const RtiAttributeHandle &handle) const {
@@ -42,7 +31,7 @@ public:
     }
     unsigned long size() const { return _size; }
 
-    /// The handle at `index` in ascending order, from 0. Throws RTI::ArrayIndexOutOfBounds.
+    /// Returns the handle at `index`, counted from 0 in ascending order. Throws RTI::ArrayIndexOutOfBounds.
     RtiAttributeHandle getHandle(unsigned long index) const {
         if (index >= _size)
             refuseIndex(index);
@@ -56,7 +45,7 @@ public:
 private:
     struct Run {
         unsigned long first;
-        unsigned long before; // how many handles stand in the runs before it
+        unsigned long before; // the number of handles in the runs before it
     };
     static constexpr std::size_t kFew = 8;
 
@@ -65,7 +54,7 @@ private:
     const Run *end() const { return begin() + _numRuns; }
     unsigned long lengthOf(const Run *run) const { return (run + 1 == end() ? _size : run[1].before) - run->before; }
 
-    /// The last run of which `isBefore` is true, as it is of all before that; null if it is of none.
+    /// Returns the last run for which `isBefore` holds, or null. `isBefore` holds for a prefix of the runs.
     template <class IsBefore>
     const Run *lastRun(IsBefore isBefore) const {
         const Run *run = begin();
@@ -83,6 +72,6 @@ private:
 
     unsigned long _size = 0;
     std::size_t _numRuns = 0;
-    Run _few[kFew] = {};    // ascending, with a gap between each two
-    std::vector<Run> _many; // all of them, while there are more than a few
+    Run _few[kFew] = {};    // ascending, with a gap between any two
+    std::vector<Run> _many; // all runs, if they are more than kFew
 };

@@ -44,11 +44,11 @@ void RtiBuffer::put(long value) {
     append32(static_cast<unsigned long>(value) & kLargest);
 }
 
-void RtiBuffer::put(const RtiSaveableType &object) {
+void RtiBuffer::put(RtiSaveableType &object) {
     object.save(*this);
 }
 
-/// The bytes of the next numbers, which count as read.
+/// Returns the bytes of the next numbers and moves the read position after them.
 inline const unsigned char *RtiBuffer::takeNumbers(unsigned long count) {
     if (count > remaining() / kNumberSize)
         lacksNumbers(count);

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "fed/RtiConcreteException.hh"
-#include "infrastructure/RtiExport.hh"
+#include "infrastructure/RtiExceptions.hh"
 
 #include <cstddef>
 #include <string>
@@ -9,30 +8,20 @@
 
 class RtiSaveableType;
 
-/// A read wanted more bytes than are left. The text says how many of each.
-class RTI_EXPORT RtiBufferUnderflow : public RTI::ConcreteException<RtiBufferUnderflow> {
-public:
-    static constexpr const char *_ex = "RtiBufferUnderflow";
-    using ConcreteException::ConcreteException;
-};
-
-/// A number does not fit into 32 bits and was refused, never cut.
-class RTI_EXPORT RtiBufferOverflow : public RTI::ConcreteException<RtiBufferOverflow> {
-public:
-    static constexpr const char *_ex = "RtiBufferOverflow";
-    using ConcreteException::ConcreteException;
-};
-
-/// A growing byte buffer in memory with one read position, into which objects save themselves.
+/// A growing byte buffer in memory with one read position. Objects save themselves into it and restore themselves from
+/// it.
 ///
 /// A 32-bit number is four bytes, most significant first, signed ones in two's complement, so that an image is the same
-/// bytes on every machine. What `put` wrote, the `get` of the same type reads back, in the same order.
+/// bytes on every machine. What `put` writes, the `get` of the same type reads back, in the same order.
 /// A failing `get` leaves the read position where it was.
 /// Threads: a buffer belongs to one thread at a time.
 class RTI_EXPORT RtiBuffer {
 public:
-    /// Every number takes so many bytes, and a string at least the number that is its length.
+    /// The size of a number, and the least size of a string, which begins with its length.
     static constexpr std::size_t _leastValueSize = 4;
+
+    /// A handle may be written and read as its number, without calling `put` and `get` for the handle object.
+    static constexpr bool _handlesAreNumbers = true;
 
     RtiBuffer();
     /// Copies `size` bytes; the read position is at the first.
@@ -42,8 +31,8 @@ public:
     /// Appends a number. Throws RtiBufferOverflow if it is wider than 32 bits.
     virtual void put(unsigned long value);
     virtual void put(long value);
-    /// Appends what the object's own save writes, and nothing else.
-    virtual void put(const RtiSaveableType &object);
+    /// Appends what the object's own save writes and nothing else.
+    virtual void put(RtiSaveableType &object);
 
     /// Reads `count` numbers into the array. Throws RtiBufferUnderflow, the array then being untouched.
     virtual void get(unsigned long *values, unsigned long count);
@@ -57,10 +46,10 @@ public:
     virtual void putBytes(const void *bytes, std::size_t size);
     virtual void getBytes(void *bytes, std::size_t size);
 
-    /// All bytes, those already read included. The pointer holds until the next put.
+    /// All bytes, including those already read. The pointer is valid until the next put.
     const unsigned char *data() const { return _bytes.data(); }
     std::size_t size() const { return _bytes.size(); }
-    /// How many bytes are still to be read.
+    /// The number of bytes not yet read.
     std::size_t remaining() const { return _bytes.size() - _position; }
     /// Moves the read position back to the first byte.
     void rewind() { _position = 0; }

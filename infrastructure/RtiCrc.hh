@@ -5,7 +5,7 @@
 /// The checksum by which the processes of a federation compare their models.
 class RTI_EXPORT RtiCrc {
 public:
-    /// CRC-32 as in zip, PNG and Ethernet, in the range of 32 bits: "123456789" gives CBF43926, no bytes give 0.
-    /// A negative length counts as no bytes. Threads: any number at once.
+    /// Computes the CRC-32 of zip, PNG and Ethernet: "123456789" gives CBF43926, no bytes give 0. A negative length is
+    /// treated as 0. Threads: any number at once.
     static unsigned long computeCrc(const void *data, long length);
 };

@@ -2,7 +2,7 @@
 
 #include "infrastructure/RtiDump.hh"
 
-// All streams of a thread share its trace mask, so the stream is named only for the reader.
+// All streams share the trace mask of their thread, so the stream is not needed.
 RtiDebugSaver::RtiDebugSaver(RtiDebugStream &) : _traceMask(RtiDump::getTraceMask()) {}
 
 RtiDebugSaver::~RtiDebugSaver() {

@@ -4,7 +4,7 @@
 
 class RtiDebugStream;
 
-/// Remembers the calling thread's trace state and puts it back when destroyed, on the same thread.
+/// Saves the calling thread's trace mask and restores it on destruction, which must be on the same thread.
 class RTI_EXPORT RtiDebugSaver {
 public:
     explicit RtiDebugSaver(RtiDebugStream &stream);

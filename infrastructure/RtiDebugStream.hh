@@ -7,23 +7,23 @@
 
 /// A stream of diagnostic messages that can be switched per package and importance.
 ///
-/// Threads: every member may run on any number of threads at once; what is written to the output stream is ordered by
+/// Threads: every member may run on any number of threads at once; writing to the output stream is synchronised by
 /// whoever owns that stream.
 class RTI_EXPORT RtiDebugStream {
 public:
-    /// Writes to standard error until told otherwise. A stream for tracing is silent for a thread whose trace mask is
-    /// RTI_T_NONE.
+    /// Writes to standard error until setOutputStream is called. A stream for tracing is silent for a thread whose
+    /// trace mask is RTI_T_NONE.
     RtiDebugStream(bool on, bool forTracing);
 
-    /// Whether a message of this package (RTI_P_...) and importance (RTI_G_...) is to be written: both were enabled.
+    /// Whether messages of this package (RTI_P_...) and importance (RTI_G_...) are written: both are enabled.
     RTI_bool enabled(const unsigned long long &package, const unsigned long &importance) const;
 
-    /// Where messages go: the stream last set, standard error at first.
+    /// The stream for messages: the one last set, initially standard error.
     std::ostream &getOutputStream() const;
-    /// The stream must outlive its use here.
+    /// Sets the stream for messages. It must outlive this object or be replaced before.
     void setOutputStream(std::ostream &os);
 
-    /// Switches on the packages and importances whose bits are set, and all others off.
+    /// Enables the packages and importances whose bits are set and disables all others.
     void enable(unsigned long long packages = ~0ULL, unsigned long importances = ~0UL);
     void disable();
 

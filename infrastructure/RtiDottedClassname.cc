@@ -11,7 +11,7 @@ std::string RtiDottedClassname::getFullyQualifiedSubclass(int depth) const {
     if (depth < 1)
         return {};
     std::size_t end = _name.size();
-    for (int component = _depth; component > depth; --component) // from the end, since most ask for the parent
+    for (int component = _depth; component > depth; --component) // from the end, since most callers ask for the parent
         end = _name.rfind('.', end - 1);
     return _name.substr(0, end);
 }

@@ -11,11 +11,11 @@ class RTI_EXPORT RtiDottedClassname {
 public:
     explicit RtiDottedClassname(std::string name);
 
-    /// The number of components, at least 1: one more than there are dots.
+    /// The number of components, which is one more than the number of dots.
     int getDepth() const { return _depth; }
 
-    /// The first `depth` components with the dots between them: the name of the ancestor class at that depth, the root
-    /// being at depth 1. Empty for a depth below 1, the whole name for one beyond its depth.
+    /// Returns the first `depth` components with their dots: the name of the ancestor at that depth, where the root has
+    /// depth 1. Returns an empty text for a depth below 1 and the whole name for a depth beyond getDepth.
     std::string getFullyQualifiedSubclass(int depth) const;
 
     /// The whole name, as given.

@@ -2,8 +2,8 @@
 
 #include "infrastructure/RtiExport.hh"
 
-/// What the calling thread traces; at first everything. Each thread has a mask of its own, so that one thread's dump
-/// does not disturb another's.
+/// The trace mask of the calling thread, initially RTI_T_ALL. Each thread has its own mask, so that dumps on several
+/// threads do not disturb each other.
 class RTI_EXPORT RtiDump {
 public:
     static void setTraceMask(const unsigned char &mask);

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 void *RtiMemoryManager::malloc(unsigned long size) noexcept {
-    return std::malloc(size); // NOLINT(cppcoreguidelines-no-malloc): whoever calls this asked for it
+    return std::malloc(size); // NOLINT(cppcoreguidelines-no-malloc): this is the allocator
 }
 
 void RtiMemoryManager::free(void *memory) noexcept {

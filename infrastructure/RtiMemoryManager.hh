@@ -5,8 +5,8 @@
 /// The infrastructure's allocator. Threads: any number at once.
 class RTI_EXPORT RtiMemoryManager {
 public:
-    /// Memory for `size` bytes, aligned for any type, or null when there is none. To be given back with free.
+    /// Allocates `size` bytes, aligned for any type, or returns null. The caller releases them with free.
     static void *malloc(unsigned long size) noexcept;
-    /// Gives back what malloc returned; null is allowed.
+    /// Releases what malloc returned; null is allowed.
     static void free(void *memory) noexcept;
 };

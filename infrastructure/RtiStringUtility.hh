@@ -7,7 +7,7 @@
 
 class RtiBuffer;
 
-/// String services: the form of a string in an image, and the upper case by which all names are matched.
+/// String services: reading and writing strings in images, and upper-casing.
 ///
 /// Threads: every function may run on any number of threads at once.
 class RTI_EXPORT RtiStringUtility {
@@ -15,10 +15,11 @@ public:
     /// Appends a string of any bytes and any length: its length as one number, then its bytes.
     static void putString(const std::string &text, RtiBuffer &buffer);
 
-    /// Reads the next string. Throws RtiBufferUnderflow before it takes memory for one that the buffer cannot hold.
+    /// Reads the next string. Throws RtiBufferUnderflow, before allocating, if the buffer has fewer bytes than its
+    /// length.
     static std::string getString(RtiBuffer &buffer);
 
-    /// An upper-case copy: a to z only, byte by byte, whatever the locale.
+    /// Returns an upper-case copy. Only a to z change, in every locale.
     static std::string toupper(std::string_view text);
 
     /// The same for one byte.

@@ -51,8 +51,8 @@ std::string listing(const RtiFedDatabase &database) {
     return os.str();
 }
 
-/// What a record says of itself.
-static void tell(std::ostream &os, const RtiSaveableType &record) {
+/// Writes what a record answers about itself.
+static void describe(std::ostream &os, const RtiFedSaveable &record) {
     RtiBuffer image;
     record.save(image);
     record.dump(os);
@@ -65,15 +65,15 @@ std::string answers(const RtiFedDatabase &db) {
     counters.exceptions(std::ios::badbit);
     db.dumpDatabase(&os);
     os << db.getChecksum();
-    tell(counters, db);
+    describe(counters, db);
     std::string lacking;
     os << db.verifyMomObjectClasses(lacking) << db.verifyMomInteractionClasses(lacking) << lacking;
     os << db.getAttributeHandleSet().size();
     for (const RtiSpaceHandle &handle : db.getRoutingSpaceHandleSet())
-        tell(os, *db.find(db.getRoutingSpaceHandle(db.getRoutingSpaceName(handle))));
+        describe(os, *db.find(db.getRoutingSpaceHandle(db.getRoutingSpaceName(handle))));
     for (const RtiObjectClassHandle &handle : db.getObjectClassHandleSet()) {
         const RtiFedObjectClass &node = *db.find(handle);
-        tell(os, node);
+        describe(os, node);
         os << '\n' << db.getObjectClassHandle(db.getObjectClassName(handle))._value;
         std::set<RtiObjectClassHandle> derived;
         db.getDerivedObjectClassHandleSet(handle, derived);
@@ -94,7 +94,7 @@ std::string answers(const RtiFedDatabase &db) {
     for (const RtiInteractionClassHandle &handle : db.getInteractionClassHandleSet()) {
         os << '\n' << db.getInteractionClassHandle(db.getInteractionClassName(handle))._value;
         const RtiFedInteractionClass &node = *db.find(handle);
-        tell(os, node);
+        describe(os, node);
         node.forEachOwned([&os](const RtiFedInteractionClass &owned) { os << owned.getName(); });
         std::set<RtiInteractionClassHandle> derived;
         db.getDerivedInteractionClassHandleSet(handle, derived);

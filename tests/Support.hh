@@ -95,18 +95,18 @@ std::string reasonOf(Action action) {
     return {};
 }
 
-inline RtiBuffer imageOf(const RtiSaveableType &object) {
+inline RtiBuffer imageOf(const RtiFedSaveable &object) {
     RtiBuffer buffer;
     EXPECT_EQ(object.save(buffer), RTI_true);
     return buffer;
 }
 
-inline std::string bytesOf(const RtiSaveableType &object) {
+inline std::string bytesOf(const RtiFedSaveable &object) {
     const RtiBuffer image = imageOf(object);
     return {reinterpret_cast<const char *>(image.data()), image.size()};
 }
 
-inline std::string dumpOf(const RtiSaveableType &object) {
+inline std::string dumpOf(const RtiFedSaveable &object) {
     std::ostringstream os;
     os << std::hex; // must not show
     object.dump(os);
@@ -114,7 +114,7 @@ inline std::string dumpOf(const RtiSaveableType &object) {
 }
 
 /// The lines of a comparison of the image of `saved` with `live`; the image must be consumed whole.
-inline std::string diffOf(const RtiSaveableType &saved, const RtiSaveableType &live) {
+inline std::string diffOf(const RtiFedSaveable &saved, const RtiFedSaveable &live) {
     RtiBuffer image = imageOf(saved);
     std::ostringstream os;
     live.diff(image, os);

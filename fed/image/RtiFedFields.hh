@@ -9,8 +9,9 @@
 #include <cstddef>
 #include <ostream>
 #include <string>
+#include <tuple>
 
-/// One line in the dump and diff of a record. Each class keeps one list of them, in the order of its lines.
+/// One line in the dump and diff of a record. Each class has one list of them, in the order of the lines.
 template <class Record>
 struct RtiFedField {
     const char *label = nullptr;
@@ -29,7 +30,17 @@ std::string fieldText(const RtiTypeWrapper<T, N> &handle) {
     return toString(handle._value);
 }
 
-/// Keeps debug tracing from interleaving with what is written while it lives.
+/// Writes and reads the handles of a record, given as a tuple of pointers to members in the order of the image.
+template <class Members, class Record>
+void saveHandles(const Members &members, const Record &record, RtiBuffer &buffer) {
+    std::apply([&](const auto &...member) { ((record.*member).save(buffer), ...); }, members);
+}
+template <class Members, class Record>
+void restoreHandles(const Members &members, Record &record, RtiBuffer &buffer) {
+    std::apply([&](const auto &...member) { ((record.*member).restore(buffer), ...); }, members);
+}
+
+/// Turns debug tracing off during its lifetime, so that no trace output interleaves with a dump.
 class RtiFedTracingOff {
 public:
     RtiFedTracingOff() : _saver(_rtiDebugStream) { RtiDump::setTraceMask(RTI_T_NONE); }
@@ -45,7 +56,8 @@ void dumpFields(const RtiFedField<Record> (&fields)[n], const Record &record, st
         os << std::string(field.label) + "=``" + field.value(record) + "''\n";
 }
 
-/// Compares with a record of the same class that is read from the buffer: "old" is the buffer's, "new" is `record`.
+/// Compares a record with one of the same class that is read from the buffer: "old" is the buffer's, "new" is
+/// `record`. Consumes one whole image, whatever differs.
 template <class Record, std::size_t n>
 void diffFields(const RtiFedField<Record> (&fields)[n], const Record &record, RtiBuffer &buffer, std::ostream &os) {
     const RtiFedTracingOff guard;

@@ -9,42 +9,45 @@
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
+#include <typeinfo>
 
-// An image may come from anywhere: what no sound record could have written is refused, and memory is taken only in
-// proportion to the bytes that are there. How many bytes a number or a string takes is the buffer's business.
+// Reading and writing images. An image may come from anywhere, so restoring refuses what would be unsafe: counts that
+// the remaining bytes cannot hold, classes nested in a circle or too deeply, two classes or spaces of one handle or
+// name. It never allocates more memory than the bytes read so far justify. Everything that the public interface can
+// make is accepted, however unusual. The buffer decides how many bytes a number or a string has.
 
-/// Whether a buffer tells how many bytes it has, `size()`, and how many of them are not read yet, `remaining()`. One
-/// that does has a constant `_leastValueSize`: the bytes that any number and any string takes at least.
+/// Whether a buffer class reports its `size()` and its `remaining()` bytes. Such a class has the constant
+/// `_leastValueSize`, the least number of bytes of a number and of a string.
 template <class Buffer, class = void>
-inline constexpr bool tellsBytes = false;
+inline constexpr bool countsBytes = false;
 template <class Buffer>
-inline constexpr bool tellsBytes<Buffer, std::void_t<decltype(Buffer::_leastValueSize)>> = true;
+inline constexpr bool countsBytes<Buffer, std::void_t<decltype(Buffer::_leastValueSize)>> = true;
 
 inline constexpr std::size_t kUnknownByte = SIZE_MAX;
 
-/// The byte of the image that is read next, from 0, or kUnknownByte.
+/// The offset of the byte that is read next, from 0, or kUnknownByte.
 template <class Buffer>
 std::size_t imageByte(const Buffer &buffer) {
-    if constexpr (tellsBytes<Buffer>)
+    if constexpr (countsBytes<Buffer>)
         return buffer.size() - buffer.remaining();
     else
         return kUnknownByte;
 }
 
-/// Throws RTI::RTIinternalError that names the byte, if it is known, and says what is wrong there.
+/// Throws RTI::RTIinternalError with a message that gives the byte, if it is known, and the reason.
 template <class... Pieces>
 [[noreturn]] void refuseImage(std::size_t byte, const Pieces &...pieces) {
     rtiFedRaise<RTI::RTIinternalError>(byte == kUnknownByte ? "image: " : "image byte " + toString(byte) + ": ",
                                        pieces...);
 }
 
-/// Reads how many elements follow, each of at least so many numbers and strings. Throws RTI::RTIinternalError if the
-/// buffer tells that the bytes left cannot hold them.
+/// Reads the number of elements that follow, each of at least `valuesEach` numbers and strings. Throws
+/// RTI::RTIinternalError if the buffer counts its bytes and too few remain for that many elements.
 template <class Buffer>
 unsigned long readCount(Buffer &buffer, std::size_t valuesEach, const char *elements) {
     const std::size_t byte = imageByte(buffer);
     const unsigned long count = buffer.getUnsignedLong();
-    if constexpr (tellsBytes<Buffer>) {
+    if constexpr (countsBytes<Buffer>) {
         const std::size_t bytesEach = valuesEach * Buffer::_leastValueSize;
         if (count > buffer.remaining() / bytesEach)
             refuseImage(byte, toString(count), " ", elements, " need ", toString(bytesEach), " bytes each, ",
@@ -53,9 +56,39 @@ unsigned long readCount(Buffer &buffer, std::size_t valuesEach, const char *elem
     return count;
 }
 
-/// Of so many elements that are to be read: for how many to take memory at once. A number that was not compared with
-/// the bytes left may be far too large, and then the memory grows with what is read.
+/// The number of elements to allocate memory for before reading `count` of them. A count that could not be compared
+/// with the remaining bytes may be far too large; then the containers grow as they are filled.
 template <class Buffer>
-std::size_t atOnce(const Buffer &, unsigned long count) {
-    return tellsBytes<Buffer> ? count : std::min(count, 1000UL);
+std::size_t countToReserve(const Buffer &, unsigned long count) {
+    return countsBytes<Buffer> ? count : std::min(count, 1000UL);
+}
+
+/// Whether single handles may be written and read as plain numbers, which is faster: only if the buffer is of exactly a
+/// class that declares `_handlesAreNumbers`, as ours does, since that gives the same bytes. Any other buffer, such as
+/// one of a class derived from ours, gets each handle as an object.
+template <class Buffer, class = void>
+struct RtiFedPlainHandles {
+    static constexpr bool allowed(const Buffer &) { return false; }
+};
+template <class Buffer>
+struct RtiFedPlainHandles<Buffer, std::void_t<decltype(Buffer::_handlesAreNumbers)>> {
+    static bool allowed(const Buffer &buffer) { return typeid(buffer) == typeid(Buffer); }
+};
+
+template <class Buffer, class T, int N>
+void writeHandle(Buffer &buffer, RtiTypeWrapper<T, N> handle) {
+    if (RtiFedPlainHandles<Buffer>::allowed(buffer))
+        buffer.Buffer::put(handle._value);
+    else
+        buffer.put(handle);
+}
+
+template <class Handle, class Buffer>
+Handle readHandle(Buffer &buffer) {
+    Handle handle;
+    if (RtiFedPlainHandles<Buffer>::allowed(buffer))
+        buffer.Buffer::get(&handle._value, 1);
+    else
+        buffer.get(handle);
+    return handle;
 }

@@ -17,62 +17,69 @@ void RtiFedDatabaseCodegen::setFederateVersion(std::string version) {
 }
 
 void RtiFedDatabaseCodegen::addSpace(std::string name) {
+    forgetReplacedRecords();
     _space = _database->addSpace(std::move(name));
 }
 
 void RtiFedDatabaseCodegen::addDimension(std::string name) {
+    forgetReplacedRecords();
     _database->addSpaceDimension(_space, std::move(name));
 }
 
 void RtiFedDatabaseCodegen::addObjectClass(std::string name) {
-    buildObjectClass(name, 0);
+    loadObjectClass(name, 0);
 }
 
 void RtiFedDatabaseCodegen::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
                                                     std::string space) {
-    buildObjectClassAttribute(name, transportation, ordering, space);
+    loadObjectClassAttribute(name, transportation, ordering, space);
 }
 
 void RtiFedDatabaseCodegen::addInteractionClass(std::string name, std::string transportation, std::string ordering,
                                                 std::string space) {
-    buildInteractionClass(name, transportation, ordering, space, 0);
+    loadInteractionClass(name, transportation, ordering, space, 0);
 }
 
 void RtiFedDatabaseCodegen::addParameter(std::string name) {
-    buildParameter(name);
+    loadParameter(name);
 }
 
-void RtiFedDatabaseCodegen::buildObjectClass(std::string_view name, std::size_t numAttributes) {
-    _objectClass = _database->declareObjectClass(name, _objectClass);
-    _objectClass->makeRoomForMembers(numAttributes);
+void RtiFedDatabaseCodegen::loadObjectClass(std::string_view name, std::size_t numAttributes) {
+    forgetReplacedRecords();
+    _objectClass = _database->addObjectClass(name, _objectClass);
+    _objectClass->reserveMembers(numAttributes);
 }
 
-void RtiFedDatabaseCodegen::buildObjectClassAttribute(std::string_view name, std::string_view transportation,
-                                                      std::string_view ordering, std::string_view space) {
+void RtiFedDatabaseCodegen::loadObjectClassAttribute(std::string_view name, std::string_view transportation,
+                                                     std::string_view ordering, std::string_view space) {
+    forgetReplacedRecords();
     const RtiSpaceHandle handle = spaceHandle(space, "\"RtiFedDatabaseCodegen\", line 85: ");
     const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
-    _database->declareObjectClassAttribute(_objectClass, RtiFedName(name), transport,
-                                           _database->getOrderingHandle(ordering), handle);
+    _database->addObjectClassAttribute(_objectClass, RtiFedName(name), transport,
+                                       _database->getOrderingHandle(ordering), handle);
 }
 
-void RtiFedDatabaseCodegen::buildInteractionClass(std::string_view name, std::string_view transportation,
-                                                  std::string_view ordering, std::string_view space,
-                                                  std::size_t numParameters) {
+void RtiFedDatabaseCodegen::loadInteractionClass(std::string_view name, std::string_view transportation,
+                                                 std::string_view ordering, std::string_view space,
+                                                 std::size_t numParameters) {
+    forgetReplacedRecords();
     const RtiSpaceHandle handle = spaceHandle(space, "\"RtiFedDatabaseCodegen\", line 111: ");
     const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
-    _interactionClass = _database->declareInteractionClass(name, transport, _database->getOrderingHandle(ordering),
-                                                           handle, _interactionClass);
-    _interactionClass->makeRoomForMembers(numParameters);
+    _interactionClass = _database->addInteractionClass(name, transport, _database->getOrderingHandle(ordering), handle,
+                                                       _interactionClass);
+    _interactionClass->reserveMembers(numParameters);
 }
 
-void RtiFedDatabaseCodegen::buildParameter(std::string_view name) {
+void RtiFedDatabaseCodegen::loadParameter(std::string_view name) {
+    forgetReplacedRecords();
     if (!_interactionClass)
-        rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabaseCodegen\", parameter ", name, " before any class");
-    // Past the database, which records no parameters: only their handles come from it.
+        rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabaseCodegen\", line 74: parameter ", name,
+                                           " before the first interaction class");
+    // Directly to the class: the database does not record parameters, it only issues their handles.
     _interactionClass->addParameter(_database->createParameterHandle(), RtiFedName(name));
 }
 
-/// The handle of a space that a declaration names, 0 if it names none.
+/// The handle of the space that a declaration names; 0 if it names none.
 RtiSpaceHandle RtiFedDatabaseCodegen::spaceHandle(std::string_view space, const char *position) const {
     if (space.empty())
         return 0;
@@ -82,4 +89,14 @@ RtiSpaceHandle RtiFedDatabaseCodegen::spaceHandle(std::string_view space, const 
         rtiFedReport(RTI_G_medium, position + ("Invalid Space Name Specified: `" + std::string(space)) + "` ");
         throw;
     }
+}
+
+/// Forgets the last records if the database has been restored since, which freed them.
+void RtiFedDatabaseCodegen::forgetReplacedRecords() {
+    if (_generation == _database->_generation)
+        return;
+    _generation = _database->_generation;
+    _space = nullptr;
+    _objectClass = nullptr;
+    _interactionClass = nullptr;
 }

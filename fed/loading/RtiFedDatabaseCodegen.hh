@@ -3,9 +3,12 @@
 #include "fed/RtiFedDatabase.hh"
 #include "fed/loading/RtiFedParserCodegen.hh"
 
-/// Turns each declaration of a FED file into a building call on a database. It lives for one parse and owns nothing.
+/// The callbacks that turn each declaration of a FED file into a building call on a database. An object is used for one
+/// parse and owns nothing. A member or dimension is added to the class or space that was added last, so the order of
+/// the callbacks matters; restoring the database in between counts as having added none.
 ///
-/// Each callback throws what the building call throws; an unknown space is also reported on _rtiErrorStream.
+/// Each callback throws what the building call throws. An unknown space is also reported on _rtiErrorStream.
+/// Threads: as for building the database.
 class RTIFED_EXPORT RtiFedDatabaseCodegen : public RtiFedParserCodegen {
 public:
     /// The database must outlive this object.
@@ -25,19 +28,22 @@ public:
     void addParameter(std::string name) override;
 
 protected:
-    // What the callbacks do, without a string for each name.
-    void buildObjectClass(std::string_view name, std::size_t numAttributes);
-    void buildObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
-                                   std::string_view space);
-    void buildInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
-                               std::string_view space, std::size_t numParameters);
-    void buildParameter(std::string_view name);
+    // The work of the callbacks above, without a string for each name.
+    void loadObjectClass(std::string_view name, std::size_t numAttributes);
+    void loadObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
+                                  std::string_view space);
+    void loadInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
+                              std::string_view space, std::size_t numParameters);
+    void loadParameter(std::string_view name);
 
 private:
     RtiSpaceHandle spaceHandle(std::string_view space, const char *position) const;
+    void forgetReplacedRecords();
 
     RtiFedDatabase *_database;
-    RtiFedSpace *_space = nullptr; // the last that was added, as below
+    // The records that were added last, in the generation of the database that they belong to.
+    RtiFedSpace *_space = nullptr;
     RtiFedObjectClass *_objectClass = nullptr;
     RtiFedInteractionClass *_interactionClass = nullptr;
+    unsigned long _generation = 0;
 };

@@ -12,7 +12,7 @@ void RtiFedParserCodegen::setFederateVersion(std::string version) {
     std::printf("setFederateVersion(\"%s\");\n", version.c_str());
 }
 
-// The empty line in front of a space or class sets its block apart.
+// An empty line separates the block of each space and class from the one before.
 
 void RtiFedParserCodegen::addSpace(std::string name) {
     std::printf("\naddSpace(\"%s\");\n", name.c_str());

@@ -11,7 +11,7 @@ namespace {
 
 using Verifier = RtiFedDatabaseMomVerifier;
 
-// The message about this class lacks the words that all others have: callers compare it whole.
+// The message about this class lacks two words that all others have: callers compare it whole.
 constexpr std::string_view kReportInteractionsSent = "Manager.Federate.Report.ReportInteractionsSent";
 
 struct Row {
@@ -19,7 +19,7 @@ struct Row {
     std::initializer_list<const char *> members;
 };
 
-// In the order in which the classes are looked for.
+// In the order in which the classes are checked. docs/fed-format.md lists them too; a test compares both.
 
 const Row kObjectClasses[] = {
     {"Manager", {}},
@@ -125,7 +125,7 @@ const Row kInteractionClasses[] = {
     {"Manager.Federate.Service.FlushQueueRequest", {"FederationTime"}},
 };
 
-/// How one of the two class trees is asked.
+/// Access to one of the two class trees.
 struct ObjectClasses {
     static constexpr const char *kind = "object";
     static constexpr const char *member = " object attribute: ";

@@ -9,32 +9,32 @@
 
 class RtiFedDatabase;
 
-/// Checks that a database holds the Management Object Model (MOM) of HLA 1.3: the classes, attributes and parameters by
-/// which the RTI reports on the federation and is steered. It keeps no state.
+/// Checks that a database has the complete Management Object Model (MOM) of HLA 1.3: the classes, attributes and
+/// parameters through which the RTI reports on the federation and is controlled. It has no state.
 ///
 /// Threads: every function may run on any number of threads at once.
 class RTIFED_EXPORT RtiFedDatabaseMomVerifier {
 public:
-    /// What is missing of one class of the MOM.
+    /// What one class of the MOM lacks.
     struct Requirement {
         std::string className;            ///< Its dotted name without the root.
-        bool classMissing;                ///< The class is not there; then all its members are listed.
+        bool classMissing;                ///< Whether the class is missing; then all its members are listed.
         std::vector<std::string> members; ///< The members that are missing.
     };
 
-    /// Whether every object class of the MOM is there, with its attributes, inherited ones counting. If not, the first
-    /// thing missing is appended to `message`; what it held before stays, and nothing is put between.
+    /// Whether every object class of the MOM exists and declares or inherits its attributes. If not, a text about the
+    /// first that is missing is appended to `message`, without a separator.
     static RTI_bool verifyMomObjectClasses(const RtiFedDatabase &db, std::string &message);
     /// The same for interaction classes and their parameters.
     static RTI_bool verifyMomInteractionClasses(const RtiFedDatabase &db, std::string &message);
 
-    /// All that is missing. Empty exactly if the verification above finds nothing.
+    /// Everything that is missing; empty if and only if the verification succeeds.
     static std::vector<Requirement> missingObjectClasses(const RtiFedDatabase &db);
     static std::vector<Requirement> missingInteractionClasses(const RtiFedDatabase &db);
 
     static void string_append(std::string &message, const char *text);
     static void string_append(std::string &message, const std::string &text);
-    /// Enters a required member under its class; a class that requires none has one empty member.
+    /// Adds a required member to its class. A class without members has one empty member.
     static void insert_into_map(std::multimap<std::string, std::string> &required, const std::string &className,
                                 const std::string &memberName);
 };

@@ -8,36 +8,38 @@
 #include <utility>
 #include <vector>
 
-/// Memory for the many small records that a database makes and that go together with it: to take some is a step forward
-/// in a block, and the blocks are given back as a whole, when the arena goes.
+/// A bump allocator for the many small records of a database: allocating advances a pointer within a block, and all
+/// blocks are freed with the arena.
 ///
-/// Threads: an arena belongs to one thread at a time; what stands in it does not.
+/// No record is freed alone, which a database never needs: it only grows until it is replaced as a whole. Blocks double
+/// up to 64 KiB, so a small database stays small and a large one wastes at most one block.
+/// Threads: an arena belongs to one thread at a time; the objects in it do not.
 class RtiFedArena {
 public:
-    /// Memory for `size` bytes. What is aligned is the byte so far behind its beginning.
-    void *take(std::size_t size, std::size_t alignment, std::size_t behind = 0) {
-        std::size_t skipped = gapBefore(alignment, behind);
+    /// Allocates `size` bytes, so that the byte at offset `offset` is aligned to `alignment`. Throws std::bad_alloc.
+    void *allocate(std::size_t size, std::size_t alignment, std::size_t offset = 0) {
+        std::size_t skipped = gapBefore(alignment, offset);
         if (_left < skipped + size) {
             addBlock(size + alignment);
-            skipped = gapBefore(alignment, behind);
+            skipped = gapBefore(alignment, offset);
         }
-        std::byte *taken = _next + skipped;
-        _next = taken + size;
+        std::byte *allocated = _next + skipped;
+        _next = allocated + size;
         _left -= skipped + size;
-        return taken;
+        return allocated;
     }
 
-    /// Makes an object. Whoever holds it destroys it, before the arena goes. If its constructor throws, its memory is
-    /// free again.
-    template <class T, std::size_t alignment = alignof(T), std::size_t behind = 0, class... Arguments>
+    /// Makes an object, which the caller must destroy before the arena is destroyed. If the constructor throws, the
+    /// memory can be used again.
+    template <class T, std::size_t alignment = alignof(T), std::size_t offset = 0, class... Arguments>
     T *make(Arguments &&...arguments) {
-        static_assert(alignment % alignof(T) == 0 && behind % alignof(T) == 0);
-        auto *taken = static_cast<std::byte *>(take(sizeof(T), alignment, behind));
+        static_assert(alignment % alignof(T) == 0 && offset % alignof(T) == 0);
+        auto *allocated = static_cast<std::byte *>(allocate(sizeof(T), alignment, offset));
         try {
-            return new (taken) T(std::forward<Arguments>(arguments)...);
+            return new (allocated) T(std::forward<Arguments>(arguments)...);
         } catch (...) {
-            _left += static_cast<std::size_t>(_next - taken);
-            _next = taken;
+            _left += static_cast<std::size_t>(_next - allocated);
+            _next = allocated;
             throw;
         }
     }
@@ -45,8 +47,8 @@ public:
 private:
     static constexpr std::size_t kFirstBlock = 128, kGreatestBlock = 65536; // bytes
 
-    std::size_t gapBefore(std::size_t alignment, std::size_t behind) const {
-        return (alignment - (reinterpret_cast<std::uintptr_t>(_next) + behind) % alignment) % alignment;
+    std::size_t gapBefore(std::size_t alignment, std::size_t offset) const {
+        return (alignment - (reinterpret_cast<std::uintptr_t>(_next) + offset) % alignment) % alignment;
     }
 
     void addBlock(std::size_t atLeast) {
@@ -62,7 +64,7 @@ private:
     std::size_t _left = 0;
 };
 
-/// Destroys what stands in an arena, and leaves its memory there.
+/// A deleter for objects in an arena: it destroys the object and leaves the memory to the arena.
 struct RtiFedDestroy {
     template <class T>
     void operator()(T *object) const {

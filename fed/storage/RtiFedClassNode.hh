@@ -15,40 +15,40 @@
 template <class Node>
 class RtiFedClassTree;
 
-/// What the nodes of the two class trees share: the members declared on the class, its subclasses, its children's
-/// handles, and the way to its parent. `Node` is the concrete class.
+/// What the nodes of both class trees share: the members declared on the class, the subclasses it owns, the handles of
+/// its children, and the link to its parent. `Node` is the concrete class.
 ///
-/// A node has two ways to know a subclass: it owns the nodes made by its own add operation, while the database, which
-/// owns its nodes itself, only announces their handles by addChildClass.
-/// Threads: const members on any number of threads at once; all others need the node to themselves.
+/// A node knows its subclasses in two independent ways: it owns the nodes that its own add operation made, and it lists
+/// the handles that addChildClass announced. The database owns its nodes itself and uses the handles only.
+/// Threads: const members on any number of threads at once; all others need exclusive access.
 template <class Node, class ClassHandle, class Member>
 class RtiFedClassNode : public RtiFedElement {
 public:
     using Handle = ClassHandle;
 
     Handle getHandle() const { return _theHandle; }
-    /// The parent's handle as it was when this node was made or saved; 0 for a root.
+    /// The parent's handle when this node was made or saved; 0 for a root.
     Handle getParentClassHandle() const { return _parentHandle; }
-    /// The node above, not owned; null for a root, and after a restore until it is set again.
+    /// The parent, not owned; null for a root, and after a restore until setParentClass.
     Node *getParentClass() const { return _parent; }
     void setParentClass(Node *parent) { _parent = parent; }
 
     /// Announces a direct child.
     void addChildClass(Handle child) { _childrenClasses.insert(child); }
-    /// Takes the memory for that, so that announcing this child next cannot fail.
-    void makeRoomForChildClass(Handle child) { _childrenClasses.makeRoomFor(child); }
-    /// A copy of the handles of the direct children, ascending.
+    /// Enters a new subclass that the database owns wherever this class has to list it. reserveForSubclass, called
+    /// directly before, allocates what that needs, so that it cannot fail.
+    void announceSubclass(Handle subclass) { addChildClass(subclass); }
+    void reserveForSubclass(Handle subclass) { _childrenClasses.reserveFor(subclass); }
+    /// Returns a copy of the handles of the direct children.
     std::set<Handle> getChildrenClasses() const { return _childrenClasses.toSet(); }
 
-    /// The same, and the members, without a copy.
+    /// The handles of the direct children and the members, without a copy.
     const RtiFedHandleSet<Handle> &children() const { return _childrenClasses; }
     const RtiFedMemberTable<Member> &members() const { return _members; }
-    /// Puts the members into an arena that others share, before there are any. It must outlive the node.
+    /// Lets the members be allocated in a shared arena. Call it while there are none; the arena must outlive the node.
     void shareArena(RtiFedArena &arena) { _members.share(arena); }
-    void makeRoomForMembers(std::size_t number) { _members.reserve(number); }
+    void reserveMembers(std::size_t number) { _members.reserve(number); }
 
-    /// Whether there may be nodes that this one owns.
-    bool ownsAny() const { return _owned != nullptr; }
     /// Calls `visit` for each node that this one owns, at any depth.
     template <class Visit>
     void forEachOwned(Visit visit) const {
@@ -67,15 +67,15 @@ protected:
         : RtiFedElement(std::move(name)), _parent(parent), _theHandle(handle),
           _parentHandle(parent ? parent->getHandle() : Handle(0)), _level(levelBelow(parent)) {
         if (_level > kMaxClassNesting)
-            rtiFedRaise<RTI::RTIinternalError>("the class ", getName(), " is nested deeper than ",
-                                               toString(kMaxClassNesting), " levels");
+            rtiFedRaise<RTI::RTIinternalError>("\"RtiFedClassNode\", line 60: the class ", getName(),
+                                               " is nested deeper than ", toString(kMaxClassNesting), " levels");
     }
 
-    /// Owns a subclass; one whose handle is taken is kept, but not found by it. If memory runs out, nothing has
-    /// changed.
+    /// Takes ownership of a subclass. If its handle is in use, lookups by it still return the earlier subclass. Throws
+    /// std::bad_alloc, leaving the node unchanged.
     Node *adopt(std::unique_ptr<Node> subclass) {
         Node *node = subclass.get();
-        Owned &owned = theOwned();
+        Owned &owned = ensureOwned();
         owned.nodes.push_back(std::move(subclass));
         try {
             owned.byHandle.insert(node->getHandle(), node);
@@ -87,9 +87,9 @@ protected:
     }
 
     unsigned long numSubclasses() const { return _owned ? static_cast<unsigned long>(_owned->byHandle.size()) : 0; }
-    /// The subclass of a handle. If there is none, there is an empty entry for it from now on.
+    /// Returns the subclass of a handle. A miss returns null and leaves an empty entry for the handle.
     Node *subclassOrEmpty(Handle handle) {
-        theOwned().byHandle.insert(handle, nullptr);
+        ensureOwned().byHandle.insert(handle, nullptr);
         return *_owned->byHandle.find(handle);
     }
 
@@ -107,13 +107,15 @@ protected:
         return checksum;
     }
 
-    /// The part of the image that both trees begin with: name, subclasses, members, children.
-    void saveShared(RtiBuffer &buffer) const {
+    // The images of both trees begin with the same part: a name and three lists.
+    static constexpr std::size_t kNumSharedValues = 4;
+
+    void saveShared(RtiBuffer &buffer) {
         RtiFedElement::save(buffer);
         unsigned long count = 0;
         forEachSubclass([&count](const Node &) { ++count; });
         buffer.put(count);
-        forEachSubclass([&buffer](const Node &subclass) { buffer.put(subclass); });
+        forEachSubclass([&buffer](Node &subclass) { buffer.put(subclass); });
         _members.save(buffer);
         _childrenClasses.save(buffer);
     }
@@ -129,19 +131,18 @@ protected:
             const std::size_t byte = imageByte(buffer);
             const auto *subclass = adopt(std::unique_ptr<Node>(new Node(buffer, level + 1)));
             if (*_owned->byHandle.find(subclass->getHandle()) != subclass)
-                refuseImage(byte, "the handle ", toString(subclass->getHandle()._value), " stands twice in the class ",
-                            getName());
+                refuseImage(byte, "duplicate handle ", toString(subclass->getHandle()._value),
+                            " among the subclasses of the class ", getName());
         }
         _members.restore(buffer, Node::_membersAre);
         if (_members.numNames() < _members.size())
-            refuseImage(imageByte(buffer), "a name stands twice among the ", Node::_membersAre, " of the class ",
-                        getName());
+            refuseImage(imageByte(buffer), "duplicate name among the ", Node::_membersAre, " of the class ", getName());
         _childrenClasses.restore(buffer);
     }
 
     unsigned level() const { return _level; }
 
-    Node *_parent = nullptr; // beside the members, since most look-ups go on from there
+    Node *_parent = nullptr; // next to the members, since most lookups of a member continue with the parent
     RtiFedMemberTable<Member> _members;
     RtiFedHandleSet<Handle> _childrenClasses;
     RtiFedStoredHandle<Handle> _theHandle;
@@ -150,33 +151,35 @@ protected:
 private:
     struct Owned {
         std::vector<std::unique_ptr<Node>> nodes;
-        RtiFedHandleMap<Handle, Node *> byHandle; // with empty entries that getSubclass made
+        RtiFedHandleMap<Handle, Node *> byHandle; // including the empty entries
     };
 
-    Owned &theOwned() {
+    Owned &ensureOwned() {
         if (!_owned)
             _owned = std::make_unique<Owned>();
         return *_owned;
     }
 
-    /// Calls `visit` with each subclass that is found by its handle, by ascending handle.
+    /// Calls `visit` for each subclass that its handle finds, by ascending handle.
     template <class Visit>
     void forEachSubclass(Visit visit) const {
         if (_owned)
-            _owned->byHandle.forEach([&visit](const Handle &, const Node *subclass) {
+            _owned->byHandle.forEach([&visit](const Handle &, Node *subclass) {
                 if (subclass)
                     visit(*subclass);
             });
     }
 
+    /// The level of a child: one below its parent's, or the number of classes on the way up if that is greater, since a
+    /// restored node counts its level from the node that was restored, and can be given a parent afterwards.
     static unsigned levelBelow(const RtiFedClassNode *parent) {
-        unsigned level = parent ? parent->_level + 1 : 1; // a node that was restored may have lost its own parent
+        const unsigned level = parent ? parent->_level + 1 : 1;
         unsigned counted = 1;
         for (const RtiFedClassNode *above = parent; above && counted <= kMaxClassNesting; above = above->_parent)
             ++counted;
         return level < counted ? counted : level;
     }
 
-    std::unique_ptr<Owned> _owned; // only if there are any: the database owns its nodes itself
-    unsigned _level = 1;           // bounds every walk down the nodes that this one owns
+    std::unique_ptr<Owned> _owned; // null if there are none, as in every node of a database that a FED file made
+    unsigned _level = 1;           // bounds the recursion over owned nodes
 };

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
 #include "fed/image/RtiFedImage.hh"
+#include "fed/image/RtiFedImageLinks.hh"
 #include "fed/storage/RtiFedArena.hh"
 #include "fed/storage/RtiFedHandleMap.hh"
 #include "fed/storage/RtiFedNameMap.hh"
@@ -14,8 +14,11 @@
 #include <utility>
 #include <vector>
 
-/// The classes of one kind in a database: owned, and found by handle and by full dotted name.
+/// All classes of one kind in a database: owned here, and found by handle and by full dotted name.
 ///
+/// The classes and their members are allocated in one arena; the handle map owns them. The name map is keyed by the
+/// name without the root prefix ("ObjectRoot."), which nearly all names have: the keys are shorter, and one lookup
+/// serves a name with and without the prefix (see Names).
 /// Threads: const members on any number of threads at once.
 template <class Node>
 class RtiFedClassTree {
@@ -27,39 +30,39 @@ public:
         return found ? found->get() : nullptr;
     }
 
-    /// A full name as it is looked up: what stands behind the root prefix, if it has that.
+    /// A full name prepared for lookups: whether it begins with the root prefix, and the rest, hashed.
     struct Key {
         std::string_view name;
-        bool underRoot = false;
-        RtiFedName behindRoot;
+        bool hasPrefix = false;
+        RtiFedName rest;
     };
     static Key keyOf(std::string_view name) {
-        const bool underRoot = RtiFedName::beginsWith(name, kPrefix);
-        return {name, underRoot, underRoot ? name.substr(kPrefix.size()) : name};
+        const bool hasPrefix = RtiFedName::beginsWith(name, kPrefix);
+        return {name, hasPrefix, hasPrefix ? name.substr(kPrefix.size()) : name};
     }
 
-    /// The handle of a class, by its name in any letter case; 0 if there is none. A name that is not found is tried
-    /// once more behind the root prefix, whatever it is.
+    /// Returns the handle of a class by its name in any letter case, or 0. A name that is not found is tried once more
+    /// with the root prefix in front, even if it has the prefix already.
     Handle handleOf(std::string_view name) const { return handleOf(keyOf(name)); }
     Handle handleOf(const Key &key) const {
-        const Names names = _nameMap.find(key.behindRoot);
-        if (key.underRoot)
-            return names.underRoot != 0 || !_isRootTwice ? names.underRoot : _nameMap.find(key.name).underRoot;
-        return names.alone != 0 ? names.alone : names.underRoot;
+        const Names names = _nameMap.find(key.rest);
+        if (key.hasPrefix)
+            return names.prefixed != 0 || !_hasDoublePrefix ? names.prefixed : _nameMap.find(key.name).prefixed;
+        return names.plain != 0 ? names.plain : names.prefixed;
     }
 
     using Owner = std::unique_ptr<Node, RtiFedDestroy>;
 
-    /// Makes a class for this tree, which it does not know yet.
+    /// Makes a class in the arena of this tree; add enters it.
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
-        Owner node(_arena.template make<Node, kCacheLine, behindName()>(std::forward<Arguments>(arguments)...));
+        Owner node(_arena.template make<Node, kCacheLine, kNameSize>(std::forward<Arguments>(arguments)...));
         node->shareArena(_arena);
         return node;
     }
 
-    /// Owns a class that it made, whose handle must be free and not 0, and returns it. `key` is that of its name.
-    /// Either it is added or, if memory runs out, nothing has changed.
+    /// Enters a class that `make` returned, and returns it. Its handle must be unused and not 0; `key` is that of its
+    /// name, which must be unused. Throws std::bad_alloc, leaving the tree unchanged.
     Node *add(Owner node, const Key &key) {
         Node *added = node.get();
         const Handle handle = added->getHandle();
@@ -79,67 +82,41 @@ public:
         return checksum;
     }
 
-    /// The image: how many there are, then each in the order of the upper-cased names.
+    /// Writes the image: the number of classes, then each class in the order of the upper-cased names.
     void save(RtiBuffer &buffer) const {
         buffer.put(static_cast<unsigned long>(_numNames));
-        forEachByName([&buffer](const Node &node) { buffer.put(node); });
+        forEachByName([&buffer](Node &node) { buffer.put(node); });
     }
-    /// The classes of an image, each with the byte where it begins, in the order read.
-    struct Restored {
-        std::vector<std::pair<Node *, std::size_t>> classes;
-        std::size_t numMembers = 0; ///< Of all classes.
-        bool linked = true;         ///< Whether it was clear when they were read that all their links are sound.
-    };
 
-    /// Frees what the tree owned, reads the classes, and links each to its parent. A parent that is not there leaves
-    /// its class without one. Throws RTI::RTIinternalError for names, handles or links that no sound tree has.
-    /// `classes` is what they are called there. Calls `visit` with each class as soon as it is read, and with
-    /// how many classes are above it; which of these were read by then, unless all are `linked`, is not known.
-    template <class Visit>
-    Restored restore(RtiBuffer &buffer, const char *classes, Visit visit) {
+    /// Replaces the tree by that of an image. `classes` is the word for the classes in messages. Throws
+    /// RTI::RTIinternalError for a duplicate name, a handle that is a duplicate or 0, and links in a circle.
+    void restore(RtiBuffer &buffer, const char *classes) {
         clear();
         unsigned long count = readCount(buffer, Node::_numImageValues, classes);
-        const std::size_t room = atOnce(buffer, count);
-        _nameMap.reserve(room);
-        _handleMap.reserve(room);
-        Restored read;
-        read.classes.reserve(room);
-        // A class follows the one above it in nearly all images. Then its links are checked while both are in the
-        // cache: if each class is a child of its parent, and there are no more children than these, all of them are
-        // right.
-        std::size_t numChildren = 0, numWithParent = 0;
+        const std::size_t reserved = countToReserve(buffer, count);
+        _nameMap.reserve(reserved);
+        _handleMap.reserve(reserved);
+        RtiFedImageLinks<Node> links;
+        links.reserve(reserved);
         for (; count > 0; --count) {
             const std::size_t byte = imageByte(buffer);
             Owner node = make();
             node->restoreAtLevel(buffer, 1);
             const Key key = keyOf(node->getName());
             if (isNamed(key))
-                refuseImage(byte, "the class name ", node->getName(), " stands twice");
+                refuseImage(byte, "duplicate class name ", node->getName());
             if (node->getHandle() == 0 || find(node->getHandle()))
-                refuseImage(byte, "the handle of the class ", node->getName(), " is 0 or stands twice");
-            Node *parent = find(node->getParentClassHandle());
-            node->setParentClass(parent);
-            if (parent ? !parent->children().contains(node->getHandle()) : node->getParentClassHandle() != 0)
-                read.linked = false;
-            const std::size_t numAbove = numLevels(parent);
-            if (numAbove >= kMaxClassNesting || node->ownsAny())
-                read.linked = false;
-            numChildren += node->children().size();
-            numWithParent += parent ? 1 : 0;
-            read.numMembers += node->members().size();
-            visit(*node, numAbove);
-            read.classes.emplace_back(add(std::move(node), key), byte);
+                refuseImage(byte, "the handle of the class ", node->getName(), " is 0 or a duplicate");
+            Node *added = add(std::move(node), key);
+            links.add(*added, find(added->getParentClassHandle()), byte);
         }
-        read.linked = read.linked && numChildren == numWithParent;
-        if (!read.linked)
-            linkAll(read.classes);
-        return read;
+        links.finish([this](const Handle &handle) { return find(handle); });
     }
 
     void clear() {
         _nameMap.clear();
         _numNames = 0;
-        _isRootTwice = false;
+        _hasDoublePrefix = false;
         _handleMap.clear();
         _arena = RtiFedArena();
     }
@@ -152,24 +129,34 @@ public:
         return all;
     }
 
-    /// Calls `visit` for a class and all its descendants, each class before its children, those by ascending handle.
-    /// Null is passed over, and so is a child that is not there.
+    /// Calls `visit` for a class and all its descendants along the child handles: each class before its children, the
+    /// children by ascending handle. A null `from` and unknown child handles are ignored.
+    ///
+    /// A host can announce any class as a child of another, so the child handles need not form a tree and may even form
+    /// a circle. A class is therefore entered only once through a child handle of a class that is not its parent. What
+    /// remains are links to a class from its parent, and these form a tree: the walk ends, after at most
+    /// kMaxClassNesting visits of a class that is reached in several ways.
     template <class Class, class Visit>
     void forEachDerived(Class *from, Visit visit) const {
-        std::vector<Class *> waiting{from};
+        std::vector<Class *> waiting;
+        std::set<const Class *> adopted;
+        if (from)
+            waiting.push_back(from);
         while (!waiting.empty()) {
             Class *node = waiting.back();
             waiting.pop_back();
-            if (!node)
-                continue;
             visit(*node);
             const auto first = waiting.size();
-            node->children().forEach([&](const Handle &child) { waiting.push_back(find(child)); });
+            node->children().forEach([&](const Handle &handle) {
+                Class *child = find(handle);
+                if (child && (child->getParentClassHandle() == node->getHandle() || adopted.insert(child).second))
+                    waiting.push_back(child);
+            });
             std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(first), waiting.end());
         }
     }
 
-    /// Calls `visit` for a class and each class above it, by the parents' handles. An unknown handle ends it.
+    /// Calls `visit` for a class and each of its ancestors, found by the parents' handles.
     template <class Visit>
     void forEachAncestor(Handle from, Visit visit) const {
         for (Node *node = find(from); node; node = find(node->getParentClassHandle()))
@@ -179,7 +166,7 @@ public:
     std::size_t numNames() const { return _numNames; }
     std::size_t numHandles() const { return _handleMap.size(); }
 
-    /// Calls `visit` with each class, by ascending handle.
+    /// Calls `visit` for each class, by ascending handle.
     template <class Visit>
     void forEach(Visit visit) const {
         _handleMap.forEach([&visit](const Handle &, const Owner &node) { visit(*node); });
@@ -187,98 +174,58 @@ public:
 
 private:
     using Number = decltype(Handle::_value);
-    static constexpr std::size_t kCacheLine = 64; // behind its name, one has all that a look-up asks of a class
-    static constexpr std::size_t behindName() {
-        return (sizeof(RtiFedElement) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
-    }
-
     static constexpr std::string_view kPrefix = Node::_rootPrefix; // in upper case, with its dot
 
-    /// The classes whose full name is `key`, and the root prefix and `key`; 0 for none. Nearly all names begin with the
-    /// prefix. Without it they are shorter, and one look-up answers for a name both as it stands and behind the prefix.
+    // A class begins with its name, which lookups do not read. The rest is aligned to a cache line.
+    static constexpr std::size_t kCacheLine = 64;
+    static constexpr std::size_t kNameSize =
+        (sizeof(RtiFedElement) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
+
+    /// The handles of the classes named `rest` and prefix + `rest`; 0 for none.
     struct Names {
-        Number alone = 0;
-        Number underRoot = 0;
+        Number plain = 0;
+        Number prefixed = 0;
     };
 
     bool isNamed(const Key &key) const {
-        const Names names = _nameMap.find(key.behindRoot);
-        return (key.underRoot ? names.underRoot : names.alone) != 0;
+        const Names names = _nameMap.find(key.rest);
+        return (key.hasPrefix ? names.prefixed : names.plain) != 0;
     }
-    /// Enters the full name of a class, which no other has.
     void enterName(const Key &key, Number handle) {
-        if (!_nameMap.insert(key.behindRoot, key.underRoot ? Names{0, handle} : Names{handle, 0})) {
-            Names names = _nameMap.find(key.behindRoot);
-            (key.underRoot ? names.underRoot : names.alone) = handle;
-            _nameMap.replace(key.behindRoot, names);
+        if (!_nameMap.insert(key.rest, key.hasPrefix ? Names{0, handle} : Names{handle, 0})) {
+            Names names = _nameMap.find(key.rest);
+            (key.hasPrefix ? names.prefixed : names.plain) = handle;
+            _nameMap.replace(key.rest, names);
         }
-        _isRootTwice = _isRootTwice || (key.underRoot && RtiFedName::beginsWith(key.behindRoot.text(), kPrefix));
+        _hasDoublePrefix = _hasDoublePrefix || (key.hasPrefix && RtiFedName::beginsWith(key.rest.text(), kPrefix));
         ++_numNames;
     }
 
-    /// Calls `visit` with each class that is found by its name, in the order of the upper-cased full names.
+    /// Calls `visit` for each class in the order of the upper-cased full names.
     template <class Visit>
     void forEachByName(Visit visit) const {
-        std::vector<std::pair<std::string_view, Number>> alone, underRoot;
-        for (const auto &[key, names] : _nameMap.sorted()) {
-            if (names.alone != 0)
-                alone.emplace_back(key, names.alone);
-            if (names.underRoot != 0)
-                underRoot.emplace_back(key, names.underRoot);
+        std::vector<std::pair<std::string_view, Number>> plain, prefixed;
+        for (const auto &[rest, names] : _nameMap.sorted()) {
+            if (names.plain != 0)
+                plain.emplace_back(rest, names.plain);
+            if (names.prefixed != 0)
+                prefixed.emplace_back(rest, names.prefixed);
         }
-        // No name of the first kind begins with the prefix, so its place among the others is that of the prefix.
+        // No plain name begins with the prefix, so all prefixed names sort where the prefix alone would.
         const auto split =
-            std::find_if(alone.begin(), alone.end(), [&](const auto &name) { return name.first > kPrefix; });
+            std::find_if(plain.begin(), plain.end(), [](const auto &name) { return name.first > kPrefix; });
         const auto visitAll = [&](auto from, auto to) {
             for (; from != to; ++from)
                 visit(*find(Handle(from->second)));
         };
-        visitAll(alone.begin(), split);
-        visitAll(underRoot.begin(), underRoot.end());
-        visitAll(split, alone.end());
+        visitAll(plain.begin(), split);
+        visitAll(prefixed.begin(), prefixed.end());
+        visitAll(split, plain.end());
     }
 
-    /// The levels down to a class, no more than there may be.
-    static unsigned numLevels(const Node *from) {
-        unsigned levels = 0;
-        for (const Node *above = from; above && levels < kMaxClassNesting; above = above->getParentClass())
-            ++levels;
-        return levels;
-    }
-
-    /// Links the classes of an image once more, now that all are there, and refuses what no sound tree has.
-    void linkAll(const std::vector<std::pair<Node *, std::size_t>> &read) const {
-        for (const auto &[node, byte] : read)
-            node->setParentClass(find(node->getParentClassHandle()));
-        std::set<Handle> nested;
-        for (const auto &[node, byte] : read) {
-            checkLinks(*node, byte);
-            node->forEachOwned([&, at = byte](const Node &owned) {
-                if (owned.getHandle() == 0 || find(owned.getHandle()) || !nested.insert(owned.getHandle()).second)
-                    refuseImage(at, "the handle of the class ", owned.getName(), " is 0 or stands twice");
-            });
-        }
-    }
-
-    /// Refuses a class in a circle or too deep, and one that is not the child of its parent or the parent of its
-    /// children.
-    void checkLinks(const Node &node, std::size_t byte) const {
-        if (numLevels(node.getParentClass()) == kMaxClassNesting)
-            refuseImage(byte, "the class ", node.getName(), " is nested in a circle or deeper than ",
-                        toString(kMaxClassNesting), " levels");
-        if (node.getParentClass() && !node.getParentClass()->children().contains(node.getHandle()))
-            refuseImage(byte, "the class ", node.getName(), " is no child of its parent");
-        node.children().forEach([&](const Handle &child) {
-            const Node *found = find(child);
-            if (!found || found->getParentClass() != &node)
-                refuseImage(byte, "the child ", toString(child._value), " of the class ", node.getName(),
-                            " is not there or has another parent");
-        });
-    }
-
-    RtiFedArena _arena; // with the classes and their members
+    RtiFedArena _arena;
     RtiFedNameMap<Names> _nameMap;
     std::size_t _numNames = 0;
-    bool _isRootTwice = false; // whether a name has the root prefix twice: else no name that has it needs a second try
+    bool _hasDoublePrefix = false; // whether a name has the prefix twice: only then can a second try find anything
     RtiFedHandleMap<Handle, Owner> _handleMap;
 };

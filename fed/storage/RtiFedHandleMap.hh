@@ -6,17 +6,19 @@
 #include <utility>
 #include <vector>
 
-/// A look-up from handles to values. Handles come from counters, so nearly all stand in a vector, at their own number;
-/// the few that would leave it mostly empty, or are negative, stand in a tree. So do values equal to `Value()`, which
-/// marks an empty place of the vector.
+/// A map from handles to values.
 ///
-/// Threads: const members on any number of threads at once.
+/// Counters issue handles densely from 1, so a vector indexed by handle answers nearly every lookup with one access. A
+/// tree holds the few entries that would leave the vector mostly empty (handles chosen by a host), negative handles,
+/// and values equal to `Value()`, which marks an empty element of the vector. The vector is at least about half full,
+/// so memory is linear in the number of entries whatever the handles are. Threads: const members on any number of
+/// threads at once.
 template <class Handle, class Value>
 class RtiFedHandleMap {
     using Number = decltype(Handle::_value);
 
 public:
-    /// The value of a handle, or null. The pointer holds until the next insert.
+    /// Returns the value of a handle, or null. The pointer is valid until the next insert.
     const Value *find(const Handle &handle) const {
         const Number number = handle._value;
         if (isInVector(number) && !isEmpty(_vector[static_cast<std::size_t>(number)]))
@@ -24,18 +26,14 @@ public:
         return _tree.empty() ? nullptr : findInTree(number);
     }
 
-    /// Adds an entry and returns true; a handle that is taken keeps its value, and false is returned. If memory runs
-    /// out, nothing has changed.
+    /// Adds an entry and returns true. If the handle is in use, it keeps its value, and false is returned. Throws
+    /// std::bad_alloc, leaving the map unchanged.
     bool insert(Handle handle, Value value) {
         if (find(handle))
             return false;
         const Number number = handle._value;
-        if (!isInVector(number) && isNear(number))
-            _vector.resize(static_cast<std::size_t>(number)); // and the value behind, most often the only one
-        if (static_cast<std::size_t>(number) == _vector.size() && isNear(number) && !isEmpty(value))
-            _vector.push_back(std::move(value));
-        else if (isInVector(number) && !isEmpty(value))
-            _vector[static_cast<std::size_t>(number)] = std::move(value);
+        if (fitsVector(number) && !isEmpty(value))
+            putInVector(static_cast<std::size_t>(number), std::move(value));
         else
             _tree.emplace(number, std::move(value));
         ++_size;
@@ -50,12 +48,12 @@ public:
     }
     void clear() { *this = RtiFedHandleMap(); }
 
-    /// Takes the memory for so many handles from 1.
+    /// Allocates memory for the handles from 1 to `size`.
     void reserve(std::size_t size) { _vector.reserve(size + 1); }
 
     std::size_t size() const { return _size; }
 
-    /// The greatest handle, 0 if there is none.
+    /// The greatest handle, or 0 if there is none.
     Handle greatest() const {
         std::size_t end = _vector.size();
         while (end > 0 && isEmpty(_vector[end - 1]))
@@ -64,7 +62,7 @@ public:
         return _tree.empty() ? inVector : std::max(inVector, _tree.rbegin()->first);
     }
 
-    /// Calls `visit` with each handle and its value, by ascending handle.
+    /// Calls `visit` for each handle and its value, by ascending handle.
     template <class Visit>
     void forEach(Visit visit) const {
         auto inTree = _tree.begin();
@@ -83,9 +81,17 @@ private:
     bool isInVector(Number number) const {
         return number >= Number(0) && static_cast<std::size_t>(number) < _vector.size();
     }
-    /// Whether the vector has room for this number already, or would not be mostly empty if it reached it.
-    bool isNear(Number number) const {
+    /// Whether the vector has memory for this number already, or would be about half full if it reached it.
+    bool fitsVector(Number number) const {
         return number >= Number(0) && static_cast<std::size_t>(number) < std::max(2 * _size + 8, _vector.capacity());
+    }
+    void putInVector(std::size_t index, Value value) {
+        if (index < _vector.size()) {
+            _vector[index] = std::move(value);
+            return;
+        }
+        _vector.resize(index); // a handle may be skipped, most often none is
+        _vector.push_back(std::move(value));
     }
     const Value *findInTree(Number number) const {
         const auto place = _tree.find(number);

@@ -9,10 +9,12 @@
 #include <set>
 #include <utility>
 
-/// A set of handles of one kind, kept as runs of consecutive numbers, ascending. Handles come from counters in the
-/// order of the file, so that the descendants of a class are a run or two.
+/// A set of handles of one kind, stored as ascending runs of consecutive numbers.
 ///
-/// Its image is how many there are, then each, ascending.
+/// Counters issue handles in the order of the file, so the descendants of a class are one or two runs. Lookups are
+/// binary searches over the runs; inserting a handle that extends the last run is O(1). Handles without any order need
+/// one run each: then the set is a sorted array, and inserting is linear.
+/// Its image is the number of handles, then each handle, ascending.
 /// Threads: const members on any number of threads at once.
 template <class Handle>
 class RtiFedHandleSet {
@@ -29,7 +31,7 @@ public:
             ++_runs[_numRuns - 1].last;
             return;
         }
-        Run *next = std::upper_bound(begin(), end(), number, isBefore); // the first run behind it
+        Run *next = std::upper_bound(begin(), end(), number, isBefore); // the first run after it
         const bool joinsNext = next != end() && next->first - 1 == number;
         if (next != begin()) {
             Run &run = *(next - 1);
@@ -49,14 +51,14 @@ public:
             return;
         }
         const auto place = next - begin();
-        makeRoomFor(handle);
+        reserveFor(handle);
         std::move_backward(begin() + place, end(), end() + 1);
         _runs[static_cast<std::size_t>(place)] = {number, number};
         ++_numRuns;
     }
 
-    /// Takes the memory that the next insert may need, so that it cannot fail if it is that of this handle.
-    void makeRoomFor(Handle handle) {
+    /// Allocates what inserting this handle needs, so that inserting it next cannot fail.
+    void reserveFor(Handle handle) {
         if (_numRuns < _capacity || extendsLast(handle._value))
             return;
         const std::uint32_t capacity = _capacity == 0 ? 2 : 2 * _capacity;
@@ -78,7 +80,7 @@ public:
         return size;
     }
 
-    /// Calls `visit` with each handle, ascending.
+    /// Calls `visit` for each handle, ascending.
     template <class Visit>
     void forEach(Visit visit) const {
         for (const Run *run = begin(); run != end(); ++run)
@@ -97,19 +99,17 @@ public:
 
     void save(RtiBuffer &buffer) const {
         buffer.put(static_cast<unsigned long>(size()));
-        forEach([&buffer](const Handle &handle) { buffer.put(handle); });
+        forEach([&buffer](const Handle &handle) { writeHandle(buffer, handle); });
     }
-    /// Throws RTI::RTIinternalError for handles that do not ascend.
+    /// Throws RTI::RTIinternalError if the handles do not ascend.
     void restore(RtiBuffer &buffer) {
         const unsigned long count = readCount(buffer, 1, "handles");
         _numRuns = 0;
         for (unsigned long i = 0; i < count; ++i) {
             const std::size_t byte = imageByte(buffer);
-            Number number = 0;
-            buffer.get(&number, 1);
+            const Number number = readHandle<Handle>(buffer)._value;
             if (i > 0 && number <= _runs[_numRuns - 1].last)
-                refuseImage(byte, "the handle ", toString(number), " stands behind ",
-                            toString(_runs[_numRuns - 1].last));
+                refuseImage(byte, "the handle ", toString(number), " follows ", toString(_runs[_numRuns - 1].last));
             insert(number);
         }
     }
@@ -118,9 +118,9 @@ private:
     struct Run {
         Number first, last;
     };
-    /// Whether one run has all of another.
+    /// Whether one of the runs contains the whole run `all`.
     bool contains(const Run &all) const {
-        const Run *run = begin(); // the last one that begins at or before it, found without a branch
+        const Run *run = begin(); // becomes the last run that begins at or before `all`; the loop has no branch
         for (std::size_t left = _numRuns; left > 1;) {
             const std::size_t half = left / 2;
             run += run[half].first <= all.first ? half : 0;
@@ -139,8 +139,8 @@ private:
     const Run *begin() const { return _runs.get(); }
     const Run *end() const { return _runs.get() + _numRuns; }
 
-    // A vector of a third of its size: most classes have neither children nor descendants.
-    std::unique_ptr<Run[]> _runs; // ascending, with a gap between each two
+    // A third of the size of a vector: most classes have neither children nor descendants.
+    std::unique_ptr<Run[]> _runs; // ascending, with a gap between any two
     std::uint32_t _numRuns = 0;
     std::uint32_t _capacity = 0;
 };

@@ -14,12 +14,14 @@
 #include <vector>
 
 /// The records declared in a class or space: its attributes, parameters or dimensions. It owns them, keeps them in the
-/// order in which they were added, and finds them by name in any letter case and by handle.
+/// order of addition, and finds them by handle and by name in any letter case.
 ///
-/// Most classes declare a handful, whose handles ascend as a counter makes them: these are found by their place among
-/// the others, without any further table. And most look-ups by name ask a class for what a class above it declares: a
-/// filter of one word answers these.
-/// Threads: const members on any number of threads at once.
+/// Most classes declare a handful of members, whose handles ascend since a counter issues them. Such a table is one
+/// array of entries: a lookup by handle computes the index, or searches for it; a lookup by name compares the hashes of
+/// the entries. Most lookups by name ask a class for what one of its ancestors declares, so a filter of 64 bits, one
+/// chosen by the hash of each name, answers nearly all of these misses at once. Only a table of more than kFew names,
+/// or with a handle that does not ascend, has a name map or a handle map beside the array (Extra). Threads: const
+/// members on any number of threads at once.
 template <class Record>
 class RtiFedMemberTable {
     struct Entry {
@@ -36,29 +38,29 @@ public:
     RtiFedMemberTable(const RtiFedMemberTable &) = delete;
     RtiFedMemberTable &operator=(const RtiFedMemberTable &) = delete;
 
-    /// Puts the records into an arena that others share; an empty table's only. It must outlive the table.
+    /// Lets the records be allocated in a shared arena. Call it while there are none; the arena must outlive the table.
     void share(RtiFedArena &arena) { _arena = &arena; }
 
-    /// Takes the memory for so many records, but not for the records themselves.
+    /// Allocates entries for `capacity` records, but not the records themselves. Throws std::bad_alloc.
     void reserve(std::size_t capacity) {
         if (capacity <= _capacity)
             return;
         if (capacity > std::min<std::size_t>(UINT32_MAX, SIZE_MAX / 2 / sizeof(Entry)))
             throw std::bad_alloc();
-        auto *entries = static_cast<Entry *>(arena().take(capacity * sizeof(Entry), alignof(Entry)));
+        auto *entries = static_cast<Entry *>(arena().allocate(capacity * sizeof(Entry), alignof(Entry)));
         std::uninitialized_copy(_entries, _entries + _size, entries);
         _entries = entries;
         _capacity = static_cast<std::uint32_t>(capacity);
     }
 
-    /// Makes a record, adds it, and returns it. One whose name or handle is taken is not found by it. `hashed` is its
-    /// name, which need not live on. Either the record is added or, if memory runs out, nothing has changed.
+    /// Makes a record, adds it, and returns it. If its name or handle is in use, lookups by it still return the earlier
+    /// record. `hashed` is its name. Throws std::bad_alloc, leaving the table unchanged.
     template <class... Arguments>
     Record *add(const RtiFedName &hashed, Arguments &&...arguments) {
         return adopt(make(std::forward<Arguments>(arguments)...), hashed.hash());
     }
 
-    /// Whether there is a record of this name. Nearly always there is none, and the filter says so without a call.
+    /// Whether there is a record of this name.
     bool has(const RtiFedName &name) const { return passes(name) && find(name); }
     Record *find(const RtiFedName &name) const {
         if (!passes(name))
@@ -70,7 +72,7 @@ public:
                 return entry->record;
         return nullptr;
     }
-    /// Finds a name that is given in upper case: here a spelling in any other case is not found.
+    /// Finds a record by a name that must be given in upper case; in any other spelling it is not found.
     Record *findUpperCase(const RtiFedName &name) const {
         for (const char c : name.text())
             if (RtiFedName::upper(c) != c)
@@ -93,10 +95,10 @@ public:
         return place != _entries + _size && place->handle == number ? place->record : nullptr;
     }
 
-    /// The record added at this place, counted from 0, or null behind the last.
+    /// The record at `index` in the order of addition, from 0; null if there are fewer.
     Record *at(unsigned long index) const { return index < _size ? _entries[index].record : nullptr; }
     std::size_t size() const { return _size; }
-    std::size_t numNames() const { return _size - (_extra ? _extra->numNameless : 0); }
+    std::size_t numNames() const { return _size - (_extra ? _extra->numDuplicateNames : 0); }
     std::size_t numHandles() const { return _extra && _extra->handles ? _extra->handles->size() : _size; }
 
     /// Iterates over the records, in the order of addition.
@@ -117,13 +119,6 @@ public:
     Iterator begin() const { return Iterator(_entries); }
     Iterator end() const { return Iterator(_entries + _size); }
 
-    /// Calls `visit` with the handle of each record. Nearly always, none of them is read for that.
-    template <class Visit>
-    void forEachHandle(Visit visit) const {
-        for (const Entry *entry = _entries; entry != _entries + _size; ++entry)
-            visit(_extra && _extra->handles ? entry->record->getHandle() : Handle(entry->handle));
-    }
-
     unsigned long checksum() const {
         unsigned long checksum = 0;
         for (const Record &record : *this)
@@ -131,39 +126,37 @@ public:
         return checksum;
     }
 
-    /// The image: how many there are, then each in the order of addition.
+    /// Writes the image: the number of records, then each in the order of addition.
     void save(RtiBuffer &buffer) const {
         buffer.put(static_cast<unsigned long>(_size));
-        for (const Record &record : *this)
+        for (Record &record : *this)
             buffer.put(record);
     }
-    /// Throws RTI::RTIinternalError for a handle that stands twice; `what` is what the records are called there.
-    void restore(RtiBuffer &buffer, const char *what) {
+    /// Replaces the records by those of an image; `members` is the word for them in messages. A duplicate name or
+    /// handle is accepted, as in add.
+    void restore(RtiBuffer &buffer, const char *members) {
         clear();
-        unsigned long count = readCount(buffer, Record::_numImageValues, what);
-        reserve(atOnce(buffer, count));
+        unsigned long count = readCount(buffer, Record::_numImageValues, members);
+        reserve(countToReserve(buffer, count));
         for (; count > 0; --count) {
-            const std::size_t byte = imageByte(buffer);
             Owner record = make(buffer);
             const std::uint64_t hash = nameOf(*record).hash();
-            const Record *added = adopt(std::move(record), hash);
-            if (find(added->getHandle()) != added)
-                refuseImage(byte, "the handle ", toString(added->getHandle()._value), " stands twice among the ", what);
+            adopt(std::move(record), hash);
         }
     }
 
 private:
-    static constexpr std::size_t kFew = 16;      // a look-up by name among more of them is worth a table
-    static constexpr std::size_t kFirstRoom = 4; // entries
+    static constexpr std::size_t kFew = 16; // beyond this number a name map is faster than the array
+    static constexpr std::size_t kFirstCapacity = 4;
 
     using Names = RtiFedNameMap<Record *>;
     using Handles = RtiFedHandleMap<Handle, Record *>;
     /// What few tables need.
     struct Extra {
-        std::unique_ptr<RtiFedArena> arena; // its own
-        std::unique_ptr<Names> names;       // from the first name beyond a few
-        std::unique_ptr<Handles> handles;   // from the first handle that does not ascend
-        std::uint32_t numNameless = 0;      // records whose name was taken
+        std::unique_ptr<RtiFedArena> arena;  // if none is shared
+        std::unique_ptr<Names> names;        // from the first name beyond kFew
+        std::unique_ptr<Handles> handles;    // from the first handle that does not ascend
+        std::uint32_t numDuplicateNames = 0; // records whose name was in use
     };
     using Owner = std::unique_ptr<Record, RtiFedDestroy>;
 
@@ -180,12 +173,12 @@ private:
 
     RtiFedArena &arena() {
         if (!_arena) {
-            extra().arena = std::make_unique<RtiFedArena>();
+            ensureExtra().arena = std::make_unique<RtiFedArena>();
             _arena = _extra->arena.get();
         }
         return *_arena;
     }
-    Extra &extra() {
+    Extra &ensureExtra() {
         if (!_extra)
             _extra = std::make_unique<Extra>();
         return *_extra;
@@ -200,32 +193,35 @@ private:
         const Handle handle = record->getHandle();
         const RtiFedName name(record->RtiFedElement::getName(), hash);
         if (_size == _capacity)
-            reserve(_capacity == 0 ? kFirstRoom : std::size_t(2) * _capacity);
-        const bool isNew = !has(name);
-        if (_extra || !isNew || _size >= kFew || !ascendsTo(handle))
-            index(*record, handle, name, isNew);
+            reserve(_capacity == 0 ? kFirstCapacity : std::size_t(2) * _capacity);
+        const bool isDuplicateName = has(name);
+        if (_extra || isDuplicateName || _size >= kFew || !ascendsTo(handle))
+            enterInExtra(*record, handle, name, isDuplicateName);
         _filter |= bitOf(name);
         new (_entries + _size) Entry{record.get(), hashOf(name), static_cast<std::uint32_t>(handle._value)};
         ++_size;
         return record.release();
     }
 
-    /// Enters the next record into the tables that a large or unusual set of members has.
-    void index(Record &record, const Handle &handle, const RtiFedName &name, bool isNew) {
-        if (!extra().handles && !ascendsTo(handle))
-            _extra->handles = allHandles();
-        if (!_extra->names && isNew && _size >= kFew)
-            _extra->names = allNames();
-        const bool handled = _extra->handles && _extra->handles->insert(handle, &record);
+    /// Enters the next record into the maps, which are made when the array alone no longer finds every record. Throws
+    /// std::bad_alloc; the maps then hold the same entries as before.
+    void enterInExtra(Record &record, const Handle &handle, const RtiFedName &name, bool isDuplicateName) {
+        Extra &extra = ensureExtra();
+        if (!extra.handles && !ascendsTo(handle))
+            extra.handles = allHandles();
+        if (!extra.names && !isDuplicateName && _size >= kFew)
+            extra.names = allNames();
+
+        const bool handleAdded = extra.handles && extra.handles->insert(handle, &record);
         try {
-            if (_extra->names && isNew)
-                _extra->names->insert(name, &record);
+            if (extra.names && !isDuplicateName)
+                extra.names->insert(name, &record);
         } catch (...) {
-            if (handled)
-                _extra->handles->erase(handle);
+            if (handleAdded)
+                extra.handles->erase(handle);
             throw;
         }
-        _extra->numNameless += isNew ? 0 : 1;
+        extra.numDuplicateNames += isDuplicateName ? 1 : 0;
     }
 
     std::unique_ptr<Handles> allHandles() const {
@@ -236,7 +232,7 @@ private:
     }
     std::unique_ptr<Names> allNames() const {
         auto names = std::make_unique<Names>();
-        for (Record &record : *this) // a name that is taken keeps its first record
+        for (Record &record : *this) // a duplicate name keeps its first record
             names->insert(nameOf(record), &record);
         return names;
     }
@@ -246,7 +242,7 @@ private:
             record.~Record();
     }
 
-    /// Empties a table to be filled again. It leaves an arena that it shares, since that takes nothing back.
+    /// Empties the table for a restore. It leaves the shared arena, which cannot reuse the memory, for one of its own.
     void clear() {
         if (_capacity == 0)
             return;
@@ -258,10 +254,10 @@ private:
         _extra.reset();
     }
 
-    std::uint64_t _filter = 0; // a bit for each name, chosen by its hash
+    std::uint64_t _filter = 0; // one bit for each name, chosen by its hash
     Entry *_entries = nullptr; // in the arena
     std::uint32_t _size = 0;
     std::uint32_t _capacity = 0;
-    RtiFedArena *_arena = nullptr; // shared with others, or its own
+    RtiFedArena *_arena = nullptr; // shared, or the one in _extra
     std::unique_ptr<Extra> _extra;
 };

@@ -8,38 +8,38 @@
 #include <string>
 #include <string_view>
 
-/// A name to look for, in any letter case: its text and a hash of its upper case. The hash is computed once, however
-/// many look-ups are asked. It depends on where the library was loaded, which is another place in each process, so that
-/// no file can be written to fill one place of a table.
+/// A name prepared for lookups in any letter case: its text and a hash of its upper case. It does not own the text.
 ///
-/// Names are taken sixteen bytes at a time, each lower-case letter as its upper case. The last block may overlap the
-/// one before it, so that a name is cut into the same blocks wherever it is stored.
+/// The hash is computed once for any number of lookups. It depends on the address at which the library was loaded,
+/// which differs between processes, so nobody can write a file whose names all collide. Names are hashed and compared
+/// in blocks of sixteen bytes, each with a to z replaced by A to Z. The last block of a longer name overlaps the one
+/// before it, so the same name gives the same blocks wherever it is stored, and no byte outside of it is read.
 class RTIFED_EXPORT RtiFedName {
 public:
     RtiFedName(std::string_view text) : _text(text), _hash(hashOf(text)) {}
     RtiFedName(const std::string &text) : RtiFedName(std::string_view(text)) {}
-    /// A name whose hash is known.
+    /// Makes a name whose hash is known.
     RtiFedName(std::string_view text, std::uint64_t hash) : _text(text), _hash(hash) {}
 
     std::string_view text() const { return _text; }
     std::uint64_t hash() const { return _hash; }
 
-    /// Whether two names are the same in upper case.
+    /// Whether two names have the same upper case.
     static bool equal(std::string_view a, std::string_view b) {
         return a.size() == b.size() && equalBlocks<true>(a.data(), b.data(), a.size());
     }
-    /// The same if `b` is in upper case already.
+    /// The same for a `b` that is in upper case already.
     static bool equalUpper(std::string_view a, std::string_view b) {
         return a.size() == b.size() && equalBlocks<false>(a.data(), b.data(), a.size());
     }
 
-    /// Whether a name begins with a prefix of up to sixteen bytes, given in upper case. Meant for constants.
+    /// Whether a name begins with a prefix of up to sixteen bytes that is given in upper case.
     static bool beginsWith(std::string_view name, std::string_view prefix) {
         return name.size() >= prefix.size() && equalBlocks<false>(name.data(), prefix.data(), prefix.size());
     }
 
-    /// The upper case of a byte: a to z become A to Z. Others stay as they are, whatever the locale and the host's own
-    /// upper case say, so that a name is the same in each process.
+    /// Returns the upper case of a byte. Only a to z change, whatever the locale and the host's own upper-casing do, so
+    /// that every process matches names alike.
     static constexpr char upper(char byte) {
         return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
     }
@@ -62,13 +62,13 @@ public:
 
 private:
     using Word = std::uint64_t;
-    // Sixteen bytes, or the same as two words, which the compiler works on as a whole. They are handed on by reference,
-    // since how they are passed by value depends on the options of the compiler.
+    // Sixteen bytes, or the same as two words, for vector instructions. They are passed by reference, since the calling
+    // convention for such values depends on compiler options.
     using Block = unsigned char __attribute__((vector_size(16)));
     using Words = Word __attribute__((vector_size(16)));
 
     static void load(const char *bytes, Block &block) { std::memcpy(&block, bytes, sizeof block); }
-    /// Of a name of up to sixteen bytes: all of them, whatever stands behind them.
+    /// Loads a name of up to sixteen bytes and no byte after it.
     static void loadShort(const char *bytes, std::size_t size, Block &block) {
         Word first = 0, last = 0;
         if (size >= 8) {
@@ -84,7 +84,7 @@ private:
         block = reinterpret_cast<Block>(Words{first, last});
     }
 
-    /// The same as upper, for each byte.
+    /// Applies upper to each byte.
     static void toUpper(Block &block) { block ^= (block - 'a' < 26) & 0x20; }
 
     template <bool foldB>
@@ -114,12 +114,12 @@ private:
         return (differ[0] | differ[1]) == 0;
     }
 
-    /// Each block is mixed with keys of its own, and so none waits for another.
+    /// Mixes each block with its own keys, so that the multiplications do not wait for each other.
     static Word hashOf(std::string_view name) {
         constexpr Word kStep = 0x9E3779B97F4A7C15U, kOther = 0xD6E8FEB86659FD93U;
         const char *bytes = name.data();
         const std::size_t size = name.size();
-        // The two secrets: without them nobody can tell which names share a hash.
+        // Two secrets derived from the address: without them nobody can construct colliding names.
         Word key = reinterpret_cast<std::uintptr_t>(&_anchor) * kStep;
         const Word other = (key ^ key >> 32) * kOther;
         Word hash = 0;
@@ -136,7 +136,7 @@ private:
         return hash ^ mix(block, other, key + size);
     }
 
-    /// A product of both words of a block, in upper case, each changed by a key.
+    /// Multiplies both words of a block, in upper case and each combined with a key.
     static Word mix(Block &block, Word first, Word second) {
         toUpper(block);
         Words words{first, second};
@@ -144,7 +144,7 @@ private:
         return multiply(words[0], words[1]);
     }
 
-    /// Both halves of a product in one.
+    /// Returns the XOR of both halves of the 128-bit product.
     static Word multiply(Word a, Word b) {
 #ifdef __SIZEOF_INT128__
         __extension__ using Wide = unsigned __int128;
@@ -159,7 +159,7 @@ private:
 #endif
     }
 
-    static const char _anchor; // stands at another address in each process
+    static const char _anchor; // its address differs between processes
 
     std::string_view _text;
     Word _hash;

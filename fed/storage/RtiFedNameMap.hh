@@ -12,26 +12,29 @@
 #include <utility>
 #include <vector>
 
-/// A look-up from names to values in any letter case, without a copy of the name that is looked for. `Value` is a small
-/// plain type, and `Value()` means that there is none.
+/// A map from names in any letter case to values. A lookup copies and allocates nothing. `Value` is a small trivial
+/// type, and `Value()` means no value.
 ///
-/// A hash table. Its buckets are one cache line each, and hold for up to seven entries a part of the hash and the place
-/// of the entry. The entries, each its value, then its name in upper case, follow one another in one block; none moves
-/// or goes. So a look-up reads one line of the buckets and the entry, and nothing else.
+/// An open-addressing hash table that nearly always answers with two cache misses. A bucket is one cache line with up
+/// to seven slots, each with 32 bits of the hash and the offset of an entry, and a word of tags: seven bits of the hash
+/// for each slot. One comparison of the word finds the slots whose tag matches. An entry that finds its bucket full is
+/// put into the next one. The entries (value, length, upper-case name) follow each other in one block; none is moved or
+/// removed. The table doubles at five entries per bucket on average, so long runs of full buckets are rare; hostile
+/// names cannot cause them, since RtiFedName's hash has a secret key.
 /// Threads: const members on any number of threads at once.
 template <class Value>
 class RtiFedNameMap {
     static_assert(std::is_trivially_copyable_v<Value>);
 
 public:
-    /// The value of a name, or Value().
+    /// Returns the value of a name, or Value().
     Value find(const RtiFedName &name) const {
         const Word *entry = entryOf(name);
         return entry ? valueAt(entry) : Value();
     }
 
-    /// Adds an entry and returns true; a name that is taken keeps its value, and false is returned. If memory runs out,
-    /// nothing has changed.
+    /// Adds an entry and returns true. If the name is in use, it keeps its value, and false is returned. Throws
+    /// std::bad_alloc, or std::length_error beyond 16 GiB of names, leaving the map unchanged.
     bool insert(const RtiFedName &name, Value value) {
         if (entryOf(name))
             return false;
@@ -43,12 +46,12 @@ public:
         return true;
     }
 
-    /// Gives a name that is there another value.
+    /// Replaces the value of a name, which must be in the map.
     void replace(const RtiFedName &name, Value value) {
         std::memcpy(&_block[static_cast<std::size_t>(entryOf(name) - _block.data())], &value, kValueSize);
     }
 
-    /// Takes the memory for so many names, but not for their letters.
+    /// Allocates the buckets for `size` names, but not the entries.
     void reserve(std::size_t size) {
         std::size_t buckets = _buckets.empty() ? 1 : _buckets.size();
         while (size > buckets * kFill)
@@ -61,8 +64,7 @@ public:
 
     std::size_t size() const { return _size; }
 
-    /// Pairs of each name in upper case and its value, in the order of the names, byte by byte. The names are part of
-    /// the map.
+    /// Returns each name in upper case with its value, sorted by bytes. The names are owned by the map.
     std::vector<std::pair<std::string_view, Value>> sorted() const {
         std::vector<std::pair<std::string_view, Value>> all;
         all.reserve(_size);
@@ -81,22 +83,23 @@ private:
     static constexpr std::size_t kValueSize = sizeof(Value); // NOLINT(bugprone-sizeof-expression): it may be a pointer
     static constexpr std::size_t kValueWords = (kValueSize + sizeof(Word) - 1) / sizeof(Word);
     static constexpr std::size_t kHeadWords = kValueWords + 1;
-    static constexpr std::size_t kSlots = 7; // of a bucket
-    static constexpr std::size_t kFill = 5;  // of these, on average, before the table grows
+    static constexpr std::size_t kSlots = 7; // in a bucket
+    static constexpr std::size_t kFill = 5;  // used slots per bucket, on average, at which the table grows
     static constexpr std::uint64_t kOnes = 0x0101010101010101U;
 
     struct Slot {
         std::uint32_t hash;
-        std::uint32_t place; // of the entry in the block
+        std::uint32_t place; // the offset of the entry in the block
     };
     struct alignas(64) Bucket {
-        /// A byte for each slot, 0 if it is free; the lowest byte is 1 if an entry went on to the next bucket.
+        /// One byte for each slot, 0 if it is free; the lowest byte is kOverflowed if an entry of this bucket is in the
+        /// next one.
         std::uint64_t tags = 0;
         Slot slots[kSlots];
     };
     static_assert(sizeof(Bucket) == 64);
 
-    static constexpr std::uint64_t kWentOn = 1;
+    static constexpr std::uint64_t kOverflowed = 1;
 
     static std::uint64_t tagOf(const RtiFedName &name) { return name.hash() >> 56 | 0x80; }
     static std::size_t wordsOf(std::size_t size) { return kHeadWords + (size + sizeof(Word) - 1) / sizeof(Word); }
@@ -110,7 +113,7 @@ private:
         return {reinterpret_cast<const char *>(entry + kHeadWords), entry[kValueWords]};
     }
 
-    // Inlined, so that the parts of a name that was just hashed need not be read back.
+    // Inlined, so that a name that was just hashed stays in registers.
     [[gnu::always_inline]] const Word *entryOf(const RtiFedName &name) const {
         const auto hash = static_cast<std::uint32_t>(name.hash());
         const std::uint64_t wanted = tagOf(name) * kOnes;
@@ -118,7 +121,8 @@ private:
         for (std::size_t i = 0; i < _buckets.size(); ++i) {
             const Bucket &bucket = _buckets[(hash + i) & mask];
             const std::uint64_t differ = bucket.tags ^ wanted;
-            // The bytes that are equal; and perhaps some that are not, which the comparison sorts out.
+            // Every equal byte has its high bit set; a byte above an equal one may have it too, which the comparison of
+            // the hashes sorts out.
             for (std::uint64_t found = (differ - kOnes) & ~differ & 0x8080808080808000U; found; found &= found - 1) {
                 const Slot &slot = bucket.slots[lowestByte(found) - 1];
                 if (slot.hash != hash)
@@ -127,7 +131,7 @@ private:
                 if (RtiFedName::equalUpper(name.text(), textAt(entry)))
                     return entry;
             }
-            if (!(bucket.tags & kWentOn))
+            if (!(bucket.tags & kOverflowed))
                 return nullptr;
         }
         return nullptr;
@@ -135,12 +139,13 @@ private:
 
     static int lowestByte(std::uint64_t word) { return __builtin_ctzll(word) / 8; }
 
-    /// Appends an entry to the block and returns its place.
+    /// Appends an entry to the block and returns its offset.
     std::uint32_t append(std::string_view name, Value value) {
         const std::size_t place = _block.size();
         const std::size_t end = place + wordsOf(name.size());
         if (name.size() > UINT32_MAX || end > UINT32_MAX)
-            throw std::length_error("a name takes more than 4 GiB, or all names of one look-up more than 16 GiB");
+            throw std::length_error(
+                "a name is longer than 4 GiB, or all names of one map together are longer than 16 GiB");
         if (end > _block.capacity())
             _block.reserve(std::max(end, _block.capacity() + _block.capacity() / 2));
         _block.resize(end);
@@ -150,7 +155,7 @@ private:
         return static_cast<std::uint32_t>(place);
     }
 
-    /// Enters a place into the first bucket with a free slot, from that of the hash.
+    /// Enters an entry into the first bucket with a free slot, starting with the bucket of the hash.
     void enter(std::uint32_t hash, std::uint64_t tag, std::uint32_t place) {
         const std::size_t mask = _buckets.size() - 1;
         for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
@@ -163,7 +168,7 @@ private:
                     return;
                 }
             }
-            bucket.tags |= kWentOn;
+            bucket.tags |= kOverflowed;
         }
     }
 
@@ -176,7 +181,7 @@ private:
                     enter(bucket.slots[i].hash, tag, bucket.slots[i].place);
     }
 
-    std::vector<Bucket> _buckets; // a power of two, or none
+    std::vector<Bucket> _buckets; // their number is a power of two or 0
     std::vector<Word> _block;
     std::size_t _size = 0;
 };

@@ -3,7 +3,10 @@
 #include <atomic>
 #include <memory>
 
-/// A value that is made on first demand, by whichever thread comes first, and then kept and owned. No lock.
+/// A value that is made on first demand by whichever thread comes first, and then kept and owned, without a lock.
+///
+/// Several threads may each make the value; an atomic compare-and-exchange keeps the first and frees the others, so all
+/// threads see one object. That is right only because all of them make equal values.
 template <class T>
 class RtiFedPublished {
 public:
@@ -23,7 +26,7 @@ public:
         return first;
     }
 
-    /// Replaces the value and frees the old one, unless it is the same. Not for use beside other threads.
+    /// Replaces the value and frees the old one, unless it is the same. Needs exclusive access.
     void set(std::unique_ptr<T> value) {
         T *old = _value.exchange(value.get());
         if (old != value.release())

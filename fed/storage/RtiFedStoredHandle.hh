@@ -1,8 +1,8 @@
 #pragma once
 
-#include "infrastructure/RtiBuffer.hh"
+#include "fed/image/RtiFedImage.hh"
 
-/// A handle as the records keep it: its number alone, where the handle itself also carries its table of operations.
+/// A handle as the records store it: the number alone, without the virtual table of a handle object.
 template <class Handle>
 class RtiFedStoredHandle {
 public:
@@ -10,8 +10,8 @@ public:
     RtiFedStoredHandle(const Handle &handle) : _number(handle._value) {}
     operator Handle() const { return _number; }
 
-    void save(RtiBuffer &buffer) const { buffer.put(Handle(_number)); }
-    void restore(RtiBuffer &buffer) { buffer.get(&_number, 1); }
+    void save(RtiBuffer &buffer) const { writeHandle(buffer, Handle(_number)); }
+    void restore(RtiBuffer &buffer) { _number = readHandle<Handle>(buffer)._value; }
 
 private:
     decltype(Handle::_value) _number = 0;

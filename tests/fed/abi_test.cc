@@ -1,5 +1,5 @@
 // Programs that were built against an earlier release call these virtual functions by their place in the class's table,
-// and override them there. A new one goes behind the last.
+// and override them there. A new one is added after the last.
 
 #include "fed/RtiFedElement.hh"
 #include "fed/loading/RtiFedParserCodegen.hh"
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The place of a virtual function, from 0; the destructor takes two.
+/// The index of a virtual function, from 0; the destructor takes two.
 template <class Function>
 std::ptrdiff_t slot(Function function) {
     std::ptrdiff_t word = 0; // one more than the offset in the table
@@ -37,7 +37,7 @@ TEST(Abi, KeepsThePlacesOfVirtualFunctions) {
     expectSlots(6, &RtiFedElement::getName);
     using Put = void (RtiBuffer::*)(unsigned long);
     using PutSigned = void (RtiBuffer::*)(long);
-    using PutObject = void (RtiBuffer::*)(const RtiSaveableType &);
+    using PutObject = void (RtiBuffer::*)(RtiSaveableType &);
     using Get = void (RtiBuffer::*)(unsigned long *, unsigned long);
     using GetSigned = void (RtiBuffer::*)(long *, unsigned long);
     using GetObject = void (RtiBuffer::*)(RtiSaveableType &);

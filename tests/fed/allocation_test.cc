@@ -18,7 +18,6 @@ namespace {
 
 long liveAllocations = 0;
 unsigned long allocationsToFailure = 0; // 0: none will fail
-bool isExhausted = false;               // for who can do without memory
 
 void *allocate(std::size_t size, std::size_t alignment = alignof(std::max_align_t)) noexcept {
     const std::size_t rounded = (size / alignment + 1) * alignment;
@@ -48,8 +47,8 @@ void *operator new[](std::size_t size) { return allocateOrThrow(size); }
 void *operator new(std::size_t size, std::align_val_t alignment) {
     return allocateOrThrow(size, static_cast<std::size_t>(alignment));
 }
-// Not to fail in its turn: whoever calls this, as std::stable_sort does, may do without.
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept { return isExhausted ? nullptr : allocate(size); }
+// Does not fail: callers such as std::stable_sort work without the memory.
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept { return allocate(size); }
 void *operator new[](std::size_t size, const std::nothrow_t &) noexcept { return allocate(size); }
 void operator delete(void *memory) noexcept { release(memory); }
 void operator delete[](void *memory) noexcept { release(memory); }
@@ -192,14 +191,19 @@ TEST(Allocation, FailsInALoadThatIsRefused) {
 }
 
 TEST(Allocation, FailsInAClone) {
-    const RTI::NameNotFound derived("any");
-    const RTI::Exception base("any");
-    const FailNthAllocation failure(1);
-    isExhausted = true;
-    const bool none = !derived.cloneSelf() && !base.cloneSelf();
-    isExhausted = false;
-    EXPECT_TRUE(none);
-    EXPECT_TRUE(failure.happened());
+    const RTI::NameNotFound derived("a reason that is too long to be stored within a string");
+    const RTI::Exception base(derived);
+    const RtiBufferUnderflow underflow(derived._reason);
+    const long liveBefore = liveAllocations;
+    for (const RTI::Exception *original :
+         {static_cast<const RTI::Exception *>(&derived), &base, static_cast<const RTI::Exception *>(&underflow)})
+        for (unsigned long n = 1, failed = 1; failed; ++n) {
+            const FailNthAllocation failure(n);
+            const std::unique_ptr<RTI::Exception> clone(original->cloneSelf());
+            failed = failure.happened();
+            ASSERT_EQ(clone == nullptr, failed) << n;
+        }
+    EXPECT_EQ(liveAllocations, liveBefore);
 }
 
 // ---- Images

@@ -153,7 +153,7 @@ TEST(ObjectClass, NestsToABound) {
     for (unsigned level = 2; level <= kMaxClassNesting; ++level)
         node = node->addObjectClass(level, "c");
     EXPECT_EQ(reasonOf<RTI::RTIinternalError>([&] { node->addObjectClass(999, "deep"); }),
-              "the class deep is nested deeper than 256 levels");
+              "\"RtiFedClassNode\", line 60: the class deep is nested deeper than 256 levels");
     RtiBuffer image = imageOf(root);
     EXPECT_EQ(RtiFedObjectClass(image).getChecksum(), root.getChecksum());
 

@@ -75,6 +75,6 @@ TEST(Space, ChecksumIsMadeOfItsNamesAndHandles) {
 TEST(Space, ChecksumRefusesAWideHandle) {
     if constexpr (sizeof(long) > 4) {
         EXPECT_EQ(reasonOf<RTI::RTIinternalError>([] { RtiFedSpace(1L << 32, "s").getChecksum(); }),
-                  "the handle 4294967296 does not fit into 32 bits");
+                  "\"RtiFedChecksum\", line 20: the handle 4294967296 does not fit into 32 bits");
     }
 }

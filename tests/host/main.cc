@@ -1,4 +1,5 @@
-// What an RTI does with a federation database. Prints the listing of a FED file and writes its image.
+// A program on a host infrastructure: prints the listing of a FED file and writes its image, and checks on the way that
+// the library uses the host as docs/replacing-the-infrastructure.md says.
 // Usage: host FED IMAGE
 
 #include "fed/RtiFedDatabase.hh"
@@ -16,10 +17,56 @@ void check(bool isSo, const char *what) {
         throw std::logic_error(what);
 }
 
-std::string imageOf(const RtiFedDatabase &database) {
+/// Saves through the overload for const objects.
+std::string imageOf(const RtiFedSaveable &object) {
+    RtiBuffer buffer;
+    object.save(buffer);
+    return buffer.bytes();
+}
+
+/// A record that a host derives, and whose operations it overrides as its own base class declares them.
+class HostRecord : public RtiFedParameter {
+public:
+    using RtiFedParameter::RtiFedParameter;
+    RTI_bool save(RtiBuffer &) override { return called(); }
+    void dump(std::ostream &) override { called(); }
+    void diff(RtiBuffer &, std::ostream &) override { called(); }
+
+    RTI_bool called() {
+        ++numCalls;
+        return RTI_true;
+    }
+    int numCalls = 0;
+};
+
+void checkOverriding() {
+    HostRecord record(1, "P");
+    RtiSaveableType &base = record;
+    const RtiFedSaveable &constant = record;
+    RtiBuffer buffer;
+    base.save(buffer);
+    base.dump(std::cerr);
+    base.diff(buffer, std::cerr);
+    buffer.put(base);
+    constant.save(buffer);
+    check(record.numCalls == 5, "the operations that a host overrides");
+}
+
+/// Each single handle of a record is written and read as an object.
+void checkHandlesAreObjects() {
+    RtiFedDatabase database(RtiFedDatabaseConstructorArg("", RTI_false));
+    database.addObjectClassAttribute(database.addObjectClass("ObjectRoot"), "A", 2, 1, 0);
+    database.addInteractionClass("InteractionRoot", 2, 1, 0);
+    database.addSpace("S");
     RtiBuffer buffer;
     database.save(buffer);
-    return buffer.bytes();
+    // The class with its handle and parent, the attribute with its four; the interaction class with five; the space
+    // with two; the attribute with its class; the counters.
+    const int numRecords = 4, numHandles = 2 + 4 + 5 + 2 + 2 + 5;
+    check(buffer.numObjects == numRecords + numHandles, "the objects that are written");
+    buffer.numObjects = 0;
+    const RtiFedDatabase copy(buffer);
+    check(buffer.numObjects == numHandles, "the handles that are read");
 }
 
 void checkAnswers(const RtiFedDatabase &database) {
@@ -29,8 +76,8 @@ void checkAnswers(const RtiFedDatabase &database) {
     check(database.getAttributeName(position, tug) == "Position", "an inherited attribute by its handle");
     check(database.getRoutingSpaceName(database.getAttributeRoutingSpaceHandle(position, tug)) == "ApproachArea",
           "the space of an attribute");
-    check(database.objectClassExists("Manager.Federate") == RTI_true, "a class that is there");
-    check(database.objectClassExists("Manager.Federat") == RTI_false, "a class that is not there");
+    check(database.objectClassExists("Manager.Federate") == RTI_true, "an existing class");
+    check(database.objectClassExists("Manager.Federat") == RTI_false, "an unknown class");
     const RtiAttributeHandleSet &available = *database.getAvailableAttributeHandles(tug, 0);
     check(database.verifyAvailableAttributes(tug, available) == RTI_true && available.isMember(position),
           "the attributes of a class");
@@ -40,13 +87,13 @@ void checkAnswers(const RtiFedDatabase &database) {
         check(false, "a class that was found by mistake");
     } catch (const RTI::Exception &thrown) {
         const std::unique_ptr<RTI::Exception> clone(thrown.cloneSelf());
-        check(dynamic_cast<RTI::NameNotFound *>(clone.get()) && clone->_name == "NameNotFound" && clone->_serial == 0 &&
-                  clone->_reason.find("None not found") != std::string::npos,
+        check(dynamic_cast<RTI::NameNotFound *>(clone.get()) && clone->_name == "RTI.NameNotFound" &&
+                  clone->_serial == -1 && clone->_reason.find("None not found") != std::string::npos,
               "the exception for an unknown name");
     }
 }
 
-/// Whether an image is refused, and not for want of memory.
+/// Whether an image is refused for its contents, not because memory ran out.
 bool isRefused(const std::string &image) {
     try {
         RtiBuffer buffer(image);
@@ -61,7 +108,7 @@ bool isRefused(const std::string &image) {
 
 void checkDamaged(const std::string &image) {
     for (std::size_t size = 0; size < image.size(); size += 101)
-        check(isRefused(image.substr(0, size)), "an image that was cut");
+        check(isRefused(image.substr(0, size)), "a truncated image");
     const std::size_t name = image.find("ObjectRoot");
     for (const std::size_t number : {name - 10, name + 10, name + 18}) { // of classes, of subclasses, of attributes
         std::string tooMany = image;
@@ -104,9 +151,11 @@ void useDatabase(const std::string &fedFile, const std::string &imageFile) {
 
 int main(int, char **arguments) {
     try {
+        checkOverriding();
+        checkHandlesAreObjects();
         checkWrongText(arguments[2]);
         useDatabase(arguments[1], arguments[2]);
-        check(RtiAttributeHandleSet::numOnHeap == 0, "all sets of handles given back");
+        check(RtiAttributeHandleSet::numOnHeap == 0, "all sets of handles freed");
         return 0;
     } catch (const RTI::Exception &thrown) {
         std::cerr << "FAILED: " << thrown._name << ": " << thrown._reason << '\n';

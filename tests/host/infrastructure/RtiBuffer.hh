@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-/// A number is eight bytes, the least significant first.
+/// A number is eight bytes, the least significant first. Objects that pass through the buffer are counted.
 class RtiBuffer {
 public:
     RtiBuffer() = default;
@@ -13,7 +13,10 @@ public:
 
     virtual void put(unsigned long value) { appendNumber(value, 8); }
     virtual void put(long value) { appendNumber(static_cast<unsigned long long>(value), 8); }
-    virtual void put(const RtiSaveableType &object) { object.save(*this); }
+    virtual void put(RtiSaveableType &object) {
+        ++numObjects;
+        object.save(*this);
+    }
     virtual void get(unsigned long *values, unsigned long count) {
         for (unsigned long i = 0; i < count; ++i)
             values[i] = getUnsignedLong();
@@ -22,9 +25,13 @@ public:
         for (unsigned long i = 0; i < count; ++i)
             values[i] = static_cast<long>(getUnsignedLong());
     }
-    virtual void get(RtiSaveableType &object) { object.restore(*this); }
+    virtual void get(RtiSaveableType &object) {
+        ++numObjects;
+        object.restore(*this);
+    }
     virtual unsigned long getUnsignedLong() { return takeNumber(8); }
 
+    int numObjects = 0;
     const std::string &bytes() const { return _bytes; }
 
     void append(const std::string &bytes) { _bytes += bytes; }

@@ -1,6 +1,5 @@
 #include "infrastructure/RtiFedParser.hh"
 
-#include "fed/RtiFedClassNesting.hh"
 #include "fed/loading/RtiFedParserCodegen.hh"
 
 #include <cstring>
@@ -17,7 +16,7 @@ struct Clause {
     std::vector<Clause> clauses;
 };
 
-/// The next byte; a comment is no more than the end of its line.
+/// Reads the next byte; a comment reads as the end of its line.
 int nextByte(std::FILE *file) {
     int c = std::getc(file);
     if (c == ';')
@@ -26,7 +25,7 @@ int nextByte(std::FILE *file) {
     return c;
 }
 
-/// Reads the rest of a clause, behind its "(".
+/// Reads the rest of a clause, after its "(".
 Clause readClause(std::FILE *file, unsigned level) {
     if (level > kMaxClassNesting + 2)
         throw "nested too deeply";

@@ -9,8 +9,8 @@ class RtiBuffer;
 class RtiSaveableType {
 public:
     virtual ~RtiSaveableType() = default;
-    virtual RTI_bool save(RtiBuffer &buffer) const = 0;
+    virtual RTI_bool save(RtiBuffer &buffer) = 0;
     virtual void restore(RtiBuffer &buffer) = 0;
-    virtual void dump(std::ostream &os) const = 0;
-    virtual void diff(RtiBuffer &buffer, std::ostream &os) const = 0;
+    virtual void dump(std::ostream &os) = 0;
+    virtual void diff(RtiBuffer &buffer, std::ostream &os) = 0;
 };

@@ -1,0 +1,200 @@
+// What save writes, restore takes: whatever a host does with the public interface, the image of the database restores,
+// saves to the same bytes again, and answers the same.
+
+#include "tests/Support.hh"
+
+#include <random>
+#include <vector>
+
+namespace {
+
+/// Calls random building operations, of the database and of its records directly.
+class RandomHost {
+public:
+    explicit RandomHost(unsigned seed) : _random(seed) {}
+
+    std::unique_ptr<RtiFedDatabase> build() {
+        for (unsigned long left = 5 + below(60); left > 0; --left) {
+            try {
+                act();
+            } catch (const RTI::Exception &) { // a refused call has no effect on the image but a handle
+            }
+        }
+        return std::move(_db);
+    }
+
+private:
+    unsigned long below(unsigned long bound) {
+        return std::uniform_int_distribution<unsigned long>(0, bound - 1)(_random);
+    }
+    template <class T>
+    T any(const std::vector<T> &values) {
+        return values[below(values.size())];
+    }
+    std::string name() {
+        return any<std::string>({"a", "A", "b", "ObjectRoot", "InteractionRoot", "\xE4{", "", "Long_name_of_a_member"});
+    }
+    /// A handle that a counter might issue, or one that a host chose.
+    unsigned long handle() { return any<unsigned long>({0, 1 + below(9), 5000 + below(3), 0xFFFFFFFFUL}); }
+
+    std::string className() {
+        std::string full = name();
+        while (below(3) > 0)
+            full += "." + name();
+        return full;
+    }
+
+    void act() {
+        switch (below(18)) {
+        case 0:
+            _db->setFederateName(name());
+            break;
+        case 1:
+            _db->setFederateVersion(name());
+            break;
+        case 2:
+            _db->createAttributeHandle();
+            break;
+        case 3:
+            _db->createObjectClassHandle();
+            break;
+        case 4:
+            _spaces.push_back(_db->addSpace(name()));
+            break;
+        case 5:
+            _db->addSpaceDimension(any(_spaces), name());
+            break;
+        case 6:
+            any(_spaces)->createDimensionHandle();
+            break;
+        case 7:
+            _db->createMomDefaultSpace();
+            break;
+        case 8:
+            _db->addObjectClassAttribute(any(_objects), name(), handle(), handle(), 1);
+            break;
+        case 9:
+            any(_objects)->addAttribute(handle(), name(), 1, 1, -1);
+            break;
+        case 10:
+            any(_interactions)->addParameter(handle(), name());
+            break;
+        case 11:
+            announce(any(_objects));
+            break;
+        case 12:
+            announce(any(_interactions));
+            break;
+        case 13:
+            any(_objects)->addChildClassToAll(handle());
+            break;
+        case 14:
+            _objects.push_back(any(_objects)->addObjectClass(handle(), name()));
+            break;
+        case 15:
+            _interactions.push_back(any(_interactions)->addInteractionClass(handle(), name(), 1, 2, 0));
+            break;
+        case 16:
+            _objects.push_back(_db->addObjectClass(className()));
+            break;
+        default:
+            _interactions.push_back(_db->addInteractionClass(className(), handle(), handle(), 0));
+        }
+    }
+
+    /// Announces a child of a greater handle, be it another class's child or no class at all: circles are refused.
+    template <class Node>
+    void announce(Node *node) {
+        const unsigned long child = handle();
+        if (child > node->getHandle()._value)
+            node->addChildClass(child);
+    }
+
+    std::mt19937 _random;
+    std::unique_ptr<RtiFedDatabase> _db = emptyDatabase();
+    std::vector<RtiFedSpace *> _spaces{_db->addSpace("S")};
+    std::vector<RtiFedObjectClass *> _objects{_db->addObjectClass("ObjectRoot")};
+    std::vector<RtiFedInteractionClass *> _interactions{_db->addInteractionClass("InteractionRoot", 1, 1, 0)};
+};
+
+template <class Answer>
+std::string textOf(Answer answer) {
+    try {
+        return answer();
+    } catch (const RTI::Exception &refused) {
+        return refused._reason;
+    }
+}
+
+template <class Set>
+void print(std::ostream &os, const Set &handles) {
+    for (const auto &handle : handles)
+        os << handle._value << ' ';
+    os << '\n';
+}
+
+/// Answers about members and derivation that do not depend on spaces which the image leaves out.
+std::string structureOf(const RtiFedDatabase &db) {
+    std::ostringstream os;
+    for (const RtiObjectClassHandle &handle : db.getObjectClassHandleSet()) {
+        std::set<RtiObjectClassHandle> derived;
+        db.getDerivedObjectClassHandleSet(handle, derived);
+        print(os, derived);
+        print(os, db.find(handle)->getChildrenClasses());
+        print(os, db.find(handle)->descendants().toSet());
+        os << db.getObjectClassName(handle) << dumpOf(*db.find(handle));
+        for (unsigned long attribute : {0UL, 1UL, 2UL, 3UL, 5000UL, 5001UL, 0xFFFFFFFFUL})
+            os << db.getRealObjectClassHandle(handle, attribute)._value << ' '
+               << textOf([&] { return db.getAttributeName(attribute, handle); }) << '\n';
+        for (const char *name : {"A", "B", "", "long_NAME_of_a_member"})
+            os << textOf([&] { return toString(db.getAttributeHandle(name, handle)._value); }) << '\n';
+    }
+    for (const RtiInteractionClassHandle &handle : db.getInteractionClassHandleSet()) {
+        std::set<RtiInteractionClassHandle> derived;
+        db.getDerivedInteractionClassHandleSet(handle, derived);
+        print(os, derived);
+        print(os, db.getAvailableInteractionClassHandles(handle));
+        os << db.getInteractionClassName(handle) << dumpOf(*db.find(handle));
+    }
+    os << textOf([&db] { return listing(db); }) << db.getChecksum();
+    return os.str();
+}
+
+} // namespace
+
+TEST(ImageProperty, WhatSaveWritesRestoreTakes) {
+    for (unsigned seed = 0; seed < 2000; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        const auto origin = RandomHost(seed).build();
+        const std::string image = bytesOf(*origin);
+        const auto copy = restored(image);
+        ASSERT_EQ(bytesOf(*copy), image);
+        ASSERT_EQ(copy->getChecksum(), origin->getChecksum());
+        if (copy->getRoutingSpaceHandleSet() == origin->getRoutingSpaceHandleSet()) {
+            ASSERT_EQ(structureOf(*copy), structureOf(*origin));
+        }
+    }
+}
+
+// The walks end, although the children form circles and reach classes in several ways.
+TEST(ImageProperty, DerivedClassesAreFoundAlongAnyLinks) {
+    const auto db = emptyDatabase();
+    RtiFedObjectClass *root = db->addObjectClass("R");
+    std::string name = "R";
+    std::vector<RtiFedObjectClass *> chain{root};
+    for (int i = 0; i < 60; ++i)
+        chain.push_back(db->addObjectClass(name += ".C"));
+    for (RtiFedObjectClass *from : chain)
+        for (const RtiFedObjectClass *to : chain)
+            from->addChildClass(to->getHandle());
+    RtiFedObjectClass *apart = db->addObjectClass("Apart");
+    chain.back()->addChildClass(apart->getHandle());
+    for (const RtiFedObjectClass *from : {chain.front(), chain.back()}) {
+        std::set<RtiObjectClassHandle> derived;
+        db->getDerivedObjectClassHandleSet(from->getHandle(), derived);
+        EXPECT_EQ(derived.size(), chain.size() + 1);
+    }
+    RtiBuffer image = imageOf(*db);
+    EXPECT_NE(reasonOf<RTI::RTIinternalError>([&image] { const RtiFedDatabase copy(image); }).find("form a circle"),
+              std::string::npos);
+}
