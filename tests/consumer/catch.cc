@@ -1,4 +1,4 @@
-// Exceptions that are thrown within either library are caught here by their type.
+// Checks that a program can catch exceptions of both shared libraries by their type.
 
 #include "fed/RtiFedDatabase.hh"
 #include "infrastructure/RtiBuffer.hh"
@@ -13,7 +13,7 @@ bool catches(Action action) {
     } catch (const Exception &) {
         return true;
     } catch (const RTI::Exception &other) {
-        std::cerr << "caught " << other._name << " as no more than RTI::Exception\n";
+        std::cerr << "caught " << other._name << " only as RTI::Exception\n";
     }
     return false;
 }
