@@ -1,6 +1,6 @@
 #!/bin/sh
-# Builds the library on the infrastructure of tests/host, and compares what it makes of a FED file with what the program
-# makes of it. Usage: host_test.sh PROGRAM FED BUILD_DIR CMAKE_OPTION...
+# Builds the library on the infrastructure of tests/host, and compares its listing of a FED file with the program's. Usage:
+# host_test.sh PROGRAM FED BUILD_DIR CMAKE_OPTION...
 set -eu
 here=$(dirname "$0")
 program=$1 fed=$2 build=$3

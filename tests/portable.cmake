@@ -1,4 +1,4 @@
-# Whether this machine gives the images and checksums of data/portable.txt. A program of another machine runs under
+# Checks that this machine's images and checksums are those of data/portable.txt. A cross-compiled program runs under
 # CMAKE_CROSSCOMPILING_EMULATOR.
 add_executable(rtifed-portable-test ${CMAKE_CURRENT_LIST_DIR}/fed/portable_test.cc)
 target_link_libraries(rtifed-portable-test PRIVATE rtifed rtifed_options)
