@@ -223,14 +223,3 @@ TEST(Parser, CountsLinesAndColumns) {
     EXPECT_EQ(errorsOf(std::string(10000, '\n') + std::string(9000, ' ') + "x"),
               "10001:9001: expected \"(FED\", found \"x\"\n");
 }
-
-TEST(Parser, HasTheLimitsThatPeopleAreTold) {
-    const std::string page = readFile(RTIFED_DOCS "/../SECURITY.md");
-    for (const auto &[name, value] :
-         std::vector<std::pair<std::string, std::size_t>>{{"kMaxTextSize", kMaxTextSize},
-                                                          {"kMaxNameLength", kMaxNameLength},
-                                                          {"kMaxFullNames", kMaxFullNames},
-                                                          {"kMaxClassNesting", kMaxClassNesting},
-                                                          {"kMaxErrors", kMaxErrors}})
-        EXPECT_NE(page.find("\n| `" + name + "` | " + std::to_string(value) + " |"), std::string::npos) << name;
-}
