@@ -41,10 +41,11 @@ Delivery makeDelivery(Random &random, std::size_t numSpaces) {
             inSpace ? static_cast<int>(random.below(numSpaces)) : Federation::kNoSpace};
 }
 
-/// The names from the root to the class that was declared last.
+/// The path of names from the root to the class declared last.
 class Path {
 public:
-    /// The level of the next class: a little more often one deeper than back up, at times directly below the root.
+    /// Returns the level of the next class: slightly more often one deeper than back up, sometimes directly below the
+    /// root.
     unsigned nextLevel(Random &random) const {
         const auto deepest = static_cast<unsigned>(_levels.size());
         if (deepest < 2 || random.below(64) == 0)
@@ -65,7 +66,7 @@ public:
         } while (!enter(level, name));
         return name;
     }
-    /// Goes to a class of this level; false if there has been one of that name.
+    /// Enters a class of this level; false if the name is in use.
     bool enter(unsigned level, const std::string &name) {
         std::string fullName = level == 1 ? name : fullNameAt(level - 1) + "." + name;
         if (!_fullNames.insert(lower(fullName)).second)
@@ -75,7 +76,7 @@ public:
         return true;
     }
     void returnToRoot() { _levels.resize(1); }
-    /// Declares a member in the class; false if it has or inherits one of that name.
+    /// Declares a member in the class; false if the class has or inherits one of that name.
     bool declare(const std::string &memberName) {
         const std::string name = lower(memberName);
         for (const Level &level : _levels)
@@ -98,7 +99,7 @@ private:
     std::unordered_set<std::string> _fullNames; // in lower case, as are the members
 };
 
-/// Adds classes, and members spread over them, below the root that is there.
+/// Adds classes, and members spread over them, below the existing root.
 void grow(std::vector<Class> &classes, Random &random, std::size_t numClasses, std::size_t numMembers,
           std::size_t numSpaces) {
     Path path;
@@ -142,8 +143,8 @@ std::size_t numDeclarationsIn(const std::vector<Class> &classes) {
     return count;
 }
 
-/// Calls `open`, `member` and `close` in the order of the text; `open` for a class before its members, `close` behind
-/// the classes in it.
+/// Calls `open`, `member` and `close` in the order of the text: `open` before the members of a class, `close` after its
+/// subclasses.
 template <class Open, class MemberLine, class Close>
 void forEachLine(const std::vector<Class> &classes, Open open, MemberLine member, Close close) {
     std::vector<const Class *> opened;
@@ -286,7 +287,7 @@ std::string toProto(const Federation &federation) {
         number = 0;
         text += indent(c, 0) + "message " + c.name + " {\n";
     };
-    // The underscore keeps a field apart from a message beside it.
+    // The underscore distinguishes a field from a message of the same name.
     const auto member = [&](const Class &c, const Member &m) {
         const auto space = static_cast<std::size_t>(m.delivery.space);
         number += 2;

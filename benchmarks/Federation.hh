@@ -6,7 +6,7 @@
 
 class RtiFedDatabase;
 
-/// The declarations of a federation, in the order of its file, from which files of all formats are written.
+/// The declarations of a federation in file order, from which files of all formats are written.
 struct Federation {
     static constexpr int kNoSpace = -1;
 
@@ -20,8 +20,8 @@ struct Federation {
         Delivery delivery; // of an attribute
     };
     struct Class {
-        std::string name;  // its own, without those above it
-        unsigned level;    // 1 for a root; the class above is the last one before it of a smaller level
+        std::string name;  // its own, without those of its superclasses
+        unsigned level;    // 1 for a root; the superclass is the last class before it with a smaller level
         Delivery delivery; // of an interaction class
         std::vector<Member> members;
     };
@@ -36,15 +36,15 @@ struct Federation {
     std::size_t numDeclarations() const;
 };
 
-/// A federation with the declarations of `start` and about as many more as asked for: 15 % object classes at level 3 to
-/// 8 with full names of 30 to 60 bytes, 65 % attributes, 5 % interaction classes, 15 % parameters, and a few spaces. It
-/// depends on nothing else.
+/// A federation with the declarations of `start` and about the given number more: 15 % object classes at level 3 to 8
+/// with full names of 30 to 60 bytes, 65 % attributes, 5 % interaction classes, 15 % parameters, and a few spaces.
+/// Deterministic.
 Federation generateFederation(const RtiFedDatabase &start, std::size_t declarations);
 
 std::string toFed(const Federation &federation);
-/// Classes nested as in the FED text, and one attribute of the element for each word behind a name.
+/// Classes are nested as in the FED text; an element has one attribute for each word after its name.
 std::string toXml(const Federation &federation);
 /// Classes are messages nested as in the FED text, their members fields; spaces are messages too, their dimensions
 /// fields. A field is optional if its attribute is reliable, else repeated; its number is odd for timestamp; its type
-/// is the space, which has to be looked up as in the other formats. The delivery of interaction classes is left out.
+/// is the space, which has to be looked up as in the other formats. The delivery of interaction classes is omitted.
 std::string toProto(const Federation &federation);

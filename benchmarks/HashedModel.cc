@@ -12,7 +12,7 @@
 
 namespace {
 
-using Handle = std::uint32_t; // 0 for none; that of a record is its place, from 1
+using Handle = std::uint32_t; // the position of a record, from 1; 0 for none
 using Names = absl::flat_hash_map<std::string, Handle>;
 
 struct Nothing {};
@@ -32,7 +32,7 @@ struct Tree {
     struct Class : ClassDelivery {
         std::string name;
         Handle parent;
-        Handle firstMember; // whose handles follow one another
+        Handle firstMember; // the handles of the others follow
         Names memberHandles;
     };
     struct Member : MemberDelivery {
@@ -46,7 +46,7 @@ struct Tree {
                 return true;
         return false;
     }
-    /// Calls `visit` for a class and those below it, which follow it.
+    /// Calls `visit` for a class and its descendants, which follow it.
     template <class Visit>
     void forEachDerived(const std::string &name, Visit visit) {
         const Handle first = classHandles.at(name);
@@ -146,7 +146,7 @@ private:
             readClass(tree, child, handle, memberTag);
     }
 
-    /// `last` is the attribute read last, behind which the next is sought first.
+    /// Searches from `last`, the attribute read last, since attributes are mostly read in their order.
     template <class Kind>
     Kind readDelivery(const pugi::xml_node &element, pugi::xml_attribute &last) const {
         if constexpr (std::is_same_v<Kind, Nothing>) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-/// What a model declares, a line each, so that models can be compared.
+/// The declarations of a model, one line each, for comparing models.
 class Listing {
 public:
     enum Detail { namesOnly, all };
@@ -35,7 +35,7 @@ private:
 ///     interaction NAME HANDLE PARENT TRANSPORTATION ORDERING SPACE
 ///     parameter NAME HANDLE
 ///
-/// where names of classes are full; the space that is added for the MOM is left out of a listing of names only.
+/// where names of classes are full; a listing of names only omits the space that is added for the MOM.
 class Model {
 public:
     Model() = default;
@@ -46,18 +46,18 @@ public:
     virtual void list(Listing &listing) const = 0;
 };
 
-/// A way to bring a federation into memory.
+/// A way to load a federation.
 struct Load {
     std::function<std::unique_ptr<Model>()> load; ///< From a file, or from an image that is in memory already.
-    Listing::Detail detail;                       ///< What can be compared of the model.
+    Listing::Detail detail;                       ///< The details in which models can be compared.
 };
 
-/// The contender's load of the federation in STEM.fed, STEM.xml and STEM.proto; throws if there is none of that name.
-/// "text" and "image" are ours; "maps" are flat hash maps built from the XML, "tree" is that XML parsed and no more,
-/// "descriptors" is a descriptor pool, and "plain" a plain reader of the FED text.
+/// The contender's load of the federation in STEM.fed, STEM.xml and STEM.proto; throws if the contender is unknown.
+/// "text" and "image" are ours; "maps" are flat hash maps built from the XML, "tree" only parses that XML,
+/// "descriptors" is a descriptor pool, and "plain" a simple reader of the FED text.
 Load loadOf(const std::string &contender, const std::string &stem);
 
-/// A plain reader of the FED text: recursive descent, maps of strings in upper case, and records on the heap.
+/// A simple reader of the FED text: recursive descent, maps of strings in upper case, and records on the heap.
 std::unique_ptr<Model> loadPlainly(const std::string &fedFile);
 /// The model of a database in flat hash maps, built from the XML. Names are matched in their exact case.
 std::unique_ptr<Model> loadIntoHashMaps(const std::string &xmlFile);

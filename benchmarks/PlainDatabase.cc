@@ -127,7 +127,7 @@ public:
     Tree objects, interactions;
 
 private:
-    /// A class of one kind has no delivery, and members of the other kind have none: what they get is not read.
+    /// Object classes and parameters have no delivery; what they get is not read.
     void setMomDefaultSpace(Class &node) {
         if (node.delivery.space == 0)
             node.delivery.space = _momSpace;
@@ -143,7 +143,7 @@ private:
     unsigned _momSpace = 0;
 };
 
-/// Reads a text into a database: a member for each clause of the grammar, which begins behind the clause's keyword.
+/// Reads a text into a database. Each clause of the grammar has a member function, called after the clause's keyword.
 class PlainReader {
 public:
     PlainReader(std::string text, PlainDatabase &database) : _text(std::move(text)), _database(database) { next(); }
@@ -210,7 +210,7 @@ private:
         return read;
     }
 
-    /// Calls `read` with the keyword of each clause that stands here.
+    /// Calls `read` with the keyword of each clause at this position.
     template <class Read>
     void clauses(Read read) {
         while (_token == "(") {

@@ -5,7 +5,7 @@
 #include <exception>
 #include <iostream>
 
-/// Runs the body of a program, which fails by exceptions; returns the exit status.
+/// Runs the body of a program, which reports failures by exceptions; returns the exit status.
 template <class Body>
 int runProgram(Body body) {
     try {

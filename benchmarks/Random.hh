@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The same numbers on every machine, unlike the distributions of the standard library.
+/// Generates the same numbers on every machine, unlike the distributions of the standard library.
 class Random {
 public:
     explicit Random(std::uint64_t seed) : _state(seed) {}

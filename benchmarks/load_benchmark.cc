@@ -1,4 +1,4 @@
-// Loads again and again in one process. Usage: rtifed-bench-load DIRECTORY CONTENDER/SIZE... [--benchmark_...]
+// Loads repeatedly in one process. Usage: rtifed-bench-load DIRECTORY CONTENDER/SIZE... [--benchmark_...]
 
 #include "benchmarks/Loads.hh"
 #include "benchmarks/Program.hh"
@@ -17,7 +17,7 @@ std::string listed(const Load &load, Listing::Detail detail) {
     return listing.text();
 }
 
-/// Throws with the first line in which two listings differ.
+/// Throws if two listings differ, naming the first line that does.
 void requireEqual(const std::string &contender, const std::string &ours, const std::string &theirs) {
     const auto [here, there] = std::mismatch(ours.begin(), ours.end(), theirs.begin(), theirs.end());
     if (here == ours.end() && there == theirs.end())

@@ -1,4 +1,4 @@
-// Loads once, in a process that has done nothing before, and prints how many nanoseconds of its time that took.
+// Loads once in a fresh process and prints the CPU time in nanoseconds.
 // Usage: rtifed-bench-load-once CONTENDER STEM
 
 #include "benchmarks/Loads.hh"

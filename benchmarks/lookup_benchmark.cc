@@ -1,5 +1,5 @@
-// Asks databases and what could stand in their place. Every contender answers the whole list of queries, which must be
-// as ours does, before any is timed. Usage: rtifed-bench-lookup DIRECTORY WORKLOAD/SIZE... [--benchmark_...]
+// Measures lookups of our database and of alternatives. Before any is timed, every contender answers all queries, and
+// the answers must be equal to ours. Usage: rtifed-bench-lookup DIRECTORY WORKLOAD/SIZE... [--benchmark_...]
 
 #include "benchmarks/Program.hh"
 #include "benchmarks/Random.hh"
@@ -29,7 +29,7 @@ using Hashed = absl::flat_hash_map<std::string, Handle>;
 constexpr std::size_t kQueries = 1 << 15;
 constexpr std::string_view kRootPrefix = "ObjectRoot.";
 
-/// Lives as long as the benchmarks, which refer to it.
+/// Outlives the benchmarks, which refer to it.
 template <class T, class... Args>
 T &keep(Args &&...args) {
     static std::vector<std::unique_ptr<T>> kept;
@@ -40,9 +40,9 @@ absl::string_view key(std::string_view name) {
     return {name.data(), name.size()};
 }
 
-// ---- Asking
+// ---- Measuring
 
-/// `ask` answers the query at an index.
+/// `ask` answers the query at the given index.
 template <class Ask>
 struct Contender {
     const char *name;
@@ -54,7 +54,7 @@ Contender(const char *, Ask) -> Contender<Ask>;
 template <class Ask>
 void backToBack(benchmark::State &state, Ask ask) {
     for (auto _ : state) {
-        std::size_t sum = 0; // of the answers, so that each is read from where it is
+        std::size_t sum = 0; // of the answers, so that the compiler cannot skip reading them
         for (std::size_t i = 0; i < kQueries; ++i)
             sum += static_cast<std::size_t>(ask(i));
         benchmark::DoNotOptimize(sum);
@@ -62,7 +62,7 @@ void backToBack(benchmark::State &state, Ask ask) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kQueries));
 }
 
-/// Each query waits for the answer to the one before, of which the compiler does not know that it changes nothing.
+/// Each query depends on the previous answer, in a way that changes nothing but that the compiler cannot see through.
 template <class Ask>
 void chained(benchmark::State &state, Ask ask) {
     std::size_t zero = 0, i = 0;
@@ -74,7 +74,7 @@ void chained(benchmark::State &state, Ask ask) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kQueries));
 }
 
-/// Registers the contenders, back to back and chained, if their answers are ours, which come first.
+/// Registers the contenders, back to back and chained. The first is ours; the answers of the others must be the same.
 template <class Ours, class... Peers>
 void compare(const std::string &workload, const Ours &ours, const Peers &...peers) {
     const auto add = [&](const auto &contender) {
@@ -110,7 +110,7 @@ std::string inMixedCase(std::string name, Random &random) {
     return name;
 }
 
-/// Names as the federation has them, and the same in any letter case; each kind one behind the other in memory.
+/// The federation's names as declared, and the same in mixed case; each kind contiguous in memory.
 struct NameQueries {
     explicit NameQueries(const std::vector<std::string> &names) {
         Random random(names.size());
@@ -131,7 +131,7 @@ private:
     std::string _exactText, _mixedText;
 };
 
-// ---- What is asked about
+// ---- The database queried
 
 /// A database, and its records by handle.
 struct Federation {
@@ -145,7 +145,7 @@ struct Federation {
 
     const RtiFedObjectClass &record(Handle handle) const { return *records[handle - 1]; }
     Handle anyClass(Random &random) const { return static_cast<Handle>(random.below(numClasses)) + 1; }
-    /// Classes in the order of the queries: each as likely as the next, or a few of them most of the time.
+    /// Classes in the order of the queries: uniformly distributed, or skewed towards a few.
     std::vector<Handle> draw(bool skewed) const {
         Random random(numClasses);
         std::vector<Handle> shuffled(numClasses), drawn(kQueries);
@@ -155,8 +155,7 @@ struct Federation {
             std::swap(shuffled[i], shuffled[random.below(i + 1)]);
             magnitudes += std::size_t(1) << magnitudes < i ? 1 : 0;
         }
-        // Each order of magnitude is as likely as the next, so that the n-th class comes about 1/n as often as the
-        // first.
+        // All orders of magnitude are equally likely, so the n-th class is about 1/n as frequent as the first.
         for (Handle &handle : drawn) {
             const std::size_t below =
                 skewed ? std::min(std::size_t(1) << random.below(magnitudes + 1), numClasses) : numClasses;
@@ -233,7 +232,8 @@ void shortClassNames(const std::string &workload, const Federation &federation) 
     std::vector<std::string> names;
     for (const Handle handle : federation.draw(false)) {
         const std::string &name = federation.record(handle).getName();
-        names.push_back(name.size() > kRootPrefix.size() ? name.substr(kRootPrefix.size()) : name); // or the root
+        names.push_back(name.size() > kRootPrefix.size() ? name.substr(kRootPrefix.size())
+                                                         : name); // the root keeps its name
     }
     const auto &queries = keep<NameQueries>(names);
     auto &hashed = keep<Hashed>();
@@ -338,7 +338,7 @@ void declaringClasses(const std::string &workload, const Federation &federation)
                       }});
 }
 
-/// Half of the queries ask about a class and one above it.
+/// In half of the queries, the second class is an ancestor of the first.
 void derivation(const std::string &workload, const Federation &federation) {
     auto &derived = keep<BitTable>(federation.numClasses + 1, federation.numClasses + 1);
     for (Handle handle = 1; handle <= federation.numClasses; ++handle)
@@ -366,7 +366,7 @@ void derivation(const std::string &workload, const Federation &federation) {
                       }});
 }
 
-/// Sets of 4 to 8 attributes of a class; in every fifth, one is not of the class.
+/// Sets of 4 to 8 attributes of a class; every fifth set contains one that the class does not have.
 void availability(const std::string &workload, const Federation &federation) {
     struct Set {
         Handle size;

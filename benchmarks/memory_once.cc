@@ -1,5 +1,5 @@
-// Loads once and prints how many bytes the model holds, and how many were held at most while it was loaded: all that
-// was allocated or mapped since before. Usage: rtifed-bench-memory CONTENDER STEM
+// Loads once and prints the bytes that the model holds and the peak while loading: everything allocated or mapped since
+// the start. Usage: rtifed-bench-memory CONTENDER STEM
 
 #include "benchmarks/Loads.hh"
 #include "benchmarks/Program.hh"
@@ -27,8 +27,8 @@ void *count(void *memory) {
 
 } // namespace
 
-// ---- The allocator of the C library, with a counter. A block that grows is counted beside the old one, as it may be
-// copied.
+// ---- The allocator of the C library, with a counter. While a block grows, both the old and the new one count, since
+// it may be copied.
 
 extern "C" {
 

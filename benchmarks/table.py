@@ -3,9 +3,8 @@
 
 Usage: table.py BUILD_FOLDER [quick] [REGEX]
 
-A figure is the median over repetitions; a ratio is that of two such medians of one run, and beside it stand the lowest
-and the highest ratio of two repetitions. Times are of the processor, per query or per declaration. REGEX selects rows
-by "WORKLOAD SIZE PEER".
+A figure is the median over repetitions. A ratio is that of two medians of one run, followed by the lowest and the highest
+ratio of two repetitions. Times are CPU times per query or per declaration. REGEX selects rows by "WORKLOAD SIZE PEER".
 """
 
 import collections
@@ -19,7 +18,7 @@ import tempfile
 
 Size = collections.namedtuple("Size", "label declarations")
 Row = collections.namedtuple("Row", "title size kind ours peer peer_name goal")
-# How often each kind of measurement is repeated, and the least seconds of a repetition in one process.
+# The number of repetitions of each kind of measurement, and the minimum seconds of a repetition in one process.
 Effort = collections.namedtuple("Effort", "lookup warm scale fresh seconds")
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
@@ -27,7 +26,7 @@ UNITS = {"lookup": "ns", "warm": "ns/decl", "scale": "ns/decl", "fresh": "ns/dec
 
 
 def classes(count):
-    """A federation with so many object classes, which are 15 % of it."""
+    """A federation with `count` object classes, which are 15 % of its declarations."""
     return Size(f"{count:.0e} classes".replace("e+0", "e"), round(count / 0.15))
 
 
@@ -112,7 +111,7 @@ class Programs:
         self._declarations = dict(line.split() for line in printed.splitlines())
 
     def measure(self, kind, names):
-        """The figures of each name, one for a repetition."""
+        """The figures of each name, one per repetition."""
         print(f"measuring: {kind}", file=sys.stderr)
         return getattr(self, f"_{kind}")(names)
 

@@ -1,4 +1,4 @@
-// A federate's start-up in small: load the federation's model, look up what will be used, and check a subscription.
+// The start-up of a federate: loads the federation's model, looks up names, and checks a subscription.
 
 #include "fed/RtiFedDatabase.hh"
 

@@ -11,7 +11,7 @@
 #include <cstring>
 #include <string>
 
-/// Ends the process, which the fuzzer takes for a finding, unless `holds`.
+/// Aborts the process unless `holds`; the fuzzer reports that as a finding.
 #define FUZZ_CHECK(holds)                                                                                              \
     do {                                                                                                               \
         if (!(holds)) {                                                                                                \
@@ -40,7 +40,7 @@ bool isRefused(Action action) {
     }
 }
 
-/// What is saved can be restored, and is then the same to the byte.
+/// Checks that a saved image restores and is then saved as the same bytes.
 template <class Record>
 void checkThatItReturns(const Record &origin) {
     const std::string image = bytesOf(origin);

@@ -5,7 +5,7 @@
 
 #include <map>
 
-/// What a database should answer in which both class trees are built alike.
+/// The expected answers of a database whose two class trees are built by the same calls.
 class Model {
 public:
     bool isClass(const std::string &name) const { return _classes.count(upper(name)) > 0; }

@@ -1,4 +1,4 @@
-// A sequence of building calls, two bytes each, on both class trees alike, beside a plain model that is compared after
+// A sequence of building calls, two bytes each, made on both class trees and on a simple model, which is compared after
 // every call.
 
 #include "fuzz/Model.hh"
@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     RtiFedDatabase database(RtiFedDatabaseConstructorArg("fuzz.fed", RTI_false));
     Model model;
     unsigned long lastMember = 0;
-    std::string current; // the class, as last spelt
+    std::string current; // the class, as spelled last
     for (std::size_t i = 0; i + 1 < size && i < 64; i += 2) {
         if (data[i] % 4 < 2 || i == 0) {
             const bool below = data[i] % 4 == 1 && i > 0;
@@ -37,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             model.addClass(current);
         } else {
             const std::string member = kMembers[data[i + 1] % std::size(kMembers)];
-            ++lastMember; // which a refused call uses up
+            ++lastMember; // a refused call uses up the handle
             const bool isThere = model.memberOf(current, member) != 0;
             FUZZ_CHECK(isRefusedMember(database, current, member) == isThere);
             if (!isThere)

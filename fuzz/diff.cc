@@ -1,4 +1,4 @@
-// Two FED texts, with a NUL byte between them, through the comparison of their models.
+// Two FED texts separated by a NUL byte: compares their models.
 
 #include "fuzz/Fuzz.hh"
 #include "tool/Comparison.hh"
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const Comparison there(before, after, false), back(after, before, false), none(before, before, true);
     FUZZ_CHECK(none.changes().empty() && none.verdict() == Verdict::identical);
     FUZZ_CHECK((there.verdict() == Verdict::same) == (back.verdict() == Verdict::same) ||
-               before.loads != after.loads); // what no longer loads is a change, what loads again is none
+               before.loads != after.loads); // a file that no longer loads is a change, one that loads again is none
     FUZZ_CHECK(there.verdict() != Verdict::additions || back.verdict() == Verdict::incompatible);
     if (before.loads && after.loads && there.verdict() < Verdict::relabelled)
         FUZZ_CHECK(before.objects.size() == after.objects.size() &&

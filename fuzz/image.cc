@@ -1,4 +1,4 @@
-// An image: restored, asked every query, saved, and restored again.
+// An image: restores it, makes every query, saves it, and restores that.
 
 #include "fuzz/Fuzz.hh"
 
@@ -6,11 +6,11 @@
 
 namespace {
 
-/// Asks everything; whatever a model of strange numbers answers, no answer is bad memory.
+/// Makes every query. Any answer is fine for a model of random numbers, but none may access invalid memory.
 void ask(const RtiFedDatabase &database) {
     std::ostringstream os;
     database.dump(os);
-    isRefused([&] { database.dumpDatabase(&os); }); // for a space, transportation or ordering that is not there
+    isRefused([&] { database.dumpDatabase(&os); }); // throws for an unknown space, transportation or ordering
     for (const RtiObjectClassHandle &handle : database.getObjectClassHandleSet()) {
         FUZZ_CHECK(database.getObjectClassHandle(database.getObjectClassName(handle)) == handle);
         std::set<RtiObjectClassHandle> derived;

@@ -1,4 +1,4 @@
-// The image of one record, of a kind that the first byte chooses.
+// The image of one record; the first byte selects its kind.
 
 #include "fuzz/Fuzz.hh"
 
@@ -17,7 +17,7 @@ void restore(RtiBuffer &buffer) {
     checkThatItReturns(record);
     const std::string image = bytesOf(record);
     same.rewind();
-    FUZZ_CHECK(!isRefused([&] { record.restore(same); })); // in its own place
+    FUZZ_CHECK(!isRefused([&] { record.restore(same); })); // into the object that it was saved from
     FUZZ_CHECK(bytesOf(record) == image);
 }
 

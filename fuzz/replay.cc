@@ -1,4 +1,4 @@
-// Stands in for the fuzzer where only known inputs are tried: runs a target on the files that are named.
+// Replaces the fuzzer in the tests: runs a target on the files given as arguments.
 
 #include <cstdint>
 #include <cstdio>

@@ -1,4 +1,4 @@
-// A FED text: through the parser and the checker, into a database as far as it goes, and through the whole load.
+// A FED text: parses and checks it, builds a database as far as possible, and loads it.
 
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
 #include "fuzz/Fuzz.hh"
@@ -8,11 +8,11 @@
 
 namespace {
 
-/// Whether the library loads the text.
+/// Returns whether the library loads the text.
 bool loads(std::string text) {
     RtiFedDatabase database(RtiFedDatabaseConstructorArg("fuzz.fed", RTI_false));
     std::FILE *file = fmemopen(text.data(), text.size(), "r");
-    if (!file || isRefused([&] { database.buildFromFed(file); })) // none for an empty text
+    if (!file || isRefused([&] { database.buildFromFed(file); })) // no file for an empty text
         return false;
     checkThatItReturns(database);
     return true;
@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     RtiFedParser parser(text);
     RtiFedDatabase database(RtiFedDatabaseConstructorArg("fuzz.fed", RTI_false));
     RtiFedDatabaseCodegen codegen(&database);
-    isRefused([&] { parser.deliver(codegen); }); // without the MOM, of which few texts have all
+    isRefused([&] { parser.deliver(codegen); }); // without the MOM check, which few texts would pass
     checkThatItReturns(database);
 
     const Checker checker(text);
@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         FUZZ_CHECK(finding.span && finding.span->begin + finding.span->length <= size);
         return true;
     });
-    if (text.find('\0') == std::string::npos) // where a file is read no farther
+    if (text.find('\0') == std::string::npos) // a file is only read up to a NUL byte
         FUZZ_CHECK(loads(text) == checker.findsNoError());
     return 0;
 }
