@@ -1,4 +1,4 @@
-# By which doors other projects take the installed libraries in: the CMake package RtiFed, and pkg-config.
+# The CMake package RtiFed and the pkg-config files, by which other projects find the installed libraries.
 
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
@@ -11,7 +11,7 @@ write_basic_package_version_file(RtiFedConfigVersion.cmake COMPATIBILITY SameMin
 install(FILES ${PROJECT_BINARY_DIR}/RtiFedConfig.cmake ${PROJECT_BINARY_DIR}/RtiFedConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT development)
 
-# Folders that are given as absolute paths stay as they are.
+# Absolute folders are used unchanged.
 set(pc_includedir "\${prefix}")
 cmake_path(APPEND pc_includedir ${CMAKE_INSTALL_INCLUDEDIR})
 set(pc_libdir "\${prefix}")
@@ -22,7 +22,7 @@ function(rtifed_pkg_config pc_name pc_description pc_requires)
     install(FILES ${PROJECT_BINARY_DIR}/${pc_name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
         COMPONENT development)
 endfunction()
-rtifed_pkg_config(rtiinfrastructure "What the federation database of an HLA 1.3 RTI asks of its host" "")
+rtifed_pkg_config(rtiinfrastructure "Host layer of the federation database of an HLA 1.3 RTI" "")
 rtifed_pkg_config(rtifed "Federation database of an HLA 1.3 Run-Time Infrastructure"
     "rtiinfrastructure = ${PROJECT_VERSION}")
 

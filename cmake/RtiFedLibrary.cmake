@@ -1,12 +1,12 @@
-# What the two libraries have in common: how each is built, exported and installed.
+# How both libraries are built, exported and installed.
 
 include(GNUInstallDirs)
 
-# What #include "fed/..." is looked for in.
+# The folder to which #include "fed/..." is relative.
 set(RTIFED_INCLUDE_DIR ${PROJECT_SOURCE_DIR})
 
-# rtifed_library(NAME HEADERS FILE... ): finishes the target NAME. HEADERS are those that its users see, from the root of
-# the source tree; installed, the same tree stands under include/rtifed/.
+# rtifed_library(NAME HEADERS FILE...): completes the target NAME. HEADERS are its public headers, relative to the root of the
+# source tree; they are installed as the same tree under include/rtifed/.
 function(rtifed_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS")
     add_library(RtiFed::${name} ALIAS ${name})
@@ -20,7 +20,7 @@ function(rtifed_library name)
         POSITION_INDEPENDENT_CODE ON
         INSTALL_RPATH $ORIGIN
         CXX_EXTENSIONS OFF)
-    if(NOT RTIFED_ON_HOST) # which may not have marked the classes of its headers
+    if(NOT RTIFED_ON_HOST) # whose headers may not mark exported classes
         set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
     endif()
 
