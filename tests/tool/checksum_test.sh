@@ -1,5 +1,5 @@
 #!/bin/sh
-# Makes and checks manifests with the program, beside those of sha256sum. Usage: checksum_test.sh PROGRAM EXAMPLES
+# Writes and verifies manifests with the program, and compares with sha256sum. Usage: checksum_test.sh PROGRAM EXAMPLES
 set -u
 program=$1
 examples=$2
@@ -26,7 +26,7 @@ cp "$examples/minimal.fed" a.fed
 cp "$examples/harbour.fed" b.fed
 sha256=75ca302f8005d0a43ef40b0c404b4d03c426013130d0ee2abdd73ceeab811f78
 
-# One fingerprint for a text, its image, and a copy with another layout; sha256sum makes it of the image.
+# A text, its image and a copy with another layout have the same fingerprint, which sha256sum computes from the image.
 "$program" save a.fed a.img
 sed 's/;.*//; s/^ *//' a.fed >same.fed
 expect 0 "$sha256  a.fed
@@ -34,7 +34,7 @@ $sha256  a.img
 $sha256  same.fed" '' --sha256 a.fed a.img same.fed
 [ "$(head -c -9 a.img | sha256sum)" = "$sha256  -" ] || { echo 'FAILED: sha256sum of an image'; failures=1; }
 
-# Both kinds of lines, comments, upper case, binary marks and line ends of another system.
+# Both kinds of lines, comments, upper case, binary markers and CR LF.
 { "$program" checksum b.fed && "$program" checksum --sha256 b.fed && echo '# comment' &&
     printf '96881752 *a.fed\r\n' && echo "$sha256  a.img" | tr a-f A-F | sed 's/IMG/img/; s/A.img/a.img/'; } >good
 expect 0 'b.fed: OK
@@ -43,7 +43,7 @@ a.fed: OK
 a.img: OK' '' --check good
 expect 0 '' '' --check --quiet good
 
-# What is wrong with a manifest or a file, alone and together, as sha256sum says it.
+# Errors in a manifest or a file, alone and combined, in the words of sha256sum.
 printf '96881752  b.fed\n' >mismatch
 printf '96881752  a.fed\n96881752  none.fed\n' >missing
 printf '96881752  a.fed\n96881752 a.fed\n968817521  a.fed\n\\96881752  a\\x\n' >malformed
@@ -69,7 +69,7 @@ expect 1 '' 'rtifed: only-missing: no file was verified' --check --ignore-missin
 [ $? = 1 ] && [ "$(cat out)" = 'wrong.fed: FAILED' ] && grep -q '^wrong.fed:1:5: error: ' err ||
     { echo 'FAILED: a listed file that is refused'; failures=1; }
 
-# Names with line ends and backslashes, escaped and read back. What sha256sum does to them is the rule.
+# Names with line ends and backslashes are escaped as by sha256sum, and read back.
 odd=$(printf 'a\nb\\c\rd')
 cp a.fed "$odd"
 expect 0 '\96881752  a\nb\\c\rd' '' "$odd"

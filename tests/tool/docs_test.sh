@@ -1,6 +1,6 @@
 #!/bin/bash
-# Reads the manual pages and completes command lines as each shell would. Usage: docs_test.sh PROGRAM SHARE, where SHARE
-# is laid out as an installed share/.
+# Checks the manual pages, and the completions in each shell. Usage: docs_test.sh PROGRAM SHARE, where SHARE has the layout of
+# an installed share/.
 set -u
 program=$1
 share=$2
@@ -16,12 +16,12 @@ for command in '' $commands; do
     text=$(groff -man -Tascii -P-c -P-b -P-u -rLL=2000n "$page" | tr -s ' \n' ' ')
     # shellcheck disable=SC2086
     "$program" $command --help | grep -o -e '--[a-z0-9-]*' | sort -u | while read -r option; do
-        case $text in *"$option"*) ;; *) echo "$page does not name $option" ;; esac
+        case $text in *"$option"*) ;; *) echo "$page does not mention $option" ;; esac
     done | grep . && failures=1
     case $text in *'EXIT STATUS 0 '*) ;; *) fail "$page has no exit status" ;; esac
 done
 
-# What bash offers for the last word.
+# The completions that bash offers for the last word.
 . "$share/bash-completion/completions/rtifed"
 offers() {
     COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)) COMPREPLY=()
@@ -38,7 +38,7 @@ if command -v zsh >/dev/null; then
     zsh -n "$script/_rtifed" || fail "zsh: syntax"
     [ "$(zsh -f -c "fpath=('$script' \$fpath); autoload -U compinit; compinit -u -D; print \$_comps[rtifed]")" = _rtifed ] ||
         fail "zsh: not registered"
-    # The specifications that it hands to zsh, read by a stand-in for its own functions.
+    # Replace zsh's own functions, to read the arguments that the script passes to them.
     read=$(zsh -f -c "_arguments() { print -rl -- \"\$@\"; state=argument line=(check) }
         _describe() { :; }; . '$script/_rtifed'")
     case $read in *'--color='*'(auto always never)'*'*:FILE:_files'*) ;; *) fail "zsh: $read" ;; esac

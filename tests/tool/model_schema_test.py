@@ -1,4 +1,4 @@
-"""Validates what `rtifed json` prints, and its meaning. Usage: model_schema_test.py PROGRAM SCHEMA EXAMPLES"""
+"""Validates the output of `rtifed json` against its schema and checks the contents. Usage: model_schema_test.py PROGRAM SCHEMA EXAMPLES"""
 
 import json
 import pathlib

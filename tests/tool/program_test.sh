@@ -49,7 +49,7 @@ expect 2 '' 'rtifed: /: the file cannot be read: Is a directory
 "$program" list "$examples/harbour.fed" >by-name && "$program" list - <"$examples/harbour.fed" >by-stdin &&
     cmp by-name by-stdin && grep -q '^    Position (HANDLE = ' by-name || { echo 'FAILED: list'; failures=1; }
 
-# What the options of check change, and what explain knows.
+# Options of check, and explain.
 sed 's/privilegeToDelete/Name/; s/class RTIprivate/class Other/' "$examples/minimal.fed" >warned.fed
 expect 0 'warned.fed: note: 2 more warnings are not shown
 ' '' sh -c '"$0" check --color never --max-findings 1 "$1" | tail -n 1' "$program" warned.fed
@@ -85,7 +85,7 @@ echo x >>model.img
 expect 1 "model.img: error: image byte $(($(wc -c <before.img))): 2 bytes stand behind the image [damaged-image]
 " '' "$program" check model.img
 
-# The options of the commands that show a model.
+# Options of the commands that show a model.
 manager='ObjectRoot.Manager  (2 classes below)
 '
 expect 0 "$manager" '' "$program" tree --classes --depth 1 "$examples/minimal.fed" objectroot.manager
@@ -97,7 +97,7 @@ expect 1 '' '' "$program" find --quiet "$examples/minimal.fed" none
     [ "$("$program" find --all "$examples/minimal.fed" Manager.Federate.Federate | wc -l)" = 66 ] ||
     { echo 'FAILED: find --all'; failures=1; }
 
-# Differences: the status tells, from which level on is asked for.
+# Differences: the exit status depends on the level given by --fail-on.
 sed 's/(FEDversion [^)]*)/(FEDversion w)/' "$examples/harbour.fed" >relabelled.fed
 "$program" save "$examples/harbour.fed" harbour.img
 expect 0 'harbour.img -> relabelled.fed: relabelled

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Runs the program where streams, files and memory fail it: it says in one line what failed, and leaves nothing half-done.
+# Runs the program with failing streams, files and memory: it reports the failure in one line and leaves nothing half-done.
 # Usage: starved_test.sh PROGRAM EXAMPLES
 set -u
 rtifed=$1
@@ -10,7 +10,7 @@ failures=0
 export rtifed
 skip() { echo "skipped: $*"; }
 
-# gives STATUS MESSAGE COMMAND: the exit status of a shell's command, and the line that it writes to standard error.
+# gives STATUS MESSAGE COMMAND: checks the exit status of a shell command and the line that it writes to standard error.
 gives() {
     sh -c "$3" >out 2>err </dev/null
     got=$?
@@ -28,7 +28,7 @@ printf '(FED)\n' >wrong.fed
 mkdir folder
 mkfifo pipe
 
-# Standard output that is full, closed or no longer read; and results that are right without anything to complain to.
+# Standard output is full, closed or no longer read; standard error is closed.
 for arguments in 'check wrong.fed' 'check --format json wrong.fed' 'check --format sarif wrong.fed' explain \
     'diff minimal.fed harbour.fed' 'tree harbour.fed' 'find harbour.fed Position' 'json harbour.fed' 'list harbour.fed' \
     'calls harbour.fed' 'checksum harbour.fed' 'checksum --check list' --help --version; do
@@ -59,7 +59,7 @@ gives 2 '-: standard input was read before' 'cat zeros harbour.fed | $rtifed che
 { cat zeros; echo; } >more-zeros
 gives 1 '' '$rtifed diff --quiet zeros more-zeros'
 
-# An image is written whole, to the file that a link leads to, and over no other file.
+# An image is written completely, to the target of a link, and replaces no other kind of file.
 ln -s link-target link && cp minimal.img link-target
 ln -s none dangling
 ln -s loop loop
@@ -73,7 +73,7 @@ gives 0 '' '$rtifed save harbour.fed pipe & cmp pipe harbour.img'
 gives 0 '' '$rtifed save harbour.fed /dev/stdout | cmp - harbour.img'
 chmod a-r wrong.fed
 if [ -r wrong.fed ]; then
-    skip 'a file that may not be read: whoever runs this may read all'
+    skip 'an unreadable file: this user may read all files'
 else
     gives 2 'wrong.fed: Permission denied' '$rtifed save harbour.fed wrong.fed'
 fi
@@ -81,19 +81,19 @@ fi
 [ "$(echo *.img* link* wrong.fed*)" = 'closed.img harbour.img minimal.img link link-target wrong.fed' ] ||
     { echo "FAILED: files are left behind: $(ls)"; failures=1; }
 
-# Where memory ends for one file, others have their turn.
+# If memory runs out for one file, the others are still processed.
 if (ulimit -v 60000 && "$rtifed" --version) >out 2>&1; then
     { printf '(FED (Federation F) (FEDversion v) (objects (class ObjectRoot\n'
         awk 'BEGIN { for (i = 0; i < 300000; ++i) print "(class Class" i " (attribute a" i " reliable timestamp))" }'
         echo ')))'; } >large.fed
     gives 2 'large.fed: out of memory' 'ulimit -v 60000; $rtifed checksum large.fed minimal.fed'
-    [ "$(cat out)" = '96881752  minimal.fed' ] || { echo 'FAILED: the turn of others'; failures=1; }
+    [ "$(cat out)" = '96881752  minimal.fed' ] || { echo 'FAILED: the other file'; failures=1; }
     gives 2 'out of memory' 'ulimit -v 60000; $rtifed list large.fed'
 else
-    skip 'little memory: the program does not start with it, as with sanitizers'
+    skip 'little memory: the program does not start, as with sanitizers'
 fi
 
-# What a terminal could take for a command reaches a file as it is, and no terminal.
+# Escape codes reach files unchanged, and never a terminal.
 escape=$(printf '\033[2J')
 export file="$escape.fed"
 sed "s/Minimal/Mini${escape}mal/" minimal.fed >"$file"
@@ -104,6 +104,6 @@ if command -v script >/dev/null; then
         [ -s out ] && ! grep -qF "$escape" out || { echo "FAILED: $command on a terminal"; failures=1; }
     done
 else
-    skip 'terminals: there is no program to record one'
+    skip 'terminals: the program script is missing'
 fi
 exit "$failures"
