@@ -1,4 +1,4 @@
-"""Validates the output of `rtifed json` against its schema and checks the contents. Usage: model_schema_test.py PROGRAM SCHEMA EXAMPLES"""
+"""Validates JSON output against the schemas, and the contents of `rtifed json`. Usage: schema_test.py PROGRAM DOCS EXAMPLES"""
 
 import json
 import pathlib
@@ -8,9 +8,13 @@ import tempfile
 
 import jsonschema
 
-program, schema, examples = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])
-validator = jsonschema.Draft202012Validator(json.loads(pathlib.Path(schema).read_text()))
-validator.check_schema(validator.schema)
+program, docs, examples = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+
+
+def validate(document, kind):
+    validator = jsonschema.Draft202012Validator(json.loads((docs / (kind + ".schema.json")).read_text()))
+    validator.check_schema(validator.schema)
+    validator.validate(document)
 
 
 def model(contents, status, *options):
@@ -21,7 +25,7 @@ def model(contents, status, *options):
     assert run.returncode == status, (run.returncode, run.stderr)
     document = json.loads(run.stdout.decode("utf-8", "strict"))
     assert run.stdout.decode() == json.dumps(document, indent=2, ensure_ascii=False) + "\n"
-    validator.validate(document)
+    validate(document, "model")
     assert document.pop("file") == file.name
     return document
 
@@ -57,3 +61,14 @@ assert refused["objectClasses"][0]["attributes"] == [
     {"name": "a", "handle": None, "place": {"line": 1, "column": 68}, "transportation": "slow", "ordering": None,
      "space": None}]
 model(b"\x7fELF\0\0", 1)
+
+with tempfile.TemporaryDirectory() as folder:
+    old, new, wrong = str(examples / "harbour.fed"), folder + "/new.fed", folder + "/wrong.fed"
+    changed = pathlib.Path(old).read_text().replace("(class Ferry", "(class Barge) (class Ferry", 1)
+    pathlib.Path(new).write_text(changed.replace("(class Tanker", "(class Tank", 1).replace("v1.3", "v1.4"))
+    pathlib.Path(wrong).write_text("(FED (Federation F) (objects (class A (attribute a slow)) (class A)))")
+    for kind, status, arguments in (("diff", 1, ["diff", old, new]), ("diff", 1, ["diff", old, wrong]),
+                                    ("findings", 1, ["check", old, wrong]), ("findings", 2, ["check", wrong, folder + "/none"])):
+        run = subprocess.run([program, arguments[0], "--format", "json", *arguments[1:]], stdout=subprocess.PIPE)
+        assert run.returncode == status, arguments
+        validate(json.loads(run.stdout), kind)
