@@ -1,0 +1,125 @@
+// The queries of RtiFedDatabase that answer with sets: all handles of a kind, derived classes, available members.
+
+#include "fed/RtiFedDatabase.hh"
+
+#include <memory>
+#include <utility>
+
+std::set<RtiObjectClassHandle> RtiFedDatabase::getObjectClassHandleSet() const {
+    return _objectClasses.handles();
+}
+
+std::set<RtiAttributeHandle> RtiFedDatabase::getAttributeHandleSet() const {
+    std::set<RtiAttributeHandle> attributes;
+    _objectClasses.forEach([&attributes](const RtiFedObjectClass &objectClass) {
+        for (const RtiFedAttribute &attribute : objectClass.members())
+            attributes.insert(attributes.end(), attribute.getHandle());
+    });
+    return attributes;
+}
+
+std::set<RtiInteractionClassHandle> RtiFedDatabase::getInteractionClassHandleSet() const {
+    return _interactionClasses.handles();
+}
+
+std::set<RtiSpaceHandle> RtiFedDatabase::getRoutingSpaceHandleSet() const {
+    std::set<RtiSpaceHandle> spaces;
+    _spaceHandleMap.forEach([&spaces](const RtiSpaceHandle &handle, const auto &) { spaces.insert(handle); });
+    return spaces;
+}
+
+RtiObjectClassHandle RtiFedDatabase::getRealObjectClassHandle(RtiObjectClassHandle,
+                                                              RtiAttributeHandle attribute) const {
+    const unsigned long *declaring = _attributeObjectClassMap.find(attribute);
+    return declaring ? *declaring : 0;
+}
+
+void RtiFedDatabase::getDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
+                                                    std::set<RtiObjectClassHandle> &derived) const {
+    _objectClasses.forEachDerived(find(objectClass),
+                                  [&derived](const RtiFedObjectClass &node) { derived.insert(node.getHandle()); });
+}
+
+void RtiFedDatabase::getDerivedInteractionClassHandleSet(RtiInteractionClassHandle interactionClass,
+                                                         std::set<RtiInteractionClassHandle> &derived) const {
+    _interactionClasses.forEachDerived(
+        find(interactionClass), [&derived](const RtiFedInteractionClass &node) { derived.insert(node.getHandle()); });
+}
+
+void RtiFedDatabase::getChildlessDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
+                                                             std::set<RtiObjectClassHandle> &derived) const {
+    const RtiFedObjectClass *node = find(objectClass);
+    if (!node)
+        return;
+    const auto children = node->getChildrenClasses();
+    if (children.empty())
+        derived.insert(objectClass);
+    // Not only the leaves, despite the name: callers rely on getting the inner classes too.
+    for (const RtiObjectClassHandle &child : children)
+        getDerivedObjectClassHandleSet(child, derived);
+}
+
+std::set<RtiParameterHandle>
+RtiFedDatabase::getAvailableInteractionClassHandles(RtiInteractionClassHandle interactionClass) const {
+    std::set<RtiParameterHandle> parameters;
+    _interactionClasses.forEachAncestor(interactionClass, [&parameters](const RtiFedInteractionClass &node) {
+        for (const RtiFedParameter &parameter : node.members())
+            parameters.insert(parameter.getHandle());
+    });
+    return parameters;
+}
+
+const RtiFedObjectClass &RtiFedDatabase::defined(const RtiFedObjectClass *objectClass) {
+    if (objectClass)
+        return *objectClass;
+    rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabaseDerivation\", line 74: no such object class");
+}
+
+template <class Visit>
+void RtiFedDatabase::forEachAvailable(const RtiFedObjectClass &objectClass, Visit visit) const {
+    for (const RtiFedObjectClass *node = &objectClass; node; node = find(node->getParentClassHandle()))
+        for (RtiFedAttribute &attribute : node->members())
+            visit(&attribute);
+}
+
+std::set<RtiFedAttribute *> *RtiFedDatabase::getAvailableFedAttributes(const RtiFedObjectClass *objectClass,
+                                                                       int) const {
+    const RtiFedObjectClass &known = defined(objectClass);
+    if (auto *ready = known.getAvailableFedAttributes())
+        return ready;
+    auto available = std::make_unique<std::set<RtiFedAttribute *>>();
+    forEachAvailable(known, [&available](RtiFedAttribute *attribute) { available->insert(attribute); });
+    return known.publishAvailableFedAttributes(std::move(available));
+}
+
+std::set<RtiFedAttribute *> *RtiFedDatabase::getAvailableFedAttributes(const RtiObjectClassHandle &objectClass,
+                                                                       int ignored) const {
+    return getAvailableFedAttributes(find(objectClass), ignored);
+}
+
+RtiAttributeHandleSet *RtiFedDatabase::getAvailableAttributeHandles(const RtiFedObjectClass *objectClass, int) const {
+    const RtiFedObjectClass &known = defined(objectClass);
+    if (auto *ready = known.getAvailableAttributes())
+        return ready;
+    std::set<RtiAttributeHandle> ascending; // the fastest order for add
+    forEachAvailable(known,
+                     [&ascending](const RtiFedAttribute *attribute) { ascending.insert(attribute->getHandle()); });
+    auto available = std::make_unique<RtiAttributeHandleSet>(known.getNumberOfAttributes());
+    for (const RtiAttributeHandle &attribute : ascending)
+        available->add(attribute);
+    return known.publishAvailableAttributes(std::move(available));
+}
+
+RtiAttributeHandleSet *RtiFedDatabase::getAvailableAttributeHandles(const RtiObjectClassHandle &objectClass,
+                                                                    int ignored) const {
+    return getAvailableAttributeHandles(find(objectClass), ignored);
+}
+
+RTI_bool RtiFedDatabase::verifyAvailableAttributes(const RtiObjectClassHandle &objectClass,
+                                                   RtiAttributeHandleSet attributes) const {
+    const RtiAttributeHandleSet &available = *getAvailableAttributeHandles(objectClass, 0);
+    for (unsigned long i = 0; i < attributes.size(); ++i)
+        if (!available.isMember(attributes.getHandle(i)))
+            return RTI_false;
+    return RTI_true;
+}
