@@ -11,7 +11,8 @@ struct RtiFedField;
 /// Base of every named record of the federation object model. The name keeps the spelling of its declaration.
 ///
 /// Restore a record that a class, space or database owns only together with its owner: restored alone, it would still
-/// be found under its former name and handle. Its image is the name. Threads: as for RtiFedSaveable.
+/// be found under its former name and handle.
+/// Its image is the name. Threads: as for RtiFedSaveable.
 class RTIFED_EXPORT RtiFedElement : public RtiFedSaveable {
 public:
     static constexpr const char *_thisClassName = "RtiFedElement";

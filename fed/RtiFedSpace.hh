@@ -6,7 +6,7 @@
 /// A routing space: its name, its signed handle, and the dimensions it owns. Each space numbers its dimensions from 0.
 ///
 /// Its image is name, dimensions, handle, next dimension handle.
-/// Lifetime: a dimension handed out by pointer lives as long as the space.
+/// Lifetime: a returned dimension lives as long as the space.
 /// Threads: const members on any number of threads at once; all others need exclusive access.
 class RTIFED_EXPORT RtiFedSpace : public RtiFedElement {
 public:

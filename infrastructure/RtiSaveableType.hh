@@ -20,7 +20,7 @@ public:
     /// before the image does, and what the concrete class documents; the object is then partly restored.
     virtual void restore(RtiBuffer &buffer) = 0;
 
-    /// Writes one line for each field: name, "=``", value, "''". Numbers are decimal whatever the stream's settings.
+    /// Writes one line for each field: name, "=``", value, "''". Numbers are decimal with any settings of the stream.
     virtual void dump(std::ostream &os) = 0;
 
     /// Reads one image of the same class and writes one line for each field that differs: "old" is the image, "new" is

@@ -61,7 +61,7 @@ static void describe(std::ostream &os, const RtiFedSaveable &record) {
 
 std::string answers(const RtiFedDatabase &db) {
     std::ostringstream os, counters;
-    os.exceptions(std::ios::badbit); // a stream keeps the failure to itself otherwise
+    os.exceptions(std::ios::badbit); // otherwise the stream hides a failed allocation
     counters.exceptions(std::ios::badbit);
     db.dumpDatabase(&os);
     os << db.getChecksum();

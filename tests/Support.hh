@@ -22,8 +22,8 @@ std::string withMom(const std::string &objects, const std::string &interactions 
 
 std::string replaced(std::string text, const std::string &what, const std::string &with);
 
-/// Calls `test` with each text and what is expected of it, from a file of tests/data: "----" lines stand between the
-/// cases, and a "====" line in each.
+/// Calls `test` with each text and what is expected of it, from a file of tests/data: "----" lines separate the
+/// cases, and a "====" line separates text and expectation.
 template <class Test>
 void forEachCase(const std::string &fileName, Test test) {
     std::istringstream lines(readFile(std::string(RTIFED_TEST_DATA "/") + fileName));
@@ -46,7 +46,7 @@ void forEachCase(const std::string &fileName, Test test) {
     finish();
 }
 
-/// A file of this test that is gone when it ends.
+/// A file that is removed with this object.
 class TemporaryFile {
 public:
     explicit TemporaryFile(const std::string &contents);
@@ -60,18 +60,18 @@ private:
 /// A database built from a file that holds the text.
 std::unique_ptr<RtiFedDatabase> load(const std::string &text);
 
-/// An empty database with a name of its own.
+/// An empty database with the given file name.
 std::unique_ptr<RtiFedDatabase> emptyDatabase(const std::string &fileName = "none.fed");
 
 std::string listing(const RtiFedDatabase &database);
 
-/// What a database answers to every query, as text; not the counters, which a refused call may use up.
+/// The answers of a database to every query, as text, without the counters, which a refused call may increase.
 std::string answers(const RtiFedDatabase &db);
 
-/// A database restored from an image, all of which must be used.
+/// A database restored from an image, which must be consumed whole.
 std::unique_ptr<RtiFedDatabase> restored(const std::string &image);
 
-/// What is written to the error stream while this lives.
+/// Captures the error stream during its lifetime.
 class ErrorLines {
 public:
     ErrorLines() { _rtiErrorStream.setOutputStream(_lines); }
@@ -82,7 +82,7 @@ private:
     std::ostringstream _lines;
 };
 
-/// The reason of the exception that `action` throws, which must be of just this type.
+/// The reason of the exception that `action` throws, which must be of exactly this type.
 template <class Exception, class Action>
 std::string reasonOf(Action action) {
     try {
@@ -108,7 +108,7 @@ inline std::string bytesOf(const RtiFedSaveable &object) {
 
 inline std::string dumpOf(const RtiFedSaveable &object) {
     std::ostringstream os;
-    os << std::hex; // must not show
+    os << std::hex; // must have no effect
     object.dump(os);
     return os.str();
 }

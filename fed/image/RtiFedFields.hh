@@ -57,7 +57,7 @@ void dumpFields(const RtiFedField<Record> (&fields)[n], const Record &record, st
 }
 
 /// Compares a record with one of the same class that is read from the buffer: "old" is the buffer's, "new" is
-/// `record`. Consumes one whole image, whatever differs.
+/// `record`. Consumes one whole image in any case.
 template <class Record, std::size_t n>
 void diffFields(const RtiFedField<Record> (&fields)[n], const Record &record, RtiBuffer &buffer, std::ostream &os) {
     const RtiFedTracingOff guard;

@@ -226,6 +226,6 @@ private:
     RtiFedArena _arena;
     RtiFedNameMap<Names> _nameMap;
     std::size_t _numNames = 0;
-    bool _hasDoublePrefix = false; // whether a name has the prefix twice: only then can a second try find anything
+    bool _hasDoublePrefix = false; // whether a name repeats the prefix: only then can a second try find anything
     RtiFedHandleMap<Handle, Owner> _handleMap;
 };

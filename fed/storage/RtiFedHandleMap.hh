@@ -11,8 +11,8 @@
 /// Counters issue handles densely from 1, so a vector indexed by handle answers nearly every lookup with one access. A
 /// tree holds the few entries that would leave the vector mostly empty (handles chosen by a host), negative handles,
 /// and values equal to `Value()`, which marks an empty element of the vector. The vector is at least about half full,
-/// so memory is linear in the number of entries whatever the handles are. Threads: const members on any number of
-/// threads at once.
+/// so memory is linear in the number of entries for any handles.
+/// Threads: const members on any number of threads at once.
 template <class Handle, class Value>
 class RtiFedHandleMap {
     using Number = decltype(Handle::_value);

@@ -18,10 +18,10 @@
 ///
 /// Most classes declare a handful of members, whose handles ascend since a counter issues them. Such a table is one
 /// array of entries: a lookup by handle computes the index, or searches for it; a lookup by name compares the hashes of
-/// the entries. Most lookups by name ask a class for what one of its ancestors declares, so a filter of 64 bits, one
-/// chosen by the hash of each name, answers nearly all of these misses at once. Only a table of more than kFew names,
-/// or with a handle that does not ascend, has a name map or a handle map beside the array (Extra). Threads: const
-/// members on any number of threads at once.
+/// the entries. Most lookups by name ask a class for what one of its ancestors declares, so a filter of 64 bits,
+/// in which the hash of each name sets one, answers nearly all of these misses at once. Only a table of more than kFew
+/// names, or with a handle that does not ascend, has a name map or a handle map beside the array (Extra). Threads:
+/// const members on any number of threads at once.
 template <class Record>
 class RtiFedMemberTable {
     struct Entry {

@@ -38,7 +38,7 @@ public:
         return name.size() >= prefix.size() && equalBlocks<false>(name.data(), prefix.data(), prefix.size());
     }
 
-    /// Returns the upper case of a byte. Only a to z change, whatever the locale and the host's own upper-casing do, so
+    /// Returns the upper case of a byte. Only a to z change, in every locale and with every host, so
     /// that every process matches names alike.
     static constexpr char upper(char byte) {
         return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;

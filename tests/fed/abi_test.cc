@@ -1,5 +1,5 @@
-// Programs that were built against an earlier release call these virtual functions by their place in the class's table,
-// and override them there. A new one is added after the last.
+// Programs that were built against an earlier release call and override these virtual functions by their index in the
+// virtual table. A new one is added after the last.
 
 #include "fed/RtiFedElement.hh"
 #include "fed/loading/RtiFedParserCodegen.hh"

@@ -1,5 +1,5 @@
-// Memory that runs out: every single allocation of an action fails in its turn. Whatever fails, std::bad_alloc comes
-// out, and nothing stays allocated or open. This is an executable of its own, since it replaces the allocator.
+// Running out of memory: each allocation of an action fails in turn. The action must throw std::bad_alloc and leave
+// nothing allocated or open. This is a separate executable, since it replaces the allocator.
 
 #include "infrastructure/RtiDump.hh"
 #include "tests/Support.hh"
@@ -12,12 +12,12 @@
 #include <new>
 #include <utility>
 
-// ---- The allocator: malloc, with a counter and a failure to order, so that sanitizers keep their own checks.
+// ---- The allocator: malloc, so that sanitizers keep their checks, with a counter and a failure on demand.
 
 namespace {
 
 long liveAllocations = 0;
-unsigned long allocationsToFailure = 0; // 0: none will fail
+unsigned long allocationsToFailure = 0; // 0: none fails
 
 void *allocate(std::size_t size, std::size_t alignment = alignof(std::max_align_t)) noexcept {
     const std::size_t rounded = (size / alignment + 1) * alignment;
@@ -63,7 +63,7 @@ void operator delete[](void *memory, const std::nothrow_t &) noexcept { release(
 
 namespace {
 
-/// While this lives, the n-th allocation from its making fails, once.
+/// Lets the n-th allocation of its lifetime fail.
 class FailNthAllocation {
 public:
     explicit FailNthAllocation(unsigned long n) { allocationsToFailure = n; }
@@ -77,8 +77,8 @@ std::ptrdiff_t openFiles() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }
 
-/// Acts on what `make` returns with the n-th allocation of `action` failing, for n = 1, 2, 3 ... until none fails.
-/// After each failure, `inspect` looks at what was acted on. Returns how many failed.
+/// Applies `action` to what `make` returns while its n-th allocation fails, for n = 1, 2, 3 ... until none fails. After
+/// each failure, `inspect` checks the object. Returns the number of failures.
 template <class Make, class Action, class Inspect>
 unsigned long failEachAllocation(Make make, Action action, Inspect inspect) {
     for (unsigned long n = 1;; ++n) {
@@ -103,7 +103,7 @@ unsigned long failEachAllocation(Make make, Action action, Inspect inspect) {
         } catch (const RTI::Exception &other) {
             ADD_FAILURE() << other._name << ": " << other._reason;
         }
-        if (testing::Test::HasFailure()) // whose report takes memory itself
+        if (testing::Test::HasFailure()) // its report allocates memory itself
             return n;
         EXPECT_EQ(liveAllocations, liveBefore);
         EXPECT_EQ(openFiles(), filesBefore);
@@ -140,14 +140,14 @@ std::string smallImage() {
     db->addObjectClass("RootOfAllObjectClasses.Vessel.Tug");
     db->addInteractionClass("RootOfAllInteractions", 2, 2, 1)->addParameter(db->createParameterHandle(), "VesselHit");
     RtiFedInteractionClass *collision = db->addInteractionClass("RootOfAllInteractions.CollisionOfVessels", 1, 1, 0);
-    for (unsigned long handle = 20; handle > 1; --handle) // as only a host does; many, so that tables hold them
+    for (unsigned long handle = 20; handle > 1; --handle) // handles that a host chose; enough to need the maps
         collision->addParameter(handle, "ParameterOfACollision" + std::to_string(handle));
     while (db->createParameterHandle() != 20)
         ;
     return bytesOf(*db);
 }
 
-/// A use of a database that is refused, whatever the reason.
+/// A use of a database that is refused.
 template <class Use>
 void expectRefusal(Use use) {
     try {
@@ -167,16 +167,17 @@ void loadFile(const std::string &path) {
 
 TEST(Allocation, FailsInALoad) {
     const TemporaryFile file(loadableText());
-    EXPECT_GT(failEachAllocation([&file] { loadFile(file.path()); }), 500u); // else the library's are not counted
+    EXPECT_GT(failEachAllocation([&file] { loadFile(file.path()); }),
+              500u); // otherwise those of the library are not counted
 }
 
 TEST(Allocation, FailsInALoadThatIsRefused) {
-    std::ostream nowhere(nullptr); // takes no memory
+    std::ostream nowhere(nullptr); // allocates nothing
     _rtiErrorStream.setOutputStream(nowhere);
     const auto refused = [](const std::string &path) {
         failEachAllocation([&path] { expectRefusal([&path] { loadFile(path); }); });
     };
-    refused(RTIFED_EXAMPLES "/no-such-file-whatever-its-name.fed");
+    refused(RTIFED_EXAMPLES "/no-such-file-of-any-name.fed");
     refused(RTIFED_EXAMPLES); // can be opened, but not read
     const auto without = [&refused](const std::string &what, const std::string &with) {
         SCOPED_TRACE(what);
@@ -213,7 +214,7 @@ TEST(Allocation, FailsInARestore) {
     const std::string image = bytesOf(RtiFedDatabase(RtiFedDatabaseConstructorArg(file.path(), RTI_true)));
     EXPECT_GT(failEachAllocation([&image] { restored(image); }), 200u);
 
-    // In its own place, a database is empty when that failed.
+    // A database that cannot be restored in place is empty.
     const std::string small = smallImage();
     const auto pair = [&] { return std::make_pair(restored(small), RtiBuffer(image.data(), image.size())); };
     using Pair = std::pair<std::unique_ptr<RtiFedDatabase>, RtiBuffer>;
@@ -284,7 +285,7 @@ TEST(Allocation, IsNotNeededByALookup) {
 
 // ---- Building
 
-// Of many members, handles that do not ascend have a table, and so have the names; both, or neither, learn of a member.
+// Many members whose handles do not ascend have a handle map and a name map. A failed addition changes neither.
 TEST(Allocation, FailsInATableOfMembers) {
     for (unsigned long size = 16; size < 40; ++size) {
         const auto node = [size] {
@@ -304,7 +305,7 @@ TEST(Allocation, FailsInATableOfMembers) {
 
 TEST(Allocation, FailsInABuildingCall) {
     using Db = RtiFedDatabase;
-    // The object classes leave a gap in the handles, so that no set of them just extends a run.
+    // A gap in the handles of the object classes, so that no set only extends a run.
     const auto object = [](const char *name) {
         return [name](Db &db) {
             db.createObjectClassHandle();
@@ -328,7 +329,7 @@ TEST(Allocation, FailsInABuildingCall) {
         const auto unchanged = [&](const std::unique_ptr<Db> &db) {
             EXPECT_EQ(answers(*restored(bytesOf(*db))), answer);
             EXPECT_EQ(listing(*db), listing(*restored(image)));
-            call(*db); // it can be done again
+            call(*db); // the call can be repeated
             EXPECT_EQ(answers(*db), answers(*restored(bytesOf(*db))));
         };
         const auto act = [&call](const std::unique_ptr<Db> &db) { call(*db); };

@@ -59,7 +59,7 @@ TEST_F(SetsTest, Subtrees) {
     EXPECT_EQ(derived(3, {1}), (Classes{1, 3, 4}));
     EXPECT_EQ(derived(99, {1}), (Classes{1}));
     EXPECT_EQ(childless(4), (Classes{4}));
-    EXPECT_EQ(childless(2), (Classes{3, 4})); // the inner class too, and not itself
+    EXPECT_EQ(childless(2), (Classes{3, 4})); // the inner class too, but not the class itself
     EXPECT_EQ(childless(99), Classes{});
     std::set<RtiInteractionClassHandle> interactions;
     database->getDerivedInteractionClassHandleSet(2, interactions);

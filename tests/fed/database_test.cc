@@ -125,7 +125,7 @@ TEST(Database, GivesTheMomItsSpace) {
               2);
     EXPECT_EQ(database->getInteractionRoutingSpaceHandle(1), 0);
 
-    // What the file gives a space of its own keeps it, and a space that the file calls so is the one that is given.
+    // A class with a space in the file keeps it. A space of that name in the file is the one that is assigned.
     const auto own = load(replaced(withMom("", "", "(space S) (space hlaMOMdefaultspace)"),
                                    "(attribute LBTS reliable receive)", "(attribute LBTS reliable receive S)"));
     EXPECT_EQ(own->getAttributeRoutingSpaceHandle(own->getAttributeHandle("LBTS", 4), 4), 1);
@@ -141,7 +141,7 @@ TEST(Database, AddsClassesBelowTheirSuperclass) {
     const auto database = emptyDatabase();
     RtiFedObjectClass *root = database->addObjectClass("ObjectRoot");
     RtiFedObjectClass *a = database->addObjectClass("ObjectRoot.A");
-    RtiFedObjectClass *b = database->addObjectClass("A.B"); // its superclass is found without the root as well
+    RtiFedObjectClass *b = database->addObjectClass("A.B"); // its superclass is found without the root prefix
     EXPECT_EQ(b->getParentClass(), a);
     EXPECT_EQ(b->getName(), "A.B");
     EXPECT_EQ(root->getChildrenClasses(), std::set<RtiObjectClassHandle>{2});

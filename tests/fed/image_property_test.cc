@@ -1,5 +1,5 @@
-// What save writes, restore takes: whatever a host does with the public interface, the image of the database restores,
-// saves to the same bytes again, and answers the same.
+// What save writes, restore accepts: after any use of the public interface, the image of the database restores, saves
+// to the same bytes again, and answers the same.
 
 #include "tests/Support.hh"
 
@@ -17,7 +17,7 @@ public:
         for (unsigned long left = 5 + below(60); left > 0; --left) {
             try {
                 act();
-            } catch (const RTI::Exception &) { // a refused call has no effect on the image but a handle
+            } catch (const RTI::Exception &) { // a refused call uses up a handle at most
             }
         }
         return std::move(_db);
@@ -102,7 +102,8 @@ private:
         }
     }
 
-    /// Announces a child of a greater handle, be it another class's child or no class at all: circles are refused.
+    /// Announces a child with a greater handle, so that no circle arises. It may be a child of another class or
+    /// unknown.
     template <class Node>
     void announce(Node *node) {
         const unsigned long child = handle();
@@ -133,7 +134,7 @@ void print(std::ostream &os, const Set &handles) {
     os << '\n';
 }
 
-/// Answers about members and derivation that do not depend on spaces which the image leaves out.
+/// The answers that do not depend on the spaces that the image leaves out.
 std::string structureOf(const RtiFedDatabase &db) {
     std::ostringstream os;
     for (const RtiObjectClassHandle &handle : db.getObjectClassHandleSet()) {
@@ -176,7 +177,7 @@ TEST(ImageProperty, WhatSaveWritesRestoreTakes) {
     }
 }
 
-// The walks end, although the children form circles and reach classes in several ways.
+// The walks end although children form circles and classes are reached in several ways.
 TEST(ImageProperty, DerivedClassesAreFoundAlongAnyLinks) {
     const auto db = emptyDatabase();
     RtiFedObjectClass *root = db->addObjectClass("R");

@@ -99,7 +99,7 @@ TEST(Image, LeavesOutASpaceWhoseNameIsInUse) {
     EXPECT_EQ(origin->getChecksum(), checksum);
     const auto copy = restored(bytesOf(*origin));
     EXPECT_EQ(copy->getChecksum(), checksum);
-    EXPECT_EQ(copy->createSpaceHandle(), 3); // its handle stays used
+    EXPECT_EQ(copy->createSpaceHandle(), 3); // its handle is not issued again
     EXPECT_EQ(diffOf(*copy, *origin), "old size _spaceHandleMap=``1'', new size _spaceHandleMap=``2''\n"
                                       "old _nextSpaceHandle=``3'', new _nextSpaceHandle=``2''\n");
 }
@@ -108,7 +108,7 @@ TEST(Image, MayHaveAClassBeforeItsParent) {
     const auto origin = emptyDatabase("e");
     origin->addObjectClass("ObjectRoot");
     RtiFedObjectClass *ball = origin->addObjectClass("ObjectRoot.Ball");
-    origin->addObjectClass("Ball.Red"); // named without the root, and so sorted before it
+    origin->addObjectClass("Ball.Red"); // named without the root prefix, so it sorts before its parent
     ASSERT_EQ(ball->getChildrenClasses().size(), 1U);
     const std::string image = bytesOf(*origin);
     const auto copy = restored(image);
@@ -198,7 +198,7 @@ TEST(Image, SurvivesAnyCutAndAnyByte) {
 }
 
 TEST(Image, RefusesCircles) {
-    // Classes named A, B, C ..., of handles from 1, with the parents and children that are given.
+    // Classes named A, B, C ... with handles from 1 and the given parents and children.
     const auto image = [](const std::vector<unsigned long> &parents, const std::vector<unsigned long> &children) {
         RtiBuffer bytes;
         for (const unsigned long number : {0UL, 0UL, static_cast<unsigned long>(parents.size())})

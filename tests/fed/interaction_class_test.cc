@@ -86,7 +86,7 @@ TEST_F(InteractionClassTest, ImageDumpAndDiff) {
 
 TEST_F(InteractionClassTest, RestoresInItsOwnPlace) {
     RtiFedInteractionClass other{9, "Other", nullptr, 1, 1, 0};
-    for (unsigned long handle = 20; handle > 0; --handle) // so many, in this order, have tables
+    for (unsigned long handle = 20; handle > 0; --handle) // enough, in this order, to need the maps
         other.addParameter(handle, "p" + std::to_string(handle));
     for (int i = 0; i < 2; ++i) {
         RtiBuffer image = imageOf(other);

@@ -43,7 +43,7 @@ TEST(Lookup, FindsAClassWithAndWithoutItsRoot) {
     EXPECT_EQ(db.find(RtiSpaceHandle(-1)), nullptr);
 }
 
-// Handle 0 says that there is none: an attribute that a host added under it is not found by its name.
+// Handle 0 means none: an attribute that a host added with it is not found by its name.
 TEST(Lookup, FindsNoAttributeOfHandle0) {
     const auto db = emptyDatabase();
     db->addObjectClassAttribute(db->addObjectClass("A"), "a", 1, 1, 0);
@@ -52,7 +52,7 @@ TEST(Lookup, FindsNoAttributeOfHandle0) {
     reasonOf<RTI::NameNotFound>([&] { db->getAttributeHandle("b", 2); });
 }
 
-// Names that have the root prefix never, once or twice, in any case, against a plain map that is asked again behind the
+// Names with no, one or two root prefixes, in any case, against a plain map that is asked a second time with the
 // prefix; and the order of the image, which is that of the upper-cased full names.
 TEST(Lookup, FindsAClassAsAPlainMapAskedTwiceDoes) {
     const std::vector<std::string> words = {"ObjectRoot", "objectroot", "OBJECTROOT", "A", "a", "Nz", "Zz"};

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Short and long names of letters whose case counts, of the bytes beside them, and of others.
+/// Short and long names of letters, of the bytes next to the letters in ASCII, and of others.
 std::string randomName(std::mt19937 &random) {
     static constexpr char kLetters[] = "aAzZ.[{`@\xE4\xFF";
     std::string name(random() % 16 ? random() % 4 : random() % 40, ' ');
@@ -40,8 +40,8 @@ TEST(Name, IsComparedInUpperCase) {
     }
 }
 
-// Names that differ in few places, chosen so that a careless mixing of words gives most of them one hash. The seed
-// is another one in each run, and with some a handful collide, a dozen in 20000 at most.
+// Names that differ in few places, chosen so that a weak hash function gives most of them one hash. The seed
+// differs in each run; with some seeds a few collide, at most a dozen in 20000.
 TEST(Name, HashesOfLikeNamesDiffer) {
     for (const char *rest : {"47:14&4Z_____", "XYZ_________", "", "ObjectRoot.Manager.Federate."})
         for (const std::size_t place : {0U, 3U, 8U, 13U}) {
@@ -82,7 +82,7 @@ TEST(NameMap, AgreesWithAPlainModel) {
                            [](const auto &a, const auto &b) { return a.first == b.first && a.second == b.second; }));
 }
 
-// Names that agree in the bits that choose a bucket: those behind the seventh go on to the next ones.
+// Names that agree in the bits that choose a bucket: from the eighth on they overflow into the next ones.
 TEST(NameMap, FindsNamesOfOneBucket) {
     RtiFedNameMap<int> map;
     std::vector<std::string> names;
@@ -129,7 +129,7 @@ TEST(HandleMap, AgreesWithAPlainModel) {
             const int *found = map.find(handle);
             ASSERT_EQ(found ? *found : -1, expected == model.end() ? -1 : expected->second) << handle;
             if (i % 8 == 0) {
-                const int value = static_cast<int>(random() % 3); // 0 marks an empty place inside
+                const int value = static_cast<int>(random() % 3); // 0 marks an empty element of the vector
                 ASSERT_EQ(map.insert(handle, value), model.emplace(handle, value).second);
             } else if (i % 32 == 1) {
                 map.erase(handle);
@@ -147,7 +147,7 @@ TEST(HandleMap, AgreesWithAPlainModel) {
     }
 }
 
-// Behind the last place of a map that was emptied, a handle is near or not, as its memory goes.
+// In an emptied map, the capacity of the vector decides whether a handle is put there.
 TEST(HandleMap, TakesTheNextHandleWhenEmptied) {
     for (unsigned long size = 0; size < 200; ++size) {
         RtiFedHandleMap<RtiObjectClassHandle, int> map;

@@ -5,8 +5,8 @@ namespace {
 
 using Verifier = RtiFedDatabaseMomVerifier;
 
-/// The messages of both verifications of the minimal text after a change; they must agree with the lists of what is
-/// missing.
+/// The messages of both verifications of the minimal text after a change. Checks that they agree with the lists of
+/// missing members.
 std::string verified(const std::string &what, const std::string &with) {
     std::string text = replaced(example("minimal.fed"), what, with);
     const auto database = emptyDatabase();
@@ -38,7 +38,7 @@ TEST(Mom, SaysWhatIsMissingFirst) {
               "<>interaction class: Manager.Federate.Report.ReportUpdatesSent doesn't exist");
     EXPECT_EQ(verified("(parameter AlertID)", ""),
               "<>interaction class: MANAGER.FEDERATE.REPORT.ALERT interaction parameter: AlertID");
-    // An inherited member counts.
+    // An inherited member is sufficient.
     EXPECT_EQ(verified("(attribute privilegeToDelete reliable timestamp)\n      (class RTIprivate)\n      (class "
                        "Manager\n        (class Federate\n          (attribute FederateHandle reliable receive)",
                        "(attribute FederateHandle reliable receive) (class Manager (class Federate"),
@@ -46,7 +46,7 @@ TEST(Mom, SaysWhatIsMissingFirst) {
 }
 
 TEST(Mom, TellsTheFirstInTheOrderOfClassNames) {
-    // In the table, Adjust stands before Report.Alert; among the members the names are in ascending order.
+    // In the table, Adjust comes before Report.Alert; among the members the names are in ascending order.
     EXPECT_EQ(verified("(parameter FederationTime)\n              (parameter Tag)", ""),
               "<>interaction class: MANAGER.FEDERATE.SERVICE.DELETEOBJECTINSTANCE interaction parameter: "
               "FederationTime");

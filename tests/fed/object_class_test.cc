@@ -48,8 +48,8 @@ TEST_F(ObjectClassTest, RefusesAnAttributeTwice) {
               "\"RtiFedObjectClass\", line 485:  Duplicate attribute position in object class hierarchy at class "
               "Root.Sub.Leaf");
     EXPECT_EQ(leaf->getNumberOfAttributes(), 1u);
-    root.addAttribute(9, "flag", 1, 1, 0); // below, it is not looked for
-    root.addAttribute(4, "late", 1, 1, 0); // handles need not ascend, nor differ
+    root.addAttribute(9, "flag", 1, 1, 0); // subclasses are not checked
+    root.addAttribute(4, "late", 1, 1, 0); // handles may descend and repeat
     root.addAttribute(9, "twin", 1, 1, 0);
     EXPECT_EQ(root.find(1)->getName() + root.find(4)->getName() + root.find(9)->getName(), "Positionlateflag");
     EXPECT_NE(dumpOf(root).find("size _attributeHandleMap=``3''\nsize _attributeVector=``4''\n"), std::string::npos);
@@ -63,7 +63,7 @@ TEST_F(ObjectClassTest, GetsASubclassByItsHandleAndMakesTheMissing) {
     EXPECT_EQ(root.getSubclass(2)->getName(), "Root.Two");
     EXPECT_EQ(root.getNumberOfSubclasses(), 3u);
 
-    // The empty entry is passed over by what walks the tree.
+    // Walks over the tree skip the empty entry.
     RtiFedObjectClass same(1, "Root", nullptr);
     const unsigned long before = same.getChecksum();
     same.addObjectClass(7, "Root.Seven");
@@ -79,7 +79,7 @@ TEST_F(ObjectClassTest, AnnouncesDescendantsToAllAbove) {
     leaf->addChildClassToAll(8);
     EXPECT_TRUE(root.hasDerrivedClass(8));
     EXPECT_TRUE(sub->hasDerrivedClass(8));
-    EXPECT_FALSE(root.hasDerrivedClass(5)); // nobody announced it
+    EXPECT_FALSE(root.hasDerrivedClass(5)); // it was not announced
     root.addChildClass(5);
     EXPECT_EQ(root.getChildrenClasses(), std::set<RtiObjectClassHandle>{5});
     EXPECT_FALSE(root.hasDerrivedClass(5));
@@ -89,7 +89,7 @@ TEST_F(ObjectClassTest, KeepsItsAvailableSets) {
     auto set = std::make_unique<RtiAttributeHandleSet>(1);
     RtiAttributeHandleSet *held = set.get();
     leaf->setAvailableAttributes(std::move(set));
-    leaf->setAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet>(held)); // the same: it stays
+    leaf->setAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet>(held)); // the same set: it is kept
     EXPECT_EQ(leaf->getAvailableAttributes(), held);
     EXPECT_EQ(leaf->publishAvailableAttributes(std::make_unique<RtiAttributeHandleSet>(1)), held);
     leaf->setAvailableFedAttributes(std::make_unique<std::set<RtiFedAttribute *>>());
@@ -157,7 +157,7 @@ TEST(ObjectClass, NestsToABound) {
     RtiBuffer image = imageOf(root);
     EXPECT_EQ(RtiFedObjectClass(image).getChecksum(), root.getChecksum());
 
-    // The beginning of a class with one subclass, over and over.
+    // The beginning of a class with one subclass, repeated.
     std::string nested;
     for (unsigned level = 0; level < 100000; ++level)
         nested += "\0\0\0\1c\0\0\0\1"s;

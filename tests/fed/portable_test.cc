@@ -1,7 +1,7 @@
-// Prints what every machine must give alike, whatever its word size and byte order: of each example, and of a database
-// with numbers at both ends of the 32 bits, the size and CRC-32 of the image and the checksum of the model; of that
-// database every byte. Each image is restored and saved again on the way. portable.txt is
-// what must come out. Usage: portable_test EXAMPLES_DIR
+// Prints what must be the same on machines of any word size and byte order: for each example, and for a database with
+// numbers at both ends of the 32 bits, the size and CRC-32 of the image and the checksum of the model; for that
+// database also every byte. Each image is restored and saved again in between. The expected output is
+// data/portable.txt. Usage: portable_test EXAMPLES_DIR
 
 #include "fed/RtiFedDatabase.hh"
 #include "infrastructure/RtiBuffer.hh"
@@ -29,8 +29,7 @@ void print(const RtiFedDatabase &origin, bool everyByte) {
         std::printf("%02x%s", image.data()[i], i % 32 == 31 || i + 1 == image.size() ? "\n" : " ");
 }
 
-/// A cut, a sign or a byte order that is wrong would show here; and bytes above 127, for which one machine's `char` has
-/// a sign and the other's has none.
+/// Shows wrong truncation, sign or byte order, and bytes above 127, which are negative where `char` is signed.
 void buildByHand(RtiFedDatabase &database) {
     constexpr unsigned long largest = 0xFFFFFFFF;
     database.setFederateName("F\xC3\xA4");
@@ -48,7 +47,7 @@ void buildByHand(RtiFedDatabase &database) {
 int main(int, char **arguments) {
     try {
         for (const std::string name : {"harbour.fed", "minimal.fed", "tolerances.fed"}) {
-            // The file's name alone enters the image, wherever the examples stand.
+            // The image contains the file's name, not the path of the examples.
             RtiFedDatabase database(RtiFedDatabaseConstructorArg(name, RTI_false));
             database.buildFromFed(std::fopen((arguments[1] + ("/" + name)).c_str(), "rb"));
             print(database, false);

@@ -51,7 +51,7 @@ TEST(Buffer, SaysWhatWasWantedAndWhatIsLeft) {
     EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { buffer.get(values, 2); }),
               "byte 0: 2 numbers of 4 bytes wanted, 6 bytes left");
     EXPECT_EQ(values[0], 8u);
-    EXPECT_EQ(buffer.getUnsignedLong(), 7u); // the failure moved nothing
+    EXPECT_EQ(buffer.getUnsignedLong(), 7u); // the failure did not move the position
     EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { buffer.getUnsignedLong(); }),
               "byte 4: 1 number of 4 bytes wanted, 2 bytes left");
     // A count whose bytes overflow the address range.
