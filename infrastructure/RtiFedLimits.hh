@@ -1,23 +1,23 @@
 #pragma once
 
-#include "fed/RtiFedClassNesting.hh"
+#include "fed/loading/RtiFedParserCodegen.hh" // with kMaxClassNesting
 
 #include <cstddef>
 
-/// Every bound on what a FED text may ask of us, each with its reason; the levels of classes, which bound images as
-/// well, stand in fed/RtiFedClassNesting.hh. SECURITY.md tells people of them.
+/// The limits on a FED text, each with its reason, so that a hostile text cannot exhaust memory or time. The limit on
+/// class nesting, which applies to images as well, is kMaxClassNesting. SECURITY.md lists all of them for users.
 
-/// Bytes of a name, a class's full dotted name included: 256 levels of 63 bytes and their dots. A full name is stored
+/// Bytes of a name and of a class's full dotted name: 256 levels of 63 bytes and their dots. A full name is stored
 /// with its class, so a long path makes every class below it large.
 inline constexpr std::size_t kMaxNameLength = 16384;
 
-/// Bytes that the full names of all classes of one text may have together. A model of a million declarations needs
-/// some 10 MiB; the bound keeps a small text of long paths from asking for gigabytes.
+/// Bytes of the full names of all classes of one text together. A model of a million declarations needs some 10 MiB;
+/// the limit keeps a small text with long paths from allocating gigabytes.
 inline constexpr std::size_t kMaxFullNames = std::size_t(64) << 20;
 
-/// Syntax errors of one text, behind which it is not read on, and findings of `rtifed check` beside them: nobody reads
-/// so many, and each takes memory.
+/// Syntax errors of one text, after which the rest of it is not read, and findings of `rtifed check` besides them.
+/// Nobody reads more, and each of them allocates.
 inline constexpr std::size_t kMaxErrors = 100000;
 
-/// Bytes of a FED text. Offsets into it are kept in 32 bits; the largest text known has less than 1 MiB.
+/// Bytes of a FED text. Offsets into it are stored in 32 bits; the largest text known is smaller than 1 MiB.
 inline constexpr std::size_t kMaxTextSize = std::size_t(1) << 30;

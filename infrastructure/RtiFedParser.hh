@@ -1,6 +1,8 @@
 #pragma once
 
 #include "infrastructure/RtiExport.hh"
+#include "infrastructure/RtiFedErrorTypes.hh"
+#include "infrastructure/RtiFedPosition.hh"
 
 #include <cstddef>
 #include <cstdint>
@@ -8,66 +10,16 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 class RtiFedParserCodegen;
-
-/// A place in a FED text, both counted from 1. A column counts bytes: a tab is one, a letter beyond ASCII as many as
-/// its encoding has; a byte order mark in front of the text is not counted.
-struct RtiFedPosition {
-    unsigned long line;
-    unsigned long column;
-};
-
-/// A run of bytes of a FED text: the offset of the first one, and how many they are.
-struct RtiFedSpan {
-    std::uint32_t begin = 0;
-    std::uint32_t length = 0;
-};
 
 /// Reads the text of a FED file and delivers its declarations to callbacks.
 ///
 /// The whole text is read when the parser is made; every syntax error is kept and none is thrown. Memory and time grow
 /// linearly with the text. Names may be up to kMaxNameLength bytes, classes nest up to kMaxClassNesting levels.
 /// Threads: a parser belongs to one thread at a time.
-class RTI_EXPORT RtiFedParser {
+class RTI_EXPORT RtiFedParser : public RtiFedErrorTypes {
 public:
-    /// What is wrong at a syntax error.
-    enum Problem : unsigned char {
-        expectedFed,      ///< The text does not begin with "(FED".
-        expectedArgument, ///< A clause lacks one of its words.
-        expectedClause,   ///< One of the clauses that may stand in the clause.
-        expectedClose,    ///< The ")" of a clause, or a clause if one may stand there.
-        leftOpen,         ///< As expectedClose, where the look of the text may tell which clause was meant.
-        secondClause,     ///< Of a kind that may stand once.
-        missingClause,    ///< The federation or the version.
-        nestedTooDeeply,
-        dotInClassName,
-        nameTooLong,
-        fullNameTooLong,
-        namesTooLong, ///< The full names of all classes together.
-        strayQuote,
-        trailingText, ///< Behind the FED clause.
-        nulByte,
-        textTooLong,
-        tooManyErrors
-    };
-
-    /// A second place that an error has to do with, such as the parenthesis that was left open.
-    struct Note {
-        RtiFedSpan span;
-        std::string text;
-    };
-
-    struct Error {
-        Problem problem;
-        RtiFedPosition position; ///< The beginning of what was found and not expected.
-        RtiFedSpan span;         ///< All of it; of length 0 at the end of the text.
-        std::string text;        ///< What was expected and what was found.
-        std::vector<Note> notes;
-        std::vector<std::string> keywords; ///< If a keyword was expected: those that may stand there.
-    };
-
     /// Reads the text, which may begin with a byte order mark. At most kMaxTextSize bytes; a longer text has one error.
     explicit RtiFedParser(std::string text);
     ~RtiFedParser();

@@ -2,11 +2,12 @@
 
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/parser/RtiFedLexer.hh"
+#include "infrastructure/parser/RtiFedPrintable.hh"
 
 namespace {
 
 std::string quoted(std::string_view bytes) {
-    return '"' + RtiFedParser::printable(bytes) + '"';
+    return '"' + printable(bytes) + '"';
 }
 
 std::string placeOf(const RtiFedText &text, RtiFedOffset offset) {
@@ -78,7 +79,8 @@ std::string describe(const RtiFedText &text, const RtiFedBalance::Suspect &suspe
 }
 
 /// What the look of the text says, at the places in which it stands.
-void addNotes(const RtiFedText &text, const RtiFedBalance::Suspect &suspect, std::vector<RtiFedParser::Note> &notes) {
+void addNotes(const RtiFedText &text, const RtiFedBalance::Suspect &suspect,
+              std::vector<RtiFedErrorTypes::Note> &notes) {
     const std::string clause = nounOf(text, clauseAt(text, suspect.clause));
     const std::string leftOpen = "by its look, " + clause + " was left open";
     switch (suspect.look) {
@@ -106,7 +108,7 @@ std::string listOf(const std::vector<std::string> &keywords) {
 
 } // namespace
 
-RtiFedParser::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const {
+RtiFedErrorTypes::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const {
     return {problem, text.position(at), span(text), describe(text), notes(text), keywords()};
 }
 
@@ -134,8 +136,8 @@ RtiFedSpan RtiFedSyntaxError::span(const RtiFedText &text) const {
     }
 }
 
-std::vector<RtiFedParser::Note> RtiFedSyntaxError::notes(const RtiFedText &text) const {
-    std::vector<RtiFedParser::Note> notes;
+std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &text) const {
+    std::vector<RtiFedErrorTypes::Note> notes;
     const bool suspected = suspect && suspect->clause == clause.begin;
     if (problem == Problem::secondClause)
         notes.push_back({{other, 1}, "the first stands here"});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "infrastructure/RtiFedErrorTypes.hh"
 #include "infrastructure/parser/RtiFedBalance.hh"
 #include "infrastructure/parser/RtiFedGrammar.hh"
 
@@ -16,7 +17,7 @@ struct RtiFedClauseName {
 /// One syntax error, small, since a text may have many: what was expected where. The message is made from it and the
 /// FED text when it is asked for.
 struct RtiFedSyntaxError {
-    using Problem = RtiFedParser::Problem;
+    using Problem = RtiFedErrorTypes::Problem;
 
     Problem problem{};
     bool afterFirst = false; ///< The clause has others in it already, so a sec_level comes too late.
@@ -26,11 +27,11 @@ struct RtiFedSyntaxError {
     RtiFedOffset number = 0; ///< Which argument is expected, from 0; which kind is missing; how long a name is.
     std::optional<RtiFedBalance::Suspect> suspect;
 
-    RtiFedParser::Error resolve(const RtiFedText &text) const;
+    RtiFedErrorTypes::Error resolve(const RtiFedText &text) const;
 
 private:
     std::string describe(const RtiFedText &text) const;
     RtiFedSpan span(const RtiFedText &text) const;
-    std::vector<RtiFedParser::Note> notes(const RtiFedText &text) const;
+    std::vector<RtiFedErrorTypes::Note> notes(const RtiFedText &text) const;
     std::vector<std::string> keywords() const;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "infrastructure/RtiFedParser.hh"
+#include "infrastructure/RtiFedPosition.hh"
 
 #include <cstdint>
 #include <string>
