@@ -146,15 +146,15 @@ std::vector<Suspect> moreBehindCloses(const RtiFedText &text) {
 RtiFedBalance::RtiFedBalance(const RtiFedText &text) {
     Walk walk(text);
     walk.run([](const Open &) {}, [](const Open &, RtiFedOffset) {});
-    missing = walk.missing();
-    if (missing < 0) {
+    missingCloses = walk.missing();
+    if (missingCloses < 0) {
         suspects = moreBehindCloses(text);
-    } else if (missing > 0) {
+    } else if (missingCloses > 0) {
         // The look that strikes first is nearest to the slip. In texts whose clauses all begin in one column the second
         // look strikes everywhere, and tells nothing.
         suspects = closesUnderOuter(text);
         std::vector<Suspect> opens = opensUnderClause(text);
-        if (opens.size() == static_cast<std::size_t>(missing) &&
+        if (opens.size() == static_cast<std::size_t>(missingCloses) &&
             (suspects.empty() || opens.front().at < suspects.front().at))
             suspects = std::move(opens);
     }

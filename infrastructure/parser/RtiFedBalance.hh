@@ -22,7 +22,7 @@ struct RtiFedBalance {
 
     explicit RtiFedBalance(const RtiFedText &text);
 
-    long missing = 0; ///< How many ")" are missing; below 0, how many there are too many.
+    long missingCloses = 0; ///< How many ")" are missing; below 0, how many there are too many.
     /// In the order of the text: one for each missing ")" as far as the look tells, or where there is one too many.
     std::vector<Suspect> suspects;
 };

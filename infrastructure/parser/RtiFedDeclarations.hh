@@ -1,15 +1,16 @@
 #pragma once
 
+#include "infrastructure/parser/RtiFedGrammar.hh"
 #include "infrastructure/parser/RtiFedText.hh"
 
 #include <array>
 #include <cstdint>
 #include <vector>
 
-/// What a declaration says: name, transportation, ordering, space, as far as its kind has them.
+/// The words of a declaration: name, transportation, ordering, space, as far as its kind has them.
 using RtiFedArguments = std::array<RtiFedSpan, 4>;
 
-/// What a FED text declares, as spans of the text, in the order in which it stands there.
+/// What a FED text declares, as spans of the text, in the order of the text.
 struct RtiFedDeclarations {
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
@@ -20,19 +21,20 @@ struct RtiFedDeclarations {
 
     struct Class {
         RtiFedArguments arguments;
-        std::uint32_t level = 1; ///< 1 for a class that stands in no other.
+        std::uint32_t level = 1; ///< 1 for a class without a superclass.
         std::uint32_t firstMember = kNone;
         std::uint32_t lastMember = kNone;
         std::uint32_t numMembers = 0;
     };
 
-    /// An attribute or parameter. The members of a class are a list, since classes may stand between them.
+    /// An attribute or parameter. The members of a class are a linked list, since its subclasses may be declared
+    /// between them.
     struct Member {
         RtiFedArguments arguments;
         std::uint32_t next = kNone;
     };
 
-    /// Classes of one kind, each before the classes in it.
+    /// Classes of one kind, each before its subclasses.
     struct Tree {
         std::vector<Class> classes;
         std::vector<Member> members;
@@ -40,7 +42,10 @@ struct RtiFedDeclarations {
         void addMember(std::uint32_t classIndex, const RtiFedArguments &arguments);
     };
 
-    RtiFedSpan federation, version; ///< Beginning at 0, where no name can stand, if there is none.
+    /// Adds anything but a class; kinds that declare nothing are ignored. `owner` is the index of a member's class.
+    void add(RtiFedClause kind, std::uint32_t owner, const RtiFedArguments &arguments);
+
+    RtiFedSpan federation, version; ///< Absent if it begins at 0, where no name can be.
     std::vector<Space> spaces;
     std::vector<RtiFedSpan> dimensions;
     Tree objects, interactions;

@@ -82,7 +82,7 @@ void RtiFedLexer::next(RtiFedToken &token) {
     token.strayQuote = RtiFedToken::kNoQuote;
     for (skipBlanksAndComments(); _at < _bytes.size() && _bytes[_at] == '"' && endOfQuoted() == _at;
          skipBlanksAndComments()) {
-        if (!token.behindStrayQuote())
+        if (!token.afterStrayQuote())
             token.strayQuote = _at;
         ++_at; // what follows is read as if the quote were not there
     }

@@ -16,7 +16,7 @@ struct RtiFedToken {
     RtiFedOffset strayQuote = kNoQuote;
 
     static constexpr RtiFedOffset kNoQuote = 0xFFFFFFFF;
-    bool behindStrayQuote() const { return strayQuote != kNoQuote; }
+    bool afterStrayQuote() const { return strayQuote != kNoQuote; }
 };
 
 /// Cuts a FED text into parentheses and names; blanks and comments fall away. A NUL byte and the end of the text are

@@ -7,17 +7,17 @@
 using Kind = RtiFedToken::Kind;
 
 namespace {
-constexpr std::size_t kBytesEach = 64; // of the text for an attribute, in texts full of them
+constexpr std::size_t kBytesPerAttribute = 64; // of a large text, in which most clauses are attributes
 }
 
-RtiFedReader::RtiFedReader(const RtiFedText &text) : _text(text), _lexer(text, text.begin()) {
+RtiFedReader::RtiFedReader(const RtiFedText &text) : _text(text), _lexer(text, text.begin()), _repair(text) {
     if (text.bytes().size() > kMaxTextSize)
         stop(Problem::textTooLong, text.begin());
     else
         openFed();
     if (!_stopped)
-        declarations.objects.members.reserve(text.bytes().size() / kBytesEach);
-    while (!_stopped && (!_open.empty() || behindFed()))
+        declarations.objects.members.reserve(text.bytes().size() / kBytesPerAttribute);
+    while (!_stopped && (!_open.empty() || readAfterFed()))
         step();
     spacesKnown = spacesKnown && (_spacesRead || !_stopped);
     std::stable_sort(errors.begin(), errors.end(),
@@ -26,9 +26,9 @@ RtiFedReader::RtiFedReader(const RtiFedText &text) : _text(text), _lexer(text, t
 
 void RtiFedReader::advance() {
     _lexer.next(_token);
-    _behindClose = false;
-    if (_token.behindStrayQuote())
-        fail(Problem::strayQuote, _token.strayQuote);
+    _afterClose = false;
+    if (_token.afterStrayQuote())
+        addError(Problem::strayQuote, _token.strayQuote);
 }
 
 void RtiFedReader::openFed() {
@@ -51,18 +51,19 @@ void RtiFedReader::step() {
     case Kind::close:
         return closeClause();
     case Kind::name:
-        return readStrayNames();
+        return readStrayWords();
     case Kind::nul:
         return stop(Problem::nulByte, _token.begin);
     case Kind::end:
-        return leaveAllOpen();
+        return reportLeftOpen();
     }
 }
 
-/// Reads attributes, parameters or dimensions in one go as long as nothing about them is out of the ordinary; they are
-/// most of a text. Returns whether there were any. At all others, the grammar is followed word by word.
+/// Most clauses of a text are attributes, parameters and dimensions of plain words: no quotes, no comments, nothing
+/// missing. This reads a run of them without making tokens, and declares them as the functions below would. Where a
+/// clause is not of this form it is left unread, for those functions. Returns whether anything was read.
 bool RtiFedReader::readPlainMembers() {
-    Open &owner = _open.back();
+    OpenClause &owner = _open.back();
     const RtiFedClause kind = memberOf(owner.name.kind);
     if (kind == RtiFedClause::unknown)
         return false;
@@ -70,7 +71,7 @@ bool RtiFedReader::readPlainMembers() {
     RtiFedClauseName member{kind, _token.begin, {}}, last;
     RtiFedArguments words;
     while (readPlainWords(ahead, kind, words) && ahead.nextClose()) {
-        declareMember(kind, owner.declaration, words);
+        declarations.add(kind, owner.declaration, words);
         last = member;
         last.label = words[0];
         _lexer = ahead;
@@ -83,11 +84,11 @@ bool RtiFedReader::readPlainMembers() {
     _lastClosed = {last};
     _lastClose = _lexer.at() - 1;
     advance();
-    _behindClose = true;
+    _afterClose = true;
     return true;
 }
 
-/// The same for a class, up to the clauses in it.
+/// The same for the keyword and words of one class.
 bool RtiFedReader::readPlainClass() {
     const RtiFedClause kind = classIn(_open.back().name.kind);
     RtiFedLexer ahead = _lexer;
@@ -102,51 +103,48 @@ bool RtiFedReader::readPlainClass() {
     return true;
 }
 
-/// Reads the keyword and the arguments of a clause, if they are all there and nothing but plain words.
+/// Reads the keyword and arguments of a clause. Returns whether they are complete and plain words.
 bool RtiFedReader::readPlainWords(RtiFedLexer &ahead, RtiFedClause kind, RtiFedArguments &words) const {
     const RtiFedClauseForm &form = formOf(kind);
     words = {};
     const std::size_t count = ahead.nextPlainWords(form.keyword, words, kMaxNameLength);
     if (!form.maySpace || count != form.numArguments + 1)
         return count == form.numArguments;
-    // Else the last is perhaps no space, but the next clause without its "(".
+    // Otherwise the last word may be no space, but the keyword of a clause without its "(".
     return childOf(_open.back().name.kind, _text.at(words[count - 1])) == RtiFedClause::unknown &&
            childOf(kind, _text.at(words[count - 1])) == RtiFedClause::unknown;
 }
 
+/// Reads a clause from its "(", the current token.
 void RtiFedReader::readClause() {
     const RtiFedOffset begin = _token.begin;
-    const bool behindClose = _behindClose;
+    const bool afterClose = _afterClose;
     advance();
-    const bool surplusOpen = (_token.kind == Kind::open || _token.kind == Kind::close) && missing() > 0;
-    const bool surplusClose = _token.kind == Kind::close && peek().kind == Kind::name && missing() < 0;
-    if (surplusOpen || surplusClose)
-        fail(isLeaf(_open.back().name.kind) ? Problem::expectedClose : Problem::expectedClause, _token.begin);
-    if (surplusOpen) { // one "(" too many, or a row of them
-        for (++_supplied; _token.kind == Kind::open && peek().kind == Kind::open && missing() > 0; ++_supplied)
+    if (_token.kind == Kind::open || _token.kind == Kind::close) {
+        const bool surplusOpen = _repair.mayDropOpen();
+        const bool surplusClose = _token.kind == Kind::close && peek().kind == Kind::name && _repair.mayDropClose();
+        if (surplusOpen || surplusClose)
+            addError(isLeaf(_open.back().name.kind) ? Problem::expectedClose : Problem::expectedClause, _token.begin);
+        if (surplusOpen)
+            return dropOpens();
+        if (surplusClose) {
+            _repair.dropClose();
             advance();
-        return;
+        }
     }
-    if (surplusClose) {
-        --_supplied;
-        advance();
-    }
-    readClauseAt(begin, behindClose);
+    readFromKeyword(begin, afterClose);
 }
 
-/// Reads a clause from its keyword, the current token. `begin` is its "(", or its keyword if that was forgotten.
-void RtiFedReader::readClauseAt(RtiFedOffset begin, bool behindClose) {
-    RtiFedClause kind = childHere(_token);
-    if (kind == RtiFedClause::unknown && _token.kind == Kind::name && !_token.quoted) {
-        supplyForgottenCloses(begin);
-        if (behindClose && childOf(_lastClosed->name.kind, _text.at(_token.text)) != RtiFedClause::unknown)
-            reopenLastClosed(Problem::expectedClause, _token.begin);
-        kind = childHere(_token);
-    }
+/// Reads a clause from its keyword, the current token. `begin` is its "(", or its keyword if the "(" was forgotten;
+/// `afterClose` tells whether that directly follows the ")" of another clause.
+void RtiFedReader::readFromKeyword(RtiFedOffset begin, bool afterClose) {
+    if (_token.kind == Kind::name && !_token.quoted && childHere(_token) == RtiFedClause::unknown)
+        moveToParent(begin, afterClose);
+    const RtiFedClause kind = childHere(_token);
     if (kind == RtiFedClause::unknown && _token.kind == Kind::name && !isCut(_token) && peek().kind != Kind::name &&
-        missing() > 0) { // a "(" too many in front of a word
-        ++_supplied;
-        return readStrayNames();
+        _repair.mayDropOpen()) { // a "(" too many before a word
+        _repair.dropOpen();
+        return readStrayWords();
     }
     if (kind == RtiFedClause::unknown || (kind == RtiFedClause::secLevel && _open.back().hasClauses))
         return refuseClause(begin);
@@ -158,19 +156,21 @@ void RtiFedReader::readClauseAt(RtiFedOffset begin, bool behindClose) {
     readArguments();
 }
 
+/// Reports a clause that is not allowed here, and skips it.
 void RtiFedReader::refuseClause(RtiFedOffset begin) {
     const bool ends = _token.kind == Kind::end || _token.kind == Kind::nul || isCut(_token);
     if (!ends && isLeaf(_open.back().name.kind))
-        fail(Problem::expectedClose, begin);
+        addError(Problem::expectedClose, begin);
     else if (!ends)
-        fail(Problem::expectedClause, _token.begin);
+        addError(Problem::expectedClause, _token.begin);
     _open.push_back({{RtiFedClause::unknown, begin, _token.kind == Kind::name ? _token.text : RtiFedSpan()}});
     if (isCut(_token))
         advance();
     skipClause(0);
 }
 
-/// Refuses the second of a clause that may stand once: all in the FED clause but the federates.
+/// Reports the innermost clause if it is the second of a kind that is allowed once: all in the FED clause except
+/// federates. Returns whether it is.
 bool RtiFedReader::refuseSecond() {
     const RtiFedClauseName &clause = _open.back().name;
     if (_open.size() != 2 || clause.kind == RtiFedClause::federate)
@@ -180,7 +180,7 @@ bool RtiFedReader::refuseSecond() {
         first = clause.begin;
         return false;
     }
-    fail(Problem::secondClause, clause.begin).other = first;
+    addError(Problem::secondClause, clause.begin).firstClause = first;
     return true;
 }
 
@@ -192,9 +192,9 @@ void RtiFedReader::readArguments() {
         ++count;
     if (_stopped)
         return;
-    if (_open.back().doubtful)
+    if (_open.back().hasStrayQuote)
         std::fill(arguments.begin() + 1, arguments.end(), RtiFedSpan());
-    if (count < form.numArguments) { // the word that is missing may be the name
+    if (count < form.numArguments) { // the missing word may be the name
         ++lostNames;
         classesKnown = classesKnown && !isClass(_open.back().name.kind);
     }
@@ -212,100 +212,62 @@ void RtiFedReader::declareOrSkip(const RtiFedArguments &arguments) {
     }
 }
 
+/// Reads one argument of the innermost clause. Returns whether there is one.
 bool RtiFedReader::readArgument(std::size_t index, RtiFedArguments &arguments) {
     const bool required = index < formOf(_open.back().name.kind).numArguments;
-    while (_token.kind != Kind::name) {
-        if (!required)
-            return false;
-        // A parenthesis too many in front of the word that is expected is taken as not there.
-        const RtiFedToken behind = peek();
-        const bool surplusClose = _token.kind == Kind::close && behind.kind == Kind::name && missing() < 0;
-        const bool surplusOpen =
-            _token.kind == Kind::open && behind.kind == Kind::name && !isClauseAround(behind) && missing() > 0;
-        if (!expected(Problem::expectedArgument, index) || !(surplusClose || surplusOpen))
-            return false;
-        _supplied += surplusOpen ? 1 : -1;
-        advance();
-    }
+    if (_token.kind != Kind::name && (!required || !dropBeforeArgument(index)))
+        return false;
     if (isCut(_token)) {
         advance();
-        leaveAllOpen();
+        reportLeftOpen();
         return false;
     }
-    if (!required && isClauseAround(_token) && missing() < 0) // its "(" was forgotten
+    if (!required && isKeywordNearby(_token) && _repair.mayInsertOpen()) // the next clause, its "(" was forgotten
         return false;
     if (_token.text.length > kMaxNameLength)
-        fail(Problem::nameTooLong, _token.begin).number = _token.text.length;
+        addError(Problem::nameTooLong, _token.begin).nameLength = _token.text.length;
     arguments[index] = _token.text;
     if (index == 0 && formOf(_open.back().name.kind).named)
         _open.back().name.label = _token.text;
-    _open.back().doubtful = _open.back().doubtful || _token.behindStrayQuote();
+    _open.back().hasStrayQuote = _open.back().hasStrayQuote || _token.afterStrayQuote();
     advance();
     return true;
 }
 
+/// Returns whether a declaration with these arguments is within the limits.
 bool RtiFedReader::declare(const RtiFedArguments &arguments) {
     const auto isTooLong = [](RtiFedSpan span) { return span.length > kMaxNameLength; };
     if (std::any_of(arguments.begin(), arguments.end(), isTooLong))
         return false;
     const RtiFedClause kind = _open.back().name.kind;
-    switch (kind) {
-    case RtiFedClause::federation:
-        declarations.federation = arguments[0];
-        return true;
-    case RtiFedClause::version:
-        declarations.version = arguments[0];
-        return true;
-    case RtiFedClause::space:
-        declarations.spaces.push_back({arguments[0]});
-        return true;
-    case RtiFedClause::objectClass:
-        return declareClass(declarations.objects, arguments);
-    case RtiFedClause::interactionClass:
-        return declareClass(declarations.interactions, arguments);
-    default:
-        declareMember(kind, _open[_open.size() - 2].declaration, arguments);
-        return true;
-    }
-}
-
-void RtiFedReader::declareMember(RtiFedClause kind, std::uint32_t owner, const RtiFedArguments &arguments) {
-    switch (kind) {
-    case RtiFedClause::dimension:
-        declarations.dimensions.push_back(arguments[0]);
-        ++declarations.spaces.back().numDimensions;
-        return;
-    case RtiFedClause::attribute:
-        return declarations.objects.addMember(owner, arguments);
-    case RtiFedClause::parameter:
-        return declarations.interactions.addMember(owner, arguments);
-    default: // federates, sections and security levels declare nothing
-        return;
-    }
+    if (isClass(kind))
+        return declareClass(kind == RtiFedClause::objectClass ? declarations.objects : declarations.interactions,
+                            arguments);
+    declarations.add(kind, _open[_open.size() - 2].declaration, arguments);
+    return true;
 }
 
 bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArguments &arguments) {
-    Open &clause = _open.back();
-    const Open &outer = _open[_open.size() - 2];
+    OpenClause &clause = _open.back();
+    const OpenClause &outer = _open[_open.size() - 2];
     const RtiFedSpan name = arguments[0];
     clause.level = outer.level + 1;
-    clause.fullName = outer.fullName + (outer.level > 0 ? 1 : 0) + name.length;
+    clause.fullNameLength = outer.fullNameLength + (outer.level > 0 ? 1 : 0) + name.length;
     if (clause.level > kMaxClassNesting) {
-        fail(Problem::nestedTooDeeply, clause.name.begin);
+        addError(Problem::nestedTooDeeply, clause.name.begin);
         return false;
     }
-    if (clause.fullName > kMaxNameLength) {
-        fail(Problem::fullNameTooLong, _text.withQuotes(name).begin).number =
-            static_cast<RtiFedOffset>(clause.fullName);
+    if (clause.fullNameLength > kMaxNameLength) {
+        addError(Problem::fullNameTooLong, _text.withQuotes(name).begin).nameLength = clause.fullNameLength;
         return false;
     }
-    _fullNames += clause.fullName;
+    _fullNames += clause.fullNameLength;
     if (_fullNames > kMaxFullNames) {
         stop(Problem::namesTooLong, clause.name.begin);
         return true;
     }
     if (_text.at(name).find('.') != std::string_view::npos)
-        fail(Problem::dotInClassName, _text.withQuotes(name).begin);
+        addError(Problem::dotInClassName, _text.withQuotes(name).begin);
     clause.declaration = static_cast<std::uint32_t>(tree.classes.size());
     tree.classes.push_back({arguments, clause.level});
     return true;
@@ -317,35 +279,43 @@ void RtiFedReader::closeClause() {
     _lastClose = _token.begin;
     _open.pop_back();
     advance();
-    _behindClose = true;
+    _afterClose = true;
 }
 
-void RtiFedReader::readStrayNames() {
+/// Reads words where a clause or a ")" is expected. They are the keyword of a clause whose "(" was forgotten, further
+/// words of the clause closed just before, or words too many.
+void RtiFedReader::readStrayWords() {
     if (isCut(_token)) {
         advance();
-        return leaveAllOpen();
+        return reportLeftOpen();
     }
-    if (childHere(_token) != RtiFedClause::unknown && missing() < 0) { // its "(" was forgotten
-        fail(Problem::expectedClose, _token.begin);
-        --_supplied;
-        return readClauseAt(_token.begin, false);
+    if (childHere(_token) != RtiFedClause::unknown && _repair.mayInsertOpen()) {
+        addError(Problem::expectedClose, _token.begin);
+        _repair.insertOpen();
+        return readFromKeyword(_token.begin, false);
     }
-    const bool reopened = _behindClose && formOf(_lastClosed->name.kind).numArguments > 0 &&
+    const bool reopened = _afterClose && formOf(_lastClosed->name.kind).numArguments > 0 &&
                           reopenLastClosed(Problem::expectedClose, _token.begin);
-    if (!reopened && !_open.back().doubtful) {
-        fail(Problem::expectedClose, _token.begin);
+    if (!reopened && !_open.back().hasStrayQuote) {
+        addError(Problem::expectedClose, _token.begin);
         forgetArguments();
     }
+    skipStrayWords();
+}
+
+/// Skips words up to the next parenthesis or to a keyword whose "(" may be inserted.
+void RtiFedReader::skipStrayWords() {
+    const OpenClause &clause = _open.back();
     skippedNames.push_back(_token.text);
-    classesKnown =
-        classesKnown && (_open.back().hasClauses || !isClass(_open.back().name.kind)); // else it may be the name
-    while (_token.kind == Kind::name && (childHere(_token) == RtiFedClause::unknown || missing() >= 0))
+    if (isClass(clause.name.kind) && !clause.hasClauses) // a stray word may be the name that was meant
+        classesKnown = false;
+    while (_token.kind == Kind::name && (childHere(_token) == RtiFedClause::unknown || !_repair.mayInsertOpen()))
         advance();
 }
 
-/// Behind a word too many, it is not known which of the innermost clause's words is the one too many.
+/// If the innermost clause has a word too many, any of its words may be the surplus one: only its name is kept.
 void RtiFedReader::forgetArguments() {
-    const Open &clause = _open.back();
+    const OpenClause &clause = _open.back();
     RtiFedArguments *arguments = nullptr;
     if (clause.name.kind == RtiFedClause::attribute)
         arguments = &declarations.objects.members.back().arguments;
@@ -357,8 +327,7 @@ void RtiFedReader::forgetArguments() {
     std::fill(arguments->begin() + 1, arguments->end(), RtiFedSpan());
 }
 
-/// Goes behind the parenthesis that closes the innermost clause, whatever stands before it. `wordsRead` words of that
-/// clause were read already.
+/// Skips the rest of the innermost clause, its ")" included. `wordsRead` words of that clause were read already.
 void RtiFedReader::skipClause(std::size_t wordsRead) {
     if (_open.size() == 2)
         _skippedInFed = true;
@@ -379,38 +348,102 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
         case Kind::nul:
             return stop(Problem::nulByte, _token.begin);
         case Kind::end:
-            return leaveAllOpen();
+            return reportLeftOpen();
         }
     }
     _open.pop_back();
 }
 
-/// What follows the FED clause: nothing, or sections if that was closed too early. Returns whether to go on.
-bool RtiFedReader::behindFed() {
+/// Reads what follows the FED clause: nothing, or sections if the FED clause was closed too early. Returns whether that
+/// clause was reopened.
+bool RtiFedReader::readAfterFed() {
     if (_token.kind == Kind::nul) {
         stop(Problem::nulByte, _token.begin);
         return false;
     }
     if (_token.kind == Kind::end) {
-        for (const RtiFedClause kind : {RtiFedClause::federation, RtiFedClause::version})
-            if (_firstOf[static_cast<std::size_t>(kind)] == 0 && !_skippedInFed)
-                fail(Problem::missingClause, _lastClose).number = static_cast<RtiFedOffset>(kind);
+        reportMissingClauses();
         return false;
     }
-    const RtiFedToken behind = peek();
-    const bool goesOn = _token.kind == Kind::open && behind.kind == Kind::name && !behind.quoted &&
-                        childOf(RtiFedClause::fed, _text.at(behind.text)) != RtiFedClause::unknown && missing() < 0;
-    RtiFedSyntaxError &error = fail(Problem::trailingText, _token.begin);
-    error.other = _lastClose;
-    takeSuspect(error);
+    const RtiFedToken next = peek();
+    const bool sectionFollows = _token.kind == Kind::open && next.kind == Kind::name && !next.quoted &&
+                                childOf(RtiFedClause::fed, _text.at(next.text)) != RtiFedClause::unknown;
+    const bool closedTooEarly = sectionFollows && _repair.mayDropClose();
+    addErrorWithSuspect(Problem::trailingText, _token.begin).fedClose = _lastClose;
     nestingKnown = false;
-    if (goesOn) {
+    if (closedTooEarly) {
         _open.push_back(*_lastClosed);
-        --_supplied;
-        return true;
+        _repair.dropClose();
+    } else {
+        spacesKnown = spacesKnown && _spacesRead;
     }
-    spacesKnown = spacesKnown && _spacesRead;
-    return false;
+    return closedTooEarly;
+}
+
+/// Drops the "(" that was just read, and those directly after it as long as too many are left.
+void RtiFedReader::dropOpens() {
+    _repair.dropOpen();
+    while (_token.kind == Kind::open && peek().kind == Kind::open && _repair.mayDropOpen()) {
+        _repair.dropOpen();
+        advance();
+    }
+}
+
+/// Reports that a word was expected. If it follows a surplus parenthesis, drops that. Returns whether it did.
+bool RtiFedReader::dropBeforeArgument(std::size_t index) {
+    if (_token.kind == Kind::end)
+        reportLeftOpen();
+    else if (_token.kind == Kind::nul)
+        stop(Problem::nulByte, _token.begin);
+    else
+        addError(Problem::expectedArgument, _token.begin).argument = index;
+    const RtiFedToken next = peek();
+    if (_stopped || next.kind != Kind::name)
+        return false;
+    if (_token.kind == Kind::close && _repair.mayDropClose())
+        _repair.dropClose();
+    else if (_token.kind == Kind::open && !isKeywordNearby(next) && _repair.mayDropOpen())
+        _repair.dropOpen();
+    else
+        return false;
+    advance();
+    return true;
+}
+
+/// Repairs the nesting so that the innermost clause allows the clause that the current token begins, if an enclosing
+/// one does or the one closed just before.
+void RtiFedReader::moveToParent(RtiFedOffset begin, bool afterClose) {
+    insertForgottenCloses(begin);
+    if (afterClose && childOf(_lastClosed->name.kind, _text.at(_token.text)) != RtiFedClause::unknown)
+        reopenLastClosed(Problem::expectedClause, _token.begin);
+}
+
+/// Closes the clauses inside of the nearest that allows the current keyword, provided that as many ")" are missing.
+void RtiFedReader::insertForgottenCloses(RtiFedOffset begin) {
+    const auto allows = [this](const OpenClause &open) {
+        const RtiFedClause child = childOf(open.name.kind, _text.at(_token.text));
+        return child != RtiFedClause::unknown && child != RtiFedClause::secLevel;
+    };
+    const auto parent = std::find_if(_open.rbegin(), _open.rend(), allows);
+    const auto forgotten = parent - _open.rbegin();
+    if (parent == _open.rend() || !_repair.mayInsertClose(forgotten))
+        return;
+    addErrorWithSuspect(Problem::leftOpen, begin);
+    if (!isLeaf(_open.back().name.kind) || forgotten > 1)
+        nestingKnown = false;
+    _repair.insertClose(forgotten);
+    _open.erase(parent.base(), _open.end());
+}
+
+/// Takes the last ")" as not there, if there are too many. Returns whether it did.
+bool RtiFedReader::reopenLastClosed(Problem problem, RtiFedOffset at) {
+    if (!_repair.mayDropClose())
+        return false;
+    addErrorWithSuspect(problem, at);
+    nestingKnown = false;
+    _open.push_back(*_lastClosed);
+    _repair.dropClose();
+    return true;
 }
 
 /// The kind of clause that this word would begin in the innermost one.
@@ -420,53 +453,19 @@ RtiFedClause RtiFedReader::childHere(const RtiFedToken &token) const {
     return childOf(_open.back().name.kind, _text.at(token.text));
 }
 
-/// Whether this word begins a clause that may stand in the innermost one or beside it.
-bool RtiFedReader::isClauseAround(const RtiFedToken &token) const {
-    return !token.quoted && std::any_of(_open.end() - 2, _open.end(), [&](const Open &open) {
+/// Whether this word begins a clause that is allowed in the innermost one or beside it.
+bool RtiFedReader::isKeywordNearby(const RtiFedToken &token) const {
+    return !token.quoted && std::any_of(_open.end() - 2, _open.end(), [&](const OpenClause &open) {
         return childOf(open.name.kind, _text.at(token.text)) != RtiFedClause::unknown;
     });
 }
 
-/// Whether the text ends within this word, or just behind it: it may lack letters.
+/// Whether the text ends in or directly after this word, so that letters may be missing.
 bool RtiFedReader::isCut(const RtiFedToken &token) const {
     return token.kind == Kind::name && token.text.begin + token.text.length == _text.bytes().size();
 }
 
-long RtiFedReader::missing() {
-    if (!_balance)
-        _balance.emplace(_text);
-    return _balance->missing - _supplied;
-}
-
-/// If a clause cannot stand here but can farther out, and as many ")" are missing, then here.
-void RtiFedReader::supplyForgottenCloses(RtiFedOffset at) {
-    const auto holds = [this](const Open &open) {
-        const RtiFedClause child = childOf(open.name.kind, _text.at(_token.text));
-        return child != RtiFedClause::unknown && child != RtiFedClause::secLevel;
-    };
-    const auto holder = std::find_if(_open.rbegin(), _open.rend(), holds);
-    const auto forgotten = holder - _open.rbegin();
-    if (holder == _open.rend() || missing() < forgotten)
-        return;
-    takeSuspect(fail(Problem::leftOpen, at));
-    if (!isLeaf(_open.back().name.kind) || forgotten > 1)
-        nestingKnown = false;
-    _supplied += forgotten;
-    _open.erase(holder.base(), _open.end());
-}
-
-/// If the text has a ")" too many, takes the last one as not there.
-bool RtiFedReader::reopenLastClosed(Problem problem, RtiFedOffset at) {
-    if (missing() >= 0)
-        return false;
-    takeSuspect(fail(problem, at));
-    nestingKnown = false;
-    _open.push_back(*_lastClosed);
-    --_supplied;
-    return true;
-}
-
-RtiFedSyntaxError &RtiFedReader::fail(Problem problem, RtiFedOffset at) {
+RtiFedSyntaxError &RtiFedReader::addError(Problem problem, RtiFedOffset at) {
     if (errors.size() > kMaxErrors)
         return errors.back();
     if (errors.size() == kMaxErrors) {
@@ -483,35 +482,35 @@ RtiFedSyntaxError &RtiFedReader::fail(Problem problem, RtiFedOffset at) {
     return errors.back();
 }
 
-bool RtiFedReader::expected(Problem problem, std::size_t number) {
-    if (_token.kind == Kind::end)
-        leaveAllOpen();
-    else if (_token.kind == Kind::nul)
-        stop(Problem::nulByte, _token.begin);
-    else
-        fail(problem, _token.begin).number = static_cast<RtiFedOffset>(number);
-    return !_stopped;
+/// Adds an error that a parenthesis too many or too few may have caused, with the next place where the indentation
+/// contradicts the parentheses.
+RtiFedSyntaxError &RtiFedReader::addErrorWithSuspect(Problem problem, RtiFedOffset at) {
+    RtiFedSyntaxError &error = addError(problem, at);
+    if (const auto suspect = _repair.takeSuspect(error.at))
+        error.suspect = suspect;
+    return error;
 }
 
-/// The text ends here: names the innermost clause, and each that was left open by its look.
-void RtiFedReader::leaveAllOpen() {
-    const long open = missing();
+void RtiFedReader::reportMissingClauses() {
+    for (const RtiFedClause kind : {RtiFedClause::federation, RtiFedClause::version})
+        if (_firstOf[static_cast<std::size_t>(kind)] == 0 && !_skippedInFed)
+            addError(Problem::missingClause, _lastClose).missing = kind;
+}
+
+/// Reports, at the end of the text, the innermost clause, and each further one that the indentation shows to be left
+/// open.
+void RtiFedReader::reportLeftOpen() {
     nestingKnown = false;
     _stopped = true;
-    takeSuspect(fail(Problem::leftOpen, _token.begin));
-    for (long more = 1; more < open && _nextSuspect < _balance->suspects.size(); ++more)
-        takeSuspect(fail(Problem::leftOpen, _token.begin));
+    do {
+        addErrorWithSuspect(Problem::leftOpen, _token.begin);
+        _repair.insertClose();
+    } while (_repair.mayInsertClose() && _repair.hasSuspect());
 }
 
+/// Reports an error after which the text is not read any further.
 void RtiFedReader::stop(Problem problem, RtiFedOffset at) {
-    fail(problem, at);
+    addError(problem, at);
     nestingKnown = false;
     _stopped = true;
-}
-
-/// Gives an error the next place where the look of the text contradicts its parentheses, if there is one before it.
-void RtiFedReader::takeSuspect(RtiFedSyntaxError &error) {
-    const bool trusted = missing() > 0 || _balance->suspects.size() == static_cast<std::size_t>(-_balance->missing);
-    if (trusted && _nextSuspect < _balance->suspects.size() && _balance->suspects[_nextSuspect].at < error.at)
-        error.suspect = _balance->suspects[_nextSuspect++];
 }

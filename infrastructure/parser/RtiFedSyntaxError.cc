@@ -140,9 +140,9 @@ std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &t
     std::vector<RtiFedErrorTypes::Note> notes;
     const bool suspected = suspect && suspect->clause == clause.begin;
     if (problem == Problem::secondClause)
-        notes.push_back({{other, 1}, "the first stands here"});
+        notes.push_back({{firstClause, 1}, "the first stands here"});
     else if (problem == Problem::trailingText)
-        notes.push_back({{other, 1}, "this \")\" closed " + nounOf(text, clause)});
+        notes.push_back({{fedClose, 1}, "this \")\" closed " + nounOf(text, clause)});
     else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && !suspected)
         notes.push_back({{clause.begin, 1}, nounOf(text, clause) + " begins here"});
     if (suspect)
@@ -169,7 +169,7 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     case Problem::expectedFed:
         return "expected \"(FED\", found " + found(text, at);
     case Problem::expectedArgument:
-        return std::string("expected ") + formOf(clause.kind).arguments[number] + ", found " + found(text, at);
+        return std::string("expected ") + formOf(clause.kind).arguments[argument] + ", found " + found(text, at);
     case Problem::expectedClause:
         return "expected " + listOf(keywords()) + ", found " + found(text, at) + look;
     case Problem::expectedClose:
@@ -181,10 +181,10 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
                (suspect && suspect->clause != clause.begin ? look : "");
     case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
-               "\" clause, found a second, the first is at " + placeOf(text, other);
+               "\" clause, found a second, the first is at " + placeOf(text, firstClause);
     case Problem::missingClause:
-        return "expected a \"" + std::string(formOf(static_cast<RtiFedClause>(number)).keyword) + "\" clause in " +
-               nameOf(text, clause) + ", found " + found(text, at);
+        return "expected a \"" + std::string(formOf(missing).keyword) + "\" clause in " + nameOf(text, clause) +
+               ", found " + found(text, at);
     case Problem::nestedTooDeeply:
         return "expected at most " + std::to_string(kMaxClassNesting) +
                " levels of classes, found one more: " + nameOf(text, clause) + " is nested too deeply";
@@ -193,14 +193,14 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     case Problem::nameTooLong:
     case Problem::fullNameTooLong:
         return std::string(problem == Problem::nameTooLong ? "expected a name" : "expected a full class name") +
-               " of at most " + std::to_string(kMaxNameLength) + " bytes, found one of " + std::to_string(number);
+               " of at most " + std::to_string(kMaxNameLength) + " bytes, found one of " + std::to_string(nameLength);
     case Problem::namesTooLong:
         return "expected full class names of at most " + std::to_string(kMaxFullNames) +
                " bytes together, found more at " + nameOf(text, clause);
     case Problem::strayQuote:
         return "expected a second quote on the line, found the end of the line";
     case Problem::trailingText:
-        return "expected the end of the file, found " + found(text, at) + ": the \")\" of " + placeOf(text, other) +
+        return "expected the end of the file, found " + found(text, at) + ": the \")\" of " + placeOf(text, fedClose) +
                " closed " + nameOf(text, clause) + look;
     case Problem::nulByte:
         return "expected FED text, found a NUL byte";

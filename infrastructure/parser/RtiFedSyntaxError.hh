@@ -20,11 +20,14 @@ struct RtiFedSyntaxError {
     using Problem = RtiFedErrorTypes::Problem;
 
     Problem problem{};
-    bool afterFirst = false; ///< The clause has others in it already, so a sec_level comes too late.
-    RtiFedOffset at = 0;     ///< The first byte of the offending token.
-    RtiFedClauseName clause; ///< In which it stands.
-    RtiFedOffset other = 0;  ///< Of secondClause, the first; of trailingText, the ")" that closed the FED clause.
-    RtiFedOffset number = 0; ///< Which argument is expected, from 0; which kind is missing; how long a name is.
+    bool afterFirst = false;      ///< The clause has others in it already, so a sec_level comes too late.
+    RtiFedOffset at = 0;          ///< The first byte of the offending token.
+    RtiFedClauseName clause;      ///< In which it stands.
+    RtiFedOffset firstClause = 0; ///< Of secondClause.
+    RtiFedOffset fedClose = 0;    ///< Of trailingText: the ")" that closed the FED clause.
+    std::size_t argument = 0;     ///< Of expectedArgument: its index.
+    RtiFedClause missing = RtiFedClause::unknown; ///< Of missingClause.
+    std::size_t nameLength = 0;                   ///< Of nameTooLong and fullNameTooLong.
     std::optional<RtiFedBalance::Suspect> suspect;
 
     RtiFedErrorTypes::Error resolve(const RtiFedText &text) const;
