@@ -10,16 +10,20 @@ namespace {
 constexpr std::size_t kBytesPerAttribute = 64; // of a large text, in which most clauses are attributes
 }
 
-RtiFedReader::RtiFedReader(const RtiFedText &text) : _text(text), _lexer(text, text.begin()), _repair(text) {
+RtiFedReader::RtiFedReader(const RtiFedText &text)
+    : _text(text), _lexer(text, text.begin()), _repair(text), _nesting(_repair) {
     if (text.bytes().size() > kMaxTextSize)
-        stop(Problem::textTooLong, text.begin());
+        _nesting.stop(Problem::textTooLong, text.begin());
     else
         openFed();
-    if (!_stopped)
+    if (!_nesting.stopped)
         declarations.objects.members.reserve(text.bytes().size() / kBytesPerAttribute);
-    while (!_stopped && (!_open.empty() || readAfterFed()))
+    while (!_nesting.stopped && (_nesting.depth() > 0 || readAfterFed()))
         step();
-    spacesKnown = spacesKnown && (_spacesRead || !_stopped);
+    spacesKnown = spacesKnown && (_spacesRead || !_nesting.stopped);
+    nestingKnown = _nesting.known;
+    fed = _nesting.fed;
+    errors = std::move(_nesting.errors);
     std::stable_sort(errors.begin(), errors.end(),
                      [](const RtiFedSyntaxError &a, const RtiFedSyntaxError &b) { return a.at < b.at; });
 }
@@ -28,20 +32,20 @@ void RtiFedReader::advance() {
     _lexer.next(_token);
     _afterClose = false;
     if (_token.afterStrayQuote())
-        addError(Problem::strayQuote, _token.strayQuote);
+        _nesting.addError(Problem::strayQuote, _token.strayQuote);
 }
 
 void RtiFedReader::openFed() {
     advance();
     if (_token.kind == Kind::open) {
-        fed = _token.begin;
+        _nesting.fed = _token.begin;
         advance();
-        if (_token.kind == Kind::name && !_token.quoted && isKeywordOf(RtiFedClause::fed, _text.at(_token.text))) {
-            _open.push_back({{RtiFedClause::fed, fed, _token.text}});
+        if (isKeywordOf(RtiFedClause::fed, wordOf(_token))) {
+            _nesting.open({RtiFedClause::fed, _nesting.fed, _token.text});
             return advance();
         }
     }
-    stop(Problem::expectedFed, _token.begin);
+    _nesting.stop(Problem::expectedFed, _token.begin);
 }
 
 void RtiFedReader::step() {
@@ -53,17 +57,17 @@ void RtiFedReader::step() {
     case Kind::name:
         return readStrayWords();
     case Kind::nul:
-        return stop(Problem::nulByte, _token.begin);
+        return _nesting.stop(Problem::nulByte, _token.begin);
     case Kind::end:
-        return reportLeftOpen();
+        return _nesting.reportLeftOpen(_token.begin);
     }
 }
 
 /// Most clauses of a text are attributes, parameters and dimensions of plain words: no quotes, no comments, nothing
-/// missing. This reads a run of them without making tokens, and declares them as the functions below would. Where a
-/// clause is not of this form it is left unread, for those functions. Returns whether anything was read.
+/// missing. This reads a run of them without making tokens, and declares them as readClause() would. It stops before
+/// the first clause that is not of this form, which readClause() then reads. Returns whether anything was read.
 bool RtiFedReader::readPlainMembers() {
-    OpenClause &owner = _open.back();
+    RtiFedNesting::Clause &owner = _nesting.innermost();
     const RtiFedClause kind = memberOf(owner.name.kind);
     if (kind == RtiFedClause::unknown)
         return false;
@@ -81,8 +85,7 @@ bool RtiFedReader::readPlainMembers() {
     if (last.kind != kind)
         return false;
     owner.hasClauses = true;
-    _lastClosed = {last};
-    _lastClose = _lexer.at() - 1;
+    _nesting.closedWhole({last}, _lexer.at() - 1);
     advance();
     _afterClose = true;
     return true;
@@ -90,13 +93,13 @@ bool RtiFedReader::readPlainMembers() {
 
 /// The same for the keyword and words of one class.
 bool RtiFedReader::readPlainClass() {
-    const RtiFedClause kind = classIn(_open.back().name.kind);
+    const RtiFedClause kind = classIn(_nesting.kind());
     RtiFedLexer ahead = _lexer;
     RtiFedArguments words;
     if (kind == RtiFedClause::unknown || !readPlainWords(ahead, kind, words))
         return false;
-    _open.back().hasClauses = true;
-    _open.push_back({{kind, _token.begin, words[0]}});
+    _nesting.innermost().hasClauses = true;
+    _nesting.open({kind, _token.begin, words[0]});
     _lexer = ahead;
     advance();
     declareOrSkip(words);
@@ -111,7 +114,7 @@ bool RtiFedReader::readPlainWords(RtiFedLexer &ahead, RtiFedClause kind, RtiFedA
     if (!form.maySpace || count != form.numArguments + 1)
         return count == form.numArguments;
     // Otherwise the last word may be no space, but the keyword of a clause without its "(".
-    return childOf(_open.back().name.kind, _text.at(words[count - 1])) == RtiFedClause::unknown &&
+    return childOf(_nesting.kind(), _text.at(words[count - 1])) == RtiFedClause::unknown &&
            childOf(kind, _text.at(words[count - 1])) == RtiFedClause::unknown;
 }
 
@@ -124,7 +127,7 @@ void RtiFedReader::readClause() {
         const bool surplusOpen = _repair.mayDropOpen();
         const bool surplusClose = _token.kind == Kind::close && peek().kind == Kind::name && _repair.mayDropClose();
         if (surplusOpen || surplusClose)
-            addError(isLeaf(_open.back().name.kind) ? Problem::expectedClose : Problem::expectedClause, _token.begin);
+            _nesting.addError(isLeaf(_nesting.kind()) ? Problem::expectedClose : Problem::expectedClause, _token.begin);
         if (surplusOpen)
             return dropOpens();
         if (surplusClose) {
@@ -136,20 +139,20 @@ void RtiFedReader::readClause() {
 }
 
 /// Reads a clause from its keyword, the current token. `begin` is its "(", or its keyword if the "(" was forgotten;
-/// `afterClose` tells whether that directly follows the ")" of another clause.
+/// `afterClose` says whether it directly follows the ")" of another clause.
 void RtiFedReader::readFromKeyword(RtiFedOffset begin, bool afterClose) {
-    if (_token.kind == Kind::name && !_token.quoted && childHere(_token) == RtiFedClause::unknown)
+    if (childHere(_token) == RtiFedClause::unknown)
         moveToParent(begin, afterClose);
     const RtiFedClause kind = childHere(_token);
     if (kind == RtiFedClause::unknown && _token.kind == Kind::name && !isCut(_token) && peek().kind != Kind::name &&
-        _repair.mayDropOpen()) { // a "(" too many before a word
+        _repair.mayDropOpen()) { // a superfluous "(" before a word
         _repair.dropOpen();
         return readStrayWords();
     }
-    if (kind == RtiFedClause::unknown || (kind == RtiFedClause::secLevel && _open.back().hasClauses))
+    if (kind == RtiFedClause::unknown || (kind == RtiFedClause::secLevel && _nesting.innermost().hasClauses))
         return refuseClause(begin);
-    _open.back().hasClauses = true;
-    _open.push_back({{kind, begin, {}}});
+    _nesting.innermost().hasClauses = true;
+    _nesting.open({kind, begin, {}});
     if (refuseSecond())
         return skipClause(0);
     advance();
@@ -159,11 +162,11 @@ void RtiFedReader::readFromKeyword(RtiFedOffset begin, bool afterClose) {
 /// Reports a clause that is not allowed here, and skips it.
 void RtiFedReader::refuseClause(RtiFedOffset begin) {
     const bool ends = _token.kind == Kind::end || _token.kind == Kind::nul || isCut(_token);
-    if (!ends && isLeaf(_open.back().name.kind))
-        addError(Problem::expectedClose, begin);
+    if (!ends && isLeaf(_nesting.kind()))
+        _nesting.addError(Problem::expectedClose, begin);
     else if (!ends)
-        addError(Problem::expectedClause, _token.begin);
-    _open.push_back({{RtiFedClause::unknown, begin, _token.kind == Kind::name ? _token.text : RtiFedSpan()}});
+        _nesting.addError(Problem::expectedClause, _token.begin);
+    _nesting.open({RtiFedClause::unknown, begin, _token.kind == Kind::name ? _token.text : RtiFedSpan()});
     if (isCut(_token))
         advance();
     skipClause(0);
@@ -172,34 +175,34 @@ void RtiFedReader::refuseClause(RtiFedOffset begin) {
 /// Reports the innermost clause if it is the second of a kind that is allowed once: all in the FED clause except
 /// federates. Returns whether it is.
 bool RtiFedReader::refuseSecond() {
-    const RtiFedClauseName &clause = _open.back().name;
-    if (_open.size() != 2 || clause.kind == RtiFedClause::federate)
+    const RtiFedClauseName &clause = _nesting.innermost().name;
+    if (_nesting.depth() != 2 || clause.kind == RtiFedClause::federate)
         return false;
     RtiFedOffset &first = _firstOf[static_cast<std::size_t>(clause.kind)];
     if (first == 0) {
         first = clause.begin;
         return false;
     }
-    addError(Problem::secondClause, clause.begin).firstClause = first;
+    _nesting.addError(Problem::secondClause, clause.begin).firstClause = first;
     return true;
 }
 
 void RtiFedReader::readArguments() {
-    const RtiFedClauseForm &form = formOf(_open.back().name.kind);
+    const RtiFedClauseForm &form = formOf(_nesting.kind());
     RtiFedArguments arguments;
     std::size_t count = 0;
     while (count < form.numArguments + (form.maySpace ? 1 : 0) && readArgument(count, arguments))
         ++count;
-    if (_stopped)
+    if (_nesting.stopped)
         return;
-    if (_open.back().hasStrayQuote)
+    if (_nesting.innermost().hasStrayQuote)
         std::fill(arguments.begin() + 1, arguments.end(), RtiFedSpan());
     if (count < form.numArguments) { // the missing word may be the name
         ++lostNames;
-        classesKnown = classesKnown && !isClass(_open.back().name.kind);
+        classesKnown = classesKnown && !isClass(_nesting.kind());
     }
-    if (count == 0 && form.numArguments > 0) { // with a name, a declaration counts as made
-        spacesKnown = spacesKnown && _open.back().name.kind != RtiFedClause::space;
+    if (count == 0 && form.numArguments > 0) { // with a name, it is declared nevertheless
+        spacesKnown = spacesKnown && _nesting.kind() != RtiFedClause::space;
         return skipClause(1);
     }
     declareOrSkip(arguments);
@@ -214,90 +217,89 @@ void RtiFedReader::declareOrSkip(const RtiFedArguments &arguments) {
 
 /// Reads one argument of the innermost clause. Returns whether there is one.
 bool RtiFedReader::readArgument(std::size_t index, RtiFedArguments &arguments) {
-    const bool required = index < formOf(_open.back().name.kind).numArguments;
+    const bool required = index < formOf(_nesting.kind()).numArguments;
     if (_token.kind != Kind::name && (!required || !dropBeforeArgument(index)))
         return false;
     if (isCut(_token)) {
         advance();
-        reportLeftOpen();
+        _nesting.reportLeftOpen(_token.begin);
         return false;
     }
-    if (!required && isKeywordNearby(_token) && _repair.mayInsertOpen()) // the next clause, its "(" was forgotten
+    if (!required && _nesting.isKeywordNearby(wordOf(_token)) && _repair.mayInsertOpen()) // the next clause's keyword
         return false;
     if (_token.text.length > kMaxNameLength)
-        addError(Problem::nameTooLong, _token.begin).nameLength = _token.text.length;
+        _nesting.addError(Problem::nameTooLong, _token.begin).nameLength = _token.text.length;
     arguments[index] = _token.text;
-    if (index == 0 && formOf(_open.back().name.kind).named)
-        _open.back().name.label = _token.text;
-    _open.back().hasStrayQuote = _open.back().hasStrayQuote || _token.afterStrayQuote();
+    if (index == 0 && formOf(_nesting.kind()).named)
+        _nesting.innermost().name.label = _token.text;
+    if (_token.afterStrayQuote())
+        _nesting.innermost().hasStrayQuote = true;
     advance();
     return true;
 }
 
-/// Returns whether a declaration with these arguments is within the limits.
+/// Declares the innermost clause. Returns false if it is beyond a limit, so that the clauses in it cannot be read.
 bool RtiFedReader::declare(const RtiFedArguments &arguments) {
     const auto isTooLong = [](RtiFedSpan span) { return span.length > kMaxNameLength; };
     if (std::any_of(arguments.begin(), arguments.end(), isTooLong))
         return false;
-    const RtiFedClause kind = _open.back().name.kind;
+    const RtiFedClause kind = _nesting.kind();
     if (isClass(kind))
         return declareClass(kind == RtiFedClause::objectClass ? declarations.objects : declarations.interactions,
                             arguments);
-    declarations.add(kind, _open[_open.size() - 2].declaration, arguments);
+    declarations.add(kind, _nesting.parent().declaration, arguments);
     return true;
 }
 
 bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArguments &arguments) {
-    OpenClause &clause = _open.back();
-    const OpenClause &outer = _open[_open.size() - 2];
+    RtiFedNesting::Clause &clause = _nesting.innermost();
+    const RtiFedNesting::Clause &outer = _nesting.parent();
     const RtiFedSpan name = arguments[0];
     clause.level = outer.level + 1;
     clause.fullNameLength = outer.fullNameLength + (outer.level > 0 ? 1 : 0) + name.length;
     if (clause.level > kMaxClassNesting) {
-        addError(Problem::nestedTooDeeply, clause.name.begin);
+        _nesting.addError(Problem::nestedTooDeeply, clause.name.begin);
         return false;
     }
     if (clause.fullNameLength > kMaxNameLength) {
-        addError(Problem::fullNameTooLong, _text.withQuotes(name).begin).nameLength = clause.fullNameLength;
+        _nesting.addError(Problem::fullNameTooLong, _text.withQuotes(name).begin).nameLength = clause.fullNameLength;
         return false;
     }
     _fullNames += clause.fullNameLength;
     if (_fullNames > kMaxFullNames) {
-        stop(Problem::namesTooLong, clause.name.begin);
+        _nesting.stop(Problem::namesTooLong, clause.name.begin);
         return true;
     }
     if (_text.at(name).find('.') != std::string_view::npos)
-        addError(Problem::dotInClassName, _text.withQuotes(name).begin);
+        _nesting.addError(Problem::dotInClassName, _text.withQuotes(name).begin);
     clause.declaration = static_cast<std::uint32_t>(tree.classes.size());
     tree.classes.push_back({arguments, clause.level});
     return true;
 }
 
 void RtiFedReader::closeClause() {
-    _spacesRead = _spacesRead || _open.back().name.kind == RtiFedClause::spaces;
-    _lastClosed = _open.back();
-    _lastClose = _token.begin;
-    _open.pop_back();
+    _spacesRead = _spacesRead || _nesting.kind() == RtiFedClause::spaces;
+    _nesting.close(_token.begin);
     advance();
     _afterClose = true;
 }
 
-/// Reads words where a clause or a ")" is expected. They are the keyword of a clause whose "(" was forgotten, further
-/// words of the clause closed just before, or words too many.
+/// Reads words where a clause or a ")" is expected: the keyword of a clause whose "(" was forgotten, further words of
+/// the clause closed just before, or superfluous words.
 void RtiFedReader::readStrayWords() {
     if (isCut(_token)) {
         advance();
-        return reportLeftOpen();
+        return _nesting.reportLeftOpen(_token.begin);
     }
     if (childHere(_token) != RtiFedClause::unknown && _repair.mayInsertOpen()) {
-        addError(Problem::expectedClose, _token.begin);
+        _nesting.addError(Problem::expectedClose, _token.begin);
         _repair.insertOpen();
         return readFromKeyword(_token.begin, false);
     }
-    const bool reopened = _afterClose && formOf(_lastClosed->name.kind).numArguments > 0 &&
-                          reopenLastClosed(Problem::expectedClose, _token.begin);
-    if (!reopened && !_open.back().hasStrayQuote) {
-        addError(Problem::expectedClose, _token.begin);
+    const bool reopened = _afterClose && formOf(_nesting.lastClosed()).numArguments > 0 &&
+                          _nesting.reopenLastClosed(Problem::expectedClose, _token.begin);
+    if (!reopened && !_nesting.innermost().hasStrayQuote) {
+        _nesting.addError(Problem::expectedClose, _token.begin);
         forgetArguments();
     }
     skipStrayWords();
@@ -305,7 +307,7 @@ void RtiFedReader::readStrayWords() {
 
 /// Skips words up to the next parenthesis or to a keyword whose "(" may be inserted.
 void RtiFedReader::skipStrayWords() {
-    const OpenClause &clause = _open.back();
+    const RtiFedNesting::Clause &clause = _nesting.innermost();
     skippedNames.push_back(_token.text);
     if (isClass(clause.name.kind) && !clause.hasClauses) // a stray word may be the name that was meant
         classesKnown = false;
@@ -313,9 +315,9 @@ void RtiFedReader::skipStrayWords() {
         advance();
 }
 
-/// If the innermost clause has a word too many, any of its words may be the surplus one: only its name is kept.
+/// If a clause has a superfluous word, it may be any of them. Forgets all words of the innermost one but its name.
 void RtiFedReader::forgetArguments() {
-    const OpenClause &clause = _open.back();
+    const RtiFedNesting::Clause &clause = _nesting.innermost();
     RtiFedArguments *arguments = nullptr;
     if (clause.name.kind == RtiFedClause::attribute)
         arguments = &declarations.objects.members.back().arguments;
@@ -329,10 +331,10 @@ void RtiFedReader::forgetArguments() {
 
 /// Skips the rest of the innermost clause, its ")" included. `wordsRead` words of that clause were read already.
 void RtiFedReader::skipClause(std::size_t wordsRead) {
-    if (_open.size() == 2)
+    if (_nesting.depth() == 2)
         _skippedInFed = true;
     std::size_t depth = 1, words = wordsRead;
-    for (; depth > 0 && !_stopped; advance()) {
+    for (; depth > 0 && !_nesting.stopped; advance()) {
         switch (_token.kind) {
         case Kind::open:
             ++depth;
@@ -346,41 +348,38 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
                 skippedNames.push_back(_token.text);
             break;
         case Kind::nul:
-            return stop(Problem::nulByte, _token.begin);
+            return _nesting.stop(Problem::nulByte, _token.begin);
         case Kind::end:
-            return reportLeftOpen();
+            return _nesting.reportLeftOpen(_token.begin);
         }
     }
-    _open.pop_back();
+    _nesting.drop();
 }
 
 /// Reads what follows the FED clause: nothing, or sections if the FED clause was closed too early. Returns whether that
 /// clause was reopened.
 bool RtiFedReader::readAfterFed() {
     if (_token.kind == Kind::nul) {
-        stop(Problem::nulByte, _token.begin);
+        _nesting.stop(Problem::nulByte, _token.begin);
         return false;
     }
     if (_token.kind == Kind::end) {
         reportMissingClauses();
         return false;
     }
-    const RtiFedToken next = peek();
-    const bool sectionFollows = _token.kind == Kind::open && next.kind == Kind::name && !next.quoted &&
-                                childOf(RtiFedClause::fed, _text.at(next.text)) != RtiFedClause::unknown;
-    const bool closedTooEarly = sectionFollows && _repair.mayDropClose();
-    addErrorWithSuspect(Problem::trailingText, _token.begin).fedClose = _lastClose;
-    nestingKnown = false;
-    if (closedTooEarly) {
-        _open.push_back(*_lastClosed);
-        _repair.dropClose();
-    } else {
+    const bool sectionFollows =
+        _token.kind == Kind::open && childOf(RtiFedClause::fed, wordOf(peek())) != RtiFedClause::unknown;
+    const bool reopened = sectionFollows && _nesting.reopenLastClosed(Problem::trailingText, _token.begin);
+    if (!reopened) {
+        _nesting.addErrorWithSuspect(Problem::trailingText, _token.begin);
+        _nesting.known = false;
         spacesKnown = spacesKnown && _spacesRead;
     }
-    return closedTooEarly;
+    _nesting.errors.back().fedClose = _nesting.lastClose();
+    return reopened;
 }
 
-/// Drops the "(" that was just read, and those directly after it as long as too many are left.
+/// Drops the "(" that was just read and those directly after it, as far as there are too many.
 void RtiFedReader::dropOpens() {
     _repair.dropOpen();
     while (_token.kind == Kind::open && peek().kind == Kind::open && _repair.mayDropOpen()) {
@@ -392,17 +391,17 @@ void RtiFedReader::dropOpens() {
 /// Reports that a word was expected. If it follows a surplus parenthesis, drops that. Returns whether it did.
 bool RtiFedReader::dropBeforeArgument(std::size_t index) {
     if (_token.kind == Kind::end)
-        reportLeftOpen();
+        _nesting.reportLeftOpen(_token.begin);
     else if (_token.kind == Kind::nul)
-        stop(Problem::nulByte, _token.begin);
+        _nesting.stop(Problem::nulByte, _token.begin);
     else
-        addError(Problem::expectedArgument, _token.begin).argument = index;
+        _nesting.addError(Problem::expectedArgument, _token.begin).argument = index;
     const RtiFedToken next = peek();
-    if (_stopped || next.kind != Kind::name)
+    if (_nesting.stopped || next.kind != Kind::name)
         return false;
     if (_token.kind == Kind::close && _repair.mayDropClose())
         _repair.dropClose();
-    else if (_token.kind == Kind::open && !isKeywordNearby(next) && _repair.mayDropOpen())
+    else if (_token.kind == Kind::open && !_nesting.isKeywordNearby(wordOf(next)) && _repair.mayDropOpen())
         _repair.dropOpen();
     else
         return false;
@@ -413,51 +412,19 @@ bool RtiFedReader::dropBeforeArgument(std::size_t index) {
 /// Repairs the nesting so that the innermost clause allows the clause that the current token begins, if an enclosing
 /// one does or the one closed just before.
 void RtiFedReader::moveToParent(RtiFedOffset begin, bool afterClose) {
-    insertForgottenCloses(begin);
-    if (afterClose && childOf(_lastClosed->name.kind, _text.at(_token.text)) != RtiFedClause::unknown)
-        reopenLastClosed(Problem::expectedClause, _token.begin);
+    _nesting.insertForgottenCloses(wordOf(_token), begin);
+    if (afterClose && childOf(_nesting.lastClosed(), wordOf(_token)) != RtiFedClause::unknown)
+        _nesting.reopenLastClosed(Problem::expectedClause, _token.begin);
 }
 
-/// Closes the clauses inside of the nearest that allows the current keyword, provided that as many ")" are missing.
-void RtiFedReader::insertForgottenCloses(RtiFedOffset begin) {
-    const auto allows = [this](const OpenClause &open) {
-        const RtiFedClause child = childOf(open.name.kind, _text.at(_token.text));
-        return child != RtiFedClause::unknown && child != RtiFedClause::secLevel;
-    };
-    const auto parent = std::find_if(_open.rbegin(), _open.rend(), allows);
-    const auto forgotten = parent - _open.rbegin();
-    if (parent == _open.rend() || !_repair.mayInsertClose(forgotten))
-        return;
-    addErrorWithSuspect(Problem::leftOpen, begin);
-    if (!isLeaf(_open.back().name.kind) || forgotten > 1)
-        nestingKnown = false;
-    _repair.insertClose(forgotten);
-    _open.erase(parent.base(), _open.end());
+/// The text of a word that may be a keyword: of a name without quotes; of other tokens none.
+std::string_view RtiFedReader::wordOf(const RtiFedToken &token) const {
+    return token.kind == Kind::name && !token.quoted ? _text.at(token.text) : std::string_view();
 }
 
-/// Takes the last ")" as not there, if there are too many. Returns whether it did.
-bool RtiFedReader::reopenLastClosed(Problem problem, RtiFedOffset at) {
-    if (!_repair.mayDropClose())
-        return false;
-    addErrorWithSuspect(problem, at);
-    nestingKnown = false;
-    _open.push_back(*_lastClosed);
-    _repair.dropClose();
-    return true;
-}
-
-/// The kind of clause that this word would begin in the innermost one.
+/// The kind of clause that this word begins in the innermost one.
 RtiFedClause RtiFedReader::childHere(const RtiFedToken &token) const {
-    if (token.kind != Kind::name || token.quoted)
-        return RtiFedClause::unknown;
-    return childOf(_open.back().name.kind, _text.at(token.text));
-}
-
-/// Whether this word begins a clause that is allowed in the innermost one or beside it.
-bool RtiFedReader::isKeywordNearby(const RtiFedToken &token) const {
-    return !token.quoted && std::any_of(_open.end() - 2, _open.end(), [&](const OpenClause &open) {
-        return childOf(open.name.kind, _text.at(token.text)) != RtiFedClause::unknown;
-    });
+    return childOf(_nesting.kind(), wordOf(token));
 }
 
 /// Whether the text ends in or directly after this word, so that letters may be missing.
@@ -465,52 +432,8 @@ bool RtiFedReader::isCut(const RtiFedToken &token) const {
     return token.kind == Kind::name && token.text.begin + token.text.length == _text.bytes().size();
 }
 
-RtiFedSyntaxError &RtiFedReader::addError(Problem problem, RtiFedOffset at) {
-    if (errors.size() > kMaxErrors)
-        return errors.back();
-    if (errors.size() == kMaxErrors) {
-        problem = Problem::tooManyErrors;
-        _stopped = true;
-        nestingKnown = false;
-    }
-    RtiFedSyntaxError error;
-    error.problem = problem;
-    error.at = at;
-    error.clause = _open.empty() ? RtiFedClauseName{RtiFedClause::fed, fed, {}} : _open.back().name;
-    error.afterFirst = !_open.empty() && _open.back().hasClauses;
-    errors.push_back(error);
-    return errors.back();
-}
-
-/// Adds an error that a parenthesis too many or too few may have caused, with the next place where the indentation
-/// contradicts the parentheses.
-RtiFedSyntaxError &RtiFedReader::addErrorWithSuspect(Problem problem, RtiFedOffset at) {
-    RtiFedSyntaxError &error = addError(problem, at);
-    if (const auto suspect = _repair.takeSuspect(error.at))
-        error.suspect = suspect;
-    return error;
-}
-
 void RtiFedReader::reportMissingClauses() {
     for (const RtiFedClause kind : {RtiFedClause::federation, RtiFedClause::version})
         if (_firstOf[static_cast<std::size_t>(kind)] == 0 && !_skippedInFed)
-            addError(Problem::missingClause, _lastClose).missing = kind;
-}
-
-/// Reports, at the end of the text, the innermost clause, and each further one that the indentation shows to be left
-/// open.
-void RtiFedReader::reportLeftOpen() {
-    nestingKnown = false;
-    _stopped = true;
-    do {
-        addErrorWithSuspect(Problem::leftOpen, _token.begin);
-        _repair.insertClose();
-    } while (_repair.mayInsertClose() && _repair.hasSuspect());
-}
-
-/// Reports an error after which the text is not read any further.
-void RtiFedReader::stop(Problem problem, RtiFedOffset at) {
-    addError(problem, at);
-    nestingKnown = false;
-    _stopped = true;
+            _nesting.addError(Problem::missingClause, _nesting.lastClose()).missing = kind;
 }

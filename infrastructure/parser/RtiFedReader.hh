@@ -2,8 +2,7 @@
 
 #include "infrastructure/parser/RtiFedDeclarations.hh"
 #include "infrastructure/parser/RtiFedLexer.hh"
-#include "infrastructure/parser/RtiFedRepair.hh"
-#include "infrastructure/parser/RtiFedSyntaxError.hh"
+#include "infrastructure/parser/RtiFedNesting.hh"
 
 /// Reads a FED text by its grammar into declarations and syntax errors, in one pass. Nesting is kept in a vector, not
 /// on the stack.
@@ -27,15 +26,6 @@ public:
 private:
     using Problem = RtiFedSyntaxError::Problem;
 
-    struct OpenClause {
-        RtiFedClauseName name;
-        bool hasClauses = false;        // another clause was read in it
-        bool hasStrayQuote = false;     // before one of its words: it is not known where its words begin and end
-        std::uint32_t level = 0;        // of a class
-        std::uint32_t declaration = 0;  // of a class, its index
-        std::size_t fullNameLength = 0; // of a class
-    };
-
     // Reading
     RtiFedToken peek() const { return RtiFedLexer(_lexer).next(); }
     void advance();
@@ -55,6 +45,7 @@ private:
     void readStrayWords();
     void skipStrayWords();
     void forgetArguments();
+    void reportMissingClauses();
     bool readAfterFed();
 
     // Declaring
@@ -66,31 +57,19 @@ private:
     void dropOpens();
     bool dropBeforeArgument(std::size_t index);
     void moveToParent(RtiFedOffset begin, bool afterClose);
-    void insertForgottenCloses(RtiFedOffset begin);
-    bool reopenLastClosed(Problem problem, RtiFedOffset at);
 
+    std::string_view wordOf(const RtiFedToken &token) const;
     RtiFedClause childHere(const RtiFedToken &token) const;
-    bool isKeywordNearby(const RtiFedToken &token) const;
     bool isCut(const RtiFedToken &token) const;
-
-    // Reporting
-    RtiFedSyntaxError &addError(Problem problem, RtiFedOffset at);
-    RtiFedSyntaxError &addErrorWithSuspect(Problem problem, RtiFedOffset at);
-    void reportMissingClauses();
-    void reportLeftOpen();
-    void stop(Problem problem, RtiFedOffset at);
 
     const RtiFedText &_text;
     RtiFedLexer _lexer;
     RtiFedToken _token;
-    std::vector<OpenClause> _open; // the clauses around the current token, FED first
-    std::optional<OpenClause> _lastClosed;
-    RtiFedOffset _lastClose = 0; // the ")" that closed it
-    bool _afterClose = false;    // the current token directly follows that ")"
-    bool _stopped = false;
+    RtiFedRepair _repair;
+    RtiFedNesting _nesting;
+    bool _afterClose = false;   // the current token directly follows the last ")"
     bool _spacesRead = false;   // a section of spaces, to its end
     bool _skippedInFed = false; // a clause directly in the FED clause was not understood
-    RtiFedRepair _repair;
     std::size_t _fullNames = 0; // bytes of the full names of all classes
     RtiFedOffset _firstOf[static_cast<std::size_t>(RtiFedClause::unknown)] = {}; // of clauses that are allowed once
 };

@@ -21,12 +21,12 @@ class RtiFedRepair {
 public:
     explicit RtiFedRepair(const RtiFedText &text) : _text(text) {}
 
-    bool mayInsertClose(long count = 1) { return missingCloses() >= count; }
+    bool mayInsertClose(std::size_t count = 1) { return missingCloses() >= static_cast<long>(count); }
     bool mayDropOpen() { return missingCloses() > 0; }
     bool mayDropClose() { return missingCloses() < 0; }
     bool mayInsertOpen() { return missingCloses() < 0; }
 
-    void insertClose(long count = 1) { _netCloses += count; }
+    void insertClose(std::size_t count = 1) { _netCloses += static_cast<long>(count); }
     void dropOpen() { ++_netCloses; }
     void dropClose() { --_netCloses; }
     void insertOpen() { --_netCloses; }

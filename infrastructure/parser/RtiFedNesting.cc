@@ -1,0 +1,78 @@
+#include "infrastructure/parser/RtiFedNesting.hh"
+
+#include "infrastructure/RtiFedLimits.hh"
+
+#include <algorithm>
+
+bool RtiFedNesting::isKeywordNearby(std::string_view word) const {
+    return childOf(kind(), word) != RtiFedClause::unknown || childOf(parent().name.kind, word) != RtiFedClause::unknown;
+}
+
+RtiFedSyntaxError &RtiFedNesting::addError(Problem problem, RtiFedOffset at) {
+    if (errors.size() > kMaxErrors)
+        return errors.back();
+    if (errors.size() == kMaxErrors) {
+        problem = Problem::tooManyErrors;
+        stopped = true;
+        known = false;
+    }
+    RtiFedSyntaxError error;
+    error.problem = problem;
+    error.at = at;
+    error.clause = _open.empty() ? RtiFedClauseName{RtiFedClause::fed, fed, {}} : _open.back().name;
+    error.afterFirst = !_open.empty() && _open.back().hasClauses;
+    errors.push_back(error);
+    return errors.back();
+}
+
+RtiFedSyntaxError &RtiFedNesting::addErrorWithSuspect(Problem problem, RtiFedOffset at) {
+    RtiFedSyntaxError &error = addError(problem, at);
+    if (const auto suspect = _repair.takeSuspect(error.at))
+        error.suspect = suspect;
+    return error;
+}
+
+void RtiFedNesting::stop(Problem problem, RtiFedOffset at) {
+    addError(problem, at);
+    known = false;
+    stopped = true;
+}
+
+void RtiFedNesting::reportLeftOpen(RtiFedOffset at) {
+    do {
+        addErrorWithSuspect(Problem::leftOpen, at);
+        _repair.insertClose();
+    } while (_repair.mayInsertClose() && _repair.hasSuspect());
+    known = false;
+    stopped = true;
+}
+
+std::size_t RtiFedNesting::closesBefore(std::string_view keyword) const {
+    const auto allows = [keyword](const Clause &clause) { // a sec_level does not show which clause it was meant for
+        const RtiFedClause child = childOf(clause.name.kind, keyword);
+        return child != RtiFedClause::unknown && child != RtiFedClause::secLevel;
+    };
+    const auto parent = std::find_if(_open.rbegin(), _open.rend(), allows);
+    return parent == _open.rend() ? 0 : static_cast<std::size_t>(parent - _open.rbegin());
+}
+
+void RtiFedNesting::insertForgottenCloses(std::string_view keyword, RtiFedOffset at) {
+    const std::size_t forgotten = closesBefore(keyword);
+    if (forgotten == 0 || !_repair.mayInsertClose(forgotten))
+        return;
+    addErrorWithSuspect(Problem::leftOpen, at);
+    if (!isLeaf(kind()) || forgotten > 1)
+        known = false;
+    _repair.insertClose(forgotten);
+    drop(forgotten);
+}
+
+bool RtiFedNesting::reopenLastClosed(Problem problem, RtiFedOffset at) {
+    if (!_repair.mayDropClose())
+        return false;
+    addErrorWithSuspect(problem, at);
+    known = false;
+    _repair.dropClose();
+    _open.push_back(_lastClosed);
+    return true;
+}
