@@ -17,7 +17,7 @@ struct Open {
     Indentation indentation;
 };
 
-/// The blanks in front of the byte at `offset`, if nothing else stands before it on its line.
+/// The blanks before the byte at `offset`, if nothing else precedes it on its line.
 Indentation indentationOf(std::string_view bytes, RtiFedOffset offset) {
     RtiFedOffset begin = offset;
     while (begin > 0 && (bytes[begin - 1] == ' ' || bytes[begin - 1] == '\t'))
@@ -31,12 +31,14 @@ bool isRightOf(const Indentation &a, const Indentation &b) {
     return a && b && a->size() > b->size() && a->substr(0, b->size()) == b;
 }
 
-/// Walks over the parentheses of a text. Clauses nested deeper than any sound text has are only counted.
+/// Walks over the parentheses of a text. Clauses nested deeper than in any correct text are only counted, so that a
+/// text of nothing but "(" needs no memory for each.
 class Walk {
 public:
     explicit Walk(const RtiFedText &text) : _text(text) {}
 
-    /// Calls `onOpen` and `onClose` with each parenthesis, before it is entered and after it was left.
+    /// Calls `onOpen` with each token that is not a ")", before a "(" opens its clause; only a "(" has an indentation.
+    /// Calls `onClose` after each ")", with the clause that it closed.
     template <class OnOpen, class OnClose>
     void run(OnOpen onOpen, OnClose onClose) {
         RtiFedLexer lexer(_text, _text.begin());
@@ -65,20 +67,19 @@ public:
         }
     }
 
-    /// Leaves the innermost clause that begins its line with this indentation, and those in it; null if there is
-    /// none. The outermost one is left only if `orFed`.
-    std::optional<Open> leave(const Indentation &indentation, bool orFed) {
+    /// Closes the innermost clause that begins its line with this indentation, and those in it. Returns nothing if
+    /// there is none. The outermost one, FED, is closed only if `mayCloseFed`.
+    std::optional<Open> closeAligned(const Indentation &indentation, bool mayCloseFed) {
         const auto outer =
             std::find_if(opens.rbegin(), opens.rend(), [&](const Open &o) { return o.indentation == indentation; });
-        if (!indentation || outer == opens.rend() || (!orFed && outer + 1 == opens.rend()))
+        if (!indentation || outer == opens.rend() || (!mayCloseFed && outer + 1 == opens.rend()))
             return std::nullopt;
-        const Open left = *outer;
+        const Open closed = *outer;
         opens.erase(outer.base() - 1, opens.end());
-        return left;
+        return closed;
     }
 
-    /// How many clauses are open, less the ")" that closed none.
-    long missing() const { return static_cast<long>(opens.size() + _deeper) - _surplus; }
+    long missingCloses() const { return static_cast<long>(opens.size() + _deeper) - _surplus; }
 
     std::vector<Open> opens;
 
@@ -90,6 +91,8 @@ private:
     long _surplus = 0;
 };
 
+/// A ")" that begins a line is aligned with the clause that it is meant to close. If that is an enclosing one, the
+/// innermost clause was left open.
 std::vector<Suspect> closesUnderOuter(const RtiFedText &text) {
     std::vector<Suspect> suspects;
     Walk walk(text);
@@ -98,31 +101,35 @@ std::vector<Suspect> closesUnderOuter(const RtiFedText &text) {
                  const Indentation indentation = indentationOf(text.bytes(), at);
                  if (!closed.indentation || !indentation || indentation == closed.indentation)
                      return;
-                 if (const auto outer = walk.leave(indentation, true))
+                 if (const auto outer = walk.closeAligned(indentation, true))
                      suspects.push_back({Suspect::closeUnderOuter, closed.offset, at, outer->offset});
              });
     return suspects;
 }
 
+/// A "(" that is aligned with an open clause is meant as its sibling: that clause was left open. Where all clauses
+/// begin in one column this finds a contradiction nearly everywhere.
 std::vector<Suspect> opensUnderClause(const RtiFedText &text) {
     std::vector<Suspect> suspects;
     Walk walk(text);
     walk.run(
         [&](const Open &open) {
-            if (const auto left = walk.leave(open.indentation, false))
+            if (const auto left = walk.closeAligned(open.indentation, false))
                 suspects.push_back({Suspect::openUnderClause, left->offset, open.offset});
         },
         [](const Open &, RtiFedOffset) {});
     return suspects;
 }
 
-std::vector<Suspect> moreBehindCloses(const RtiFedText &text) {
+/// A line that begins to the right of a clause belongs to it. If the ")" of the clause precedes that line, it is
+/// superfluous, and the clause is opened again.
+std::vector<Suspect> textAfterCloses(const RtiFedText &text) {
     std::vector<Suspect> suspects;
     Walk walk(text);
     std::optional<Open> lastClosed;
     RtiFedOffset lastClose = 0;
     const auto reopen = [&](const Open &closed, RtiFedOffset at) {
-        suspects.push_back({Suspect::moreBehindClose, closed.offset, at});
+        suspects.push_back({Suspect::textAfterClose, closed.offset, at});
         walk.opens.push_back(closed);
     };
     walk.run(
@@ -146,12 +153,12 @@ std::vector<Suspect> moreBehindCloses(const RtiFedText &text) {
 RtiFedBalance::RtiFedBalance(const RtiFedText &text) {
     Walk walk(text);
     walk.run([](const Open &) {}, [](const Open &, RtiFedOffset) {});
-    missingCloses = walk.missing();
+    missingCloses = walk.missingCloses();
     if (missingCloses < 0) {
-        suspects = moreBehindCloses(text);
+        suspects = textAfterCloses(text);
     } else if (missingCloses > 0) {
-        // The look that strikes first is nearest to the slip. In texts whose clauses all begin in one column the second
-        // look strikes everywhere, and tells nothing.
+        // The check that fires first is closest to the mistake. The "(" are trusted only if they explain exactly the
+        // ")" that are missing.
         suspects = closesUnderOuter(text);
         std::vector<Suspect> opens = opensUnderClause(text);
         if (opens.size() == static_cast<std::size_t>(missingCloses) &&

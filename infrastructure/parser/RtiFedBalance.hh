@@ -4,25 +4,31 @@
 
 #include <vector>
 
-/// How the parentheses of a whole text match, and where by its look one is missing or too much. Made only after an
-/// error, to lead its reader to the place.
+/// How the parentheses of a whole text balance, and where its indentation contradicts them.
+///
+/// The count alone does not show where a parenthesis is missing or superfluous, and the grammar may notice it many
+/// lines later. But most texts are indented, and people indent by the nesting they mean: so the first line whose
+/// indentation does not fit the nesting is close to the mistake. Three checks compare the two, each walking the text
+/// and correcting the nesting wherever it finds a contradiction, so that one mistake is found once. What they find only
+/// directs the reader of a message to a place; it never changes how the text is read. They find nothing in a text that
+/// is written on one line, and may be misled by a text whose indentation does not follow its nesting, or mixes tabs and
+/// blanks.
 struct RtiFedBalance {
-    /// Where the look of the text, the indentation of its lines, contradicts its parentheses.
     struct Suspect {
-        enum Look : unsigned char {
-            closeUnderOuter, ///< `at`, the ")" of `clause`, begins a line under the beginning of `other` around it.
-            openUnderClause, ///< `at`, the "(" of a clause in `clause`, begins a line just under it.
-            moreBehindClose  ///< Behind `at`, the ")" of `clause`, a line begins to the right of that clause.
+        enum Evidence : unsigned char {
+            closeUnderOuter, ///< `at`, the ")" of `clause`, begins a line and is aligned with `outer` around it.
+            openUnderClause, ///< `at`, the "(" of a clause in `clause`, begins a line and is aligned with `clause`.
+            textAfterClose   ///< After `at`, the ")" of `clause`, a line begins to the right of `clause`.
         };
-        Look look;
+        Evidence evidence;
         RtiFedOffset clause; ///< The "(" of a clause.
         RtiFedOffset at;
-        RtiFedOffset other = 0;
+        RtiFedOffset outer = 0;
     };
 
     explicit RtiFedBalance(const RtiFedText &text);
 
-    long missingCloses = 0; ///< How many ")" are missing; below 0, how many there are too many.
-    /// In the order of the text: one for each missing ")" as far as the look tells, or where there is one too many.
+    long missingCloses = 0; ///< Negative if there are too many.
+    /// In the order of the text: where a ")" is missing or, if there are too many, superfluous.
     std::vector<Suspect> suspects;
 };

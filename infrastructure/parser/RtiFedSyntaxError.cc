@@ -10,7 +10,7 @@ std::string quoted(std::string_view bytes) {
     return '"' + printable(bytes) + '"';
 }
 
-std::string placeOf(const RtiFedText &text, RtiFedOffset offset) {
+std::string positionOf(const RtiFedText &text, RtiFedOffset offset) {
     const RtiFedPosition position = text.position(offset);
     return std::to_string(position.line) + ":" + std::to_string(position.column);
 }
@@ -32,7 +32,7 @@ std::string found(const RtiFedText &text, RtiFedOffset at) {
     return quoted(text.at(token.text)) + (token.quoted ? " in quotes" : "");
 }
 
-/// How a reader of the text would call a clause: `the class "Plane"`.
+/// What a reader of the text would call a clause: `the class "Plane"`.
 std::string nounOf(const RtiFedText &text, const RtiFedClauseName &clause) {
     const RtiFedClauseForm &form = formOf(clause.kind);
     if (clause.kind == RtiFedClause::fed)
@@ -46,13 +46,13 @@ std::string nounOf(const RtiFedText &text, const RtiFedClauseName &clause) {
     return "the " + std::string(form.noun) + label;
 }
 
-/// The same with its place: `the class "Plane" of 52:8`.
+/// The same with its position: `the class "Plane" at 52:8`.
 std::string nameOf(const RtiFedText &text, const RtiFedClauseName &clause) {
-    return nounOf(text, clause) + " of " + placeOf(text, clause.begin);
+    return nounOf(text, clause) + " at " + positionOf(text, clause.begin);
 }
 
 RtiFedClauseName clauseAt(const RtiFedText &text, RtiFedOffset begin) {
-    constexpr RtiFedOffset kNear = 4096; // many errors may name one clause: no long comment is read for each
+    constexpr RtiFedOffset kNear = 4096; // many errors may refer to one clause; do not rescan a long comment for each
     RtiFedLexer lexer(text, begin, begin + kNear);
     lexer.next();
     const RtiFedToken keyword = lexer.next();
@@ -65,37 +65,40 @@ RtiFedClauseName clauseAt(const RtiFedText &text, RtiFedOffset begin) {
 }
 
 std::string describe(const RtiFedText &text, const RtiFedBalance::Suspect &suspect) {
-    const std::string clause = nameOf(text, clauseAt(text, suspect.clause)), at = placeOf(text, suspect.at);
-    switch (suspect.look) {
+    const std::string clause = nameOf(text, clauseAt(text, suspect.clause)), at = positionOf(text, suspect.at);
+    const std::string leftOpen = "; judging by the indentation, " + clause + " was left open: the ";
+    switch (suspect.evidence) {
     case RtiFedBalance::Suspect::closeUnderOuter:
-        return "; by its look, " + clause + " was left open: the \")\" of " + at + " closes it, but stands under " +
-               nameOf(text, clauseAt(text, suspect.other));
+        return leftOpen + "\")\" at " + at + " closes it, but is aligned with " +
+               nameOf(text, clauseAt(text, suspect.outer));
     case RtiFedBalance::Suspect::openUnderClause:
-        return "; by its look, " + clause + " was left open: the \"(\" of " + at + " stands just under it";
-    case RtiFedBalance::Suspect::moreBehindClose:
-        return "; by its look, the \")\" of " + at + " is one too many: it closes " + clause + ", which goes on behind";
+        return leftOpen + "\"(\" at " + at + " is aligned with it";
+    case RtiFedBalance::Suspect::textAfterClose:
+        return "; judging by the indentation, the \")\" at " + at + " is superfluous: it closes " + clause +
+               ", which continues after it";
     }
     return {};
 }
 
-/// What the look of the text says, at the places in which it stands.
+/// Says the same at the places themselves.
 void addNotes(const RtiFedText &text, const RtiFedBalance::Suspect &suspect,
               std::vector<RtiFedErrorTypes::Note> &notes) {
     const std::string clause = nounOf(text, clauseAt(text, suspect.clause));
-    const std::string leftOpen = "by its look, " + clause + " was left open";
-    switch (suspect.look) {
+    const std::string leftOpen = "judging by the indentation, " + clause + " was left open";
+    switch (suspect.evidence) {
     case RtiFedBalance::Suspect::closeUnderOuter:
         notes.push_back({{suspect.clause, 1}, leftOpen});
-        notes.push_back(
-            {{suspect.at, 1}, "this \")\" closes it, but stands under " + nounOf(text, clauseAt(text, suspect.other))});
+        notes.push_back({{suspect.at, 1},
+                         "this \")\" closes it, but is aligned with " + nounOf(text, clauseAt(text, suspect.outer))});
         return;
     case RtiFedBalance::Suspect::openUnderClause:
         notes.push_back({{suspect.clause, 1}, leftOpen});
-        notes.push_back({{suspect.at, 1}, "this \"(\" stands just under it"});
+        notes.push_back({{suspect.at, 1}, "this \"(\" is aligned with it"});
         return;
-    case RtiFedBalance::Suspect::moreBehindClose:
-        notes.push_back(
-            {{suspect.at, 1}, "by its look, this \")\" is one too many: it closes " + clause + ", which goes on"});
+    case RtiFedBalance::Suspect::textAfterClose:
+        notes.push_back({{suspect.at, 1},
+                         "judging by the indentation, this \")\" is superfluous: it closes " + clause +
+                             ", which continues after it"});
     }
 }
 
@@ -112,7 +115,7 @@ RtiFedErrorTypes::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const
     return {problem, text.position(at), span(text), describe(text), notes(text), keywords()};
 }
 
-/// The token at fault; of a clause that may not stand at all, its head.
+/// The unexpected token; of a clause that is refused as a whole, its "(", keyword and name.
 RtiFedSpan RtiFedSyntaxError::span(const RtiFedText &text) const {
     const auto upTo = [this](RtiFedOffset end) { return RtiFedSpan{at, end - at}; };
     RtiFedLexer lexer(text, at);
@@ -140,7 +143,7 @@ std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &t
     std::vector<RtiFedErrorTypes::Note> notes;
     const bool suspected = suspect && suspect->clause == clause.begin;
     if (problem == Problem::secondClause)
-        notes.push_back({{firstClause, 1}, "the first stands here"});
+        notes.push_back({{firstClause, 1}, "the first is here"});
     else if (problem == Problem::trailingText)
         notes.push_back({{fedClose, 1}, "this \")\" closed " + nounOf(text, clause)});
     else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && !suspected)
@@ -164,24 +167,24 @@ std::vector<std::string> RtiFedSyntaxError::keywords() const {
 }
 
 std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
-    const std::string look = suspect ? ::describe(text, *suspect) : "";
+    const std::string evidence = suspect ? ::describe(text, *suspect) : "";
     switch (problem) {
     case Problem::expectedFed:
         return "expected \"(FED\", found " + found(text, at);
     case Problem::expectedArgument:
         return std::string("expected ") + formOf(clause.kind).arguments[argument] + ", found " + found(text, at);
     case Problem::expectedClause:
-        return "expected " + listOf(keywords()) + ", found " + found(text, at) + look;
+        return "expected " + listOf(keywords()) + ", found " + found(text, at) + evidence;
     case Problem::expectedClose:
         if (!isLeaf(clause.kind))
-            return "expected \"(\" or \")\" in " + nameOf(text, clause) + ", found " + found(text, at) + look;
+            return "expected \"(\" or \")\" in " + nameOf(text, clause) + ", found " + found(text, at) + evidence;
         return "expected \")\" to close " + nameOf(text, clause) + ", found " + found(text, at);
     case Problem::leftOpen:
         return "expected \")\" to close " + nameOf(text, clause) + ", found " + found(text, at) +
-               (suspect && suspect->clause != clause.begin ? look : "");
+               (suspect && suspect->clause != clause.begin ? evidence : "");
     case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
-               "\" clause, found a second, the first is at " + placeOf(text, firstClause);
+               "\" clause, found a second; the first is at " + positionOf(text, firstClause);
     case Problem::missingClause:
         return "expected a \"" + std::string(formOf(missing).keyword) + "\" clause in " + nameOf(text, clause) +
                ", found " + found(text, at);
@@ -196,18 +199,19 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
                " of at most " + std::to_string(kMaxNameLength) + " bytes, found one of " + std::to_string(nameLength);
     case Problem::namesTooLong:
         return "expected full class names of at most " + std::to_string(kMaxFullNames) +
-               " bytes together, found more at " + nameOf(text, clause);
+               " bytes together, found more with " + nameOf(text, clause);
     case Problem::strayQuote:
-        return "expected a second quote on the line, found the end of the line";
+        return "expected a closing quote, found the end of the line";
     case Problem::trailingText:
-        return "expected the end of the file, found " + found(text, at) + ": the \")\" of " + placeOf(text, fedClose) +
-               " closed " + nameOf(text, clause) + look;
+        return "expected the end of the file, found " + found(text, at) + ": the \")\" at " +
+               positionOf(text, fedClose) + " closed " + nameOf(text, clause) + evidence;
     case Problem::nulByte:
         return "expected FED text, found a NUL byte";
     case Problem::textTooLong:
         return "expected a text of at most " + std::to_string(kMaxTextSize) + " bytes, found a longer one";
     case Problem::tooManyErrors:
-        return "expected at most " + std::to_string(kMaxErrors) + " errors, found more; what follows was not read";
+        return "expected at most " + std::to_string(kMaxErrors) +
+               " errors, found more; the rest of the text was not read";
     }
     return {};
 }

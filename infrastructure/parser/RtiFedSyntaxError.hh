@@ -11,22 +11,22 @@
 struct RtiFedClauseName {
     RtiFedClause kind = RtiFedClause::unknown;
     RtiFedOffset begin = 0; ///< Its "(".
-    RtiFedSpan label;       ///< Its name, or its keyword if that is unknown; of length 0 if it has none.
+    RtiFedSpan label;       ///< Its name, or its keyword if that is unknown; of length 0 if it has neither.
 };
 
-/// One syntax error, small, since a text may have many: what was expected where. The message is made from it and the
-/// FED text when it is asked for.
+/// One syntax error: what was expected where. It is small, since a text may have many; the message is made from it and
+/// the FED text on demand.
 struct RtiFedSyntaxError {
     using Problem = RtiFedErrorTypes::Problem;
 
     Problem problem{};
-    bool afterFirst = false;      ///< The clause has others in it already, so a sec_level comes too late.
-    RtiFedOffset at = 0;          ///< The first byte of the offending token.
-    RtiFedClauseName clause;      ///< In which it stands.
-    RtiFedOffset firstClause = 0; ///< Of secondClause.
-    RtiFedOffset fedClose = 0;    ///< Of trailingText: the ")" that closed the FED clause.
-    std::size_t argument = 0;     ///< Of expectedArgument: its index.
-    RtiFedClause missing = RtiFedClause::unknown; ///< Of missingClause.
+    bool afterFirst = false;                      ///< The clause already has others in it, so a sec_level is too late.
+    RtiFedClause missing = RtiFedClause::unknown; ///< Of missingClause: its kind.
+    RtiFedOffset at = 0;                          ///< The first byte of the unexpected token.
+    RtiFedOffset firstClause = 0;                 ///< Of secondClause.
+    RtiFedOffset fedClose = 0;                    ///< Of trailingText: the ")" that closed the FED clause.
+    RtiFedClauseName clause;                      ///< The innermost clause.
+    std::size_t argument = 0;                     ///< Of expectedArgument: its index.
     std::size_t nameLength = 0;                   ///< Of nameTooLong and fullNameTooLong.
     std::optional<RtiFedBalance::Suspect> suspect;
 

@@ -197,7 +197,7 @@ TEST(Parser, IsBoundedOnHostileText) {
     }
     const RtiFedParser bounded(kHead + wrong + ")");
     ASSERT_EQ(bounded.numErrors(), kMaxErrors + 1);
-    EXPECT_EQ(bounded.error(kMaxErrors).text, "expected at most 100000 errors, found more; what follows was not read");
+    EXPECT_EQ(bounded.error(kMaxErrors).text, "expected at most 100000 errors, found more; the rest of the text was not read");
     EXPECT_EQ(countOf(kHead + strayQuotes + ")"), kMaxErrors + 1);
     for (int i = 0; i < 100000; ++i)
         classes += "(class c ";
