@@ -109,18 +109,18 @@ TEST(Check, FindsWhatAPersonHasToMend) {
 
 /// A case is `OLD => NEW`, to replace in the sound text; then the finding in each format, in JSON and SARIF without
 /// what stands around every finding.
-TEST(Check, FindsEachSlipInEachFormat) {
+TEST(Check, FindsEachMistakeInEachFormat) {
     std::set<std::string> notSeen;
     for (const Rule &rule : allRules())
         notSeen.insert(rule.id);
     for (const std::string &id : kNotReached)
         EXPECT_EQ(notSeen.erase(id), 1u) << id;
-    forEachCase("slips.txt", [&](const std::string &slip, const std::string &expected) {
-        const auto arrow = slip.find(" => ");
-        const std::string old = slip.substr(0, arrow), slipped = slip.substr(arrow + 4);
+    forEachCase("mistakes.txt", [&](const std::string &mistake, const std::string &expected) {
+        const auto arrow = mistake.find(" => ");
+        const std::string old = mistake.substr(0, arrow), mistaken = mistake.substr(arrow + 4);
         const bool inMom = kSound.find(old) == std::string::npos;
         const std::string text =
-            inMom ? replaced(inPlace(kSound), old, slipped) : inPlace(replaced(kSound, old, slipped));
+            inMom ? replaced(inPlace(kSound), old, mistaken) : inPlace(replaced(kSound, old, mistaken));
         const std::string json = reportOn(text, ReportFormat::json), sarif = reportOn(text, ReportFormat::sarif);
         const auto lineOf = [](const std::string &whole, std::size_t begin) {
             return whole.substr(begin, whole.find('\n', begin) + 1 - begin);
