@@ -13,8 +13,7 @@
 
 namespace {
 
-/// What stands for a dot in the name of a class, so that it is taken neither for a class in another nor for another
-/// name: a character that looks alike.
+/// Replaces a dot in the name of a class, so that the rest is not taken for a subclass: a character that looks alike.
 constexpr std::string_view kDotInName = "\xE2\x80\xA4";
 
 bool lessInAnyCase(std::string_view a, std::string_view b) {
@@ -23,7 +22,8 @@ bool lessInAnyCase(std::string_view a, std::string_view b) {
     });
 }
 
-/// How much of a file is still to be read, as far as it says so and a text may be so long.
+/// The number of bytes from the current position to the end of the file, at most kMaxTextSize; 0 if unknown, as for a
+/// pipe.
 std::size_t bytesLeft(std::FILE *file) {
     const long position = std::ftell(file);
     if (position < 0 || std::fseek(file, 0, SEEK_END) != 0)
@@ -47,7 +47,7 @@ struct RtiFedParser::Contents {
     template <class OnClass, class OnMember>
     void deliver(const RtiFedDeclarations::Tree &tree, OnClass onClass, OnMember onMember) {
         std::string path;
-        std::vector<std::size_t> ends; // of the full names of the classes around, by level
+        std::vector<std::size_t> ends; // of the full names of the superclasses in `path`, by level
         for (const RtiFedDeclarations::Class &declared : tree.classes) {
             current = declared.arguments;
             ends.resize(declared.level - 1);
@@ -57,7 +57,7 @@ struct RtiFedParser::Contents {
             const std::size_t name = path.size();
             path += text.at(current[0]);
             for (std::size_t dot = path.find('.', name); dot != std::string::npos; dot = path.find('.', dot))
-                path.replace(dot, 1, kDotInName); // only a wrong text has one here
+                path.replace(dot, 1, kDotInName); // only in a text with errors
             ends.push_back(path.size());
             onClass(path, declared);
             for (auto i = declared.firstMember; i != RtiFedDeclarations::kNone; i = tree.members[i].next) {
@@ -69,7 +69,7 @@ struct RtiFedParser::Contents {
 
     RtiFedText text;
     RtiFedReader read;
-    RtiFedArguments current; // those of the declaration whose position may be asked for
+    RtiFedArguments current; // of the declaration that is being delivered
 };
 
 RtiFedParser::RtiFedParser(std::string text) : _contents(std::make_unique<Contents>(std::move(text))) {}
@@ -85,7 +85,7 @@ std::string RtiFedParser::readText(std::FILE *file) {
         const std::size_t size = std::fread(&text[before], 1, kChunk, file);
         text.resize(before + size);
         more = size > 0 && !std::memchr(&text[before], '\0', size) && text.size() <= kMaxTextSize;
-        if (more && size == kChunk && before == 0) // a long text, and perhaps a file that knows how long
+        if (more && size == kChunk && before == 0) // a long text: allocate once, if the file knows its size
             text.reserve(bytesLeft(file) + 2 * kChunk);
     }
     if (std::ferror(file))
@@ -112,7 +112,7 @@ void RtiFedParser::deliverOnce(RtiFedParserCodegen &codegen) {
     deliverInteractions(codegen);
 }
 
-/// With all that stands before them.
+/// Delivers the object classes and everything before them: federation, version and spaces.
 void RtiFedParser::deliverObjects(RtiFedParserCodegen &codegen) {
     Contents &contents = *_contents;
     const RtiFedDeclarations &declared = contents.read.declarations;

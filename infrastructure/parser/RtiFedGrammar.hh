@@ -22,16 +22,16 @@ enum class RtiFedClause : unsigned char {
     unknown
 };
 
-/// What one kind of clause looks like.
+/// The syntax of one kind of clause, and its words in messages.
 struct RtiFedClauseForm {
     std::string_view keyword;
-    const char *noun; ///< What it is called in a message, in front of its name or keyword.
+    const char *noun; ///< In a message, before its name or keyword.
     std::size_t numArguments;
-    const char *arguments[3]; ///< What each argument is called in a message.
+    const char *arguments[3]; ///< Each argument in a message.
     bool maySpace;            ///< The name of a routing space may follow the arguments.
     bool named;               ///< The first argument is its name.
     std::size_t numChildren;
-    RtiFedClause children[6]; ///< The clauses that may stand in it.
+    RtiFedClause children[6]; ///< The clauses allowed in it.
 };
 
 const RtiFedClauseForm &formOf(RtiFedClause clause);
@@ -39,16 +39,16 @@ const RtiFedClauseForm &formOf(RtiFedClause clause);
 /// Whether a word is the keyword of this kind of clause, in any letter case.
 bool isKeywordOf(RtiFedClause clause, std::string_view word);
 
-/// The kind of clause that a keyword begins inside of `parent`, or RtiFedClause::unknown.
+/// The kind of clause that a keyword begins in `parent`, or RtiFedClause::unknown.
 RtiFedClause childOf(RtiFedClause parent, std::string_view keyword);
 
-/// The kind of class that may stand in a section or class, or RtiFedClause::unknown.
+/// The kind of class that a section or class may contain, or RtiFedClause::unknown.
 RtiFedClause classIn(RtiFedClause owner);
 
 /// The kind of member that a class or space has, or RtiFedClause::unknown.
 RtiFedClause memberOf(RtiFedClause owner);
 
-/// Whether no clause but a sec_level may stand in this kind of clause.
+/// Whether this kind of clause contains no clauses, except perhaps a sec_level.
 bool isLeaf(RtiFedClause clause);
 
 inline bool isClass(RtiFedClause clause) {

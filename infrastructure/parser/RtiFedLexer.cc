@@ -28,11 +28,12 @@ Class classOf(char c) {
     return kClasses[static_cast<unsigned char>(c)];
 }
 
-// Sixteen bytes, or the same as two words, which the compiler works on as a whole.
+// Names and runs of blanks are scanned in blocks of sixteen bytes, which the compiler compares with one instruction
+// each. Words is such a block as two integers.
 using Block = unsigned char __attribute__((vector_size(16)));
 using Words = std::uint64_t __attribute__((vector_size(16)));
 
-/// Which of sixteen bytes is the first that is not 0; 16 if none is.
+/// The index of the first byte that is not 0; 16 if all are.
 RtiFedOffset firstOf(const Block &block) {
     const auto words = reinterpret_cast<Words>(block);
     const std::uint64_t word = words[0] ? words[0] : words[1];
@@ -46,12 +47,13 @@ RtiFedOffset firstOf(const Block &block) {
     return inWord + (words[0] ? 0 : 8);
 }
 
-/// The first byte from `at` on that ends a run, or the end. `ends` leaves in a block only those that do.
+/// The offset of the first byte from `at` on that ends a run, or of the end of the text. `ends` sets the bytes of a
+/// block that do not end the run to 0, and the others to something else.
 template <class Ends>
 RtiFedOffset endOfRun(std::string_view bytes, RtiFedOffset at, Ends ends) {
     for (;; at += sizeof(Block)) {
         Block block;
-        std::memcpy(&block, bytes.data() + at, sizeof block); // the last one reaches into the padding of the text
+        std::memcpy(&block, bytes.data() + at, sizeof block); // the last block includes padding of the text
         ends(block);
         const RtiFedOffset first = firstOf(block);
         if (first < sizeof block)
@@ -84,7 +86,7 @@ void RtiFedLexer::next(RtiFedToken &token) {
          skipBlanksAndComments()) {
         if (!token.afterStrayQuote())
             token.strayQuote = _at;
-        ++_at; // what follows is read as if the quote were not there
+        ++_at; // read on as if the quote were not there
     }
     readToken(token);
 }
@@ -122,12 +124,12 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
                                         std::size_t longest) {
     if (_bytes.compare(_at, keyword.size(), keyword) != 0)
         return kNotPlain;
-    const char *const bytes = _bytes.data(); // a NUL byte follows the last
+    const char *const bytes = _bytes.data(); // ends in a NUL byte
     RtiFedOffset at = _at + static_cast<RtiFedOffset>(keyword.size());
     for (std::size_t count = 0;; ++count) {
         const RtiFedOffset end = at;
         if (classOf(bytes[at]) <= lineEnd && classOf(bytes[++at]) <= lineEnd)
-            at = endOfBlanks(_bytes, at); // more than the one that is common
+            at = endOfBlanks(_bytes, at); // more than one, which is less common
         if (bytes[at] == '(' || bytes[at] == ')') {
             _at = at;
             return count;
@@ -158,8 +160,9 @@ bool RtiFedLexer::nextClose() {
     return true;
 }
 
-/// Behind the second quote of the pair that begins here. Where the line ends before one, here; but where the text ends,
-/// or a NUL byte ends it, without any parenthesis, the name is cut short there.
+/// Returns the offset after the quote that closes the one here. If the line ends first, the quote is a stray one, and
+/// its own offset is returned. But if the text, or a NUL byte, ends first and no ")" is before that, the text was cut
+/// within the name, which then ends there.
 RtiFedOffset RtiFedLexer::endOfQuoted() const {
     RtiFedOffset end = _at + 1;
     while (end < _bytes.size() && _bytes[end] != '"' && classOf(_bytes[end]) != lineEnd && _bytes[end] != '\0')

@@ -12,38 +12,38 @@ struct RtiFedToken {
     bool quoted = false;
     RtiFedOffset begin = 0; ///< The first byte, an opening quote included.
     RtiFedSpan text;        ///< Of a name: its bytes without the quotes.
-    /// The first quote in front of it that no second one closes.
+    /// The first quote before it that is not closed on its line.
     RtiFedOffset strayQuote = kNoQuote;
 
     static constexpr RtiFedOffset kNoQuote = 0xFFFFFFFF;
     bool afterStrayQuote() const { return strayQuote != kNoQuote; }
 };
 
-/// Cuts a FED text into parentheses and names; blanks and comments fall away. A NUL byte and the end of the text are
-/// tokens that are found again and again.
+/// Cuts a FED text into parentheses and names, and skips blanks and comments. A NUL byte and the end of the text are
+/// tokens that every further call returns again.
 class RtiFedLexer {
 public:
     RtiFedLexer(const RtiFedText &text, RtiFedOffset at) : _bytes(text.bytes()), _at(at) {}
-    /// Takes the text to end at `end`.
+    /// The same, for a text that ends at `end`.
     RtiFedLexer(const RtiFedText &text, RtiFedOffset at, RtiFedOffset end)
         : _bytes(text.bytes().substr(0, end)), _at(at) {}
 
-    /// How far the text was read.
+    /// The offset after the last byte that was read.
     RtiFedOffset at() const { return _at; }
 
     RtiFedToken next();
-    /// The same, into a token that is there: a copy of one just written costs more than to read it.
+    /// The same, into an existing token: copying a token that was just written takes longer than reading it.
     void next(RtiFedToken &token);
 
-    /// Reads a keyword and plain words behind it, up to a parenthesis: at most as many as there is room for, and none
-    /// longer than `longest`. Returns how many words there are. Where anything else stands nothing is read, and
-    /// kNotPlain is returned.
+    /// Reads a keyword, spelt exactly so, and the plain words after it, up to a parenthesis. Returns the number of
+    /// words. If anything else is there, too many words or one longer than `longest`, nothing is read and kNotPlain is
+    /// returned.
     std::size_t nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words, std::size_t longest);
     static constexpr std::size_t kNotPlain = 0xFFFF;
 
-    /// Reads the next token if it is a "(" that follows without a comment, and says where it is. Returns whether.
+    /// Reads the next token, and sets `at` to its offset, if it is a "(" without a comment before it. Returns whether.
     bool nextOpen(RtiFedOffset &at);
-    /// Reads the next byte if it is a ")". Returns whether.
+    /// Reads the next byte if it is a ")". Returns whether it is.
     bool nextClose();
 
 private:

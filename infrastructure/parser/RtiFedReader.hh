@@ -4,11 +4,11 @@
 #include "infrastructure/parser/RtiFedLexer.hh"
 #include "infrastructure/parser/RtiFedNesting.hh"
 
-/// Reads a FED text by its grammar into declarations and syntax errors, in one pass. Nesting is kept in a vector, not
-/// on the stack.
+/// Reads a FED text by its grammar into declarations and syntax errors, in one pass. It does not recurse: RtiFedNesting
+/// holds the open clauses, so deep nesting cannot exhaust the stack.
 ///
-/// After an error it continues in the same clause if a parenthesis can be repaired there (RtiFedRepair), and otherwise
-/// skips that clause.
+/// After an error it continues where it is if the error can be explained by a parenthesis that is missing or
+/// superfluous (RtiFedRepair), and otherwise after the clause that has the error.
 class RtiFedReader {
 public:
     explicit RtiFedReader(const RtiFedText &text);
@@ -68,7 +68,7 @@ private:
     RtiFedRepair _repair;
     RtiFedNesting _nesting;
     bool _afterClose = false;   // the current token directly follows the last ")"
-    bool _spacesRead = false;   // a section of spaces, to its end
+    bool _spacesRead = false;   // the section of spaces, up to its end
     bool _skippedInFed = false; // a clause directly in the FED clause was not understood
     std::size_t _fullNames = 0; // bytes of the full names of all classes
     RtiFedOffset _firstOf[static_cast<std::size_t>(RtiFedClause::unknown)] = {}; // of clauses that are allowed once

@@ -12,7 +12,8 @@ RtiFedOffset RtiFedText::begin() const {
 
 RtiFedSpan RtiFedText::withQuotes(RtiFedSpan name) const {
     const RtiFedOffset end = name.begin + name.length;
-    const bool inQuotes = _text[name.begin - 1] == '"' && _text[end] == '"'; // a name stands behind a keyword
+    // Both bytes exist: a name follows a keyword, and the padding follows the text.
+    const bool inQuotes = _text[name.begin - 1] == '"' && _text[end] == '"';
     return inQuotes ? RtiFedSpan{name.begin - 1, name.length + 2} : name;
 }
 

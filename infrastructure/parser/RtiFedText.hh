@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-/// A place in the text: the byte offset from its beginning.
+/// A byte offset from the beginning of the text.
 using RtiFedOffset = std::uint32_t;
 
 /// The text of a FED file, and the line and column of each of its bytes.
@@ -18,18 +18,20 @@ public:
         _text.append(kPadding, '\0');
     }
 
-    /// Behind them, kPadding NUL bytes may be read.
+    /// They are followed by kPadding NUL bytes, so that blocks of 16 bytes can be read up to the last byte.
     std::string_view bytes() const { return {_text.data(), _size}; }
     static constexpr std::size_t kPadding = 16;
     std::string_view at(RtiFedSpan span) const { return bytes().substr(span.begin, span.length); }
 
-    /// A name with its quotes, if it stands in quotes.
+    /// A name with its quotes, if it is in quotes.
     RtiFedSpan withQuotes(RtiFedSpan name) const;
 
-    /// Where the text proper begins: behind a byte order mark.
+    /// The offset of the first byte after a byte order mark, if there is one.
     RtiFedOffset begin() const;
 
-    /// Costs a pass over the text at the first call, and next to nothing later.
+    /// The first call passes over the text and stores the line at every 4096th byte; later ones walk on from there, or
+    /// from the offset asked for last if that is closer. So positions asked for in the order of the text, as those of
+    /// errors and declarations are, cost next to nothing, and a text whose positions nobody asks for costs nothing.
     RtiFedPosition position(RtiFedOffset offset) const;
 
 private:
@@ -40,9 +42,9 @@ private:
     /// Steps over the byte at `offset`, to the next line if it ends one: LF, CR LF, or CR alone.
     void step(Line &line, RtiFedOffset offset) const;
 
-    std::string _text; // and the padding
+    std::string _text; // with the padding
     std::size_t _size;
     mutable std::vector<Line> _checkpoints; // the line at every kCheckpoint-th byte, filled on demand
-    mutable RtiFedOffset _lastOffset = 0;   // of which the line was last asked for: the next is often close behind
+    mutable RtiFedOffset _lastOffset = 0;   // whose position was asked for last, and its line
     mutable Line _lastLine{1, 0};
 };

@@ -42,7 +42,7 @@ std::string callsOf(const std::string &text) {
 
 const std::string kHead = "(FED (Federation F) (FEDversion v1.3)\n";
 
-/// The errors in a text with these sections, which begin at line 2.
+/// The errors of a text with these sections, which begin in line 2.
 std::string sectionErrors(const std::string &sections) {
     return errorsOf(kHead + sections + ")");
 }
@@ -72,7 +72,7 @@ TEST(Parser, DeliversInItsOwnOrder) {
     EXPECT_EQ(callsOf(kHead + ")"), "setFederate(\"F\");\nsetFederateVersion(\"v1.3\");\n");
 }
 
-TEST(Parser, DeliversNothingOfAWrongText) {
+TEST(Parser, DeliversNothingOfATextWithErrors) {
     EXPECT_EQ(callsOf(kHead + "(objects (class A (attribute a reliable))))"),
               "line 2, column 40: expected an ordering, found \")\"");
     RtiFedParserCodegen printer;
@@ -92,7 +92,7 @@ TEST(Parser, LetsTheExceptionsOfCallbacksThrough) {
     EXPECT_THROW(RtiFedParser_Class_main(std::fopen(file.path().c_str(), "r"), &refusing), int);
 }
 
-TEST(Parser, TellsWhereAnArgumentStands) {
+TEST(Parser, GivesThePositionOfEachArgument) {
     struct Placing : RtiFedParserCodegen {
         explicit Placing(const RtiFedParser &of) : parser(of) {}
         void addObjectClassAttribute(std::string, std::string, std::string, std::string) override {
@@ -113,12 +113,12 @@ TEST(Parser, TellsWhereAnArgumentStands) {
 TEST(Parser, SaysWhatItExpectedAndFound) {
     forEachCase("errors.txt", [](std::string text, const std::string &expected) {
         EXPECT_EQ(errorsOf(text), expected);
-        std::replace(text.begin(), text.end(), '\n', '\r'); // ends a line too
+        std::replace(text.begin(), text.end(), '\n', '\r'); // a CR ends a line too
         EXPECT_EQ(errorsOf(text), expected);
     });
 }
 
-TEST(Parser, ShowsWhatItFoundFitForATerminal) {
+TEST(Parser, ShowsWhatItFoundSafelyForATerminal) {
     EXPECT_EQ(errorsOf(""), "1:1: expected \"(FED\", found the end of the file\n");
     EXPECT_EQ(errorsOf(kHead + "\t(objects\0))"s), "2:10: expected FED text, found a NUL byte\n");
     EXPECT_EQ(errorsOf("(\x1B[1m\x7F\xC2\x85\xE9 \xC3\xA9"),
@@ -126,7 +126,7 @@ TEST(Parser, ShowsWhatItFoundFitForATerminal) {
     EXPECT_EQ(RtiFedParser::printable(std::string(59, 'x') + "\xC3\xA9"), std::string(59, 'x') + "...");
     EXPECT_EQ(RtiFedParser::printable("\xF0\x9F\x9A\xA2\xE2\x82\xAC\xED\xA0\x80\xEF\xBB\xBF"),
               "\xF0\x9F\x9A\xA2\xE2\x82\xAC\\xed\\xa0\\x80\\xef\\xbb\\xbf");
-    // The first and last character of each length, and what stands right beside the ranges that are not shown.
+    // The first and last character of each length, and the neighbours of the ranges that are not shown.
     for (const char *shown : {" ", "~", "\xC2\xA0", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
                               "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF", "\xE2\x80\xA9", "\xE2\x80\xAF",
                               "\xE2\x81\xA5", "\xE2\x81\xAA", "\xEF\xBB\xBE"})
@@ -155,7 +155,7 @@ TEST(Parser, GivesOneErrorForATextCutAnywhere) {
 
 TEST(Parser, EndsATextAtItsFirstNulByte) {
     const std::string text = kHead + "(objects (class \"A b\" (attribute a reliable receive) ; x\n))(other (x y)))";
-    for (const char *rest : {"", ")", "(x"}) // as the parentheses then are: right, one too many, one too few
+    for (const char *rest : {"", ")", "(x"}) // the parentheses then balance, are one ")" too many, one too few
         for (std::uint32_t length = 0; length <= text.size(); ++length) {
             const std::string cut = text.substr(0, length) + "\0"s + text.substr(length) + rest;
             const RtiFedParser parser(cut);
@@ -197,7 +197,8 @@ TEST(Parser, IsBoundedOnHostileText) {
     }
     const RtiFedParser bounded(kHead + wrong + ")");
     ASSERT_EQ(bounded.numErrors(), kMaxErrors + 1);
-    EXPECT_EQ(bounded.error(kMaxErrors).text, "expected at most 100000 errors, found more; the rest of the text was not read");
+    EXPECT_EQ(bounded.error(kMaxErrors).text,
+              "expected at most 100000 errors, found more; the rest of the text was not read");
     EXPECT_EQ(countOf(kHead + strayQuotes + ")"), kMaxErrors + 1);
     for (int i = 0; i < 100000; ++i)
         classes += "(class c ";
@@ -217,7 +218,7 @@ TEST(Parser, IsBoundedOnHostileText) {
 }
 
 TEST(Parser, CountsLinesAndColumns) {
-    // LF, CR LF and CR each end a line once; a tab is one column; a mark in front is none.
+    // LF, CR LF and CR each end a line once; a tab is one column; a leading byte order mark is none.
     EXPECT_EQ(errorsOf("\xEF\xBB\xBF(fad"), "1:2: expected \"(FED\", found \"fad\"\n");
     EXPECT_EQ(errorsOf("\r\n\r\n\n\r\r\t\xC3\xA9 ("), "6:2: expected \"(FED\", found \"\xC3\xA9\"\n");
     EXPECT_EQ(errorsOf(std::string(10000, '\n') + std::string(9000, ' ') + "x"),
