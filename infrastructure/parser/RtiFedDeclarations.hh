@@ -39,7 +39,14 @@ struct RtiFedDeclarations {
         std::vector<Class> classes;
         std::vector<Member> members;
 
-        void addMember(std::uint32_t classIndex, const RtiFedArguments &arguments);
+        void addMember(std::uint32_t classIndex, const RtiFedArguments &arguments) {
+            const auto index = static_cast<std::uint32_t>(members.size());
+            members.push_back({arguments, kNone});
+            Class &owner = classes[classIndex];
+            (owner.firstMember == kNone ? owner.firstMember : members[owner.lastMember].next) = index;
+            owner.lastMember = index;
+            ++owner.numMembers;
+        }
     };
 
     /// Adds anything but a class; kinds that declare nothing are ignored. `owner` is the index of a member's class.
