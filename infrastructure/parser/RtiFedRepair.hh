@@ -4,18 +4,18 @@
 
 #include <optional>
 
-/// Decides which repairs of its parentheses a damaged text allows.
+/// Decides which parentheses of a damaged text may be taken as missing or superfluous.
 ///
-/// A parenthesis too few or too many moves all later clauses to another level, and read literally nearly each of them
-/// would be an error. So the reader repairs: where the grammar does not allow the next token, it goes on as if one
-/// parenthesis were inserted or dropped. This class says which of the four repairs are left. If the text as a whole has
-/// more "(" than ")", inserting a ")" and dropping a "(" bring it closer to balance; if it has more ")", dropping a ")"
-/// and inserting a "(" do. Once the text is balanced nothing more is repaired.
+/// A missing or superfluous parenthesis moves all later clauses to another level; read literally, nearly every one of
+/// them would be an error. So the reader repairs: where the grammar does not allow the next token, it continues as if a
+/// parenthesis were inserted or dropped there. This class says which repairs are left. If the text as a whole has too
+/// few ")", inserting a ")" and dropping a "(" bring it closer to balance; if it has too many, dropping a ")" and
+/// inserting a "(" do. Once the repairs have balanced the text, the rest is read literally.
 ///
-/// This is safe because a repair is made only after an error, which is reported, so a correct text is read literally;
-/// and because the repairs together are never more than the whole text calls for, so the FED clause still ends where
-/// the text does. It gives up on mistakes that cancel out, such as a missing ")" and later a superfluous one: the text
-/// is balanced then. The grammar may also notice a mistake later than where it was made; the indentation, which
+/// This is safe because a repair is made only where an error is reported, so a correct text is never changed; and
+/// because there are never more repairs than the whole text needs, so one mistake cannot cause an unlimited number of
+/// them. It gives up on mistakes that cancel out, such as a missing ")" and later a superfluous one, since such a text
+/// is balanced. And the grammar may notice a mistake much later than where it was made; the indentation, which
 /// RtiFedBalance compares with the parentheses, then shows the likely place in the message.
 class RtiFedRepair {
 public:
