@@ -2,6 +2,8 @@
 
 samples.py program DOCUMENT                    prints the C++ samples, in order; together they are one program
 samples.py copies DOCUMENT FOLDER              fails unless each C++ and CMake sample is an excerpt of a file in FOLDER
+samples.py headers DOCUMENT FOLDER FED          fails unless the document's table of headers lists the headers in FOLDER, and
+                                               each name in it is declared there and used in the folder FED
 samples.py session DOCUMENT PROGRAM EXAMPLES   runs the commands of the console samples and compares what they print
 """
 
@@ -32,6 +34,24 @@ def copies(document, folder):
         sys.exit("not in " + folder + ":\n" + "\n".join(missing))
 
 
+def headers(document, folder, fed):
+    table = re.search(r"^\| header \|.*?\n\n", pathlib.Path(document).read_text(), re.M | re.S).group()
+    uses = "".join(path.read_text() for path in pathlib.Path(fed).rglob("*.??"))
+    listed, wrong = set(), []
+    for header, names in re.findall(r"^\| (?:`(\w+\.hh)`)? *\| (.*?) \|", table, re.M):
+        if header:
+            listed.add(header)
+            declared = (pathlib.Path(folder) / header).read_text()
+        for name in re.findall(r"\w+", " ".join(re.findall(r"`(.*?)`", names))):
+            if not re.search(rf"\b{name}\b", declared):
+                wrong.append(f"{name} is not declared in {header}")
+            if not re.search(rf"\b{name}\b", uses):
+                wrong.append(f"{name} is not used in {fed}")
+    wrong += [f"{path.name} is not listed" for path in pathlib.Path(folder).glob("*.hh") if path.name not in listed]
+    if wrong:
+        sys.exit("\n".join(wrong))
+
+
 def session(document, rtifed, examples):
     shown = "".join(samples(document, ["console"]))
     printed = ""
@@ -48,4 +68,4 @@ def session(document, rtifed, examples):
         sys.exit("\n".join(difflib.unified_diff(shown.splitlines(), printed.splitlines(), document, "printed", lineterm="")))
 
 
-{"program": program, "copies": copies, "session": session}[sys.argv[1]](*sys.argv[2:])
+{"program": program, "copies": copies, "headers": headers, "session": session}[sys.argv[1]](*sys.argv[2:])
