@@ -1,7 +1,7 @@
 // Two FED texts separated by a NUL byte: compares their models.
 
 #include "fuzz/Fuzz.hh"
-#include "tool/Comparison.hh"
+#include "tool/model/Comparison.hh"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
 #include "fuzz/Fuzz.hh"
 #include "infrastructure/RtiFedParser.hh"
-#include "tool/Checker.hh"
-#include "tool/Warnings.hh"
+#include "tool/check/Checker.hh"
+#include "tool/check/Warnings.hh"
 
 namespace {
 

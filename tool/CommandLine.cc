@@ -1,6 +1,6 @@
 #include "tool/CommandLine.hh"
 
-#include "tool/Suggestion.hh"
+#include "tool/check/Suggestion.hh"
 
 #include <CLI/CLI.hpp>
 

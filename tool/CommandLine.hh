@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tool/Console.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/Console.hh"
 
 #include <CLI/App.hpp>
 

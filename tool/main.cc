@@ -1,8 +1,8 @@
 #include "infrastructure/RTI.hh"
 #include "tool/CommandLine.hh"
-#include "tool/Input.hh"
-#include "tool/Terminal.hh"
-#include "tool/TerminalBuffer.hh"
+#include "tool/console/Terminal.hh"
+#include "tool/console/TerminalBuffer.hh"
+#include "tool/model/Input.hh"
 
 #include <cerrno>
 #include <csignal>

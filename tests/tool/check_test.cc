@@ -1,7 +1,7 @@
 #include "tests/Support.hh"
-#include "tool/Checker.hh"
-#include "tool/Excerpt.hh"
-#include "tool/Model.hh"
+#include "tool/check/Checker.hh"
+#include "tool/model/Model.hh"
+#include "tool/report/Excerpt.hh"
 
 #include <nlohmann/json.hpp>
 

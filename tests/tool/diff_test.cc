@@ -1,7 +1,7 @@
 #include "infrastructure/RtiStringUtility.hh"
 #include "tests/Support.hh"
-#include "tool/Comparison.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/model/Comparison.hh"
 
 #include <functional>
 #include <list>

@@ -1,5 +1,5 @@
 #include "tests/Support.hh"
-#include "tool/Outline.hh"
+#include "tool/model/Outline.hh"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "tool/Checker.hh"
-#include "tool/Model.hh"
-#include "tool/Names.hh"
-#include "tool/TextReport.hh"
+#include "tool/check/Checker.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/model/Model.hh"
+#include "tool/model/Names.hh"
+#include "tool/report/TextReport.hh"
 
 namespace {
 

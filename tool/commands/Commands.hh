@@ -1,10 +1,10 @@
 #pragma once
 
-#include "tool/Comparison.hh"
-#include "tool/Console.hh"
-#include "tool/Input.hh"
-#include "tool/Model.hh"
-#include "tool/Report.hh"
+#include "tool/console/Console.hh"
+#include "tool/model/Comparison.hh"
+#include "tool/model/Input.hh"
+#include "tool/model/Model.hh"
+#include "tool/report/Report.hh"
 
 #include <algorithm>
 #include <new>

@@ -1,10 +1,10 @@
 #include "infrastructure/RTI.hh"
 #include "infrastructure/RtiFedParser.hh"
-#include "tool/ChangeGroup.hh"
-#include "tool/Comparison.hh"
-#include "tool/Json.hh"
-#include "tool/TerminalBuffer.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/Json.hh"
+#include "tool/console/TerminalBuffer.hh"
+#include "tool/model/Comparison.hh"
+#include "tool/report/ChangeGroup.hh"
 
 #include <algorithm>
 #include <utility>

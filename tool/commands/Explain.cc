@@ -1,5 +1,5 @@
-#include "tool/Rule.hh"
-#include "tool/Suggestion.hh"
+#include "tool/check/Rule.hh"
+#include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
 
 #include <sstream>

@@ -1,9 +1,9 @@
 #include "fed/storage/RtiFedName.hh"
-#include "tool/Line.hh"
-#include "tool/Names.hh"
-#include "tool/Outline.hh"
-#include "tool/Suggestion.hh"
+#include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/Line.hh"
+#include "tool/model/Names.hh"
+#include "tool/model/Outline.hh"
 
 #include <unordered_set>
 

@@ -1,9 +1,9 @@
 #include "fed/RtiFedDatabase.hh"
-#include "tool/Fingerprint.hh"
-#include "tool/JsonWriter.hh"
-#include "tool/Model.hh"
-#include "tool/Outline.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/JsonWriter.hh"
+#include "tool/model/Fingerprint.hh"
+#include "tool/model/Model.hh"
+#include "tool/model/Outline.hh"
 
 #include <nlohmann/json.hpp>
 

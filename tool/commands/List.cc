@@ -1,5 +1,5 @@
-#include "tool/Model.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/model/Model.hh"
 
 #include <sstream>
 

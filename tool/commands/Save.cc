@@ -1,6 +1,6 @@
-#include "tool/Model.hh"
-#include "tool/OutputFile.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/OutputFile.hh"
+#include "tool/model/Model.hh"
 
 #include <cerrno>
 #include <cstdio>

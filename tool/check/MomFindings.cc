@@ -1,0 +1,158 @@
+#include "tool/check/MomFindings.hh"
+
+#include "fed/storage/RtiFedName.hh"
+#include "tool/check/Checker.hh"
+#include "tool/check/Suggestion.hh"
+#include "tool/model/ClassTrees.hh"
+#include "tool/model/Names.hh"
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+using Requirements = std::vector<RtiFedDatabaseMomVerifier::Requirement>;
+using NamesByClass = std::map<std::string, std::vector<std::string>>;
+
+std::string join(const std::vector<std::string> &names) {
+    std::string joined;
+    for (const std::string &name : names)
+        joined += (joined.empty() ? "" : ", ") + name;
+    return joined;
+}
+
+/// The dotted name of the class around, empty for one directly below the root.
+std::string ownerOf(const std::string &className) {
+    const auto dot = className.rfind('.');
+    return dot == std::string::npos ? "" : className.substr(0, dot);
+}
+
+/// The names of classes by the class around.
+NamesByClass classesByOwner(const Requirements &requirements) {
+    NamesByClass names;
+    for (const auto &required : requirements)
+        if (required.classMissing)
+            names[ownerOf(required.className)].emplace_back(lastComponent(required.className));
+    return names;
+}
+
+/// The names of members by their class, as far as that is there.
+NamesByClass membersByClass(const Requirements &requirements) {
+    NamesByClass names;
+    for (const auto &required : requirements)
+        if (!required.classMissing)
+            names[required.className] = required.members;
+    return names;
+}
+
+/// Finds what is missing of one tree, and adds it to the finding about the whole.
+template <class Tree>
+class MomCheck {
+public:
+    MomCheck(const Checker &text, const std::function<bool(std::string_view)> &mayStand)
+        : _text(text), _missing(Tree::missing(text.database())) {
+        for (auto &required : _missing) {
+            required.classMissing = required.classMissing && !mayStand(lastComponent(required.className));
+            auto &members = required.members;
+            members.erase(std::remove_if(members.begin(), members.end(), mayStand), members.end());
+        }
+    }
+
+    /// Adds a line for each class of which something is missing, and returns how many names are.
+    std::size_t describe(Finding &finding) const {
+        std::size_t count = 0;
+        const bool allMissing =
+            !_missing.empty() && _missing.front().classMissing && _missing.front().className == "Manager";
+        if (allMissing)
+            finding.details.push_back(std::string("the ") + Tree::kind + " Manager with all that stands in it");
+        for (const auto &[className, classMissing, members] : _missing) {
+            count += members.size() + (classMissing ? 1 : 0);
+            if (allMissing)
+                continue;
+            const std::string memberNoun = std::string(Tree::member) + (members.size() == 1 ? " " : "s ");
+            if (classMissing)
+                finding.details.push_back(std::string("the ") + Tree::kind + " " + className +
+                                          (members.empty() ? "" : " with the " + memberNoun + join(members)));
+            else if (!members.empty())
+                finding.details.push_back("the " + memberNoun + join(members) + " of the " + Tree::kind + " " +
+                                          className);
+        }
+        return count;
+    }
+
+    /// Notes what stands where something is missing and is called nearly so.
+    void addLikely(Finding &finding) const {
+        const Requirements all = Tree::missing(RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)));
+        const NamesByClass classes = classesByOwner(all);
+        for (auto &[owner, missing] : classesByOwner(_missing))
+            if (const auto *node = Tree::find(_text.database(), owner.empty() ? Tree::root : owner))
+                for (const auto &handle : node->getChildrenClasses())
+                    noteIfNear(*_text.database().find(handle), classes.at(owner), missing, finding);
+        for (auto &[className, missing] : membersByClass(_missing)) {
+            const auto required = std::find_if(all.begin(), all.end(),
+                                               [&name = className](const auto &r) { return r.className == name; });
+            if (const auto *node = Tree::find(_text.database(), className))
+                for (const auto &member : node->members())
+                    noteIfNear(member, required->members, missing, finding);
+        }
+    }
+
+private:
+    template <class Record>
+    void noteIfNear(const Record &record, const std::vector<std::string> &required, std::vector<std::string> &missing,
+                    Finding &finding) const {
+        const std::string name(lastComponent(record.getName()));
+        const auto place = _text.span(&record);
+        const auto isIt = [&name](const std::string &other) { return RtiFedName::equal(name, other); };
+        if (missing.empty() || !place || std::any_of(required.begin(), required.end(), isIt))
+            return;
+        const std::string meant = suggestionFor(name, missing);
+        if (meant.empty())
+            return;
+        finding.notes.push_back({*place, quoted(name) + " stands here" + didYouMean(meant)});
+        finding.fix.push_back({*place, meant});
+        missing.erase(std::find(missing.begin(), missing.end(), meant));
+    }
+
+    const Checker &_text;
+    Requirements _missing;
+};
+
+std::optional<Finding> missing(const Checker &text, const std::function<bool(std::string_view)> &mayStand) {
+    const MomCheck<Objects> objects(text, mayStand);
+    const MomCheck<Interactions> interactions(text, mayStand);
+    Finding finding{&ruleOf(RuleId::momIncomplete), text.parser().span(), {}, {}, {}, {}};
+    const std::size_t count = objects.describe(finding) + interactions.describe(finding);
+    if (count <= text.parser().numLostNames()) // those may be the missing
+        return {};
+    finding.text = "the Management Object Model (MOM) is incomplete, " + std::to_string(count) +
+                   (count == 1 ? " name is missing:" : " names are missing:");
+    objects.addLikely(finding);
+    interactions.addLikely(finding);
+    return finding;
+}
+
+/// The MOM is found without its root, but the database gives it its space by its full name.
+template <class Tree>
+std::optional<Finding> misplaced(const Checker &text) {
+    const auto *manager = Tree::find(text.database(), "Manager");
+    if (!manager || Tree::find(text.database(), std::string(Tree::root) + ".Manager"))
+        return {};
+    return Finding{&ruleOf(RuleId::momMisplaced),
+                   text.span(manager),
+                   std::string("the ") + Tree::kind + " \"Manager\" of the MOM stands alone, expected it in \"" +
+                       Tree::root + "\"",
+                   {},
+                   {},
+                   {}};
+}
+
+} // namespace
+
+std::vector<Finding> momFindings(const Checker &text, const std::function<bool(std::string_view)> &mayStand) {
+    std::vector<Finding> findings;
+    for (auto &finding : {missing(text, mayStand), misplaced<Objects>(text), misplaced<Interactions>(text)})
+        if (finding)
+            findings.push_back(*finding);
+    return findings;
+}

@@ -1,0 +1,70 @@
+#include "tool/check/Suggestion.hh"
+
+#include "infrastructure/RtiFedParser.hh"
+#include "infrastructure/RtiStringUtility.hh"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t kLongest = 64; // of the words that are compared: each costs their product
+constexpr std::size_t kMost = 1000;  // of the candidates that one word is compared with
+
+/// A word without what some people write into names and others do not.
+std::string skeletonOf(std::string_view word) {
+    std::string letters;
+    for (const char c : word)
+        if (c != '_' && c != '-' && c != ' ')
+            letters += static_cast<char>(RtiStringUtility::toupper(c));
+    return letters.compare(0, 3, "HLA") == 0 ? letters.substr(3) : letters;
+}
+
+/// How many letters must be inserted, left out, replaced or swapped with the next to make one word of the other.
+std::size_t distance(std::string_view a, std::string_view b) {
+    std::vector<std::size_t> twoAbove(b.size() + 1), above(b.size() + 1), row(b.size() + 1);
+    for (std::size_t j = 0; j <= b.size(); ++j)
+        row[j] = j;
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        twoAbove.swap(above);
+        above.swap(row);
+        row[0] = i;
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            row[j] = std::min({above[j] + 1, row[j - 1] + 1, above[j - 1] + (a[i - 1] != b[j - 1] ? 1 : 0)});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
+                row[j] = std::min(row[j], twoAbove[j - 2] + 1);
+        }
+    }
+    return row[b.size()];
+}
+
+} // namespace
+
+std::string suggestionFor(std::string_view word, const std::vector<std::string> &candidates) {
+    if (word.size() > kLongest || candidates.size() > kMost)
+        return {};
+    const std::string meant = skeletonOf(word);
+    const std::string *nearest = nullptr;
+    std::size_t least = std::max<std::size_t>(1, meant.size() / 3) + 1; // of many letters, more may be wrong
+    for (const std::string &candidate : candidates) {
+        if (candidate.size() > kLongest)
+            continue;
+        const std::string skeleton = skeletonOf(candidate);
+        if (std::max(meant.size(), skeleton.size()) - std::min(meant.size(), skeleton.size()) >= least)
+            continue;
+        const std::size_t d = distance(meant, skeleton);
+        if (d < least && d < skeleton.size()) {
+            least = d;
+            nearest = &candidate;
+        }
+    }
+    return nearest ? *nearest : "";
+}
+
+std::string didYouMean(const std::string &suggestion) {
+    return suggestion.empty() ? "" : "; did you mean \"" + RtiFedParser::printable(suggestion) + "\"?";
+}
+
+std::string asWord(std::string_view name) {
+    const bool plain = !name.empty() && name.find_first_of(" \t\v\f();") == std::string_view::npos;
+    return plain ? std::string(name) : '"' + std::string(name) + '"';
+}

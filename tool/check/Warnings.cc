@@ -1,0 +1,252 @@
+#include "tool/check/Warnings.hh"
+
+#include "fed/storage/RtiFedName.hh"
+#include "infrastructure/RtiFedLimits.hh"
+#include "infrastructure/RtiStringUtility.hh"
+#include "tool/check/Suggestion.hh"
+#include "tool/model/ClassTrees.hh"
+#include "tool/model/Names.hh"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <unordered_map>
+
+namespace {
+
+/// Where a name is declared. Names compare in any letter case, by an order that means nothing else.
+struct Place {
+    RtiFedName name;
+    RtiFedSpan span;
+
+    bool operator<(const Place &other) const {
+        if (name.hash() != other.name.hash())
+            return name.hash() < other.name.hash();
+        return !RtiFedName::equal(name.text(), other.name.text()) &&
+               RtiStringUtility::toupper(name.text()) < RtiStringUtility::toupper(other.name.text());
+    }
+};
+
+/// One name of a text as its places spell it.
+class Spellings {
+public:
+    struct Spelling {
+        std::string_view name;
+        RtiFedSpan first; ///< Its first place.
+        std::size_t count;
+    };
+
+    void add(const Place &place) {
+        const auto known = std::find_if(_spellings.begin(), _spellings.end(), [&place](const Spelling &spelling) {
+            return spelling.name == place.name.text();
+        });
+        if (known == _spellings.end()) {
+            if (_spellings.size() < kMost)
+                _spellings.push_back({place.name.text(), place.span, 1});
+            return;
+        }
+        ++known->count;
+        if (place.span.begin < known->first.begin)
+            known->first = place.span;
+    }
+
+    /// Calls `visit` with each odd spelling and the usual one: that of most places, of two the earlier.
+    template <class Visit>
+    void forEachOdd(Visit visit) const {
+        const auto isLess = [](const Spelling &a, const Spelling &b) {
+            return a.count != b.count ? a.count < b.count : a.first.begin > b.first.begin;
+        };
+        const auto usual = std::max_element(_spellings.begin(), _spellings.end(), isLess);
+        for (const Spelling &spelling : _spellings)
+            if (&spelling != &*usual)
+                visit(spelling, *usual);
+    }
+
+private:
+    static constexpr std::size_t kMost = 16; // a name has many letter cases, and each place is compared with all
+
+    std::vector<Spelling> _spellings;
+};
+
+/// Makes the warnings of one text.
+class Warner {
+public:
+    explicit Warner(const Checker &text)
+        : _text(text), _database(text.database()),
+          _allNamesKnown(!text.finds(RuleId::unknownSpace) && !text.finds(RuleId::shiftedWords) &&
+                         !text.finds(RuleId::swappedWords)) {}
+
+    std::vector<Finding> run() {
+        forEachWithSpace([this](const void *, RtiSpaceHandle used) { _usedSpaces.insert(used); });
+        for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet())
+            warnOfSpace(*_database.find(handle));
+        warnOfSpaceReferences();
+        warnOfRoot<Objects>();
+        warnOfRoot<Interactions>();
+        warnOfPrivilege();
+        warnOfNames<Objects>();
+        warnOfNames<Interactions>();
+        std::stable_sort(_findings.begin(), _findings.end(),
+                         [](const Finding &a, const Finding &b) { return a.span->begin < b.span->begin; });
+        return std::move(_findings);
+    }
+
+private:
+    Finding &warn(RuleId rule, RtiFedSpan span, std::string text) {
+        Finding finding{&ruleOf(rule), span, std::move(text), {}, {}, {}};
+        if (_findings.size() < kMaxErrors)
+            return _findings.emplace_back(std::move(finding));
+        return _surplus = std::move(finding);
+    }
+
+    void warnOfSpace(const RtiFedSpace &space) {
+        const auto place = _text.span(&space);
+        if (!place) // that of the MOM, which the database adds
+            return;
+        const RtiFedSpace *found = _database.find(_database.getRoutingSpaceHandle(space.getName()));
+        if (found != &space)
+            return warnOfHidden(RuleId::repeatedSpace, "space", space, *found);
+        if (_allNamesKnown && _usedSpaces.count(space.getHandle()) == 0)
+            warn(RuleId::unusedSpace, *place,
+                 "nothing is in the space " + quoted(space.getName()) +
+                     ": no attribute and no interaction class names it");
+        if (space.getNumberOfDimensions() == 0)
+            warn(RuleId::spaceWithoutDimensions, *place, "the space " + quoted(space.getName()) + " has no dimensions");
+        std::unordered_map<std::string, const RtiFedDimension *> first;
+        for (unsigned long i = 0; i < space.getNumberOfDimensions(); ++i) {
+            const RtiFedDimension &dimension = *space.getDimension(i);
+            const auto [known, isNew] = first.emplace(RtiStringUtility::toupper(dimension.getName()), &dimension);
+            if (!isNew)
+                warnOfHidden(RuleId::hiddenDimension, "dimension", dimension, *known->second);
+        }
+    }
+
+    template <class Record>
+    void warnOfHidden(RuleId rule, const std::string &noun, const Record &record, const Record &found) {
+        warn(rule, *_text.span(&record),
+             "the " + noun + " " + quoted(record.getName()) +
+                 " is declared a second time, and can be found by its handle only")
+            .notes.push_back({*_text.span(&found), "the first, which is found by the name, stands here"});
+    }
+
+    /// Calls `visit` with the record and the space of each attribute and interaction class.
+    template <class Visit>
+    void forEachWithSpace(Visit visit) const {
+        for (const RtiObjectClassHandle &handle : _database.getObjectClassHandleSet())
+            for (const RtiFedAttribute &attribute : _database.find(handle)->members())
+                visit(&attribute, attribute.getSpace());
+        for (const RtiInteractionClassHandle &handle : _database.getInteractionClassHandleSet())
+            visit(_database.find(handle), _database.find(handle)->getDefaultSpace());
+    }
+
+    /// A space that is named otherwise than it is declared: each spelling once. What is declared a second time in
+    /// another spelling was found already.
+    void warnOfSpaceReferences() {
+        std::set<std::string> declared;
+        for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet())
+            declared.insert(_database.find(handle)->getName());
+        std::map<std::string, std::pair<RtiFedSpan, const RtiFedSpace *>> odd; // by spelling
+        forEachWithSpace([&](const void *record, RtiSpaceHandle handle) {
+            const RtiFedSpace *space = _database.find(handle);
+            const auto place = space ? _text.span(record, 3) : std::nullopt;
+            if (!place || !_text.span(space))
+                return;
+            const std::string written = _text.written(record, 3);
+            if (declared.count(written) > 0)
+                return;
+            const auto [known, isNew] = odd.emplace(written, std::pair(*place, space));
+            if (!isNew && place->begin < known->second.first.begin)
+                known->second.first = *place;
+        });
+        for (const auto &[written, reference] : odd)
+            warnOfCase("space", written, reference.first, reference.second->getName(), *_text.span(reference.second),
+                       "declared");
+    }
+
+    void warnOfCase(const std::string &noun, std::string_view odd, RtiFedSpan place, std::string_view usual,
+                    RtiFedSpan usualPlace, const std::string &how) {
+        Finding &finding =
+            warn(RuleId::letterCase, place, "the " + noun + " " + quoted(odd) + " is " + how + " as " + quoted(usual));
+        finding.notes.push_back({usualPlace, quoted(usual) + " stands here"});
+        finding.fix.push_back({place, asWord(usual)});
+    }
+
+    template <class Tree>
+    void warnOfRoot() {
+        const auto *root = Tree::find(_database, Tree::root);
+        if (!root || !_text.span(root) || Tree::find(_database, std::string(Tree::root) + ".RTIprivate"))
+            return;
+        Finding &finding = warn(RuleId::noRtiPrivate, *_text.span(root),
+                                std::string("\"") + Tree::root + "\" has no class \"RTIprivate\"");
+        for (const auto &handle : root->getChildrenClasses())
+            if (noteIfNear(finding, *_database.find(handle), "RTIprivate"))
+                return;
+    }
+
+    void warnOfPrivilege() {
+        const auto *root = Objects::find(_database, Objects::root);
+        if (!root || !_text.span(root) || root->attributeExists("privilegeToDelete"))
+            return;
+        Finding &finding = warn(RuleId::noPrivilegeToDelete, *_text.span(root),
+                                "\"ObjectRoot\" has no attribute \"privilegeToDelete\"");
+        for (const RtiFedAttribute &attribute : root->members())
+            if (noteIfNear(finding, attribute, "privilegeToDelete"))
+                return;
+    }
+
+    template <class Record>
+    bool noteIfNear(Finding &finding, const Record &record, const std::string &missing) const {
+        const std::string name(lastComponent(record.getName()));
+        const auto place = _text.span(&record);
+        if (!place || suggestionFor(name, {missing}).empty())
+            return false;
+        finding.notes.push_back({*place, quoted(name) + " stands here" + didYouMean(missing)});
+        finding.fix.push_back({*place, missing});
+        return true;
+    }
+
+    template <class Tree>
+    void warnOfNames() {
+        std::vector<Place> classes, members;
+        for (const auto &handle : Tree::handles(_database)) {
+            const auto &node = *_database.find(handle);
+            add(classes, node, lastComponent(node.getName()));
+            for (const auto &member : node.members())
+                add(members, member, member.getName());
+        }
+        warnOfSpellings(classes, Tree::kind);
+        warnOfSpellings(members, Tree::member);
+    }
+
+    template <class Record>
+    void add(std::vector<Place> &places, const Record &record, std::string_view name) const {
+        if (const auto place = _text.span(&record))
+            places.push_back({name, *place});
+    }
+
+    void warnOfSpellings(std::vector<Place> &places, const std::string &noun) {
+        std::sort(places.begin(), places.end());
+        for (auto begin = places.begin(); begin != places.end();) {
+            const auto end = std::find_if(begin, places.end(), [begin](const Place &place) { return *begin < place; });
+            Spellings spellings;
+            for (; begin != end; ++begin)
+                spellings.add(*begin);
+            spellings.forEachOdd([&, this](const Spellings::Spelling &odd, const Spellings::Spelling &usual) {
+                warnOfCase(noun, odd.name, odd.first, usual.name, usual.first, "spelt elsewhere");
+            });
+        }
+    }
+
+    const Checker &_text;
+    const RtiFedDatabase &_database;
+    const bool _allNamesKnown; // else what was not understood may be the name of a space
+    std::set<RtiSpaceHandle> _usedSpaces;
+    std::vector<Finding> _findings;
+    Finding _surplus{}; // the last of those that are not kept
+};
+
+} // namespace
+
+std::vector<Finding> warningsOf(const Checker &text) {
+    return text.parser().numErrors() > 0 ? std::vector<Finding>() : Warner(text).run();
+}

@@ -1,0 +1,96 @@
+#include "tool/console/OutputFile.hh"
+
+#include "tool/model/Input.hh"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// The file that a symbolic link leads to: a rename would put the new file in the place of the link.
+std::string behindLinks(const std::string &fileName) {
+    std::error_code error;
+    if (!std::filesystem::is_symlink(fileName, error))
+        return fileName;
+    std::string target = std::filesystem::canonical(fileName, error);
+    if (error)
+        throw CannotWork(fileName + ": " + error.message());
+    return target;
+}
+
+/// A file descriptor that is closed, and a file that is removed, unless all went well.
+class Draft {
+public:
+    explicit Draft(const std::string &fileName) : _fileName(fileName) {
+        struct stat status {};
+        const bool exists = stat(fileName.c_str(), &status) == 0;
+        if (exists && !S_ISREG(status.st_mode)) {
+            _file = open(fileName.c_str(), O_WRONLY | O_CLOEXEC);
+        } else {
+            const mode_t mask = umask(0);
+            umask(mask);
+            _mode = exists ? status.st_mode & 07777 : 0666 & ~mask;
+            _target = behindLinks(fileName);
+            _draftName = _target + ".XXXXXX";
+            _file = mkstemp(_draftName.data());
+        }
+        if (_file < 0)
+            fail();
+    }
+    ~Draft() {
+        const int error = errno;
+        if (_file >= 0)
+            close(_file);
+        if (_file >= 0 && !_draftName.empty())
+            unlink(_draftName.c_str());
+        errno = error;
+    }
+    Draft(const Draft &) = delete;
+    Draft &operator=(const Draft &) = delete;
+
+    void write(const char *bytes, std::size_t size) {
+        while (size > 0) {
+            const ssize_t written = ::write(_file, bytes, size);
+            if (written < 0 && errno == EINTR)
+                continue;
+            if (written < 0)
+                fail();
+            bytes += written;
+            size -= static_cast<std::size_t>(written);
+        }
+    }
+
+    void finish() {
+        if (!_draftName.empty() &&
+            (fchmod(_file, _mode) != 0 || fsync(_file) != 0 || rename(_draftName.c_str(), _target.c_str()) != 0))
+            fail();
+        const int file = _file;
+        _file = -1;
+        if (close(file) != 0)
+            fail();
+    }
+
+private:
+    [[noreturn]] void fail() const {
+        const std::string reason = std::strerror(errno);
+        throw CannotWork(_fileName + ": " + reason);
+    }
+
+    std::string _fileName;
+    std::string _draftName, _target; // what is renamed to what; empty if the file is written in place
+    mode_t _mode = 0;                // that of the new file
+    int _file = -1;
+};
+
+} // namespace
+
+void writeFile(const std::string &fileName, const void *bytes, std::size_t size) {
+    Draft draft(fileName);
+    draft.write(static_cast<const char *>(bytes), size);
+    draft.finish();
+}

@@ -1,0 +1,51 @@
+#include "tool/console/TerminalBuffer.hh"
+
+#include "infrastructure/RtiFedParser.hh"
+
+#include <algorithm>
+
+TerminalBuffer::~TerminalBuffer() {
+    passLine();
+    _stream.rdbuf(_terminal);
+}
+
+void TerminalBuffer::putCode(std::string_view code) {
+    passLine();
+    _terminal->sputn(code.data(), static_cast<std::streamsize>(code.size()));
+}
+
+TerminalBuffer::int_type TerminalBuffer::overflow(int_type byte) {
+    if (traits_type::eq_int_type(byte, traits_type::eof()))
+        return traits_type::not_eof(byte);
+    _line += traits_type::to_char_type(byte);
+    return _line.back() != '\n' || passLine() ? byte : traits_type::eof();
+}
+
+int TerminalBuffer::sync() {
+    return passLine() && _terminal->pubsync() == 0 ? 0 : -1;
+}
+
+bool TerminalBuffer::passLine() {
+    std::string shown;
+    for (std::size_t at = 0; at < _line.size();) {
+        const std::string_view rest = std::string_view(_line).substr(at);
+        const bool blank = rest.front() == '\n' || rest.front() == '\t';
+        const std::size_t fit = blank ? 1 : RtiFedParser::printableSize(rest);
+        shown += fit > 0 ? std::string(rest.substr(0, fit)) : RtiFedParser::printable(rest.substr(0, 1));
+        at += std::max<std::size_t>(fit, 1);
+    }
+    _line.clear();
+    return _terminal->sputn(shown.data(), static_cast<std::streamsize>(shown.size())) ==
+           static_cast<std::streamsize>(shown.size());
+}
+
+std::ostream &operator<<(std::ostream &os, const Colored &colored) {
+    if (!colored.color)
+        return os << colored.text;
+    auto *terminal = dynamic_cast<TerminalBuffer *>(os.rdbuf());
+    const auto put = [&](const char *code) { terminal ? terminal->putCode(code) : void(os << code); };
+    put(colored.color);
+    os << colored.text;
+    put("\033[0m");
+    return os;
+}

@@ -1,0 +1,325 @@
+#include "tool/model/Comparison.hh"
+
+#include "fed/RtiFedDatabase.hh"
+#include "fed/storage/RtiFedNameMap.hh"
+#include "infrastructure/RtiStringUtility.hh"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace {
+
+using Element = Comparison::Element;
+using Change = Comparison::Change;
+
+bool equalInAnyCase(std::string_view a, std::string_view b) {
+    return a == b || RtiStringUtility::toupper(a) == RtiStringUtility::toupper(b);
+}
+
+Element elementOf(const Outline::Space &space) {
+    return {Element::Kind::space, {}, space.name, space.handle, nullptr, space.place};
+}
+
+Element elementOf(Element::Kind kind, const Outline::Class &node) {
+    const std::string_view name = node.name;
+    const std::size_t dot = node.parent == Outline::kNone ? std::string_view::npos : name.rfind('.');
+    const std::string_view owner = dot == std::string_view::npos ? std::string_view() : name.substr(0, dot);
+    return {kind, owner, name.substr(dot + 1), static_cast<long>(node.handle), &node.properties, node.place};
+}
+
+Element elementOf(Element::Kind kind, std::string_view owner, const Outline::Member &member) {
+    return {kind, owner, member.name, static_cast<long>(member.handle), &member.properties, member.place};
+}
+
+Element dimensionOf(const Outline::Space &space, const Outline::Member &dimension) {
+    return elementOf(Element::Kind::dimension, space.name, dimension);
+}
+
+/// The spaces by name, but for those that have the name of an earlier one: they are reached by their handles only, and
+/// are in no image.
+RtiFedNameMap<const Outline::Space *> namedSpaces(const Outline &outline) {
+    RtiFedNameMap<const Outline::Space *> spaces;
+    for (const Outline::Space &space : outline.spaces)
+        spaces.insert(space.name, &space);
+    return spaces;
+}
+
+/// The dimensions by name in upper case, and by how many of that name stand before.
+std::map<std::pair<std::string, std::size_t>, const Outline::Member *> namedDimensions(const Outline::Space &space) {
+    std::map<std::pair<std::string, std::size_t>, const Outline::Member *> dimensions;
+    std::map<std::string, std::size_t> number;
+    for (const Outline::Member &dimension : space.dimensions) {
+        const std::string name = RtiStringUtility::toupper(dimension.name);
+        dimensions[{name, number[name]++}] = &dimension;
+    }
+    return dimensions;
+}
+
+} // namespace
+
+/// The classes of one kind, with look-ups as the library has them.
+struct Comparison::Tree {
+    ClassKinds kinds;
+    const std::vector<Outline::Class> &classes;
+    RtiFedNameMap<const Outline::Class *> byName;
+    std::vector<RtiFedNameMap<const Outline::Member *>> members; // of each class, those it declares
+
+    Tree(ClassKinds ofTree, const std::vector<Outline::Class> &all) : kinds(ofTree), classes(all), members(all.size()) {
+        byName.reserve(all.size());
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            byName.insert(all[i].name, &all[i]);
+            for (const Outline::Member &member : all[i].members)
+                members[i].insert(member.name, &member);
+        }
+    }
+
+    const Outline::Class *find(const Outline::Class &other) const { return byName.find(other.name); }
+
+    const Outline::Class *parentOf(const Outline::Class &node) const {
+        return node.parent == Outline::kNone ? nullptr : &classes[node.parent];
+    }
+
+    /// The member of that name which the class has or inherits, and the class that declares it; both null if there is
+    /// none. The class may be null.
+    std::pair<const Outline::Class *, const Outline::Member *> findMember(const Outline::Class *node,
+                                                                          std::string_view memberName) const {
+        const RtiFedName name = memberName;
+        for (; node; node = parentOf(*node))
+            if (const auto *member = members[static_cast<std::size_t>(node - classes.data())].find(name))
+                return {node, member};
+        return {};
+    }
+
+    Element element(const Outline::Class &node) const { return elementOf(kinds.ofClass, node); }
+    Element element(const Outline::Class &node, const Outline::Member &member) const {
+        return elementOf(kinds.ofMember, node.name, member);
+    }
+
+    /// All members of a class, and all classes below it with theirs, but for classes that the other tree has.
+    void collect(const Outline::Class &node, const Tree &other, std::vector<Element> &contents) const {
+        for (const Outline::Member &member : node.members)
+            contents.push_back(element(node, member));
+        for (const std::size_t child : node.children)
+            if (!other.find(classes[child])) {
+                contents.push_back(element(classes[child]));
+                collect(classes[child], other, contents);
+            }
+    }
+};
+
+Comparison::Comparison(const Outline &before, const Outline &after, bool sameBytes)
+    : _sameBytes(sameBytes), _handlesCompared(before.loads && after.loads) {
+    const Element federation{Element::Kind::federation, {}, before.federation};
+    const Element newFederation{Element::Kind::federation, {}, after.federation};
+    if (before.loads && !after.loads)
+        change(Change::Kind::refused, federation, newFederation);
+    if (!sameBytes && (!before.complete || !after.complete))
+        change(Change::Kind::unclear, federation, newFederation);
+    compareElements(federation, newFederation);
+    compareElements({Element::Kind::version, {}, before.version}, {Element::Kind::version, {}, after.version});
+    compareSpaces(before, after);
+    const ClassKinds objects{Element::Kind::objectClass, Element::Kind::attribute};
+    compareClasses(Tree(objects, before.objects), Tree(objects, after.objects));
+    const ClassKinds interactions{Element::Kind::interactionClass, Element::Kind::parameter};
+    compareClasses(Tree(interactions, before.interactions), Tree(interactions, after.interactions));
+}
+
+std::string Comparison::Element::fullName() const {
+    return std::string(owner) + (owner.empty() ? "" : ".") + std::string(name);
+}
+
+const Comparison::Element &Comparison::Change::element() const {
+    return !after || (before && before->owner.size() > after->owner.size()) ? *before : *after;
+}
+
+std::string Comparison::Change::value(const Element &of) const {
+    switch (kind) {
+    case Kind::renamed:
+        return std::string(of.name);
+    case Kind::movedUp:
+    case Kind::superclass:
+        return std::string(of.owner);
+    case Kind::transportation:
+        return of.properties->transportation;
+    case Kind::ordering:
+        return of.properties->ordering;
+    case Kind::space:
+        return of.properties->space;
+    case Kind::renumbered:
+    case Kind::reordered:
+        return std::to_string(of.handle);
+    case Kind::added:
+    case Kind::removed:
+    case Kind::refused:
+    case Kind::unclear:
+        break;
+    }
+    return {};
+}
+
+const char *Comparison::nameOf(Verdict verdict) {
+    constexpr const char *kNames[] = {"identical", "same", "relabelled", "renumbered", "additions", "incompatible"};
+    return kNames[static_cast<std::size_t>(verdict)];
+}
+
+const char *Comparison::nameOf(Element::Kind kind) {
+    constexpr const char *kNames[] = {"federation", "version",           "space",    "dimension", "object class",
+                                      "attribute",  "interaction class", "parameter"};
+    return kNames[static_cast<std::size_t>(kind)];
+}
+
+const char *Comparison::nameOf(Change::Kind kind) {
+    constexpr const char *kNames[] = {"renamed",        "renumbered", "added", "moved up",  "removed", "superclass",
+                                      "transportation", "ordering",   "space", "reordered", "refused", "unclear"};
+    return kNames[static_cast<std::size_t>(kind)];
+}
+
+Comparison::Verdict Comparison::meaning(Change::Kind kind) {
+    switch (kind) {
+    case Change::Kind::renamed:
+        return Verdict::relabelled;
+    case Change::Kind::renumbered:
+        return Verdict::renumbered;
+    case Change::Kind::added:
+    case Change::Kind::movedUp:
+        return Verdict::additions;
+    default:
+        return Verdict::incompatible;
+    }
+}
+
+Comparison::Verdict Comparison::verdict() const {
+    Verdict verdict = _sameBytes ? Verdict::identical : Verdict::same;
+    for (const Change &change : _changes)
+        verdict = std::max(verdict, meaning(change.kind));
+    return verdict;
+}
+
+void Comparison::compareSpaces(const Outline &before, const Outline &after) {
+    const auto spacesBefore = namedSpaces(before), spacesAfter = namedSpaces(after);
+    const auto changeAll = [this](Change::Kind kind, const Outline &outline, const auto &own, const auto &others) {
+        for (const Outline::Space &space : outline.spaces) {
+            if (own.find(space.name) != &space || others.find(space.name))
+                continue;
+            // What the database adds itself is missing only because something of the MOM is.
+            if (!_handlesCompared && !space.place && space.name == RtiFedDatabase::_momDefaultSpace)
+                continue;
+            const Element element = elementOf(space);
+            kind == Change::Kind::added ? change(kind, {}, element) : change(kind, element, {});
+            for (const Outline::Member &dimension : space.dimensions)
+                _changes.back().contents.push_back(dimensionOf(space, dimension));
+        }
+    };
+    changeAll(Change::Kind::removed, before, spacesBefore, spacesAfter);
+    for (const Outline::Space &space : before.spaces) {
+        const Outline::Space *match = spacesAfter.find(space.name);
+        if (!match || spacesBefore.find(space.name) != &space)
+            continue;
+        compareElements(elementOf(space), elementOf(*match));
+        compareDimensions(space, *match);
+    }
+    changeAll(Change::Kind::added, after, spacesAfter, spacesBefore);
+}
+
+void Comparison::compareDimensions(const Outline::Space &before, const Outline::Space &after) {
+    const auto dimensionsBefore = namedDimensions(before), dimensionsAfter = namedDimensions(after);
+    for (const auto &[name, dimension] : dimensionsBefore) {
+        const auto match = dimensionsAfter.find(name);
+        if (match == dimensionsAfter.end())
+            change(Change::Kind::removed, dimensionOf(before, *dimension), {});
+        else
+            compareElements(dimensionOf(before, *dimension), dimensionOf(after, *match->second));
+    }
+    for (const auto &[name, dimension] : dimensionsAfter)
+        if (dimensionsBefore.count(name) == 0)
+            change(Change::Kind::added, {}, dimensionOf(after, *dimension));
+}
+
+void Comparison::compareClasses(const Tree &before, const Tree &after) {
+    std::unordered_set<const Outline::Member *> found;                  // of the members afterwards
+    std::unordered_map<const Outline::Member *, std::size_t> removedAt; // of the members before, the change
+    for (const Outline::Class &node : before.classes) {
+        const Outline::Class *match = after.find(node);
+        const Outline::Class *parent = before.parentOf(node);
+        if (!match) {
+            if (!parent || after.find(*parent)) {
+                change(Change::Kind::removed, before.element(node), {});
+                before.collect(node, after, _changes.back().contents);
+            }
+            continue;
+        }
+        Element then = before.element(node), now = after.element(*match);
+        compareElements(then, now);
+        const Outline::Class *newParent = after.parentOf(*match);
+        if (!equalInAnyCase(parent ? parent->name : "", newParent ? newParent->name : ""))
+            change(Change::Kind::superclass, then, now);
+        for (const Outline::Member &member : node.members) {
+            then = before.element(node, member);
+            const auto [owner, available] = after.findMember(match, member.name);
+            if (!available) {
+                removedAt[&member] = _changes.size();
+                change(Change::Kind::removed, then, {});
+                continue;
+            }
+            now = after.element(*owner, *available);
+            found.insert(available);
+            if (owner != match)
+                change(Change::Kind::movedUp, then, now);
+            compareElements(then, now);
+        }
+    }
+    for (const Outline::Class &node : after.classes) {
+        const Outline::Class *match = before.find(node);
+        const Outline::Class *known = &node; // the class itself, or the nearest above it, that was there before
+        while (known && !before.find(*known))
+            known = after.parentOf(*known);
+        if (!match && (known == after.parentOf(node))) {
+            change(Change::Kind::added, {}, after.element(node));
+            after.collect(node, before, _changes.back().contents);
+        }
+        for (const Outline::Member &member : node.members) {
+            if (found.count(&member) > 0)
+                continue;
+            const Element now = after.element(node, member);
+            const auto [owner, inherited] = before.findMember(known ? before.find(*known) : nullptr, member.name);
+            const auto removed = removedAt.find(inherited);
+            if (removed != removedAt.end())
+                _changes[removed->second].contents.push_back(now);
+            if (match && inherited)
+                compareElements(before.element(*owner, *inherited), now);
+            else if (match)
+                change(Change::Kind::added, {}, now);
+        }
+    }
+}
+
+/// Compares two that stand for each other.
+void Comparison::compareElements(const Element &before, const Element &after) {
+    if (before.name != after.name)
+        change(Change::Kind::renamed, before, after);
+    if (before.kind == Element::Kind::dimension) {
+        if (before.handle != after.handle)
+            change(Change::Kind::reordered, before, after);
+    } else if (_handlesCompared && before.handle != after.handle) {
+        change(Change::Kind::renumbered, before, after);
+    }
+    if (before.properties && after.properties)
+        compareProperties(before, after);
+}
+
+void Comparison::compareProperties(const Element &before, const Element &after) {
+    const auto compare = [&](Change::Kind kind, std::string Outline::Properties::*property) {
+        if (!equalInAnyCase(before.properties->*property, after.properties->*property))
+            change(kind, before, after);
+    };
+    compare(Change::Kind::transportation, &Outline::Properties::transportation);
+    compare(Change::Kind::ordering, &Outline::Properties::ordering);
+    compare(Change::Kind::space, &Outline::Properties::space);
+}
+
+void Comparison::change(Change::Kind kind, std::optional<Element> before, std::optional<Element> after) {
+    _changes.push_back({kind, before, after});
+}

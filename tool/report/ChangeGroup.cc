@@ -1,0 +1,182 @@
+#include "tool/report/ChangeGroup.hh"
+
+#include "infrastructure/RtiFedParser.hh"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+#include <utility>
+
+namespace {
+
+using Change = Comparison::Change;
+using Element = Comparison::Element;
+
+/// Changes of one key belong together.
+using Key = std::tuple<Change::Kind, Element::Kind, std::string, std::string>;
+
+Key keyOf(const Change &change) {
+    const Element &element = change.element();
+    const auto of = [&](std::string what, std::string value = {}) {
+        return Key(change.kind, element.kind, std::move(what), std::move(value));
+    };
+    switch (change.kind) {
+    case Change::Kind::added:
+    case Change::Kind::removed:
+        return of(element.hasMembers() ? element.fullName() : std::string(element.owner));
+    case Change::Kind::movedUp:
+        return of(change.after->fullName());
+    case Change::Kind::reordered:
+        return of(std::string(element.owner));
+    case Change::Kind::transportation:
+    case Change::Kind::ordering:
+    case Change::Kind::space:
+        return of(change.value(*change.before), change.value(*change.after));
+    case Change::Kind::renamed:
+    case Change::Kind::renumbered:
+    case Change::Kind::superclass:
+    case Change::Kind::refused:
+    case Change::Kind::unclear:
+        break;
+    }
+    return of({});
+}
+
+std::string shownFullName(const Element &element) {
+    return ChangeGroup::shown(element.fullName());
+}
+
+std::string shownValues(const Change &change) {
+    const auto value = [&](const Element &element) {
+        const std::string text = change.value(element);
+        return text.empty() ? "none" : ChangeGroup::shown(text);
+    };
+    return value(*change.before) + " -> " + value(*change.after);
+}
+
+/// What went with an element, or where it went.
+std::string shownContents(const Change &change) {
+    const std::vector<Element> &contents = change.contents;
+    if (contents.empty())
+        return {};
+    if (!change.element().hasMembers())
+        return ", moved down to " + (contents.size() == 1 ? ChangeGroup::shown(contents.front().owner)
+                                                          : ChangeGroup::counted(contents.size(), "class"));
+    const auto isMember = [](const Element &content) { return !content.isClass(); };
+    const auto member = std::find_if(contents.begin(), contents.end(), isMember);
+    const auto numMembers = static_cast<std::size_t>(std::count_if(contents.begin(), contents.end(), isMember));
+    std::string text = ", with ";
+    if (numMembers > 0)
+        text += ChangeGroup::counted(numMembers, Comparison::nameOf(member->kind));
+    if (numMembers > 0 && numMembers < contents.size())
+        text += " and ";
+    if (numMembers < contents.size())
+        text += ChangeGroup::counted(contents.size() - numMembers, "class") + " below";
+    return text;
+}
+
+} // namespace
+
+std::vector<ChangeGroup> ChangeGroup::groupsOf(const Comparison &comparison) {
+    std::vector<ChangeGroup> groups;
+    std::map<Key, std::size_t> index;
+    for (const Change &change : comparison.changes()) {
+        const auto [known, isNew] = index.emplace(keyOf(change), groups.size());
+        if (isNew)
+            groups.emplace_back();
+        groups[known->second]._changes.push_back(&change);
+    }
+    std::stable_sort(groups.begin(), groups.end(),
+                     [](const ChangeGroup &a, const ChangeGroup &b) { return a.meaning() > b.meaning(); });
+    return groups;
+}
+
+char ChangeGroup::sign() const {
+    switch (first().kind) {
+    case Change::Kind::added:
+    case Change::Kind::movedUp:
+        return '+';
+    case Change::Kind::removed:
+        return '-';
+    default:
+        return '~';
+    }
+}
+
+std::string ChangeGroup::headline() const {
+    const Element &element = first().element();
+    const std::string noun = Comparison::nameOf(element.kind);
+    const bool one = size() == 1;
+    const std::string what = one ? noun + ' ' + item(0) : counted(size(), noun);
+    switch (first().kind) {
+    case Change::Kind::added:
+    case Change::Kind::removed:
+        return one ? noun + ' ' + shownFullName(element) + shownContents(first())
+                   : what + " of " + shown(element.owner);
+    case Change::Kind::movedUp:
+        return noun + ' ' + shownFullName(*first().after) + ", moved up from " +
+               (one ? item(0) : counted(size(), "class"));
+    case Change::Kind::renamed:
+        return (element.kind <= Element::Kind::version ? "" : "letter case: ") + what;
+    case Change::Kind::renumbered:
+        return one ? "handle: " + what : "handles: " + what + " moved by " + offsets();
+    case Change::Kind::superclass:
+        return "superclass: " + what;
+    case Change::Kind::refused:
+        return "the new file does not load";
+    case Change::Kind::unclear:
+        return "not all could be understood, there may be more";
+    case Change::Kind::reordered:
+        return "order in the space " + shown(element.owner) + ": " + what;
+    case Change::Kind::transportation:
+    case Change::Kind::ordering:
+    case Change::Kind::space:
+        break;
+    }
+    return std::string(Comparison::nameOf(first().kind)) + ' ' + shownValues(first()) + ": " + what;
+}
+
+std::string ChangeGroup::item(std::size_t index) const {
+    const Change &change = *_changes[index];
+    const Element &element = change.element();
+    switch (change.kind) {
+    case Change::Kind::added:
+    case Change::Kind::removed:
+        return shown(element.name) + shownContents(change);
+    case Change::Kind::movedUp:
+        return shown(change.before->owner);
+    case Change::Kind::renamed:
+        return shownFullName(*change.before) + " -> " + shown(element.name);
+    case Change::Kind::renumbered:
+    case Change::Kind::superclass:
+        return shownFullName(element) + ' ' + shownValues(change);
+    case Change::Kind::reordered:
+        return shown(element.name) + ' ' + shownValues(change);
+    case Change::Kind::transportation:
+    case Change::Kind::ordering:
+    case Change::Kind::space:
+    case Change::Kind::refused:
+    case Change::Kind::unclear:
+        break;
+    }
+    return shownFullName(element);
+}
+
+std::string ChangeGroup::shown(std::string_view name) {
+    constexpr std::size_t kLongest = 300;
+    return name.empty() ? "\"\"" : RtiFedParser::printable(name, kLongest);
+}
+
+std::string ChangeGroup::counted(std::size_t count, const std::string &noun) {
+    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : noun.back() == 's' ? "es" : "s");
+}
+
+/// By how much the handles moved: one number, or the least and the greatest.
+std::string ChangeGroup::offsets() const {
+    const auto offset = [](const Change *change) { return change->after->handle - change->before->handle; };
+    const auto signedNumber = [](long number) { return (number > 0 ? "+" : "") + std::to_string(number); };
+    const auto [least, greatest] = std::minmax_element(
+        _changes.begin(), _changes.end(), [&](const Change *a, const Change *b) { return offset(a) < offset(b); });
+    return signedNumber(offset(*least)) +
+           (offset(*least) == offset(*greatest) ? "" : " to " + signedNumber(offset(*greatest)));
+}

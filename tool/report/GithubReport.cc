@@ -1,0 +1,53 @@
+#include "tool/report/GithubReport.hh"
+
+namespace {
+
+/// The text of a command: one line, whatever is in it.
+std::string escaped(std::string_view text, std::string_view special = "%\r\n") {
+    constexpr const char *kDigits = "0123456789ABCDEF";
+    std::string shown;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (special.find(c) == std::string_view::npos)
+            shown += c;
+        else
+            shown += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return shown;
+}
+
+std::string property(std::string_view value) {
+    return escaped(value, "%\r\n:,");
+}
+
+/// Columns are said of one line only: of several, the forge refuses them.
+std::string propertiesOf(const Source &source, RtiFedSpan span) {
+    const RtiFedPosition begin = source.characterPosition(span.begin);
+    const RtiFedPosition end = source.characterPosition(span.begin + span.length);
+    std::string properties = ",line=" + std::to_string(begin.line) + ",endLine=" + std::to_string(end.line);
+    if (begin.line == end.line)
+        properties += ",col=" + std::to_string(begin.column) + ",endColumn=" + std::to_string(end.column);
+    return properties;
+}
+
+} // namespace
+
+void GithubReport::add(const Source &source, const Finding &finding) {
+    std::string text = finding.text;
+    for (const std::string &line : finding.details)
+        text += '\n' + line;
+    for (const RtiFedParser::Note &note : finding.notes)
+        text += '\n' + source.place(note.span) + ": " + note.text;
+    _out << "::" << nameOf(finding.rule->severity) << " file=" << property(source.name())
+         << (finding.span ? propertiesOf(source, *finding.span) : "") << ",title=" << property(finding.rule->id)
+         << "::" << escaped(text) << '\n';
+}
+
+void GithubReport::endFile(const Source &source, const Tally &tally) {
+    if (tally.hidden() > 0)
+        _out << "::notice file=" << property(source.name()) << "::" << escaped(describeHidden(tally)) << '\n';
+}
+
+void GithubReport::failFile(const std::string &fileName, const std::string &reason) {
+    _out << "::error file=" << property(fileName) << "::" << escaped(reason) << '\n';
+}

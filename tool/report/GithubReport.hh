@@ -1,0 +1,19 @@
+#pragma once
+
+#include "tool/report/Report.hh"
+
+#include <ostream>
+
+/// For workflows on a forge: each finding as a command by which the forge shows it beside the changed line.
+class GithubReport : public Report {
+public:
+    explicit GithubReport(std::ostream &out) : _out(out) {}
+
+    void beginFile(const Source &) override {}
+    void add(const Source &source, const Finding &finding) override;
+    void endFile(const Source &source, const Tally &tally) override;
+    void failFile(const std::string &fileName, const std::string &reason) override;
+
+private:
+    std::ostream &_out;
+};

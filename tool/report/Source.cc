@@ -1,0 +1,34 @@
+#include "tool/report/Source.hh"
+
+#include "tool/console/Line.hh"
+
+namespace {
+
+constexpr std::size_t kCheckpoint = 4096;
+
+} // namespace
+
+RtiFedPosition Source::characterPosition(std::uint32_t offset) const {
+    const RtiFedPosition place = position(offset);
+    const auto lineBegin = static_cast<std::uint32_t>(offset + 1 - place.column);
+    return {place.line, charactersBefore(offset) - charactersBefore(lineBegin) + 1};
+}
+
+std::string Source::place(const std::optional<RtiFedSpan> &span) const {
+    if (!span)
+        return _name;
+    const RtiFedPosition place = begin(*span);
+    return _name + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+}
+
+std::size_t Source::charactersBefore(std::uint32_t offset) const {
+    if (_characters.empty()) {
+        std::size_t count = 0;
+        for (std::size_t at = 0; at <= text().size(); at += kCheckpoint) {
+            _characters.push_back(count);
+            count += columns(text().substr(at, kCheckpoint));
+        }
+    }
+    const std::size_t checkpoint = offset / kCheckpoint;
+    return _characters[checkpoint] + columns(text().substr(checkpoint * kCheckpoint, offset % kCheckpoint));
+}

@@ -1,0 +1,61 @@
+#include "tool/report/TextReport.hh"
+
+#include "tool/report/Excerpt.hh"
+
+#include <algorithm>
+#include <iomanip>
+
+namespace {
+
+constexpr const char *kBold = "\033[1m";
+constexpr const char *kRed = "\033[1;31m";
+constexpr const char *kMagenta = "\033[1;35m";
+constexpr const char *kCyan = "\033[1;36m";
+constexpr const char *kGreen = "\033[1;32m";
+
+constexpr int kNumberWidth = 5;
+constexpr std::size_t kMargin = kNumberWidth + 3; // in front of the lines of a text
+constexpr std::size_t kNarrowest = 40, kUsual = 120;
+
+} // namespace
+
+TextReport::TextReport(std::ostream &out, bool color, std::size_t width)
+    : _out(out), _color(color), _width(width > 0 ? std::max(width, kNarrowest + kMargin) - kMargin : kUsual) {}
+
+void TextReport::add(const Source &source, const Finding &finding) {
+    const bool isError = finding.rule->severity == Severity::error;
+    printHead(source.place(finding.span), isError ? kRed : kMagenta, nameOf(finding.rule->severity),
+              finding.text + " [" + finding.rule->id + ']');
+    printExcerpt(source, finding.span);
+    for (const std::string &line : finding.details)
+        _out << std::string(kMargin, ' ') << line << '\n';
+    for (const RtiFedParser::Note &note : finding.notes) {
+        printHead(source.place(note.span), kCyan, "note", note.text);
+        printExcerpt(source, note.span);
+    }
+}
+
+void TextReport::endFile(const Source &source, const Tally &tally) {
+    if (tally.hidden() > 0)
+        printHead(source.name(), kCyan, "note", describeHidden(tally));
+}
+
+void TextReport::printHead(const std::string &place, const char *color, const char *kind, const std::string &text) {
+    _out << in(kBold, place + ':') << ' ' << in(color, std::string(kind) + ':') << ' ' << text << '\n';
+}
+
+void TextReport::printExcerpt(const Source &source, const std::optional<RtiFedSpan> &span) {
+    if (!span)
+        return;
+    const RtiFedPosition begin = source.begin(*span);
+    const Excerpt excerpt(source.text(), *span, begin.column, _width);
+    if (excerpt.line.empty())
+        return;
+    _out << std::setw(kNumberWidth) << begin.line << " | " << excerpt.line << '\n'
+         << std::setw(kNumberWidth) << ""
+         << " | " << in(kGreen, excerpt.carets) << '\n';
+}
+
+Colored TextReport::in(const char *color, const std::string &text) const {
+    return {_color ? color : nullptr, text};
+}
