@@ -1,6 +1,7 @@
 // Two FED texts separated by a NUL byte: compares their models.
 
 #include "fuzz/Fuzz.hh"
+#include "tool/check/ReadOutline.hh"
 #include "tool/model/Comparison.hh"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const Input second{"new.fed", middle < both.size() ? both.substr(middle + 1) : ""};
     if (first.isImage() || second.isImage())
         return 0;
-    const Outline before(first), after(second);
+    const Outline before = readOutline(first), after = readOutline(second);
     using Verdict = Comparison::Verdict;
     const Comparison there(before, after, false), back(after, before, false), none(before, before, true);
     FUZZ_CHECK(none.changes().empty() && none.verdict() == Verdict::identical);

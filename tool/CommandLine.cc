@@ -1,6 +1,7 @@
 #include "tool/CommandLine.hh"
 
 #include "tool/check/Suggestion.hh"
+#include "tool/console/Text.hh"
 
 #include <CLI/CLI.hpp>
 
@@ -24,10 +25,7 @@ constexpr const char *kFooter =
 
 /// The words that an option or operand may be, in place of its type: completions read them there.
 std::string typeOf(const std::vector<std::string> &words) {
-    std::string list;
-    for (const std::string &word : words)
-        list += (list.empty() ? "" : ",") + word;
-    return "TEXT:{" + list + "}";
+    return "TEXT:{" + joined(words, ",") + "}";
 }
 
 /// Adds an option whose value is one of these words.
@@ -45,10 +43,8 @@ void addChoice(CLI::App *command, const std::string &name, Value &value,
             value = choices[static_cast<std::size_t>(chosen - words.begin())].second;
             return;
         }
-        std::string list;
-        for (const std::string &choice : words)
-            list += (list.empty() ? "" : choice == words.back() ? " or " : ", ") + choice;
-        throw CLI::ValidationError(name, "expected " + list + ", found \"" + word + '"' +
+        const std::string allButLast = joined({words.begin(), words.end() - 1});
+        throw CLI::ValidationError(name, "expected " + allButLast + " or " + words.back() + ", found \"" + word + '"' +
                                              didYouMean(suggestionFor(word, words)));
     };
     command->add_option_function<std::string>(name, choose, purpose)
@@ -116,7 +112,9 @@ void CommandLine::addCheck() {
               "FORMAT",
               "How to print: text (default), for people; json; sarif, for code scanning and editors;\n"
               "github, for annotations in a workflow");
-    command->add_option("--max-findings", _check.maxFindings, "How many to print of each file, 50 by default; 0 is all")
+    command
+        ->add_option("--max-findings", _check.maxFindings,
+                     "How many to print of each file, " + std::to_string(kUsuallyShown) + " by default; 0 is all")
         ->check(CLI::Range(std::size_t(0), std::size_t(1000000000)))
         ->option_text("N");
     addChoice(command, "--fail-on", _check.failOn, {{"error", Severity::error}, {"warning", Severity::warning}},

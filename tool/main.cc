@@ -1,8 +1,8 @@
 #include "infrastructure/RTI.hh"
 #include "tool/CommandLine.hh"
+#include "tool/console/CannotWork.hh"
 #include "tool/console/Terminal.hh"
 #include "tool/console/TerminalBuffer.hh"
-#include "tool/model/Input.hh"
 
 #include <cerrno>
 #include <csignal>

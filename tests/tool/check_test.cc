@@ -1,7 +1,7 @@
 #include "tests/Support.hh"
 #include "tool/check/Checker.hh"
-#include "tool/model/Model.hh"
 #include "tool/report/Excerpt.hh"
+#include "tool/report/FileFindings.hh"
 
 #include <nlohmann/json.hpp>
 

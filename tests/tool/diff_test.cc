@@ -1,5 +1,6 @@
 #include "infrastructure/RtiStringUtility.hh"
 #include "tests/Support.hh"
+#include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/model/Comparison.hh"
 
@@ -161,7 +162,7 @@ Verdict expectedVerdict(const std::string &before, const std::string &after) {
 }
 
 Verdict verdictOf(const std::string &before, const std::string &after) {
-    return Comparison(Outline({"old", before}), Outline({"new", after}), before == after).verdict();
+    return Comparison(readOutline({"old", before}), readOutline({"new", after}), before == after).verdict();
 }
 
 } // namespace
@@ -175,7 +176,7 @@ TEST(Diff, JudgesAsTheLibraryAnswers) {
         for (unsigned edits = seed % 4; edits > 0; --edits)
             model.edit();
         const std::string after = model.text();
-        ASSERT_EQ(Outline({"old", before}).checksum, load(before)->getChecksum());
+        ASSERT_EQ(readOutline({"old", before}).checksum, load(before)->getChecksum());
         const std::string imageBefore = bytesOf(*load(before)), imageAfter = bytesOf(*load(after));
         for (const auto &[old, now] : {std::pair(before, after), std::pair(after, before)}) {
             const Verdict expected = expectedVerdict(old, now);

@@ -1,5 +1,5 @@
 #include "tests/Support.hh"
-#include "tool/model/Outline.hh"
+#include "tool/check/ReadOutline.hh"
 
 namespace {
 
@@ -21,7 +21,7 @@ void expectAsInLibrary(const Outline &outline, const RtiFedDatabase &db) {
         EXPECT_EQ(handle, node.handle);
         EXPECT_EQ(db.find(handle)->getParentClassHandle(),
                   node.parent == Outline::kNone ? 0 : outline.objects.at(node.parent).handle);
-        EXPECT_EQ(db.find(handle)->descendants().size(), node.numBelow);
+        EXPECT_EQ(db.find(handle)->descendants().size(), node.numDescendants);
         numAttributes += node.members.size();
         for (const Outline::Member &attribute : node.members) {
             EXPECT_EQ(db.getAttributeHandle(attribute.name, handle), attribute.handle);
@@ -52,8 +52,8 @@ TEST(Outline, IsThatOfTheLibrary) {
         SCOPED_TRACE(name);
         const std::string text = example(name);
         const auto database = load(text);
-        expectAsInLibrary(Outline(Input{name, text}), *database);
-        expectAsInLibrary(Outline(Input{name, bytesOf(*database)}), *database);
+        expectAsInLibrary(readOutline({name, text}), *database);
+        expectAsInLibrary(readOutline({name, bytesOf(*database)}), *database);
     }
 }
 
@@ -66,5 +66,5 @@ TEST(Outline, HasEachClassBehindItsParentWhateverTheirHandles) {
         image.at(handle) = 1;
     for (const std::size_t handle : {44U, 79U}) // of the parent
         image.at(handle) = 2;
-    expectAsInLibrary(Outline(Input{"a.img", image}), *restored(image));
+    expectAsInLibrary(readOutline({"a.img", image}), *restored(image));
 }

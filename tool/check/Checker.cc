@@ -7,11 +7,12 @@
 #include "tool/model/ClassTrees.hh"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
 
-constexpr std::size_t kMaxSuggestions = 1000; // of one text: each costs a comparison with all candidates
+constexpr std::size_t kMaxSuggestions = 1000; // for one text: each compares a word with all candidates
 
 template <class LookUp>
 bool isKnown(LookUp lookUp) {
@@ -23,11 +24,35 @@ bool isKnown(LookUp lookUp) {
     }
 }
 
-/// What is missing of the MOM stands nowhere, and comes last.
+/// The order of the text; the finding about the MOM, which alone has details, comes last.
 bool comesBefore(const Finding &a, const Finding &b) {
     const auto place = [](const Finding &f) { return std::pair(!f.details.empty(), f.span->begin); };
     return place(a) < place(b);
 }
+
+/// The syntax errors of a text one after the other, each made into a finding once.
+class SyntaxErrors {
+public:
+    explicit SyntaxErrors(const RtiFedParser &parser) : _parser(parser) { advance(); }
+
+    /// The current error; nothing after the last.
+    std::optional<Finding> finding;
+    /// The keywords that may be in its place.
+    std::vector<std::string> keywords;
+
+    void advance() {
+        finding.reset();
+        if (_next == _parser.numErrors())
+            return;
+        RtiFedParser::Error error = _parser.error(_next++);
+        keywords = std::move(error.keywords);
+        finding = findingOf(std::move(error));
+    }
+
+private:
+    const RtiFedParser &_parser;
+    std::size_t _next = 0;
+};
 
 } // namespace
 
@@ -40,7 +65,7 @@ Checker::Checker(std::string text)
     _parser.deliver(*this);
     if (_parser.nestingKnown() && _parser.classesKnown() && !_shiftedInClass)
         checkMom();
-    completeMom();
+    giveMomItsSpace();
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
     if (_findings.size() >= kMaxErrors)
         _findings.push_back(
@@ -48,26 +73,20 @@ Checker::Checker(std::string text)
 }
 
 void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) const {
-    std::size_t nextError = 0, numSuggestions = 0;
-    const auto complete = [&](Finding finding, const std::vector<std::string> &candidates) {
-        if (!candidates.empty() && ++numSuggestions <= kMaxSuggestions)
-            suggest(finding, candidates);
-        return finding;
+    std::size_t numSuggestions = 0;
+    const auto visitWithSuggestion = [&](const Finding &finding, const std::vector<std::string> &candidates) {
+        const bool suggests = !candidates.empty() && ++numSuggestions <= kMaxSuggestions;
+        return visit(suggests ? withSuggestion(finding, candidates) : finding);
     };
+    SyntaxErrors errors(_parser);
     const auto visitErrorsBefore = [&](const Finding *finding) {
-        for (; nextError < _parser.numErrors(); ++nextError) {
-            RtiFedParser::Error error = _parser.error(nextError);
-            const std::vector<std::string> keywords = std::move(error.keywords);
-            Finding syntax = findingOf(std::move(error));
-            if (finding && comesBefore(*finding, syntax))
-                return true;
-            if (!visit(complete(std::move(syntax), keywords)))
+        for (; errors.finding && !(finding && comesBefore(*finding, *errors.finding)); errors.advance())
+            if (!visitWithSuggestion(*errors.finding, errors.keywords))
                 return false;
-        }
         return true;
     };
     for (const Finding &finding : _findings)
-        if (!visitErrorsBefore(&finding) || !visit(complete(finding, candidatesFor(finding))))
+        if (!visitErrorsBefore(&finding) || !visitWithSuggestion(finding, candidatesFor(finding)))
             return;
     visitErrorsBefore(nullptr);
 }
@@ -93,19 +112,19 @@ void Checker::setFederateVersion(std::string version) {
 
 void Checker::addSpace(std::string name) {
     _space = _database.addSpace(std::move(name));
-    declared(_space);
+    addDeclaration(_space);
     _spaceNames.push_back(_space->getName());
 }
 
 void Checker::addDimension(std::string name) {
     if (_space->dimensionExists(name)) {
         const RtiFedDimension *first = _space->find(_space->getDimensionHandle(name));
-        return findAgain(RuleId::repeatedDimension,
-                         "the dimension " + quoted(name) + " is declared a second time in the space " +
-                             quoted(_space->getName()),
-                         first);
+        return reportRepeated(RuleId::repeatedDimension,
+                              "the dimension " + quoted(name) + " is declared a second time in the space " +
+                                  quoted(_space->getName()),
+                              first);
     }
-    declared(_space->addDimension(std::move(name)));
+    addDeclaration(_space->addDimension(std::move(name)));
 }
 
 void Checker::addObjectClass(std::string name) {
@@ -114,7 +133,7 @@ void Checker::addObjectClass(std::string name) {
 
 void Checker::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
                                       std::string space) {
-    const Properties properties = judge("the attribute " + quoted(name), transportation, ordering, space);
+    const Properties properties = resolve("the attribute " + quoted(name), {transportation, ordering, space});
     addMember<Objects>(_objectClass, name, [&] {
         _database.addObjectClassAttribute(_objectClass, name, properties.transportation, properties.ordering,
                                           properties.space);
@@ -125,7 +144,7 @@ void Checker::addObjectClassAttribute(std::string name, std::string transportati
 void Checker::addInteractionClass(std::string name, std::string transportation, std::string ordering,
                                   std::string space) {
     const std::size_t numShifted = _shiftedWords.size();
-    const Properties properties = judge("the interaction class " + quoted(name), transportation, ordering, space);
+    const Properties properties = resolve("the interaction class " + quoted(name), {transportation, ordering, space});
     _shiftedInClass = _shiftedInClass || _shiftedWords.size() > numShifted;
     _interactionClass = addClass<Interactions>(name, [&] {
         return _database.addInteractionClass(name, properties.transportation, properties.ordering, properties.space);
@@ -137,46 +156,40 @@ void Checker::addParameter(std::string name) {
                             [&] { return _interactionClass->addParameter(_database.createParameterHandle(), name); });
 }
 
-/// The class that a class clause declares, be it declared a second time; null if it could not be added, which then
-/// follows from an error that was reported.
+/// Returns the class that a class clause declares, or the first of that name if it is a duplicate. Null if the class
+/// could not be added; that was reported, or follows from an error that was.
 template <class Tree, class Add>
 typename Tree::Node *Checker::addClass(const std::string &name, Add add) {
-    ++_clause;
-    const bool inRepeated = !_repeatedClass.empty() && name.size() > _repeatedClass.size() &&
-                            name[_repeatedClass.size()] == '.' &&
-                            name.compare(0, _repeatedClass.size(), _repeatedClass) == 0;
-    if (!inRepeated)
-        _repeatedClass.clear();
-    auto *existing = Tree::find(_database, name);
-    _repeated = existing != nullptr;
-    if (existing) {
-        // What is new in a class declared again counts as the first's, so that each slip is found once.
-        if (inRepeated && _declarations.at(existing).clause < _repeatedClause)
-            return existing;
-        const std::string subject = std::string("the ") + Tree::kind + " " + quoted(name);
-        if (name.size() == existing->getName().size())
-            findAgain(RuleId::repeatedClass, subject + " is declared a second time", existing);
-        else
-            findAgain(RuleId::ambiguousClass,
-                      subject + " cannot stand beside " + quoted(existing->getName()) + ", which is found without \"" +
-                          Tree::root + ".\" as well",
-                      existing);
-        if (!inRepeated) {
-            _repeatedClass = name;
-            _repeatedClause = _clause;
-        }
-        return existing;
+    _clauses.begin(name);
+    if (auto *first = Tree::find(_database, name)) {
+        if (!_clauses.followsFromRepetition(_declarations.classClause(first)))
+            reportRepeatedClass<Tree>(name, *first);
+        return first;
     }
     try {
         auto *added = add();
-        declared(added);
+        addDeclaration(added);
         return added;
     } catch (const RTI::Exception &refused) {
         if (_parser.numErrors() == 0)
-            find(RuleId::refusedClass, 0,
-                 std::string("the ") + Tree::kind + " " + quoted(name) + " is refused: " + refused._reason);
+            report(RuleId::refusedClass, Argument::name,
+                   std::string("the ") + Tree::kind.className + " " + quoted(name) + " is refused: " + refused._reason);
         return nullptr;
     }
+}
+
+/// A class is found with and without the name of its root, so that the first one may have another full name.
+template <class Tree>
+void Checker::reportRepeatedClass(const std::string &name, const typename Tree::Node &first) {
+    const std::string subject = std::string("the ") + Tree::kind.className + " " + quoted(name);
+    if (name.size() == first.getName().size())
+        reportRepeated(RuleId::repeatedClass, subject + " is declared a second time", &first);
+    else
+        reportRepeated(RuleId::ambiguousClass,
+                       subject + " cannot stand beside " + quoted(first.getName()) + ", which is found without \"" +
+                           Tree::kind.root + ".\" as well",
+                       &first);
+    _clauses.setRepeated(name);
 }
 
 template <class Tree, class Add>
@@ -187,51 +200,48 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
         const auto *first = Tree::findMember(*node, name);
         if (!first)
             continue;
-        const std::string subject = std::string("the ") + Tree::member + " " + quoted(name);
-        const bool sameClause = _declarations.at(first).clause == _clause;
+        const std::string subject = std::string("the ") + Tree::kind.memberName + " " + quoted(name);
+        const bool isInClause = _declarations.classClause(first) == _clauses.number();
         if (node != owner)
-            findAgain(RuleId::inheritedMember,
-                      subject + " of " + quoted(owner->getName()) + " is declared again: it is inherited from " +
-                          quoted(node->getName()),
-                      first);
-        else if (sameClause || !_repeated)
-            findAgain(RuleId::repeatedMember, subject + " is declared a second time in " + quoted(owner->getName()),
-                      first);
+            reportRepeated(RuleId::inheritedMember,
+                           subject + " of " + quoted(owner->getName()) + " is declared again: it is inherited from " +
+                               quoted(node->getName()),
+                           first);
+        else if (isInClause) // else the whole class is a duplicate, which was reported
+            reportRepeated(RuleId::repeatedMember,
+                           subject + " is declared a second time in " + quoted(owner->getName()), first);
         return;
     }
-    declared(add());
+    addDeclaration(add());
 }
 
-/// Finds what is unknown of the words behind a name. What a syntax error took away is not judged.
-Checker::Properties Checker::judge(const std::string &owner, const std::string &transportation,
-                                   const std::string &ordering, const std::string &space) {
+/// Looks up the words after a name and reports the unknown ones. Words that a syntax error took away are not reported.
+Checker::Properties Checker::resolve(const std::string &owner, const Words &words) {
     Properties known;
     if (_findings.size() == kMaxErrors)
         return known;
-    const bool sound = isTransportation(transportation) && isOrdering(ordering);
-    if (!sound && findMisplaced(owner, transportation, ordering, space))
+    const bool bothKnown = isTransportation(words.transportation) && isOrdering(words.ordering);
+    if (!bothKnown && reportMisplacedWords(owner, words))
         return known;
-    if (!_parser.given(2)) // one of the two words is missing, and was reported
+    if (!_parser.given(Argument::ordering)) // one of the two words is missing, and was reported
         return known;
-    if (isTransportation(transportation))
-        known.transportation = _database.getTransportationHandle(transportation);
+    if (isTransportation(words.transportation))
+        known.transportation = _database.getTransportationHandle(words.transportation);
     else
-        find(RuleId::unknownTransportation, 1,
-             "unknown transportation " + quoted(transportation) + " of " + owner +
-                 ", expected reliable or best_effort");
-    if (isOrdering(ordering))
-        known.ordering = _database.getOrderingHandle(ordering);
+        reportUnknownWord(RuleId::unknownTransportation, Argument::transportation, "transportation",
+                          words.transportation, owner, expectedForms(kTransportations));
+    if (isOrdering(words.ordering))
+        known.ordering = _database.getOrderingHandle(words.ordering);
     else
-        find(RuleId::unknownOrdering, 2,
-             "unknown ordering " + quoted(ordering) + " of " + owner + ", expected timestamp or receive");
-    if (space.empty())
+        reportUnknownWord(RuleId::unknownOrdering, Argument::ordering, "ordering", words.ordering, owner,
+                          expectedForms(kOrderings));
+    if (words.space.empty())
         return known;
-    if (isKnown([&] { _database.getRoutingSpaceHandle(space); }))
-        known.space = _database.getRoutingSpaceHandle(space);
-    else if (_parser.spacesKnown() && !_parser.skipped(space))
-        find(RuleId::unknownSpace, 3,
-             "unknown routing space " + quoted(space) + " of " + owner +
-                 ", expected the name of a space that the file declares");
+    if (isKnown([&] { _database.getRoutingSpaceHandle(words.space); }))
+        known.space = _database.getRoutingSpaceHandle(words.space);
+    else if (_parser.spacesKnown() && !_parser.skipped(words.space))
+        reportUnknownWord(RuleId::unknownSpace, Argument::space, "routing space", words.space, owner,
+                          "the name of a space that the file declares");
     return known;
 }
 
@@ -243,48 +253,61 @@ bool Checker::isOrdering(const std::string &word) const {
     return isKnown([&] { _database.getOrderingHandle(word); });
 }
 
-/// Finds words that stand in the place of others: one slip, not several. Returns whether there are.
-bool Checker::findMisplaced(const std::string &owner, const std::string &transportation, const std::string &ordering,
-                            const std::string &space) {
-    if (isOrdering(transportation) && isTransportation(ordering))
-        findSwap(transportation, ordering, owner);
-    else if (_parser.given(3) && isOrdering(space) && !isTransportation(transportation) && isTransportation(ordering))
-        findShift(1, "unknown transportation", transportation, owner, "a word too many");
-    else if (_parser.given(3) && isOrdering(space) && isTransportation(transportation) && !isOrdering(ordering))
-        findShift(2, "unknown ordering", ordering, owner, "a word too many");
-    else if (_parser.given(2) && !_parser.given(3) && isOrdering(transportation) && !isOrdering(ordering))
-        findShift(1, "unknown transportation", transportation, owner, "a word is missing");
+/// Reports words that are in the wrong place: one mistake, where looking up each word would find two or three. Returns
+/// whether there are any.
+///
+/// The idea: transportation and ordering are the only words from a small known set, so if one of them is found one
+/// place too late, a word before it is superfluous; if one place too early, a word is missing. Without a known word in
+/// a wrong place nothing can be said, and each word is reported on its own.
+bool Checker::reportMisplacedWords(const std::string &owner, const Words &words) {
+    const bool transportationKnown = isTransportation(words.transportation), orderingKnown = isOrdering(words.ordering);
+    const bool hasOrdering = _parser.given(Argument::ordering), hasSpace = _parser.given(Argument::space);
+    const bool orderingIsLate = hasSpace && isOrdering(words.space);
+    if (isOrdering(words.transportation) && isTransportation(words.ordering))
+        reportSwap(words, owner);
+    else if (orderingIsLate && !transportationKnown && isTransportation(words.ordering))
+        reportShift(Argument::transportation, "unknown transportation", words.transportation, owner, "a word too many");
+    else if (orderingIsLate && transportationKnown && !orderingKnown)
+        reportShift(Argument::ordering, "unknown ordering", words.ordering, owner, "a word too many");
+    else if (hasOrdering && !hasSpace && isOrdering(words.transportation) && !orderingKnown)
+        reportShift(Argument::transportation, "unknown transportation", words.transportation, owner,
+                    "a word is missing");
     else
         return false;
     return true;
 }
 
-void Checker::findShift(std::size_t argument, const std::string &unknown, const std::string &word,
-                        const std::string &owner, const std::string &reason) {
-    find(RuleId::shiftedWords, argument, unknown + " " + quoted(word) + " of " + owner + ", " + reason);
+void Checker::reportShift(Argument argument, const std::string &unknown, const std::string &word,
+                          const std::string &owner, const std::string &reason) {
+    report(RuleId::shiftedWords, argument, unknown + " " + quoted(word) + " of " + owner + ", " + reason);
     _shiftedWords.push_back(RtiStringUtility::toupper(word)); // it may be the name that was meant
 }
 
-void Checker::findSwap(const std::string &transportation, const std::string &ordering, const std::string &owner) {
-    const RtiFedSpan first = _parser.span(1), second = _parser.span(2);
-    find(RuleId::swappedWords, 1,
-         "the transportation and the ordering of " + owner + " are swapped" +
-             didYouMean(ordering + " " + transportation));
+void Checker::reportSwap(const Words &words, const std::string &owner) {
+    const RtiFedSpan first = _parser.span(Argument::transportation), second = _parser.span(Argument::ordering);
+    report(RuleId::swappedWords, Argument::transportation,
+           "the transportation and the ordering of " + owner + " are swapped" +
+               didYouMean(words.ordering + " " + words.transportation));
     _findings.back().span->length = second.begin + second.length - first.begin;
-    _findings.back().fix = {{first, ordering}, {second, transportation}};
+    _findings.back().fix = {{first, words.ordering}, {second, words.transportation}};
+}
+
+void Checker::reportUnknownWord(RuleId rule, Argument argument, const std::string &noun, const std::string &word,
+                                const std::string &owner, const std::string &expected) {
+    report(rule, argument, "unknown " + noun + " " + quoted(word) + " of " + owner + ", expected " + expected);
 }
 
 void Checker::checkMom() {
-    const auto mayStand = [this](std::string_view name) {
-        const auto isShifted = std::find(_shiftedWords.begin(), _shiftedWords.end(), RtiStringUtility::toupper(name));
-        return isShifted != _shiftedWords.end() || _parser.skipped(name);
+    const auto mayBeDeclared = [this](std::string_view name) {
+        const auto shifted = std::find(_shiftedWords.begin(), _shiftedWords.end(), RtiStringUtility::toupper(name));
+        return shifted != _shiftedWords.end() || _parser.skipped(name);
     };
-    for (Finding &finding : momFindings(*this, mayStand))
+    for (Finding &finding : momFindings({_parser, _database, _declarations}, mayBeDeclared))
         _findings.push_back(std::move(finding));
 }
 
-/// Gives the classes of the MOM their space, as far as they are there.
-void Checker::completeMom() {
+/// Gives the classes of the MOM their routing space, as loading does, as far as they exist.
+void Checker::giveMomItsSpace() {
     auto *object = Objects::find(_database, "ObjectRoot.Manager");
     auto *interaction = Interactions::find(_database, "InteractionRoot.Manager");
     if (!object && !interaction)
@@ -297,66 +320,23 @@ void Checker::completeMom() {
         _database.setMomDefaultSpaceForInteractionClasses(interaction, space);
 }
 
-void Checker::declared(const void *record) {
-    Declaration declaration{{}, _clause};
-    for (std::size_t i = 0; i < declaration.arguments.size(); ++i)
-        if (_parser.given(i))
-            declaration.arguments[i] = _parser.span(i);
-    _declarations.emplace(record, declaration);
-}
-
-std::optional<RtiFedSpan> Checker::span(const void *record, std::size_t argument) const {
-    const auto declared = _declarations.find(record);
-    if (declared == _declarations.end() || declared->second.arguments.at(argument).length == 0)
-        return {};
-    return declared->second.arguments[argument];
-}
-
-std::optional<RtiFedPosition> Checker::place(const void *record) const {
-    const auto name = span(record);
-    return name ? std::optional(_parser.positionAt(name->begin)) : std::nullopt;
-}
-
-std::vector<RtiFedPosition> Checker::laterPlaces(const void *record) const {
-    std::vector<RtiFedPosition> places;
-    const auto again = _again.find(record);
-    if (again != _again.end())
-        for (const RtiFedSpan &span : again->second)
-            places.push_back(_parser.positionAt(span.begin));
-    return places;
-}
-
-std::string Checker::written(const void *record, std::size_t argument) const {
-    const auto word = span(record, argument);
-    return word ? std::string(wordAt(*word)) : std::string();
-}
-
-/// What stands in the text, without quotes.
-std::string_view Checker::wordAt(RtiFedSpan span) const {
-    std::string_view word = _parser.text().substr(span.begin, span.length);
-    if (word.size() > 1 && word.front() == '"')
-        word = word.substr(1, word.size() - 2);
-    return word;
-}
-
-void Checker::find(RuleId rule, std::size_t argument, std::string text) {
+void Checker::report(RuleId rule, Argument argument, std::string text) {
     if (_findings.size() < kMaxErrors)
         _findings.push_back({&ruleOf(rule), _parser.span(argument), std::move(text), {}, {}, {}});
 }
 
-void Checker::findAgain(RuleId rule, std::string text, const void *first) {
+void Checker::reportRepeated(RuleId rule, std::string text, const void *first) {
     if (!_parser.nestingKnown() || _findings.size() == kMaxErrors)
         return;
-    find(rule, 0, std::move(text));
-    _findings.back().notes.push_back({*span(first), "the first declaration stands here"});
-    _again[first].push_back(_parser.span());
+    report(rule, Argument::name, std::move(text));
+    _findings.back().notes.push_back({*_declarations.span(first), "the first declaration stands here"});
+    _declarations.addLater(first, _parser.span());
 }
 
-/// What may have been meant by the word at which a finding stands.
+/// The words that may have been meant by the unknown word of a finding.
 const std::vector<std::string> &Checker::candidatesFor(const Finding &finding) const {
-    static const std::vector<std::string> none,
-        transportations{"reliable", "best_effort", "RTI_RELIABLE", "RTI_BEST_EFFORT"},
-        orderings{"timestamp", "receive", "RTI_TIME_STAMP_ORDERING", "RTI_RECEIVE_ORDERING"};
+    static const std::vector<std::string> none, transportations = allForms(kTransportations),
+                                                orderings = allForms(kOrderings);
     if (finding.rule == &ruleOf(RuleId::unknownTransportation))
         return transportations;
     if (finding.rule == &ruleOf(RuleId::unknownOrdering))
@@ -364,11 +344,13 @@ const std::vector<std::string> &Checker::candidatesFor(const Finding &finding) c
     return finding.rule == &ruleOf(RuleId::unknownSpace) ? _spaceNames : none;
 }
 
-void Checker::suggest(Finding &finding, const std::vector<std::string> &candidates) const {
-    const std::string_view word = wordAt(*finding.span);
+/// Adds the candidate closest to the word of the finding, if any is close, to its text and as its fix.
+Finding Checker::withSuggestion(Finding finding, const std::vector<std::string> &candidates) const {
+    const std::string_view word = _declarations.wordAt(*finding.span);
     const std::string meant = suggestionFor(word, candidates);
     if (meant.empty() || RtiStringUtility::toupper(word) == RtiStringUtility::toupper(meant))
-        return;
+        return finding;
     finding.text += didYouMean(meant);
     finding.fix.push_back({*finding.span, asWord(meant)});
+    return finding;
 }

@@ -3,23 +3,23 @@
 #include "fed/RtiFedDatabase.hh"
 #include "fed/loading/RtiFedParserCodegen.hh"
 #include "infrastructure/RtiFedParser.hh"
+#include "tool/check/ClassClauses.hh"
 #include "tool/check/Finding.hh"
+#include "tool/model/Declarations.hh"
+#include "tool/model/DeliveryWords.hh"
 
-#include <array>
 #include <functional>
-#include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
-/// A syntax error as a finding.
+/// Returns a syntax error as a finding.
 Finding findingOf(RtiFedParser::Error error);
 
-/// Finds every error of a FED text: those of its syntax, and those for which the database refuses what it declares.
-/// Nothing is found exactly if a database can be built from the text.
+/// Finds every error of a FED text: syntax errors, and declarations that the database refuses. It finds none exactly if
+/// a database can be built from the text.
 ///
-/// The parser's declarations are built into a database as far as they can be, so that each answer about what exists and
-/// what is inherited is the library's own.
+/// The parser's declarations are added to a database as far as possible, so that the library itself answers what exists
+/// and what is inherited.
 class Checker : private RtiFedParserCodegen {
 public:
     explicit Checker(std::string text);
@@ -30,39 +30,31 @@ public:
     bool findsNoError() const { return numErrors() == 0; }
 
     /// Calls `visit` for each error in the order of the text, until it returns false; what is missing of the Management
-    /// Object Model comes last. Much of a finding is made only here: a hostile text may have very many.
+    /// Object Model comes last. Syntax errors and suggestions are worded only here: a hostile text may have very many.
     void forEachFinding(const std::function<bool(const Finding &)> &visit) const;
 
-    /// Whether all that the text declares is in the database: nothing was not understood, or declared a second time.
+    /// Whether all that the text declares is in the database: everything was understood, and nothing is a duplicate.
     bool keepsAll() const;
 
-    /// Whether there is an error by this rule.
+    /// Whether there is an error of this rule.
     bool finds(RuleId id) const;
 
     const RtiFedParser &parser() const { return _parser; }
 
-    /// The database as far as it can be built: if there is no error, the one that the library builds.
+    /// The database as far as it can be built; without errors, the same that the library builds.
     const RtiFedDatabase &database() const { return _database; }
 
-    /// Where an argument of a record's declaration (from 0, its name) stands, quotes included; nothing for one that is
-    /// absent, and for what the text does not declare.
-    std::optional<RtiFedSpan> span(const void *record, std::size_t argument = 0) const;
-
-    /// Where the name of a record stands; nothing for what the text does not declare.
-    std::optional<RtiFedPosition> place(const void *record) const;
-
-    /// Where it is declared again: a second time, or where it is inherited.
-    std::vector<RtiFedPosition> laterPlaces(const void *record) const;
-
-    /// What stands in the text as an argument of a record's declaration, without quotes.
-    std::string written(const void *record, std::size_t argument) const;
+    /// The places of the database's records in the text.
+    const Declarations &declarations() const { return _declarations; }
 
 private:
-    struct Declaration {
-        std::array<RtiFedSpan, 4> arguments;
-        unsigned long clause = 0; // the class clause in which it stands, counted
-    };
+    using Argument = Declarations::Argument;
 
+    /// The words after a name.
+    struct Words {
+        std::string transportation, ordering, space;
+    };
+    /// Their handles, each 0 if the word is unknown.
     struct Properties {
         RtiTransportationHandle transportation;
         RtiOrderingHandle ordering;
@@ -82,43 +74,41 @@ private:
 
     template <class Tree, class Add>
     typename Tree::Node *addClass(const std::string &name, Add add);
+    template <class Tree>
+    void reportRepeatedClass(const std::string &name, const typename Tree::Node &first);
     template <class Tree, class Add>
     void addMember(typename Tree::Node *owner, const std::string &name, Add add);
 
-    Properties judge(const std::string &owner, const std::string &transportation, const std::string &ordering,
-                     const std::string &space);
+    Properties resolve(const std::string &owner, const Words &words);
     bool isTransportation(const std::string &word) const;
     bool isOrdering(const std::string &word) const;
-    bool findMisplaced(const std::string &owner, const std::string &transportation, const std::string &ordering,
-                       const std::string &space);
-    void findShift(std::size_t argument, const std::string &unknown, const std::string &word, const std::string &owner,
-                   const std::string &reason);
-    void findSwap(const std::string &transportation, const std::string &ordering, const std::string &owner);
+    bool reportMisplacedWords(const std::string &owner, const Words &words);
+    void reportShift(Argument argument, const std::string &unknown, const std::string &word, const std::string &owner,
+                     const std::string &reason);
+    void reportSwap(const Words &words, const std::string &owner);
+    void reportUnknownWord(RuleId rule, Argument argument, const std::string &noun, const std::string &word,
+                           const std::string &owner, const std::string &expected);
 
     void checkMom();
-    void completeMom();
+    void giveMomItsSpace();
 
-    void declared(const void *record);
-    void find(RuleId rule, std::size_t argument, std::string text);
-    /// For what is declared again: notes the first, and says nothing unless it is known where the clauses stand.
-    void findAgain(RuleId rule, std::string text, const void *first);
-    std::string_view wordAt(RtiFedSpan span) const;
-    void suggest(Finding &finding, const std::vector<std::string> &candidates) const;
+    void addDeclaration(const void *record) { _declarations.add(record, _clauses.number()); }
+    /// Adds a finding about an argument of the declaration that the parser delivers just now.
+    void report(RuleId rule, Argument argument, std::string text);
+    /// Adds a finding about a further declaration of a record, unless the parser cannot tell which class it is in.
+    void reportRepeated(RuleId rule, std::string text, const void *first);
+    Finding withSuggestion(Finding finding, const std::vector<std::string> &candidates) const;
     const std::vector<std::string> &candidatesFor(const Finding &finding) const;
 
     RtiFedParser _parser;
     RtiFedDatabase _database;
-    std::unordered_map<const void *, Declaration> _declarations;      // by record
-    std::unordered_map<const void *, std::vector<RtiFedSpan>> _again; // of records that are declared again
+    Declarations _declarations{_parser};
+    ClassClauses _clauses;
     std::vector<std::string> _spaceNames;
-    std::vector<std::string> _shiftedWords; // upper-cased
+    std::vector<std::string> _shiftedWords; // in upper case
     bool _shiftedInClass = false;           // one of them may be the name of a class
-    unsigned long _clause = 0;
-    bool _repeated = false;            // the current class was declared before
-    std::string _repeatedClass;        // the outermost class around, itself included, that was declared before
-    unsigned long _repeatedClause = 0; // and the number of its clause
     RtiFedSpace *_space = nullptr;
-    RtiFedObjectClass *_objectClass = nullptr; // null while the current class could not be added, as below
+    RtiFedObjectClass *_objectClass = nullptr; // null while the current class could not be added, as the next one
     RtiFedInteractionClass *_interactionClass = nullptr;
-    std::vector<Finding> _findings; // but for the syntax errors, in order once all are found
+    std::vector<Finding> _findings; // without the syntax errors; sorted once all are found
 };

@@ -2,6 +2,7 @@
 
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/check/Rule.hh"
+#include "tool/console/Text.hh"
 
 #include <optional>
 #include <string>
@@ -21,9 +22,6 @@ struct Finding {
     std::vector<std::string> details;      ///< Further lines, shown under the text.
     std::vector<RtiFedParser::Note> notes; ///< Second places that it has to do with.
     std::vector<Replacement> fix;          ///< What was probably meant; empty if that is not known.
-};
 
-/// A name as messages show it.
-inline std::string quoted(std::string_view name) {
-    return '"' + RtiFedParser::printable(name) + '"';
-}
+    std::string textWithDetails() const { return text + (details.empty() ? "" : '\n' + joined(details, "\n")); }
+};

@@ -1,7 +1,6 @@
 #include "tool/check/MomFindings.hh"
 
 #include "fed/storage/RtiFedName.hh"
-#include "tool/check/Checker.hh"
 #include "tool/check/Suggestion.hh"
 #include "tool/model/ClassTrees.hh"
 #include "tool/model/Names.hh"
@@ -13,13 +12,6 @@ namespace {
 
 using Requirements = std::vector<RtiFedDatabaseMomVerifier::Requirement>;
 using NamesByClass = std::map<std::string, std::vector<std::string>>;
-
-std::string join(const std::vector<std::string> &names) {
-    std::string joined;
-    for (const std::string &name : names)
-        joined += (joined.empty() ? "" : ", ") + name;
-    return joined;
-}
 
 /// The dotted name of the class around, empty for one directly below the root.
 std::string ownerOf(const std::string &className) {
@@ -49,12 +41,12 @@ NamesByClass membersByClass(const Requirements &requirements) {
 template <class Tree>
 class MomCheck {
 public:
-    MomCheck(const Checker &text, const std::function<bool(std::string_view)> &mayStand)
-        : _text(text), _missing(Tree::missing(text.database())) {
+    MomCheck(const BuiltText &text, const std::function<bool(std::string_view)> &mayBeDeclared)
+        : _text(text), _missing(Tree::missing(text.database)) {
         for (auto &required : _missing) {
-            required.classMissing = required.classMissing && !mayStand(lastComponent(required.className));
+            required.classMissing = required.classMissing && !mayBeDeclared(lastComponent(required.className));
             auto &members = required.members;
-            members.erase(std::remove_if(members.begin(), members.end(), mayStand), members.end());
+            members.erase(std::remove_if(members.begin(), members.end(), mayBeDeclared), members.end());
         }
     }
 
@@ -64,18 +56,19 @@ public:
         const bool allMissing =
             !_missing.empty() && _missing.front().classMissing && _missing.front().className == "Manager";
         if (allMissing)
-            finding.details.push_back(std::string("the ") + Tree::kind + " Manager with all that stands in it");
+            finding.details.push_back(std::string("the ") + Tree::kind.className +
+                                      " Manager with all that stands in it");
         for (const auto &[className, classMissing, members] : _missing) {
             count += members.size() + (classMissing ? 1 : 0);
             if (allMissing)
                 continue;
-            const std::string memberNoun = std::string(Tree::member) + (members.size() == 1 ? " " : "s ");
+            const std::string memberNoun = plural(members.size(), Tree::kind.memberName) + " ";
             if (classMissing)
-                finding.details.push_back(std::string("the ") + Tree::kind + " " + className +
-                                          (members.empty() ? "" : " with the " + memberNoun + join(members)));
+                finding.details.push_back(std::string("the ") + Tree::kind.className + " " + className +
+                                          (members.empty() ? "" : " with the " + memberNoun + joined(members)));
             else if (!members.empty())
-                finding.details.push_back("the " + memberNoun + join(members) + " of the " + Tree::kind + " " +
-                                          className);
+                finding.details.push_back("the " + memberNoun + joined(members) + " of the " + Tree::kind.className +
+                                          " " + className);
         }
         return count;
     }
@@ -85,13 +78,13 @@ public:
         const Requirements all = Tree::missing(RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)));
         const NamesByClass classes = classesByOwner(all);
         for (auto &[owner, missing] : classesByOwner(_missing))
-            if (const auto *node = Tree::find(_text.database(), owner.empty() ? Tree::root : owner))
+            if (const auto *node = Tree::find(_text.database, owner.empty() ? Tree::kind.root : owner))
                 for (const auto &handle : node->getChildrenClasses())
-                    noteIfNear(*_text.database().find(handle), classes.at(owner), missing, finding);
+                    noteIfNear(*_text.database.find(handle), classes.at(owner), missing, finding);
         for (auto &[className, missing] : membersByClass(_missing)) {
             const auto required = std::find_if(all.begin(), all.end(),
                                                [&name = className](const auto &r) { return r.className == name; });
-            if (const auto *node = Tree::find(_text.database(), className))
+            if (const auto *node = Tree::find(_text.database, className))
                 for (const auto &member : node->members())
                     noteIfNear(member, required->members, missing, finding);
         }
@@ -102,7 +95,7 @@ private:
     void noteIfNear(const Record &record, const std::vector<std::string> &required, std::vector<std::string> &missing,
                     Finding &finding) const {
         const std::string name(lastComponent(record.getName()));
-        const auto place = _text.span(&record);
+        const auto place = _text.declarations.span(&record);
         const auto isIt = [&name](const std::string &other) { return RtiFedName::equal(name, other); };
         if (missing.empty() || !place || std::any_of(required.begin(), required.end(), isIt))
             return;
@@ -114,19 +107,19 @@ private:
         missing.erase(std::find(missing.begin(), missing.end(), meant));
     }
 
-    const Checker &_text;
+    const BuiltText &_text;
     Requirements _missing;
 };
 
-std::optional<Finding> missing(const Checker &text, const std::function<bool(std::string_view)> &mayStand) {
-    const MomCheck<Objects> objects(text, mayStand);
-    const MomCheck<Interactions> interactions(text, mayStand);
-    Finding finding{&ruleOf(RuleId::momIncomplete), text.parser().span(), {}, {}, {}, {}};
+std::optional<Finding> missing(const BuiltText &text, const std::function<bool(std::string_view)> &mayBeDeclared) {
+    const MomCheck<Objects> objects(text, mayBeDeclared);
+    const MomCheck<Interactions> interactions(text, mayBeDeclared);
+    Finding finding{&ruleOf(RuleId::momIncomplete), text.parser.span(), {}, {}, {}, {}};
     const std::size_t count = objects.describe(finding) + interactions.describe(finding);
-    if (count <= text.parser().numLostNames()) // those may be the missing
+    if (count <= text.parser.numLostNames()) // those may be the missing
         return {};
-    finding.text = "the Management Object Model (MOM) is incomplete, " + std::to_string(count) +
-                   (count == 1 ? " name is missing:" : " names are missing:");
+    finding.text = "the Management Object Model (MOM) is incomplete, " + counted(count, "name") +
+                   (count == 1 ? " is missing:" : " are missing:");
     objects.addLikely(finding);
     interactions.addLikely(finding);
     return finding;
@@ -134,14 +127,14 @@ std::optional<Finding> missing(const Checker &text, const std::function<bool(std
 
 /// The MOM is found without its root, but the database gives it its space by its full name.
 template <class Tree>
-std::optional<Finding> misplaced(const Checker &text) {
-    const auto *manager = Tree::find(text.database(), "Manager");
-    if (!manager || Tree::find(text.database(), std::string(Tree::root) + ".Manager"))
+std::optional<Finding> misplaced(const BuiltText &text) {
+    const auto *manager = Tree::find(text.database, "Manager");
+    if (!manager || Tree::find(text.database, std::string(Tree::kind.root) + ".Manager"))
         return {};
     return Finding{&ruleOf(RuleId::momMisplaced),
-                   text.span(manager),
-                   std::string("the ") + Tree::kind + " \"Manager\" of the MOM stands alone, expected it in \"" +
-                       Tree::root + "\"",
+                   text.declarations.span(manager),
+                   std::string("the ") + Tree::kind.className +
+                       " \"Manager\" of the MOM stands alone, expected it in \"" + Tree::kind.root + "\"",
                    {},
                    {},
                    {}};
@@ -149,9 +142,9 @@ std::optional<Finding> misplaced(const Checker &text) {
 
 } // namespace
 
-std::vector<Finding> momFindings(const Checker &text, const std::function<bool(std::string_view)> &mayStand) {
+std::vector<Finding> momFindings(const BuiltText &text, const std::function<bool(std::string_view)> &mayBeDeclared) {
     std::vector<Finding> findings;
-    for (auto &finding : {missing(text, mayStand), misplaced<Objects>(text), misplaced<Interactions>(text)})
+    for (auto &finding : {missing(text, mayBeDeclared), misplaced<Objects>(text), misplaced<Interactions>(text)})
         if (finding)
             findings.push_back(*finding);
     return findings;

@@ -1,7 +1,7 @@
 #include "tool/check/Suggestion.hh"
 
-#include "infrastructure/RtiFedParser.hh"
 #include "infrastructure/RtiStringUtility.hh"
+#include "tool/console/Text.hh"
 
 #include <algorithm>
 
@@ -61,7 +61,7 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
 }
 
 std::string didYouMean(const std::string &suggestion) {
-    return suggestion.empty() ? "" : "; did you mean \"" + RtiFedParser::printable(suggestion) + "\"?";
+    return suggestion.empty() ? "" : "; did you mean " + quoted(suggestion) + "?";
 }
 
 std::string asWord(std::string_view name) {

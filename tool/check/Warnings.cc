@@ -100,7 +100,7 @@ private:
     }
 
     void warnOfSpace(const RtiFedSpace &space) {
-        const auto place = _text.span(&space);
+        const auto place = _text.declarations().span(&space);
         if (!place) // that of the MOM, which the database adds
             return;
         const RtiFedSpace *found = _database.find(_database.getRoutingSpaceHandle(space.getName()));
@@ -123,10 +123,11 @@ private:
 
     template <class Record>
     void warnOfHidden(RuleId rule, const std::string &noun, const Record &record, const Record &found) {
-        warn(rule, *_text.span(&record),
+        warn(rule, *_text.declarations().span(&record),
              "the " + noun + " " + quoted(record.getName()) +
                  " is declared a second time, and can be found by its handle only")
-            .notes.push_back({*_text.span(&found), "the first, which is found by the name, stands here"});
+            .notes.push_back(
+                {*_text.declarations().span(&found), "the first, which is found by the name, stands here"});
     }
 
     /// Calls `visit` with the record and the space of each attribute and interaction class.
@@ -148,10 +149,10 @@ private:
         std::map<std::string, std::pair<RtiFedSpan, const RtiFedSpace *>> odd; // by spelling
         forEachWithSpace([&](const void *record, RtiSpaceHandle handle) {
             const RtiFedSpace *space = _database.find(handle);
-            const auto place = space ? _text.span(record, 3) : std::nullopt;
-            if (!place || !_text.span(space))
+            const auto place = space ? _text.declarations().span(record, Declarations::space) : std::nullopt;
+            if (!place || !_text.declarations().span(space))
                 return;
-            const std::string written = _text.written(record, 3);
+            const std::string written = _text.declarations().written(record, Declarations::space);
             if (declared.count(written) > 0)
                 return;
             const auto [known, isNew] = odd.emplace(written, std::pair(*place, space));
@@ -159,8 +160,8 @@ private:
                 known->second.first = *place;
         });
         for (const auto &[written, reference] : odd)
-            warnOfCase("space", written, reference.first, reference.second->getName(), *_text.span(reference.second),
-                       "declared");
+            warnOfCase("space", written, reference.first, reference.second->getName(),
+                       *_text.declarations().span(reference.second), "declared");
     }
 
     void warnOfCase(const std::string &noun, std::string_view odd, RtiFedSpan place, std::string_view usual,
@@ -173,21 +174,22 @@ private:
 
     template <class Tree>
     void warnOfRoot() {
-        const auto *root = Tree::find(_database, Tree::root);
-        if (!root || !_text.span(root) || Tree::find(_database, std::string(Tree::root) + ".RTIprivate"))
+        const auto *root = Tree::find(_database, Tree::kind.root);
+        if (!root || !_text.declarations().span(root) ||
+            Tree::find(_database, std::string(Tree::kind.root) + ".RTIprivate"))
             return;
-        Finding &finding = warn(RuleId::noRtiPrivate, *_text.span(root),
-                                std::string("\"") + Tree::root + "\" has no class \"RTIprivate\"");
+        Finding &finding = warn(RuleId::noRtiPrivate, *_text.declarations().span(root),
+                                std::string("\"") + Tree::kind.root + "\" has no class \"RTIprivate\"");
         for (const auto &handle : root->getChildrenClasses())
             if (noteIfNear(finding, *_database.find(handle), "RTIprivate"))
                 return;
     }
 
     void warnOfPrivilege() {
-        const auto *root = Objects::find(_database, Objects::root);
-        if (!root || !_text.span(root) || root->attributeExists("privilegeToDelete"))
+        const auto *root = Objects::find(_database, Objects::kind.root);
+        if (!root || !_text.declarations().span(root) || root->attributeExists("privilegeToDelete"))
             return;
-        Finding &finding = warn(RuleId::noPrivilegeToDelete, *_text.span(root),
+        Finding &finding = warn(RuleId::noPrivilegeToDelete, *_text.declarations().span(root),
                                 "\"ObjectRoot\" has no attribute \"privilegeToDelete\"");
         for (const RtiFedAttribute &attribute : root->members())
             if (noteIfNear(finding, attribute, "privilegeToDelete"))
@@ -197,7 +199,7 @@ private:
     template <class Record>
     bool noteIfNear(Finding &finding, const Record &record, const std::string &missing) const {
         const std::string name(lastComponent(record.getName()));
-        const auto place = _text.span(&record);
+        const auto place = _text.declarations().span(&record);
         if (!place || suggestionFor(name, {missing}).empty())
             return false;
         finding.notes.push_back({*place, quoted(name) + " stands here" + didYouMean(missing)});
@@ -214,13 +216,13 @@ private:
             for (const auto &member : node.members())
                 add(members, member, member.getName());
         }
-        warnOfSpellings(classes, Tree::kind);
-        warnOfSpellings(members, Tree::member);
+        warnOfSpellings(classes, Tree::kind.className);
+        warnOfSpellings(members, Tree::kind.memberName);
     }
 
     template <class Record>
     void add(std::vector<Place> &places, const Record &record, std::string_view name) const {
-        if (const auto place = _text.span(&record))
+        if (const auto place = _text.declarations().span(&record))
             places.push_back({name, *place});
     }
 

@@ -1,7 +1,7 @@
 #include "tool/check/Checker.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/model/Model.hh"
-#include "tool/model/Names.hh"
+#include "tool/console/Text.hh"
+#include "tool/report/FileFindings.hh"
 #include "tool/report/TextReport.hh"
 
 namespace {

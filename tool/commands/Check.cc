@@ -1,5 +1,5 @@
 #include "tool/commands/Commands.hh"
-#include "tool/model/Model.hh"
+#include "tool/report/FileFindings.hh"
 
 #include <limits>
 

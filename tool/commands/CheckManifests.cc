@@ -1,7 +1,7 @@
 #include "tool/commands/Commands.hh"
 #include "tool/model/Fingerprint.hh"
 #include "tool/model/Manifest.hh"
-#include "tool/model/Model.hh"
+#include "tool/report/FileFindings.hh"
 
 #include <cerrno>
 #include <unistd.h>
@@ -22,9 +22,9 @@ public:
             end = std::min(manifest.contents.find('\n', begin), manifest.contents.size());
             checkLine(std::string_view(manifest.contents).substr(begin, end - begin));
         }
-        warn(_numMalformed, "line is improperly formatted", "lines are improperly formatted");
-        warn(_numUnread, "listed file could not be read", "listed files could not be read");
-        warn(_numWrong, "computed checksum did NOT match", "computed checksums did NOT match");
+        warn(_numMalformed, "line", _numMalformed == 1 ? "is improperly formatted" : "are improperly formatted");
+        warn(_numUnread, "listed file", "could not be read");
+        warn(_numWrong, "computed checksum", "did NOT match");
         if (_numLines == 0)
             _err << "rtifed: " << manifest.name << ": no properly formatted checksum lines found\n";
         else if (_numVerified + _numUnread + _numWrong == 0)
@@ -72,9 +72,9 @@ private:
         return line.digits.size() == 8 ? checksumText(*model) : fingerprint(*model);
     }
 
-    void warn(std::size_t number, const char *one, const char *many) {
+    void warn(std::size_t number, const char *noun, const char *problem) {
         if (number > 0)
-            _err << "rtifed: WARNING: " << number << ' ' << (number == 1 ? one : many) << '\n';
+            _err << "rtifed: WARNING: " << counted(number, noun) << ' ' << problem << '\n';
     }
 
     const ManifestOptions &_options;

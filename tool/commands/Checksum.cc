@@ -1,7 +1,7 @@
 #include "tool/commands/Commands.hh"
 #include "tool/model/Fingerprint.hh"
 #include "tool/model/Manifest.hh"
-#include "tool/model/Model.hh"
+#include "tool/report/FileFindings.hh"
 
 Status checksum(const ChecksumOptions &options, const Console &console) {
     return forEachFile(options.fileNames, console, [&](const Input &input) {

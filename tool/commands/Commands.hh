@@ -3,7 +3,7 @@
 #include "tool/console/Console.hh"
 #include "tool/model/Comparison.hh"
 #include "tool/model/Input.hh"
-#include "tool/model/Model.hh"
+#include "tool/report/FileFindings.hh"
 #include "tool/report/Report.hh"
 
 #include <algorithm>

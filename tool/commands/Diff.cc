@@ -1,251 +1,28 @@
-#include "infrastructure/RTI.hh"
-#include "infrastructure/RtiFedParser.hh"
+#include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/console/Json.hh"
-#include "tool/console/TerminalBuffer.hh"
-#include "tool/model/Comparison.hh"
-#include "tool/report/ChangeGroup.hh"
+#include "tool/console/Text.hh"
+#include "tool/report/DiffReport.hh"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
 
-using Verdict = Comparison::Verdict;
-using Change = Comparison::Change;
-using Element = Comparison::Element;
-
-Outline outlineOf(const Input &input) {
+ComparedFile outlined(Input input) {
     try {
-        return Outline(input);
+        Outline outline = readOutline(input);
+        return {std::move(input), std::move(outline)};
     } catch (const RTI::Exception &refused) {
-        throw CannotWork(input.name + ": " + RtiFedParser::printable(refused._reason, 300));
+        throw CannotWork(input.name + ": " + reasonOf(refused));
     }
-}
-
-/// One of the two files.
-struct Side {
-    Input input;
-    Outline outline;
-
-    explicit Side(Input read) : input(std::move(read)), outline(outlineOf(input)) {}
-};
-
-/// The two files, and what changed from one to the other.
-struct Difference {
-    Side before, after;
-    Comparison comparison;
-
-    Difference(Input old, Input now)
-        : before(std::move(old)), after(std::move(now)),
-          comparison(before.outline, after.outline,
-                     before.input.whole && after.input.whole && before.input.contents == after.input.contents) {}
-
-    bool checksumsAgree() const {
-        return before.outline.loads && after.outline.loads && before.outline.checksum == after.outline.checksum;
-    }
-};
-
-// ---- Text
-
-std::size_t numOf(Change::Kind kind, const Comparison &comparison) {
-    const std::vector<Change> &changes = comparison.changes();
-    return static_cast<std::size_t>(
-        std::count_if(changes.begin(), changes.end(), [kind](const Change &change) { return change.kind == kind; }));
-}
-
-/// What the verdict means to a person who runs the federation.
-std::string explanation(const Difference &difference) {
-    const Comparison &comparison = difference.comparison;
-    const std::size_t numMoved = numOf(Change::Kind::renumbered, comparison);
-    const std::string moved = ChangeGroup::counted(numMoved, "handle") + " moved";
-    // A file that does not load has neither image nor checksum. The terms of checksums may cancel out.
-    const std::string disagree =
-        !comparison.handlesCompared() ? "."
-        : difference.checksumsAgree()
-            ? "; the images of the two disagree, but the 32-bit checksums are equal: nobody will notice unless all "
-              "federates "
-              "use the same file."
-            : "; images and checksums of the two disagree, so all federates must use the same file.";
-    switch (comparison.verdict()) {
-    case Verdict::identical:
-        return "the files are the same, byte for byte.";
-    case Verdict::same:
-        return "the models are the same, only the text or the form of the files differs.";
-    case Verdict::relabelled:
-        return "Federates find all names in both as before" + disagree;
-    case Verdict::renumbered:
-        return "Every name is there with the same properties, but " + moved + disagree;
-    case Verdict::additions:
-        return "Everything of the old model is there with the same properties" +
-               (numMoved > 0                   ? ", but " + moved
-                : comparison.handlesCompared() ? " and handles"
-                                               : "") +
-               disagree;
-    case Verdict::incompatible:
-        break;
-    }
-    if (numOf(Change::Kind::refused, comparison) > 0)
-        return "No federation can run with the new file: the library refuses it.";
-    if (numOf(Change::Kind::unclear, comparison) > 0)
-        return "Not all of the files was understood, so nobody can say that federates of the old one work with the new "
-               "one.";
-    return "Something of the old model is gone or different: federates made for it may fail with the new one.";
-}
-
-/// Writes the verdict, what it means, and the changes by groups.
-class TextWriter {
-public:
-    TextWriter(const Difference &difference, bool all, const Console &console)
-        : _difference(difference), _all(all), _console(console) {}
-
-    void write() const {
-        const Comparison &comparison = _difference.comparison;
-        const Verdict verdict = comparison.verdict();
-        _console.out << _difference.before.input.name << " -> " << _difference.after.input.name << ": "
-                     << Comparison::nameOf(verdict)
-                     << (comparison.handlesCompared() || verdict == Verdict::identical
-                             ? ""
-                             : ", as far as it can be understood")
-                     << (verdict <= Verdict::same ? ": " : "\n") << explanation(_difference) << '\n';
-        for (const ChangeGroup &group : ChangeGroup::groupsOf(comparison))
-            write(group);
-    }
-
-private:
-    static constexpr std::size_t kFew = 3; // items of a group
-
-    void write(const ChangeGroup &group) const {
-        _console.out << "  " << colored(group.sign()) << ' ' << group.headline();
-        if (group.size() == 1) {
-            _console.out << placeOf(group[0]) << '\n';
-            writeContents(group[0], "      ");
-        } else if (_all) {
-            _console.out << '\n';
-            for (std::size_t i = 0; i < group.size(); ++i) {
-                _console.out << "      " << group.item(i) << placeOf(group[i]) << '\n';
-                writeContents(group[i], "          ");
-            }
-        } else {
-            writeFew(group);
-        }
-    }
-
-    void writeFew(const ChangeGroup &group) const {
-        if (group[0].kind == Change::Kind::renumbered) { // of which nobody reads a few
-            _console.out << " (--all)\n";
-            return;
-        }
-        for (std::size_t i = 0; i < std::min(group.size(), kFew); ++i)
-            _console.out << (i > 0 ? ", " : "\n      ") << group.item(i);
-        if (group.size() > kFew)
-            _console.out << ", ... and " << group.size() - kFew << " more (--all)";
-        _console.out << '\n';
-    }
-
-    void writeContents(const Change &change, const char *indent) const {
-        if (!_all)
-            return;
-        const bool gone = change.kind == Change::Kind::removed && change.element().hasMembers();
-        for (const Element &element : change.contents)
-            _console.out << indent << Comparison::nameOf(element.kind) << ' ' << ChangeGroup::shown(element.fullName())
-                         << placeOf(element, gone ? _difference.before : _difference.after) << '\n';
-    }
-
-    /// Where it stands now, unless the text names the place where it stood.
-    std::string placeOf(const Change &change) const {
-        const bool now = change.after && change.after->place && change.kind != Change::Kind::movedUp;
-        return now             ? placeOf(*change.after, _difference.after)
-               : change.before ? placeOf(*change.before, _difference.before)
-                               : "";
-    }
-
-    static std::string placeOf(const Element &element, const Side &side) {
-        return element.place ? " (" + side.input.name + ':' + std::to_string(element.place->line) + ')' : "";
-    }
-
-    Colored colored(char sign) const {
-        const char *color = sign == '-' ? "\033[31m" : sign == '+' ? "\033[32m" : "\033[33m";
-        return {_console.color ? color : nullptr, {sign}};
-    }
-
-    const Difference &_difference;
-    const bool _all;
-    const Console &_console;
-};
-
-// ---- JSON
-
-Json jsonOf(const Side &side) {
-    return {{"file", side.input.name},
-            {"form", side.input.isImage() ? "image" : "text"},
-            {"loads", side.outline.loads},
-            {"federation", side.outline.federation},
-            {"version", side.outline.version}};
-}
-
-Json jsonOf(const std::optional<RtiFedPosition> &place) {
-    return place ? Json{{"line", place->line}, {"column", place->column}} : Json();
-}
-
-Json jsonOf(const Element &element) {
-    return {{"subject", Comparison::nameOf(element.kind)}, {"in", element.owner}, {"name", element.name}};
-}
-
-/// A number for what is one, and nothing for what has no value.
-Json valueOf(const Change &change, const Element &element) {
-    if (change.kind == Change::Kind::renumbered || change.kind == Change::Kind::reordered)
-        return element.handle;
-    const std::string value = change.value(element);
-    return value.empty() ? Json() : Json(value);
-}
-
-Json jsonOf(const Change &change) {
-    Json json{{"kind", Comparison::nameOf(change.kind)},
-              {"meaning", Comparison::nameOf(Comparison::meaning(change.kind))}};
-    json.update(jsonOf(change.element()));
-    if (change.before && change.after) {
-        json["from"] = valueOf(change, *change.before);
-        json["to"] = valueOf(change, *change.after);
-    }
-    if (change.before && change.before->place)
-        json["old_place"] = jsonOf(change.before->place);
-    if (change.after && change.after->place)
-        json["new_place"] = jsonOf(change.after->place);
-    if (change.contents.empty())
-        return json;
-    Json contents = Json::array();
-    for (const Element &element : change.contents) {
-        contents.push_back(jsonOf(element));
-        if (element.place)
-            contents.back()["place"] = jsonOf(element.place);
-    }
-    json[change.element().hasMembers() ? "contents" : "moved_down_to"] = std::move(contents);
-    return json;
-}
-
-/// Writes one change a line, so that no whole document is kept.
-void writeJson(const Difference &difference, std::ostream &out) {
-    const Comparison &comparison = difference.comparison;
-    out << "{\"verdict\":" << toLine(Comparison::nameOf(comparison.verdict()))
-        << ",\n\"old\":" << toLine(jsonOf(difference.before)) << ",\n\"new\":" << toLine(jsonOf(difference.after))
-        << ",\n\"handles_compared\":" << toLine(comparison.handlesCompared()) << ",\n\"checksums_agree\":"
-        << toLine(comparison.handlesCompared() ? Json(difference.checksumsAgree()) : Json()) << ",\n\"changes\":[";
-    const char *separator = "\n";
-    for (const Change &change : comparison.changes()) {
-        out << separator << toLine(jsonOf(change));
-        separator = ",\n";
-    }
-    out << "\n]}\n";
 }
 
 /// Says of what the library refuses that it was compared nevertheless.
 void noteRefused(const Difference &difference, std::ostream &err) {
-    if (difference.comparison.verdict() == Verdict::identical)
+    if (difference.comparison.verdict() == Comparison::Verdict::identical)
         return;
-    for (const Side *side : {&difference.before, &difference.after})
-        if (!side->outline.loads)
-            err << "rtifed: " << side->input.name
+    for (const ComparedFile *file : {&difference.before, &difference.after})
+        if (!file->outline.loads)
+            err << "rtifed: " << file->input.name
                 << " does not load: what can be understood of it is compared, without handles; rtifed check tells "
                    "why\n";
 }
@@ -255,15 +32,15 @@ void noteRefused(const Difference &difference, std::ostream &err) {
 Status diff(const DiffOptions &options, const Console &console) {
     if (options.oldName == "-" && options.newName == "-")
         throw CannotWork("standard input can be one of the files, not both");
-    const Difference difference(readInput(options.oldName, console.stdinName),
-                                readInput(options.newName, console.stdinName));
-    const Comparison &comparison = difference.comparison;
+    Input before = readInput(options.oldName, console.stdinName), after = readInput(options.newName, console.stdinName);
+    ComparedFile old = outlined(std::move(before));
+    const Difference difference(std::move(old), outlined(std::move(after)));
     if (!options.quiet) {
         noteRefused(difference, console.err);
         if (options.format == DiffFormat::json)
-            writeJson(difference, console.out);
+            writeDifferenceAsJson(difference, console.out);
         else
-            TextWriter(difference, options.all, console).write();
+            writeDifference(difference, options.all, console);
     }
-    return comparison.verdict() >= options.failOn ? wrong : done;
+    return difference.comparison.verdict() >= options.failOn ? wrong : done;
 }

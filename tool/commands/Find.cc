@@ -2,8 +2,10 @@
 #include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/Line.hh"
+#include "tool/console/Text.hh"
 #include "tool/model/Names.hh"
 #include "tool/model/Outline.hh"
+#include "tool/report/FileFindings.hh"
 
 #include <unordered_set>
 
@@ -11,55 +13,51 @@ namespace {
 
 constexpr std::size_t kFew = 5; // of a list are shown unless all are wanted
 
-std::string count(std::size_t number, const char *one, const char *many) {
-    return std::to_string(number) + " " + (number == 1 ? one : many);
-}
-
-/// Something that a model declares.
+/// A class, attribute, parameter, space or dimension of a model.
 struct Declaration {
     const char *kind;
-    std::string path;        // its name behind that of its class or space
-    std::size_t ownNameSize; // how much of that is its own name
+    std::string path; // its name, after that of its class or space and a dot
+    std::size_t ownNameSize;
     std::string handle;
     std::optional<RtiFedPosition> place;
-    const Outline::Classes *classes = nullptr; // for a class or its member, the tree
+    const TreeKind *tree = nullptr; // of a class or its member
+    const Outline::Classes *classes = nullptr;
     std::size_t classIndex = 0;
     const Outline::Member *member = nullptr;
     const Outline::Space *space = nullptr;
 
     std::string_view ownName() const { return std::string_view(path).substr(path.size() - ownNameSize); }
-    bool isMember() const { return member && classes; }
-    bool isClass() const { return !member && classes; }
+    bool isMember() const { return member && tree; }
+    bool isClass() const { return !member && tree; }
 };
 
 /// Calls `visit` with each declaration of the model.
 template <class Visit>
 void forEachDeclaration(const Outline &outline, Visit visit) {
     const auto visitMember = [&](const char *kind, const std::string &owner, const Outline::Member &member,
-                                 const Outline::Classes *classes, std::size_t index) {
+                                 const TreeKind *tree, std::size_t index) {
         visit(Declaration{kind, owner + '.' + member.name, member.name.size(), std::to_string(member.handle),
-                          member.place, classes, index, &member, nullptr});
+                          member.place, tree, tree ? &outline.classes(*tree) : nullptr, index, &member, nullptr});
     };
     for (const Outline::Space &space : outline.spaces) {
-        visit(Declaration{"space", space.name, space.name.size(), std::to_string(space.handle), space.place, nullptr, 0,
-                          nullptr, &space});
+        visit(Declaration{"space", space.name, space.name.size(), std::to_string(space.handle), space.place, nullptr,
+                          nullptr, 0, nullptr, &space});
         for (const Outline::Member &dimension : space.dimensions)
             visitMember("dimension", space.name, dimension, nullptr, 0);
     }
-    const auto visitClasses = [&](const char *kind, const char *memberKind, const Outline::Classes &classes) {
+    for (const TreeKind *tree : kTreeKinds) {
+        const Outline::Classes &classes = outline.classes(*tree);
         for (std::size_t i = 0; i < classes.size(); ++i) {
             const Outline::Class &node = classes[i];
-            visit(Declaration{kind, node.name, lastComponent(node.name).size(), std::to_string(node.handle), node.place,
-                              &classes, i, nullptr, nullptr});
+            visit(Declaration{tree->className, node.name, lastComponent(node.name).size(), std::to_string(node.handle),
+                              node.place, tree, &classes, i, nullptr, nullptr});
             for (const Outline::Member &member : node.members)
-                visitMember(memberKind, node.name, member, &classes, i);
+                visitMember(tree->memberName, node.name, member, tree, i);
         }
-    };
-    visitClasses("object class", "attribute", outline.objects);
-    visitClasses("interaction class", "parameter", outline.interactions);
+    }
 }
 
-/// The declarations of a name: those that are called so, or else the members that a class of that name inherits.
+/// Finds the declarations of a name; if there are none, the inherited member that the name may mean.
 class Finder {
 public:
     Finder(const Outline &outline, const std::string &name) : _outline(outline), _name(name) {
@@ -72,7 +70,7 @@ public:
 
     std::vector<Declaration> hits;
 
-    /// What may have been meant if there are none.
+    /// A similar name, for a name without declarations.
     std::string suggestion() const {
         std::vector<std::string> near;
         forEachDeclaration(
@@ -89,31 +87,36 @@ private:
         });
     }
 
-    /// Takes the name as that of a class and a member that it inherits.
+    /// Reads the name as CLASS.MEMBER, with a member that the class inherits.
+    ///
+    /// The idea: collect the classes that declare a member of this name, then walk up from each class that CLASS may
+    /// mean to the first of them. Names of classes are compared only once a class, whatever the number of members.
     void collectInherited() {
         const std::size_t dot = _name.rfind('.');
         if (dot == std::string::npos)
             return;
         const std::string_view name(_name), className = name.substr(0, dot), memberName = name.substr(dot + 1);
-        const auto isSo = [&](const Declaration &declaration) {
+        const auto hasMemberName = [&](const Declaration &declaration) {
             return declaration.isMember() && RtiFedName::equal(declaration.ownName(), memberName);
         };
-        std::unordered_set<const Outline::Class *> declaring, wanted;
+        std::unordered_set<const Outline::Class *> declaring, inherited;
         forEachDeclaration(_outline, [&](const Declaration &declaration) {
-            if (isSo(declaration))
+            if (hasMemberName(declaration))
                 declaring.insert(&declaration.classes->at(declaration.classIndex));
         });
-        for (const Outline::Classes *classes : {&_outline.objects, &_outline.interactions})
-            for (const Outline::Class &node : *classes) {
-                const Outline::Class *above = &node;
+        for (const TreeKind *tree : kTreeKinds) {
+            const Outline::Classes &classes = _outline.classes(*tree);
+            for (const Outline::Class &node : classes) {
+                const Outline::Class *ancestor = &node;
                 if (endsIn(node.name, className))
-                    while (above->parent != Outline::kNone && declaring.count(above) == 0)
-                        above = &classes->at(above->parent);
-                if (above != &node && declaring.count(above) > 0)
-                    wanted.insert(above);
+                    while (ancestor->parent != Outline::kNone && declaring.count(ancestor) == 0)
+                        ancestor = &classes[ancestor->parent];
+                if (ancestor != &node && declaring.count(ancestor) > 0)
+                    inherited.insert(ancestor);
             }
+        }
         collect([&](const Declaration &declaration) {
-            return isSo(declaration) && wanted.count(&declaration.classes->at(declaration.classIndex)) > 0;
+            return hasMemberName(declaration) && inherited.count(&declaration.classes->at(declaration.classIndex)) > 0;
         });
     }
 
@@ -121,7 +124,7 @@ private:
     const std::string &_name;
 };
 
-/// How many attributes and interaction classes are in a space.
+/// Counts the attributes and interaction classes in a space.
 std::string usesOf(const std::string &space, const Outline &outline) {
     std::size_t attributes = 0, interactions = 0;
     const auto isIn = [&](const Outline::Properties &properties) { return RtiFedName::equal(properties.space, space); };
@@ -130,8 +133,7 @@ std::string usesOf(const std::string &space, const Outline &outline) {
             attributes += isIn(attribute.properties) ? 1 : 0;
     for (const Outline::Class &node : outline.interactions)
         interactions += isIn(node.properties) ? 1 : 0;
-    return "used by " + count(attributes, "attribute", "attributes") + " and " +
-           count(interactions, "interaction class", "interaction classes");
+    return "used by " + counted(attributes, "attribute") + " and " + counted(interactions, "interaction class");
 }
 
 class HitPrinter {
@@ -140,11 +142,8 @@ public:
         : _options(options), _fileName(fileName), _outline(outline), _console(console) {}
 
     void print(const Declaration &hit) {
-        std::string place = _fileName + ": ";
-        if (hit.place)
-            place = _fileName + ':' + std::to_string(hit.place->line) + ':' + std::to_string(hit.place->column) + ": ";
         Line line;
-        line.add(place).add(hit.kind).add(" ").add(shown(hit.path), Line::strong);
+        line.add(textOf(_fileName, hit.place) + ": ").add(hit.kind).add(" ").add(shown(hit.path), Line::strong);
         if (_outline.loads)
             line.add(", handle " + hit.handle);
         const std::string description = describe(hit);
@@ -177,21 +176,21 @@ private:
     static std::string describeClass(const Declaration &hit) {
         const Outline::Class &node = hit.classes->at(hit.classIndex);
         std::size_t inherited = 0;
-        for (std::size_t above = node.parent; above != Outline::kNone; above = hit.classes->at(above).parent)
-            inherited += hit.classes->at(above).members.size();
+        for (std::size_t ancestor = node.parent; ancestor != Outline::kNone;
+             ancestor = hit.classes->at(ancestor).parent)
+            inherited += hit.classes->at(ancestor).members.size();
         std::string words = describe(node.properties);
         words += words.empty() ? "" : ", ";
-        words += std::string_view(hit.kind) == "object class" ? count(node.members.size(), "attribute", "attributes")
-                                                              : count(node.members.size(), "parameter", "parameters");
+        words += counted(node.members.size(), hit.tree->memberName);
         if (inherited > 0)
             words += ", " + std::to_string(inherited) + " inherited";
-        if (node.numBelow > 0)
-            words += ", " + count(node.numBelow, "class", "classes") + " below";
+        if (node.numDescendants > 0)
+            words += ", " + counted(node.numDescendants, "class") + " below";
         return words;
     }
 
     std::string describeSpace(const Outline::Space &space) {
-        const std::string dimensions = count(space.dimensions.size(), "dimension", "dimensions") + ", ";
+        const std::string dimensions = counted(space.dimensions.size(), "dimension") + ", ";
         if (_spaceSeen) // all hits have one name
             return dimensions + "found by its handle only, since its name is taken";
         _spaceSeen = true;
@@ -201,17 +200,16 @@ private:
     void printLaterPlaces(const std::vector<RtiFedPosition> &places) const {
         for (const RtiFedPosition &place : places) {
             Line line;
-            line.add("    declared again, which the library refuses, at " + std::to_string(place.line) + ':' +
-                     std::to_string(place.column));
+            line.add("    declared again, which the library refuses, at " + textOf(place));
             print(line);
         }
     }
 
     void printInheriting(const Outline::Classes &classes, std::size_t declaring) const {
-        const std::size_t number = classes[declaring].numBelow;
+        const std::size_t number = classes[declaring].numDescendants;
         if (number == 0)
             return;
-        print(Line().add("    inherited by " + count(number, "class", "classes") + ":"));
+        print(Line().add("    inherited by " + counted(number, "class") + ":"));
         const std::size_t most = _options.all || number == kFew + 1 ? number : kFew;
         std::size_t printed = 0;
         std::vector<std::size_t> waiting{declaring};
@@ -226,7 +224,7 @@ private:
             print(Line().add("        ... and " + std::to_string(number - most) + " more (--all)"));
     }
 
-    /// Lines are not cut: what stands at their end is the result.
+    /// Lines are not cut to the width of the terminal: their ends hold results.
     void print(const Line &line) const {
         Console unlimited = _console;
         unlimited.width = 0;
@@ -253,7 +251,7 @@ Status find(const FindOptions &options, const Console &console) {
     if (options.quiet)
         return status;
     if (finder.hits.empty())
-        console.err << input.name << ": nothing is called \"" << shown(options.name) << '"'
+        console.err << input.name << ": nothing is called " << quoted(options.name, std::string::npos)
                     << didYouMean(finder.suggestion()) << '\n';
     HitPrinter printer(options, input.name, *outline, console);
     for (const Declaration &hit : finder.hits)

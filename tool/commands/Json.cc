@@ -4,34 +4,23 @@
 #include "tool/model/Fingerprint.hh"
 #include "tool/model/Model.hh"
 #include "tool/model/Outline.hh"
-
-#include <nlohmann/json.hpp>
+#include "tool/report/FileFindings.hh"
 
 #include <algorithm>
 
 namespace {
 
-using Json = nlohmann::json;
-
-constexpr int kFormatVersion = 1; // to be raised when a key goes or changes its meaning
+constexpr int kFormatVersion = 1; // to be raised when a key is removed or changes its meaning
 
 Json orNull(const std::string &text) {
     return text.empty() ? Json() : Json(text);
 }
 
-/// What the two kinds of classes are called.
-struct Kind {
-    const char *classes, *members, *membersFrom, *effectiveMembers;
-    bool membersHaveProperties;
-};
-constexpr Kind kObjects = {"objectClasses", "attributes", "attributesFrom", "effectiveAttributes", true};
-constexpr Kind kInteractions = {"interactionClasses", "parameters", "parametersFrom", "effectiveParameters", false};
-
 /// Writes a model as docs/model.schema.json describes it.
 class ModelWriter {
 public:
     ModelWriter(const Outline &outline, bool effective, std::ostream &os)
-        : _outline(outline), _effective(effective), _json(os) {}
+        : _outline(outline), _effective(effective), _json(os, JsonWriter::Layout::indented) {}
 
     /// `database` is null for a file that the library refuses.
     void write(const std::string &fileName, const RtiFedDatabase *database) {
@@ -48,8 +37,8 @@ public:
             writeArray("dimensions", space.dimensions,
                        [&](const Outline::Member &dimension) { writeDeclaration(dimension); });
         });
-        writeClasses(kObjects, _outline.objects);
-        writeClasses(kInteractions, _outline.interactions);
+        for (const TreeKind *tree : kTreeKinds)
+            writeClasses(*tree, _outline.classes(*tree));
         _json.endObject();
     }
 
@@ -65,51 +54,53 @@ private:
         _json.endArray();
     }
 
-    void writeClasses(const Kind &kind, const Outline::Classes &classes) {
-        writeArray(kind.classes, classes, [&](const Outline::Class &node) {
+    void writeClasses(const TreeKind &tree, const Outline::Classes &classes) {
+        writeArray(tree.classesKey, classes, [&](const Outline::Class &node) {
             writeDeclaration(node);
             _json.member("parent", node.parent == Outline::kNone ? Json() : Json(classes[node.parent].name));
-            if (!kind.membersHaveProperties)
+            if (!tree.membersHaveProperties)
                 writeProperties(node.properties);
-            writeArray(kind.members, node.members, [&](const Outline::Member &member) {
+            writeArray(tree.membersKey, node.members, [&](const Outline::Member &member) {
                 writeDeclaration(member);
-                if (kind.membersHaveProperties)
+                if (tree.membersHaveProperties)
                     writeProperties(member.properties);
             });
-            writeInheritance(kind, classes, static_cast<std::size_t>(&node - classes.data()));
+            writeInheritance(tree, classes, static_cast<std::size_t>(&node - classes.data()));
         });
     }
 
-    void writeInheritance(const Kind &kind, const Outline::Classes &classes, std::size_t index) {
-        std::vector<std::size_t> from; // the class and those above it that declare members
-        for (std::size_t above = index; above != Outline::kNone; above = classes[above].parent)
-            if (!classes[above].members.empty())
-                from.push_back(above);
+    void writeInheritance(const TreeKind &tree, const Outline::Classes &classes, std::size_t index) {
+        std::vector<std::size_t> from; // the class and its ancestors, as far as they declare members
+        for (std::size_t declaring = index; declaring != Outline::kNone; declaring = classes[declaring].parent)
+            if (!classes[declaring].members.empty())
+                from.push_back(declaring);
         std::reverse(from.begin(), from.end());
-        _json.key(kind.membersFrom).beginArray();
-        for (const std::size_t above : from)
-            _json.value(above);
+        _json.key(tree.membersFromKey).beginArray();
+        for (const std::size_t declaring : from)
+            _json.value(declaring);
         _json.endArray();
         if (!_effective)
             return;
-        _json.key(kind.effectiveMembers).beginArray();
-        for (const std::size_t above : from)
-            for (const Outline::Member &member : classes[above].members) {
+        _json.key(tree.effectiveMembersKey).beginArray();
+        for (const std::size_t declaring : from)
+            for (const Outline::Member &member : classes[declaring].members) {
                 _json.beginObject();
                 _json.member("name", member.name);
-                _json.member("declaredBy", classes[above].name);
+                _json.member("declaredBy", classes[declaring].name);
                 _json.endObject();
             }
         _json.endArray();
     }
 
-    /// What all that is declared has: name, handle and place.
+    /// Writes what every declaration has: name, handle and place.
     template <class Declared>
     void writeDeclaration(const Declared &declared) {
         _json.member("name", declared.name);
         _json.member("handle", _outline.loads ? Json(declared.handle) : Json());
-        if (!declared.place)
-            return _json.member("place", {});
+        if (!declared.place) {
+            _json.member("place", Json());
+            return;
+        }
         _json.key("place").beginObject();
         _json.member("line", declared.place->line);
         _json.member("column", declared.place->column);

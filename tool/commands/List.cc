@@ -1,5 +1,6 @@
 #include "tool/commands/Commands.hh"
 #include "tool/model/Model.hh"
+#include "tool/report/FileFindings.hh"
 
 #include <sstream>
 
@@ -8,12 +9,9 @@ Status list(const std::string &fileName, const Console &console) {
     const auto model = loadModel(input, console.err);
     if (!model)
         return wrong;
-    std::ostringstream listing; // whole or not at all: an image may refer to what does not exist
-    try {
-        model->dumpDatabase(&listing);
-    } catch (const RTI::Exception &) {
-        console.err << input.name
-                    << ": error: the model refers to a space, transportation or ordering that does not exist\n";
+    std::ostringstream listing; // whole or not at all
+    if (!writeListing(*model, listing)) {
+        console.err << input.name << ": error: " << kDanglingReference << '\n';
         return wrong;
     }
     console.out << listing.str();

@@ -1,6 +1,6 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/OutputFile.hh"
-#include "tool/model/Model.hh"
+#include "tool/report/FileFindings.hh"
 
 #include <cerrno>
 #include <cstdio>

@@ -4,8 +4,10 @@
 #include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/Line.hh"
+#include "tool/console/Text.hh"
 #include "tool/model/Names.hh"
 #include "tool/model/Outline.hh"
+#include "tool/report/FileFindings.hh"
 
 #include <algorithm>
 
@@ -13,9 +15,9 @@ namespace {
 
 /// The lines that join the rows of a tree.
 struct Branches {
-    const char *child, *lastChild; // in front of a class
-    const char *below, *belowLast; // in front of what is below it
-    const char *member;            // in front of a member of a class that has classes below
+    const char *child, *lastChild; // before a class
+    const char *below, *belowLast; // before the rows below it
+    const char *member;            // before a member of a class that has subclasses
 };
 constexpr Branches kUnicodeBranches = {"├── ", "└── ", "│   ", "    ", "│     "};
 constexpr Branches kAsciiBranches = {"|-- ", "`-- ", "|   ", "    ", "|     "};
@@ -31,7 +33,7 @@ struct Row {
 
 const Outline::Properties kNoProperties;
 
-/// Widths of the longest known transportation and ordering, and of what stands behind a name in most models.
+/// Widths of the longest known transportation and ordering, and of the columns after the name in most models.
 constexpr std::size_t kTransportationWidth = 11, kOrderingWidth = 9, kPropertiesWidth = 36;
 
 class TreePrinter {
@@ -48,15 +50,16 @@ public:
             .add(orNone(outline.version), Line::strong)
             .print(_console);
         printSection("Routing spaces", outline.spaces, [&](auto visit) { walkSpaces(outline.spaces, visit); });
-        printSection("Object classes", outline.objects, [&](auto visit) { walkRoots(outline.objects, visit); });
-        printSection("Interaction classes", outline.interactions,
-                     [&](auto visit) { walkRoots(outline.interactions, visit); });
+        for (const TreeKind *tree : kTreeKinds) {
+            const Outline::Classes &classes = outline.classes(*tree);
+            printSection(tree->heading, classes, [&](auto visit) { walkRoots(classes, visit); });
+        }
     }
 
     void printClass(const Outline::Classes &classes, std::size_t index) const {
         printAligned([&](auto visit) {
-            std::string around;
-            walk(classes, index, "", around, 1, visit);
+            std::string indent;
+            walk(classes, index, "", indent, 1, visit);
         });
     }
 
@@ -117,43 +120,41 @@ private:
         for (std::size_t i = 0; i < classes.size(); ++i)
             if (classes[i].parent == Outline::kNone)
                 roots.push_back(i);
-        std::string around;
-        walkAll(classes, roots, around, 1, visit);
+        std::string indent;
+        walkAll(classes, roots, indent, 1, visit);
     }
 
-    /// Visits classes with one parent, and all below them. `around` is what stands in front of each.
+    /// Visits sibling classes and their descendants. `indent` precedes the branches of each.
     template <class Visit>
-    void walkAll(const Outline::Classes &classes, const std::vector<std::size_t> &siblings, std::string &around,
+    void walkAll(const Outline::Classes &classes, const std::vector<std::size_t> &siblings, std::string &indent,
                  std::size_t level, Visit visit) const {
-        const std::size_t size = around.size();
+        const std::size_t size = indent.size();
         for (const std::size_t index : siblings) {
             const bool last = index == siblings.back();
-            const std::string branches = around + (last ? _branches.lastChild : _branches.child);
-            around += last ? _branches.belowLast : _branches.below;
-            walk(classes, index, branches, around, level, visit);
-            around.resize(size);
+            const std::string branches = indent + (last ? _branches.lastChild : _branches.child);
+            indent += last ? _branches.belowLast : _branches.below;
+            walk(classes, index, branches, indent, level, visit);
+            indent.resize(size);
         }
     }
 
     template <class Visit>
-    void walk(const Outline::Classes &classes, std::size_t index, const std::string &branches, std::string &around,
+    void walk(const Outline::Classes &classes, std::size_t index, const std::string &branches, std::string &indent,
               std::size_t level, Visit visit) const {
         const Outline::Class &node = classes[index];
-        const bool cut = level == _options.depth && node.numBelow > 0;
+        const bool cut = level == _options.depth && node.numDescendants > 0;
         visit(Row{branches, branches.empty() || node.parent == Outline::kNone ? shown(node.name) : ownName(node),
-                  Line::strong, node.properties,
-                  cut ? "(" + std::to_string(node.numBelow) + (node.numBelow == 1 ? " class" : " classes") + " below)"
-                      : ""});
+                  Line::strong, node.properties, cut ? "(" + counted(node.numDescendants, "class") + " below)" : ""});
         if (!_options.classesOnly)
-            walkMembers(classes, index, around + (cut || node.children.empty() ? kNoBranch : _branches.member), visit);
+            walkMembers(classes, index, indent + (cut || node.children.empty() ? kNoBranch : _branches.member), visit);
         if (!cut)
-            walkAll(classes, node.children, around, level + 1, visit);
+            walkAll(classes, node.children, indent, level + 1, visit);
     }
 
     template <class Visit>
     void walkMembers(const Outline::Classes &classes, std::size_t index, const std::string &branches,
                      Visit visit) const {
-        std::vector<std::size_t> from{index}; // the class, and those above it
+        std::vector<std::size_t> from{index}; // the class and, if wanted, its ancestors
         while (_options.inherited && classes[from.back()].parent != Outline::kNone)
             from.push_back(classes[from.back()].parent);
         for (auto owner = from.rbegin(); owner != from.rend(); ++owner)
@@ -174,7 +175,8 @@ private:
     const Branches &_branches;
 };
 
-/// The classes that are meant by a name: by its full name, with or without the root, else by the end of it.
+/// Returns the classes that a name means: those of this full name, with or without the root, else those whose name ends
+/// in it.
 std::vector<std::size_t> classesNamed(const std::string &name, std::string_view rootPrefix,
                                       const Outline::Classes &classes) {
     std::vector<std::size_t> byFullName, byEnd;
@@ -189,12 +191,8 @@ std::vector<std::size_t> classesNamed(const std::string &name, std::string_view 
     return byFullName.empty() ? byEnd : byFullName;
 }
 
-std::string quoted(std::string_view name) {
-    return '"' + shown(name) + '"';
-}
-
-/// Prints the class that is meant in each of the two trees. Returns whether there is one in at least one of them, and
-/// none that could be several.
+/// Prints the class that the name means in each of the two trees. Returns false if neither tree has one, or if it is
+/// ambiguous in one of them.
 bool printNamed(const TreeOptions &options, const std::string &fileName, const Outline &outline,
                 const Console &console) {
     const std::string &name = options.className;
@@ -204,9 +202,9 @@ bool printNamed(const TreeOptions &options, const std::string &fileName, const O
                                           std::pair(&outline.interactions, RtiFedInteractionClass::_rootPrefix)}) {
         const std::vector<std::size_t> found = classesNamed(name, prefix, *classes);
         if (found.size() > 1) {
-            console.err << fileName << ": there are " << found.size() << " classes " << quoted(name) << ", such as "
-                        << quoted(classes->at(found[0]).name) << " and " << quoted(classes->at(found[1]).name)
-                        << "; give more of the name\n";
+            console.err << fileName << ": there are " << found.size() << " classes " << quoted(name, std::string::npos)
+                        << ", such as " << quoted(classes->at(found[0]).name, std::string::npos) << " and "
+                        << quoted(classes->at(found[1]).name, std::string::npos) << "; give more of the name\n";
             return false;
         }
         if (found.size() == 1)
@@ -215,8 +213,8 @@ bool printNamed(const TreeOptions &options, const std::string &fileName, const O
             candidates.emplace_back(endLike(node.name, name));
     }
     if (meant.empty())
-        console.err << fileName << ": there is no class " << quoted(name) << didYouMean(suggestionFor(name, candidates))
-                    << '\n';
+        console.err << fileName << ": there is no class " << quoted(name, std::string::npos)
+                    << didYouMean(suggestionFor(name, candidates)) << '\n';
     for (const auto &[classes, index] : meant) {
         if (classes != meant.front().first)
             console.out << '\n';

@@ -1,6 +1,6 @@
 #include "tool/console/OutputFile.hh"
 
-#include "tool/model/Input.hh"
+#include "tool/console/CannotWork.hh"
 
 #include <cerrno>
 #include <cstdio>
@@ -12,8 +12,8 @@
 
 namespace {
 
-/// The file that a symbolic link leads to: a rename would put the new file in the place of the link.
-std::string behindLinks(const std::string &fileName) {
+/// Follows symbolic links: a rename would replace the link itself.
+std::string linkTarget(const std::string &fileName) {
     std::error_code error;
     if (!std::filesystem::is_symlink(fileName, error))
         return fileName;
@@ -23,7 +23,7 @@ std::string behindLinks(const std::string &fileName) {
     return target;
 }
 
-/// A file descriptor that is closed, and a file that is removed, unless all went well.
+/// The new file until it is complete; closed and removed if it does not get that far.
 class Draft {
 public:
     explicit Draft(const std::string &fileName) : _fileName(fileName) {
@@ -35,12 +35,12 @@ public:
             const mode_t mask = umask(0);
             umask(mask);
             _mode = exists ? status.st_mode & 07777 : 0666 & ~mask;
-            _target = behindLinks(fileName);
+            _target = linkTarget(fileName);
             _draftName = _target + ".XXXXXX";
             _file = mkstemp(_draftName.data());
         }
         if (_file < 0)
-            fail();
+            throwError();
     }
     ~Draft() {
         const int error = errno;
@@ -59,7 +59,7 @@ public:
             if (written < 0 && errno == EINTR)
                 continue;
             if (written < 0)
-                fail();
+                throwError();
             bytes += written;
             size -= static_cast<std::size_t>(written);
         }
@@ -68,22 +68,22 @@ public:
     void finish() {
         if (!_draftName.empty() &&
             (fchmod(_file, _mode) != 0 || fsync(_file) != 0 || rename(_draftName.c_str(), _target.c_str()) != 0))
-            fail();
+            throwError();
         const int file = _file;
         _file = -1;
         if (close(file) != 0)
-            fail();
+            throwError();
     }
 
 private:
-    [[noreturn]] void fail() const {
+    [[noreturn]] void throwError() const {
         const std::string reason = std::strerror(errno);
         throw CannotWork(_fileName + ": " + reason);
     }
 
     std::string _fileName;
-    std::string _draftName, _target; // what is renamed to what; empty if the file is written in place
-    mode_t _mode = 0;                // that of the new file
+    std::string _draftName, _target; // the draft is renamed to the target; both empty if the file is written in place
+    mode_t _mode = 0;                // of the new file
     int _file = -1;
 };
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-/// Replaces a file by these bytes, whole or not at all: they are written beside it and renamed into its place. Of a
-/// symbolic link, it is the file that it leads to, and there must be one. What is no regular file, such as a device or
-/// a pipe, is written to as it is. Throws CannotWork; the old file then stands.
+/// Replaces a file, whole or not at all: the bytes are written to a new file beside it, which is renamed. A symbolic
+/// link is followed; its target must exist. Anything but a regular file, such as a device or pipe, is written in place.
+/// Throws CannotWork and leaves the old file as it is.
 void writeFile(const std::string &fileName, const void *bytes, std::size_t size);

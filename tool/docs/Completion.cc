@@ -1,13 +1,8 @@
 #include "tool/docs/Completion.hh"
 
-namespace {
+#include "tool/console/Text.hh"
 
-std::string joined(const std::vector<std::string> &words) {
-    std::string line;
-    for (const std::string &word : words)
-        line += (line.empty() ? "" : " ") + word;
-    return line;
-}
+namespace {
 
 /// A text within single quotes of a shell, with a backslash in front of each of `special`.
 std::string inQuotes(const std::string &text, const std::string &special = "") {
@@ -66,12 +61,7 @@ std::string bashCompletion(const std::vector<CommandTexts> &all) {
                          "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD - 1}\"; do\n"
                          "        case $word in\n"
                          "            " +
-                         [&] {
-                             std::string names;
-                             for (const std::string &name : commandNames(all))
-                                 names += (names.empty() ? "" : " | ") + name;
-                             return names;
-                         }() +
+                         joined(commandNames(all), " | ") +
                          ")\n"
                          "                command=$word\n"
                          "                break\n"
@@ -83,18 +73,18 @@ std::string bashCompletion(const std::vector<CommandTexts> &all) {
         const bool ofProgram = command.name.empty();
         const std::vector<OptionTexts> options = ofProgram ? program.options : optionsOf(command, program);
         script += "        " + (ofProgram ? "''" : command.name) + ")\n";
-        script += "            options=" + inQuotes(joined(namesOf(options))) + "\n";
+        script += "            options=" + inQuotes(joined(namesOf(options), " ")) + "\n";
         const std::vector<std::string> operands = ofProgram ? commandNames(all) : operandValues(command);
         if (!operands.empty())
-            script += "            operands=" + inQuotes(joined(operands)) + "\n";
+            script += "            operands=" + inQuotes(joined(operands, " ")) + "\n";
         script += "            case $previous in\n";
         for (const OptionTexts &option : options)
             if (!option.argument.empty())
-                script +=
-                    "                " + option.names.back() + ")\n                    COMPREPLY=(" +
-                    (option.values.empty() ? std::string()
-                                           : "$(compgen -W " + inQuotes(joined(option.values)) + " -- \"$current\")") +
-                    ")\n                    return\n                    ;;\n";
+                script += "                " + option.names.back() + ")\n                    COMPREPLY=(" +
+                          (option.values.empty()
+                               ? std::string()
+                               : "$(compgen -W " + inQuotes(joined(option.values, " ")) + " -- \"$current\")") +
+                          ")\n                    return\n                    ;;\n";
         script += "            esac\n            ;;\n";
     }
     return script + "    esac\n"
@@ -120,13 +110,13 @@ std::string zshArgument(const OptionTexts &option) {
         for (const std::string &name : option.names)
             names += (names.empty() ? "{" : ",") + name + (option.argument.empty() ? "" : "=");
         names += "}";
-        prefix = inQuotes("(" + joined(option.names) + ")");
+        prefix = inQuotes("(" + joined(option.names, " ") + ")");
     } else {
         names = option.names.front() + (option.argument.empty() ? "" : "=");
     }
     std::string argument = "[" + option.purpose + "]";
     if (!option.argument.empty())
-        argument += ":" + option.argument + ":" + (option.values.empty() ? "" : "(" + joined(option.values) + ")");
+        argument += ":" + option.argument + ":" + (option.values.empty() ? "" : "(" + joined(option.values, " ") + ")");
     return prefix + names + inQuotes(argument);
 }
 
@@ -163,7 +153,7 @@ std::string zshCompletion(const std::vector<CommandTexts> &all) {
                                 : operand.required ? ":"
                                                    : "::") +
                                operand.names.front() + ":" +
-                               (operand.isFile() ? "_files" : "(" + joined(operand.values) + ")"));
+                               (operand.isFile() ? "_files" : "(" + joined(operand.values, " ") + ")"));
         script += "\n                    ;;\n";
     }
     return script + "            esac\n"
@@ -181,7 +171,7 @@ std::string fishCompletion(const std::vector<CommandTexts> &all) {
         for (const std::string &name : option.names)
             script += name.rfind("--", 0) == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1);
         if (!option.argument.empty())
-            script += option.values.empty() ? " -x" : " -x -a " + inQuotes(joined(option.values), "\\");
+            script += option.values.empty() ? " -x" : " -x -a " + inQuotes(joined(option.values, " "), "\\");
         script += " -d " + inQuotes(option.purpose, "\\") + "\n";
     };
     for (const OptionTexts &option : program.options)
@@ -196,7 +186,8 @@ std::string fishCompletion(const std::vector<CommandTexts> &all) {
             add(here, option);
         const std::vector<std::string> operands = operandValues(command);
         if (!operands.empty())
-            script += "complete -c rtifed -f -n " + inQuotes(here) + " -a " + inQuotes(joined(operands), "\\") + "\n";
+            script +=
+                "complete -c rtifed -f -n " + inQuotes(here) + " -a " + inQuotes(joined(operands, " "), "\\") + "\n";
     }
     return script;
 }

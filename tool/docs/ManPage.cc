@@ -1,6 +1,7 @@
 #include "tool/docs/ManPage.hh"
 
 #include "infrastructure/RtiStringUtility.hh"
+#include "tool/console/Text.hh"
 
 #include <algorithm>
 #include <sstream>
@@ -146,9 +147,9 @@ std::string manPage(const CommandTexts &command, const std::vector<CommandTexts>
         roff += prose(program.details.substr(begin, program.details.find("\n\n", begin) - begin));
     }
     roff += ".SH SEE ALSO\n";
-    std::string others;
+    std::vector<std::string> others;
     for (const CommandTexts &one : all)
         if (&one != &command)
-            others += (others.empty() ? "" : ", ") + bold(pageName(one)) + "(1)";
-    return roff + others + '\n';
+            others.push_back(bold(pageName(one)) + "(1)");
+    return roff + joined(others) + '\n';
 }

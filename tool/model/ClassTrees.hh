@@ -2,16 +2,15 @@
 
 #include "fed/RtiFedDatabase.hh"
 #include "fed/mom/RtiFedDatabaseMomVerifier.hh"
+#include "tool/model/TreeKind.hh"
 
 #include <string_view>
 
-/// How checks ask one of the two class trees.
+/// The two class trees of a database under one interface, for templates that work on either.
 struct Objects {
     using Node = RtiFedObjectClass;
     using Member = RtiFedAttribute;
-    static constexpr const char *kind = "object class";
-    static constexpr const char *member = "attribute";
-    static constexpr const char *root = "ObjectRoot";
+    static constexpr const TreeKind &kind = kObjectTree;
 
     static Node *find(const RtiFedDatabase &db, std::string_view name) {
         return db.objectClassExists(name) ? db.find(db.getObjectClassHandle(name)) : nullptr;
@@ -26,9 +25,7 @@ struct Objects {
 struct Interactions {
     using Node = RtiFedInteractionClass;
     using Member = RtiFedParameter;
-    static constexpr const char *kind = "interaction class";
-    static constexpr const char *member = "parameter";
-    static constexpr const char *root = "InteractionRoot";
+    static constexpr const TreeKind &kind = kInteractionTree;
 
     static Node *find(const RtiFedDatabase &db, std::string_view name) {
         return db.interactionClassExists(name) ? db.find(db.getInteractionClassHandle(name)) : nullptr;

@@ -58,47 +58,70 @@ std::map<std::pair<std::string, std::size_t>, const Outline::Member *> namedDime
     return dimensions;
 }
 
-} // namespace
+Element::Kind classKindOf(const TreeKind &kind) {
+    return &kind == &kObjectTree ? Element::Kind::objectClass : Element::Kind::interactionClass;
+}
 
-/// The classes of one kind, with look-ups as the library has them.
-struct Comparison::Tree {
-    ClassKinds kinds;
-    const std::vector<Outline::Class> &classes;
-    RtiFedNameMap<const Outline::Class *> byName;
-    std::vector<RtiFedNameMap<const Outline::Member *>> members; // of each class, those it declares
+Element::Kind memberKindOf(const TreeKind &kind) {
+    return &kind == &kObjectTree ? Element::Kind::attribute : Element::Kind::parameter;
+}
 
-    Tree(ClassKinds ofTree, const std::vector<Outline::Class> &all) : kinds(ofTree), classes(all), members(all.size()) {
-        byName.reserve(all.size());
+/// One of the class trees of an outline, with lookups like those of the library.
+class Tree {
+public:
+    Tree(const TreeKind &kind, const Outline &outline)
+        : classes(outline.classes(kind)), _classKind(classKindOf(kind)), _memberKind(memberKindOf(kind)),
+          _members(classes.size()) {
+        const std::vector<Outline::Class> &all = classes;
+        _byName.reserve(all.size());
         for (std::size_t i = 0; i < all.size(); ++i) {
-            byName.insert(all[i].name, &all[i]);
+            _byName.insert(all[i].name, &all[i]);
             for (const Outline::Member &member : all[i].members)
-                members[i].insert(member.name, &member);
+                _members[i].insert(member.name, &member);
         }
     }
 
-    const Outline::Class *find(const Outline::Class &other) const { return byName.find(other.name); }
+    const Outline::Class *find(const Outline::Class &other) const { return _byName.find(other.name); }
 
     const Outline::Class *parentOf(const Outline::Class &node) const {
         return node.parent == Outline::kNone ? nullptr : &classes[node.parent];
     }
 
-    /// The member of that name which the class has or inherits, and the class that declares it; both null if there is
-    /// none. The class may be null.
+    /// The class, or its nearest ancestor, that the other tree has too; null if there is none.
+    const Outline::Class *nearestIn(const Tree &other, const Outline::Class &node) const {
+        const Outline::Class *known = &node;
+        while (known && !other.find(*known))
+            known = parentOf(*known);
+        return known;
+    }
+
+    /// The member of that name which the class declares or inherits, and the class that declares it; both null if there
+    /// is none. The class may be null.
     std::pair<const Outline::Class *, const Outline::Member *> findMember(const Outline::Class *node,
                                                                           std::string_view memberName) const {
         const RtiFedName name = memberName;
         for (; node; node = parentOf(*node))
-            if (const auto *member = members[static_cast<std::size_t>(node - classes.data())].find(name))
+            if (const auto *member = _members[static_cast<std::size_t>(node - classes.data())].find(name))
                 return {node, member};
         return {};
     }
 
-    Element element(const Outline::Class &node) const { return elementOf(kinds.ofClass, node); }
+    Element element(const Outline::Class &node) const { return elementOf(_classKind, node); }
     Element element(const Outline::Class &node, const Outline::Member &member) const {
-        return elementOf(kinds.ofMember, node.name, member);
+        return elementOf(_memberKind, node.name, member);
     }
 
-    /// All members of a class, and all classes below it with theirs, but for classes that the other tree has.
+    /// Returns all members of a class, and all its descendants with theirs, except descendants of classes that the
+    /// other tree has too.
+    std::vector<Element> contentsWithout(const Tree &other, const Outline::Class &node) const {
+        std::vector<Element> contents;
+        collect(node, other, contents);
+        return contents;
+    }
+
+    const std::vector<Outline::Class> &classes;
+
+private:
     void collect(const Outline::Class &node, const Tree &other, std::vector<Element> &contents) const {
         for (const Outline::Member &member : node.members)
             contents.push_back(element(node, member));
@@ -108,6 +131,106 @@ struct Comparison::Tree {
                 collect(classes[child], other, contents);
             }
     }
+
+    Element::Kind _classKind, _memberKind;
+    RtiFedNameMap<const Outline::Class *> _byName;
+    std::vector<RtiFedNameMap<const Outline::Member *>> _members; // for each class, those it declares
+};
+
+} // namespace
+
+/// Finds the changes of one class tree.
+///
+/// The idea: classes match by their full names. A class without a match is added or removed with everything below it,
+/// and is reported at its topmost class only. Members of matching classes match where they are available: one that the
+/// class still inherits moved up and is no loss; one that only subclasses declare now was removed from the class, and
+/// those declarations are noted at its removal.
+class Comparison::ClassTreeComparison {
+public:
+    ClassTreeComparison(Comparison &comparison, const TreeKind &kind, const Outline &before, const Outline &after)
+        : _comparison(comparison), _before(kind, before), _after(kind, after) {}
+
+    void run() {
+        for (const Outline::Class &node : _before.classes)
+            if (const Outline::Class *match = _after.find(node))
+                compareClass(node, *match);
+            else
+                reportRemoved(node);
+        for (const Outline::Class &node : _after.classes) {
+            const bool isNew = !_before.find(node);
+            if (isNew)
+                reportAdded(node);
+            compareNewMembers(node, isNew);
+        }
+    }
+
+private:
+    void compareClass(const Outline::Class &node, const Outline::Class &match) {
+        const Element then = _before.element(node), now = _after.element(match);
+        _comparison.compareElements(then, now);
+        const Outline::Class *parent = _before.parentOf(node), *newParent = _after.parentOf(match);
+        if (!equalInAnyCase(parent ? parent->name : "", newParent ? newParent->name : ""))
+            _comparison.change(Change::Kind::superclass, then, now);
+        for (const Outline::Member &member : node.members)
+            compareMember(node, member, match);
+    }
+
+    void compareMember(const Outline::Class &node, const Outline::Member &member, const Outline::Class &match) {
+        const Element then = _before.element(node, member);
+        const auto [owner, available] = _after.findMember(&match, member.name);
+        if (!available) {
+            _removal[&member] = _comparison._changes.size();
+            _comparison.change(Change::Kind::removed, then, {});
+            return;
+        }
+        const Element now = _after.element(*owner, *available);
+        _matched.insert(available);
+        if (owner != &match)
+            _comparison.change(Change::Kind::movedUp, then, now);
+        _comparison.compareElements(then, now);
+    }
+
+    void reportRemoved(const Outline::Class &node) {
+        const Outline::Class *parent = _before.parentOf(node);
+        if (parent && !_after.find(*parent)) // among the contents of that class
+            return;
+        _comparison.change(Change::Kind::removed, _before.element(node), {});
+        _comparison._changes.back().contents = _before.contentsWithout(_after, node);
+    }
+
+    void reportAdded(const Outline::Class &node) {
+        const Outline::Class *parent = _after.parentOf(node);
+        if (parent && !_before.find(*parent)) // among the contents of that class
+            return;
+        _comparison.change(Change::Kind::added, {}, _after.element(node));
+        _comparison._changes.back().contents = _after.contentsWithout(_before, node);
+    }
+
+    /// Compares the members of a class that no old member matched. If the class was there, or has an ancestor that was,
+    /// a member may redeclare one that was available there.
+    void compareNewMembers(const Outline::Class &node, bool inNewClass) {
+        const Outline::Class *known = _after.nearestIn(_before, node);
+        for (const Outline::Member &member : node.members) {
+            if (_matched.count(&member) > 0)
+                continue;
+            const Element now = _after.element(node, member);
+            const auto [owner, inherited] = _before.findMember(known ? _before.find(*known) : nullptr, member.name);
+            const auto removal = _removal.find(inherited);
+            if (removal != _removal.end())
+                _comparison._changes[removal->second].contents.push_back(now);
+            if (inNewClass) // among the contents of that class
+                continue;
+            if (inherited)
+                _comparison.compareElements(_before.element(*owner, *inherited), now);
+            else
+                _comparison.change(Change::Kind::added, {}, now);
+        }
+    }
+
+    Comparison &_comparison;
+    const Tree _before, _after;
+    std::unordered_set<const Outline::Member *> _matched;              // new members
+    std::unordered_map<const Outline::Member *, std::size_t> _removal; // the index of an old member's change
 };
 
 Comparison::Comparison(const Outline &before, const Outline &after, bool sameBytes)
@@ -121,10 +244,8 @@ Comparison::Comparison(const Outline &before, const Outline &after, bool sameByt
     compareElements(federation, newFederation);
     compareElements({Element::Kind::version, {}, before.version}, {Element::Kind::version, {}, after.version});
     compareSpaces(before, after);
-    const ClassKinds objects{Element::Kind::objectClass, Element::Kind::attribute};
-    compareClasses(Tree(objects, before.objects), Tree(objects, after.objects));
-    const ClassKinds interactions{Element::Kind::interactionClass, Element::Kind::parameter};
-    compareClasses(Tree(interactions, before.interactions), Tree(interactions, after.interactions));
+    for (const TreeKind *kind : kTreeKinds)
+        ClassTreeComparison(*this, *kind, before, after).run();
 }
 
 std::string Comparison::Element::fullName() const {
@@ -162,18 +283,27 @@ std::string Comparison::Change::value(const Element &of) const {
 
 const char *Comparison::nameOf(Verdict verdict) {
     constexpr const char *kNames[] = {"identical", "same", "relabelled", "renumbered", "additions", "incompatible"};
+    static_assert(std::size(kNames) == static_cast<std::size_t>(Verdict::incompatible) + 1);
     return kNames[static_cast<std::size_t>(verdict)];
 }
 
 const char *Comparison::nameOf(Element::Kind kind) {
-    constexpr const char *kNames[] = {"federation", "version",           "space",    "dimension", "object class",
-                                      "attribute",  "interaction class", "parameter"};
+    constexpr const char *kNames[] = {"federation",
+                                      "version",
+                                      "space",
+                                      "dimension",
+                                      kObjectTree.className,
+                                      kObjectTree.memberName,
+                                      kInteractionTree.className,
+                                      kInteractionTree.memberName};
+    static_assert(std::size(kNames) == static_cast<std::size_t>(Element::Kind::parameter) + 1);
     return kNames[static_cast<std::size_t>(kind)];
 }
 
 const char *Comparison::nameOf(Change::Kind kind) {
     constexpr const char *kNames[] = {"renamed",        "renumbered", "added", "moved up",  "removed", "superclass",
                                       "transportation", "ordering",   "space", "reordered", "refused", "unclear"};
+    static_assert(std::size(kNames) == static_cast<std::size_t>(Change::Kind::unclear) + 1);
     return kNames[static_cast<std::size_t>(kind)];
 }
 
@@ -236,64 +366,6 @@ void Comparison::compareDimensions(const Outline::Space &before, const Outline::
     for (const auto &[name, dimension] : dimensionsAfter)
         if (dimensionsBefore.count(name) == 0)
             change(Change::Kind::added, {}, dimensionOf(after, *dimension));
-}
-
-void Comparison::compareClasses(const Tree &before, const Tree &after) {
-    std::unordered_set<const Outline::Member *> found;                  // of the members afterwards
-    std::unordered_map<const Outline::Member *, std::size_t> removedAt; // of the members before, the change
-    for (const Outline::Class &node : before.classes) {
-        const Outline::Class *match = after.find(node);
-        const Outline::Class *parent = before.parentOf(node);
-        if (!match) {
-            if (!parent || after.find(*parent)) {
-                change(Change::Kind::removed, before.element(node), {});
-                before.collect(node, after, _changes.back().contents);
-            }
-            continue;
-        }
-        Element then = before.element(node), now = after.element(*match);
-        compareElements(then, now);
-        const Outline::Class *newParent = after.parentOf(*match);
-        if (!equalInAnyCase(parent ? parent->name : "", newParent ? newParent->name : ""))
-            change(Change::Kind::superclass, then, now);
-        for (const Outline::Member &member : node.members) {
-            then = before.element(node, member);
-            const auto [owner, available] = after.findMember(match, member.name);
-            if (!available) {
-                removedAt[&member] = _changes.size();
-                change(Change::Kind::removed, then, {});
-                continue;
-            }
-            now = after.element(*owner, *available);
-            found.insert(available);
-            if (owner != match)
-                change(Change::Kind::movedUp, then, now);
-            compareElements(then, now);
-        }
-    }
-    for (const Outline::Class &node : after.classes) {
-        const Outline::Class *match = before.find(node);
-        const Outline::Class *known = &node; // the class itself, or the nearest above it, that was there before
-        while (known && !before.find(*known))
-            known = after.parentOf(*known);
-        if (!match && (known == after.parentOf(node))) {
-            change(Change::Kind::added, {}, after.element(node));
-            after.collect(node, before, _changes.back().contents);
-        }
-        for (const Outline::Member &member : node.members) {
-            if (found.count(&member) > 0)
-                continue;
-            const Element now = after.element(node, member);
-            const auto [owner, inherited] = before.findMember(known ? before.find(*known) : nullptr, member.name);
-            const auto removed = removedAt.find(inherited);
-            if (removed != removedAt.end())
-                _changes[removed->second].contents.push_back(now);
-            if (match && inherited)
-                compareElements(before.element(*owner, *inherited), now);
-            else if (match)
-                change(Change::Kind::added, {}, now);
-        }
-    }
 }
 
 /// Compares two that stand for each other.

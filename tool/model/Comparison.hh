@@ -92,14 +92,10 @@ public:
     Verdict verdict() const;
 
 private:
-    struct Tree;
-    struct ClassKinds {
-        Element::Kind ofClass, ofMember;
-    };
+    class ClassTreeComparison;
 
     void compareSpaces(const Outline &before, const Outline &after);
     void compareDimensions(const Outline::Space &before, const Outline::Space &after);
-    void compareClasses(const Tree &before, const Tree &after);
     void compareElements(const Element &before, const Element &after);
     void compareProperties(const Element &before, const Element &after);
     void change(Change::Kind kind, std::optional<Element> before, std::optional<Element> after);

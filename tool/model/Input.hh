@@ -1,22 +1,14 @@
 #pragma once
 
-#include <stdexcept>
+#include "tool/console/CannotWork.hh"
+
 #include <string>
 
-/// What keeps a command from doing its work, such as a file that cannot be opened.
-class CannotWork : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// What is said where memory runs out.
-inline constexpr const char *kOutOfMemory = "out of memory";
-
-/// A file that is named on the command line, or in a list that is.
+/// A file that the command line or a list of checksums names.
 struct Input {
-    std::string name; ///< By which messages call it, and the model its file.
+    std::string name; ///< For messages, and for the model's file name.
     std::string contents;
-    bool whole = true; ///< Whether these are all bytes: a wrong text may not have been read to its end.
+    bool whole = true; ///< False for a text that was not read beyond its first NUL byte or the greatest size.
 
     /// An image begins with the length of a name, whose first byte is zero; FED text never does.
     bool isImage() const { return !contents.empty() && contents[0] == '\0'; }

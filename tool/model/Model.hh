@@ -2,24 +2,21 @@
 
 #include "fed/RtiFedDatabase.hh"
 #include "tool/model/Input.hh"
-#include "tool/report/Report.hh"
 
 #include <memory>
 #include <ostream>
 #include <string>
 
-/// How many findings of a file are shown unless more are asked for: behind these, others often follow from them.
-inline constexpr std::size_t kUsuallyShown = 50;
-
-/// The database of a saved image. Throws RTI::Exception for one that cannot be restored, or has more bytes behind it.
+/// Returns the database of a saved image. Throws RTI::Exception if it cannot be restored, or if bytes follow it.
 std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image);
 
-/// Tells a report what is found in a file and is at least so severe: the errors, then the warnings, so that none of
-/// these hides an error; each in the order of the text. Only the first `most` are shown, and the others counted.
-Tally reportFindings(const Input &input, Severity least, std::size_t most, Report &report);
-
-/// The database of a FED text or saved image. Null if it is found wrong, with its errors written to `complaints`.
-std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints);
-
-/// The same of a file that was found right before.
+/// Returns the database of a FED text or saved image without errors. Throws RTI::Exception or CannotWork.
 std::unique_ptr<RtiFedDatabase> buildModel(const Input &input);
+
+/// Writes the readable listing of a model. Returns false if the model, restored from an image, refers to a space,
+/// transportation or ordering that does not exist; the listing then breaks off.
+bool writeListing(const RtiFedDatabase &model, std::ostream &os);
+
+/// The message about such a model.
+inline constexpr const char *kDanglingReference =
+    "the model refers to a space, transportation or ordering that does not exist";

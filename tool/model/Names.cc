@@ -1,7 +1,6 @@
 #include "tool/model/Names.hh"
 
 #include "fed/storage/RtiFedName.hh"
-#include "infrastructure/RtiFedParser.hh"
 
 #include <algorithm>
 
@@ -21,8 +20,4 @@ std::string_view endLike(std::string_view path, std::string_view name) {
     for (auto dots = std::count(name.begin(), name.end(), '.'); dots >= 0 && begin > 1; --dots)
         begin = path.rfind('.', begin - 2) + 1; // behind the dot; 0 if there is none
     return path.substr(std::min(begin, path.size()));
-}
-
-std::string shown(std::string_view name) {
-    return RtiFedParser::printable(name, std::string::npos);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 /// The dotted names by which people call what a model declares: a class by its full name or the end of it, a member
@@ -14,6 +13,3 @@ bool endsIn(std::string_view path, std::string_view name);
 
 /// The end of `path` that has as many components as `name`, so that the two can be compared; all of it if it has fewer.
 std::string_view endLike(std::string_view path, std::string_view name);
-
-/// The whole name, fit for a terminal.
-std::string shown(std::string_view name);

@@ -1,18 +1,18 @@
 #include "tool/model/Outline.hh"
 
 #include "fed/RtiFedDatabase.hh"
-#include "tool/check/Checker.hh"
-#include "tool/model/Model.hh"
+#include "tool/model/Declarations.hh"
+#include "tool/model/DeliveryWords.hh"
 
 #include <unordered_map>
 
 namespace {
 
-/// Reads a database into an outline. `text` is what it was built from, null if that was an image.
+/// Reads a database into an outline.
 class OutlineReader {
 public:
-    OutlineReader(const RtiFedDatabase &database, const Checker *text, Outline &outline)
-        : _database(database), _text(text), _outline(outline) {}
+    OutlineReader(const RtiFedDatabase &database, const Declarations *declarations, Outline &outline)
+        : _database(database), _declarations(declarations), _outline(outline) {}
 
     void read() {
         _outline.federation = _database.getFederateName();
@@ -24,30 +24,33 @@ public:
 
 private:
     std::optional<RtiFedPosition> place(const void *record) const {
-        return _text ? _text->place(record) : std::nullopt;
+        return _declarations ? _declarations->place(record) : std::nullopt;
     }
     std::vector<RtiFedPosition> laterPlaces(const void *record) const {
-        return _text ? _text->laterPlaces(record) : std::vector<RtiFedPosition>();
+        return _declarations ? _declarations->laterPlaces(record) : std::vector<RtiFedPosition>();
     }
 
-    /// What stands as this argument in the text, or the handle that an image has in its place.
+    /// An argument that the library does not know, as it is written, or the handle that an image has instead.
     template <class Handle>
-    std::string unknown(const void *record, std::size_t argument, const Handle &handle) const {
-        if (_text)
-            return _text->written(record, argument);
+    std::string unknown(const void *record, Declarations::Argument argument, const Handle &handle) const {
+        if (_declarations)
+            return _declarations->written(record, argument);
         return handle == 0 ? std::string() : '#' + std::to_string(handle._value);
+    }
+
+    template <class Handle>
+    std::string word(const DeliveryWords &words, const void *record, Declarations::Argument argument,
+                     const Handle &handle) const {
+        const char *known = shortForm(words, static_cast<unsigned long>(handle._value));
+        return known ? known : unknown(record, argument, handle);
     }
 
     Outline::Properties properties(const void *record, RtiTransportationHandle transportation,
                                    RtiOrderingHandle ordering, RtiSpaceHandle space) const {
         const RtiFedSpace *known = _database.find(space);
-        return {transportation == 2   ? "reliable"
-                : transportation == 1 ? "best_effort"
-                                      : unknown(record, 1, transportation),
-                ordering == 2   ? "timestamp"
-                : ordering == 1 ? "receive"
-                                : unknown(record, 2, ordering),
-                known ? known->getName() : unknown(record, 3, space)};
+        return {word(kTransportations, record, Declarations::transportation, transportation),
+                word(kOrderings, record, Declarations::ordering, ordering),
+                known ? known->getName() : unknown(record, Declarations::space, space)};
     }
 
     Outline::Properties properties(const RtiFedObjectClass &) const { return {}; }
@@ -81,10 +84,10 @@ private:
             readClass(*_database.find(handle), classes, index);
         for (std::size_t i = classes.size(); i-- > 0;)
             if (classes[i].parent != Outline::kNone)
-                classes[classes[i].parent].numBelow += 1 + classes[i].numBelow;
+                classes[classes[i].parent].numDescendants += 1 + classes[i].numDescendants;
     }
 
-    /// Reads a class behind its parent, whose handle may be the greater one in an image; returns its index.
+    /// Reads a class after its superclass, whose handle may be the greater one in an image; returns its index.
     template <class Node>
     std::size_t readClass(const Node &node, Outline::Classes &classes,
                           std::unordered_map<const void *, std::size_t> &index) const {
@@ -110,36 +113,13 @@ private:
     }
 
     const RtiFedDatabase &_database;
-    const Checker *_text;
+    const Declarations *_declarations; // null for an image
     Outline &_outline;
 };
 
 } // namespace
 
-Outline::Outline(const Input &input) {
-    if (input.isImage()) {
-        const auto database = restoreImage(input.contents);
-        OutlineReader(*database, nullptr, *this).read();
-        loads = true;
-        checksum = database->getChecksum();
-    } else {
-        const Checker text(input.contents);
-        OutlineReader(text.database(), &text, *this).read();
-        loads = text.findsNoError();
-        checksum = loads ? text.database().getChecksum() : 0;
-        complete = loads || text.keepsAll();
-    }
-}
-
-std::unique_ptr<Outline> outlineToShow(const Input &input, std::ostream &complaints) {
-    try {
-        auto outline = std::make_unique<Outline>(input);
-        if (!outline->loads)
-            complaints << input.name
-                       << ": the library refuses this file, rtifed check says why; shown is what can be understood\n";
-        return outline;
-    } catch (const RTI::Exception &refused) {
-        complaints << input.name << ": error: " << RtiFedParser::printable(refused._reason, 300) << '\n';
-        return nullptr;
-    }
+Outline::Outline(const RtiFedDatabase &database, const Declarations *declarations, bool isAccepted)
+    : loads(isAccepted), checksum(loads ? database.getChecksum() : 0) {
+    OutlineReader(database, declarations, *this).read();
 }

@@ -1,25 +1,26 @@
 #pragma once
 
 #include "infrastructure/RtiFedParser.hh"
-#include "tool/model/Input.hh"
+#include "tool/model/TreeKind.hh"
 
 #include <cstddef>
-#include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
-/// What the model of a file holds, in plain terms, both class trees alike: for commands that show or compare models.
+class Declarations;
+class RtiFedDatabase;
+
+/// The contents of a model in plain terms, with both class trees in one form: for commands that show or compare models.
 ///
-/// It is made of a file that the library refuses as well, as far as it can be understood: members of a class that is
-/// declared twice all stand in the first, and what a subclass declares again is inherited.
+/// A file that the library refuses has an outline too, as far as it can be understood: the members of a class that is
+/// declared more than once are all in the first, and a member that a subclass declares again is inherited.
 struct Outline {
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
     struct Properties {
-        /// In the short words of FED texts if they are known, else as written; what an image refers to and does not
-        /// have as #HANDLE. Empty for what was not understood.
+        /// In the short words of FED texts; an unknown word as it is written; an unknown handle of an image as #HANDLE.
+        /// Empty if it was not understood.
         std::string transportation, ordering;
         std::string space; ///< As its declaration spells it; empty if there is none.
 
@@ -31,8 +32,8 @@ struct Outline {
         std::string name;
         unsigned long handle = 0;
         Properties properties;
-        std::optional<RtiFedPosition> place; ///< Of its name. Not in an image, and not of what is not declared.
-        std::vector<RtiFedPosition> laterPlaces = {}; ///< Where it is declared again, which the library refuses.
+        std::optional<RtiFedPosition> place; ///< Of its name; nothing in an image, or if the text does not declare it.
+        std::vector<RtiFedPosition> laterPlaces = {}; ///< Of further declarations, which the library refuses.
     };
 
     /// Only interaction classes have properties.
@@ -41,10 +42,10 @@ struct Outline {
         unsigned long handle = 0;
         Properties properties;
         std::optional<RtiFedPosition> place;
-        std::size_t parent = kNone; ///< Its index; it is smaller than that of the class.
+        std::size_t parent = kNone; ///< The index of the superclass, smaller than that of the class.
         std::vector<std::size_t> children;
-        std::size_t numBelow = 0;    ///< How many classes are below it, at any depth.
-        std::vector<Member> members; ///< Those it declares itself.
+        std::size_t numDescendants = 0;
+        std::vector<Member> members; ///< Those that the class declares itself.
     };
 
     using Classes = std::vector<Class>;
@@ -57,21 +58,20 @@ struct Outline {
     };
 
     std::string federation, version;
-    std::vector<Space> spaces; ///< By handle, as the classes, but that a class never comes before its parent.
-    Classes objects;           ///< The object classes.
-    Classes interactions;      ///< The interaction classes.
+    std::vector<Space> spaces;     ///< By handle.
+    Classes objects, interactions; ///< By handle, except that a class never comes before its superclass.
+
+    const Classes &classes(const TreeKind &tree) const { return &tree == &kObjectTree ? objects : interactions; }
 
     /// Whether the library accepts the file. If not, the handles mean nothing: no process of a federation has them.
     bool loads = false;
     unsigned long checksum = 0; ///< Of the model; only if the file loads.
 
-    /// Whether all that the file declares is here. What it declares with a syntax error or a second time is not.
+    /// Whether everything that the file declares is in the outline. Declarations with a syntax error and duplicate
+    /// declarations are not.
     bool complete = true;
 
-    /// Throws RTI::Exception for an image that cannot be restored.
-    explicit Outline(const Input &input);
+    /// Reads a database, which the library accepts or which is what can be understood of a text that it refuses.
+    /// `declarations` has the places of the text's declarations, null for an image.
+    Outline(const RtiFedDatabase &database, const Declarations *declarations, bool isAccepted);
 };
-
-/// The outline of a file that is shown to people. Says on `complaints` if the library refuses the file; null for an
-/// image that cannot be restored, of which nothing can be shown.
-std::unique_ptr<Outline> outlineToShow(const Input &input, std::ostream &complaints);

@@ -1,6 +1,6 @@
 #include "tool/report/ChangeGroup.hh"
 
-#include "infrastructure/RtiFedParser.hh"
+#include "tool/console/Text.hh"
 
 #include <algorithm>
 #include <map>
@@ -42,14 +42,14 @@ Key keyOf(const Change &change) {
     return of({});
 }
 
-std::string shownFullName(const Element &element) {
-    return ChangeGroup::shown(element.fullName());
+std::string shownName(std::string_view name) {
+    return name.empty() ? "\"\"" : shown(name, kTextLimit);
 }
 
 std::string shownValues(const Change &change) {
     const auto value = [&](const Element &element) {
         const std::string text = change.value(element);
-        return text.empty() ? "none" : ChangeGroup::shown(text);
+        return text.empty() ? "none" : shownName(text);
     };
     return value(*change.before) + " -> " + value(*change.after);
 }
@@ -60,22 +60,26 @@ std::string shownContents(const Change &change) {
     if (contents.empty())
         return {};
     if (!change.element().hasMembers())
-        return ", moved down to " + (contents.size() == 1 ? ChangeGroup::shown(contents.front().owner)
-                                                          : ChangeGroup::counted(contents.size(), "class"));
+        return ", moved down to " +
+               (contents.size() == 1 ? shownName(contents.front().owner) : counted(contents.size(), "class"));
     const auto isMember = [](const Element &content) { return !content.isClass(); };
     const auto member = std::find_if(contents.begin(), contents.end(), isMember);
     const auto numMembers = static_cast<std::size_t>(std::count_if(contents.begin(), contents.end(), isMember));
     std::string text = ", with ";
     if (numMembers > 0)
-        text += ChangeGroup::counted(numMembers, Comparison::nameOf(member->kind));
+        text += counted(numMembers, Comparison::nameOf(member->kind));
     if (numMembers > 0 && numMembers < contents.size())
         text += " and ";
     if (numMembers < contents.size())
-        text += ChangeGroup::counted(contents.size() - numMembers, "class") + " below";
+        text += counted(contents.size() - numMembers, "class") + " below";
     return text;
 }
 
 } // namespace
+
+std::string shownFullName(const Element &element) {
+    return shownName(element.fullName());
+}
 
 std::vector<ChangeGroup> ChangeGroup::groupsOf(const Comparison &comparison) {
     std::vector<ChangeGroup> groups;
@@ -112,7 +116,7 @@ std::string ChangeGroup::headline() const {
     case Change::Kind::added:
     case Change::Kind::removed:
         return one ? noun + ' ' + shownFullName(element) + shownContents(first())
-                   : what + " of " + shown(element.owner);
+                   : what + " of " + shownName(element.owner);
     case Change::Kind::movedUp:
         return noun + ' ' + shownFullName(*first().after) + ", moved up from " +
                (one ? item(0) : counted(size(), "class"));
@@ -127,7 +131,7 @@ std::string ChangeGroup::headline() const {
     case Change::Kind::unclear:
         return "not all could be understood, there may be more";
     case Change::Kind::reordered:
-        return "order in the space " + shown(element.owner) + ": " + what;
+        return "order in the space " + shownName(element.owner) + ": " + what;
     case Change::Kind::transportation:
     case Change::Kind::ordering:
     case Change::Kind::space:
@@ -142,16 +146,16 @@ std::string ChangeGroup::item(std::size_t index) const {
     switch (change.kind) {
     case Change::Kind::added:
     case Change::Kind::removed:
-        return shown(element.name) + shownContents(change);
+        return shownName(element.name) + shownContents(change);
     case Change::Kind::movedUp:
-        return shown(change.before->owner);
+        return shownName(change.before->owner);
     case Change::Kind::renamed:
-        return shownFullName(*change.before) + " -> " + shown(element.name);
+        return shownFullName(*change.before) + " -> " + shownName(element.name);
     case Change::Kind::renumbered:
     case Change::Kind::superclass:
         return shownFullName(element) + ' ' + shownValues(change);
     case Change::Kind::reordered:
-        return shown(element.name) + ' ' + shownValues(change);
+        return shownName(element.name) + ' ' + shownValues(change);
     case Change::Kind::transportation:
     case Change::Kind::ordering:
     case Change::Kind::space:
@@ -160,15 +164,6 @@ std::string ChangeGroup::item(std::size_t index) const {
         break;
     }
     return shownFullName(element);
-}
-
-std::string ChangeGroup::shown(std::string_view name) {
-    constexpr std::size_t kLongest = 300;
-    return name.empty() ? "\"\"" : RtiFedParser::printable(name, kLongest);
-}
-
-std::string ChangeGroup::counted(std::size_t count, const std::string &noun) {
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : noun.back() == 's' ? "es" : "s");
 }
 
 /// By how much the handles moved: one number, or the least and the greatest.

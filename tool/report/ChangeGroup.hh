@@ -24,14 +24,12 @@ public:
     /// What a change is called among those of the group.
     std::string item(std::size_t index) const;
 
-    /// A name fit for a terminal.
-    static std::string shown(std::string_view name);
-    /// A number and a noun, such as "2 classes".
-    static std::string counted(std::size_t count, const std::string &noun);
-
 private:
     const Comparison::Change &first() const { return *_changes.front(); }
     std::string offsets() const;
 
     std::vector<const Comparison::Change *> _changes;
 };
+
+/// The full name of an element, printable.
+std::string shownFullName(const Comparison::Element &element);

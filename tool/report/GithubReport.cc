@@ -1,18 +1,14 @@
 #include "tool/report/GithubReport.hh"
 
+#include "tool/console/Text.hh"
+
 namespace {
 
 /// The text of a command: one line, whatever is in it.
 std::string escaped(std::string_view text, std::string_view special = "%\r\n") {
-    constexpr const char *kDigits = "0123456789ABCDEF";
     std::string shown;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (special.find(c) == std::string_view::npos)
-            shown += c;
-        else
-            shown += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
-    }
+    for (const char c : text)
+        shown += special.find(c) == std::string_view::npos ? std::string(1, c) : percentEncoded(c);
     return shown;
 }
 
@@ -33,9 +29,7 @@ std::string propertiesOf(const Source &source, RtiFedSpan span) {
 } // namespace
 
 void GithubReport::add(const Source &source, const Finding &finding) {
-    std::string text = finding.text;
-    for (const std::string &line : finding.details)
-        text += '\n' + line;
+    std::string text = finding.textWithDetails();
     for (const RtiFedParser::Note &note : finding.notes)
         text += '\n' + source.place(note.span) + ": " + note.text;
     _out << "::" << nameOf(finding.rule->severity) << " file=" << property(source.name())

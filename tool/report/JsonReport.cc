@@ -1,7 +1,5 @@
 #include "tool/report/JsonReport.hh"
 
-#include "tool/console/Json.hh"
-
 namespace {
 
 Json rangeOf(const Source &source, RtiFedSpan span) {
@@ -26,34 +24,27 @@ Json jsonOf(const Source &source, const Finding &finding) {
 } // namespace
 
 void JsonReport::begin() {
-    _out << "{\"files\":[";
+    _json.beginObject().key("files").beginArray();
 }
 
 void JsonReport::beginFile(const Source &source) {
-    const std::string name = toLine(source.name());
-    _out << (_firstFile ? "\n" : ",\n") << "{\"file\":" << name << ",\"findings\":[";
-    _firstFile = false;
-    _firstFinding = true;
+    _json.breakLine().beginObject().member("file", source.name()).key("findings").beginArray();
 }
 
 void JsonReport::add(const Source &source, const Finding &finding) {
-    const std::string json = toLine(jsonOf(source, finding)); // first, so that nothing is half written without memory
-    _out << (_firstFinding ? "\n" : ",\n") << json;
-    _firstFinding = false;
+    const Json json = jsonOf(source, finding);
+    _json.breakLine().value(json);
 }
 
 void JsonReport::endFile(const Source &, const Tally &tally) {
-    _out << "],\"errors\":" << tally.errors << ",\"warnings\":" << tally.warnings << ",\"notShown\":" << tally.hidden()
-         << '}';
+    _json.endArray().member("errors", tally.errors).member("warnings", tally.warnings);
+    _json.member("notShown", tally.hidden()).endObject();
 }
 
 void JsonReport::failFile(const std::string &fileName, const std::string &reason) {
-    _failures.emplace_back(fileName, reason);
+    _failures.push_back({{"file", fileName}, {"text", reason}});
 }
 
 void JsonReport::end() {
-    Json failures = Json::array();
-    for (const auto &[fileName, reason] : _failures)
-        failures.push_back({{"file", fileName}, {"text", reason}});
-    _out << "\n],\"failures\":" << toLine(failures) << "}\n";
+    _json.breakLine().endArray().member("failures", _failures).endObject();
 }

@@ -1,15 +1,14 @@
 #pragma once
 
+#include "tool/console/JsonWriter.hh"
 #include "tool/report/Report.hh"
 
 #include <ostream>
-#include <utility>
-#include <vector>
 
-/// For programs: one JSON document, described by docs/findings.schema.json; each file and finding begins a line.
+/// For programs: one JSON document, described by docs/findings.schema.json. Each file and each finding begins a line.
 class JsonReport : public Report {
 public:
-    explicit JsonReport(std::ostream &out) : _out(out) {}
+    explicit JsonReport(std::ostream &out) : _json(out, JsonWriter::Layout::compact) {}
 
     void begin() override;
     void beginFile(const Source &source) override;
@@ -19,7 +18,6 @@ public:
     void end() override;
 
 private:
-    std::ostream &_out;
-    bool _firstFile = true, _firstFinding = true;
-    std::vector<std::pair<std::string, std::string>> _failures; // file and reason, which stand at the end
+    JsonWriter _json;
+    Json _failures = Json::array(); // written at the end
 };

@@ -1,5 +1,6 @@
 #include "tool/report/Report.hh"
 
+#include "tool/console/Text.hh"
 #include "tool/report/GithubReport.hh"
 #include "tool/report/JsonReport.hh"
 #include "tool/report/SarifReport.hh"
@@ -7,7 +8,7 @@
 
 std::string describeHidden(const Tally &tally) {
     const auto more = [](std::size_t count, const char *noun) {
-        return count == 0 ? "" : std::to_string(count) + " more " + noun + (count == 1 ? "" : "s");
+        return count == 0 ? "" : counted(count, std::string("more ") + noun);
     };
     const std::string both = tally.hiddenErrors > 0 && tally.hiddenWarnings > 0 ? " and " : "";
     return more(tally.hiddenErrors, "error") + both + more(tally.hiddenWarnings, "warning") +

@@ -1,20 +1,18 @@
 #include "tool/report/SarifReport.hh"
 
-#include "tool/console/Json.hh"
+#include "tool/console/Text.hh"
 
 namespace {
 
-/// A file name as a URI, absolute or relative, byte by byte.
+/// A file name as an absolute or relative URI, encoded byte by byte.
 std::string uriOf(const std::string &fileName) {
-    constexpr const char *kDigits = "0123456789ABCDEF";
     std::string uri = fileName[0] == '/' ? "file://" : "";
     for (const char c : fileName) {
-        const auto byte = static_cast<unsigned char>(c);
         const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
         if (isLetter || std::string_view("/-._~").find(c) != std::string_view::npos)
             uri += c;
         else
-            uri += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+            uri += percentEncoded(c);
     }
     return uri;
 }
@@ -61,13 +59,10 @@ Json fixesOf(const Source &source, const Finding &finding) {
 }
 
 Json resultOf(const Source &source, const Finding &finding) {
-    std::string text = finding.text;
-    for (const std::string &line : finding.details)
-        text += '\n' + line;
     Json result = {{"ruleId", finding.rule->id},
                    {"ruleIndex", finding.rule - allRules().data()},
                    {"level", nameOf(finding.rule->severity)},
-                   {"message", message(text)},
+                   {"message", message(finding.textWithDetails())},
                    {"locations", Json::array({locationOf(source, finding.span)})}};
     if (!finding.notes.empty())
         result["relatedLocations"] = relatedLocationsOf(source, finding);
@@ -96,34 +91,31 @@ void SarifReport::begin() {
     for (const Rule &rule : allRules())
         rules.push_back(describe(rule));
     const Json tool = {{"driver", {{"name", "rtifed"}, {"version", RTIFED_VERSION}, {"rules", std::move(rules)}}}};
-    _out << "{\"$schema\":\"https://json.schemastore.org/sarif-2.1.0.json\",\"version\":\"2.1.0\",\"runs\":[{\"tool\":"
-         << toLine(tool) << ",\n\"columnKind\":\"unicodeCodePoints\",\"newlineSequences\":[\"\\r\\n\",\"\\n\",\"\\r\"],"
-         << "\"results\":[";
+    _json.beginObject().member("$schema", "https://json.schemastore.org/sarif-2.1.0.json").member("version", "2.1.0");
+    _json.key("runs").beginArray().beginObject().member("tool", tool);
+    _json.breakLine().member("columnKind", "unicodeCodePoints");
+    _json.member("newlineSequences", {"\r\n", "\n", "\r"}).key("results").beginArray();
 }
 
 void SarifReport::add(const Source &source, const Finding &finding) {
-    const std::string result = toLine(resultOf(source, finding));
-    _out << (_firstResult ? "\n" : ",\n") << result;
-    _firstResult = false;
+    const Json result = resultOf(source, finding);
+    _json.breakLine().value(result);
 }
 
 void SarifReport::endFile(const Source &source, const Tally &tally) {
     if (tally.hidden() > 0)
-        _notifications.push_back(toLine(notification("note", source.name(), describeHidden(tally))));
+        _notifications.push_back(notification("note", source.name(), describeHidden(tally)));
 }
 
 void SarifReport::failFile(const std::string &fileName, const std::string &reason) {
     _allRead = false;
-    _notifications.push_back(toLine(notification("error", fileName, reason)));
+    _notifications.push_back(notification("error", fileName, reason));
 }
 
 void SarifReport::end() {
-    _out << "\n],\"invocations\":[{\"executionSuccessful\":" << (_allRead ? "true" : "false")
-         << ",\"toolExecutionNotifications\":[";
-    const char *separator = "\n";
-    for (const std::string &notification : _notifications) {
-        _out << separator << notification;
-        separator = ",\n";
-    }
-    _out << "]}]}]}\n";
+    _json.breakLine().endArray().key("invocations").beginArray().beginObject();
+    _json.member("executionSuccessful", _allRead).key("toolExecutionNotifications").beginArray();
+    for (const Json &notification : _notifications)
+        _json.breakLine().value(notification);
+    _json.endArray().endObject().endArray().endObject().endArray().endObject();
 }

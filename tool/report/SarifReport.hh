@@ -1,15 +1,16 @@
 #pragma once
 
+#include "tool/console/JsonWriter.hh"
 #include "tool/report/Report.hh"
 
 #include <ostream>
 #include <string>
 #include <vector>
 
-/// For the code scanning of forges and editors: a SARIF 2.1.0 log of one run; each result begins a line.
+/// For code scanning and editors: a SARIF 2.1.0 log of one run. Each result begins a line.
 class SarifReport : public Report {
 public:
-    explicit SarifReport(std::ostream &out) : _out(out) {}
+    explicit SarifReport(std::ostream &out) : _json(out, JsonWriter::Layout::compact) {}
 
     void begin() override;
     void beginFile(const Source &) override {}
@@ -19,7 +20,7 @@ public:
     void end() override;
 
 private:
-    std::ostream &_out;
-    bool _firstResult = true, _allRead = true;
-    std::vector<std::string> _notifications; // as JSON, which stand at the end
+    JsonWriter _json;
+    bool _allRead = true;
+    std::vector<Json> _notifications; // written at the end
 };

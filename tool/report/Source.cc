@@ -1,6 +1,7 @@
 #include "tool/report/Source.hh"
 
 #include "tool/console/Line.hh"
+#include "tool/console/Text.hh"
 
 namespace {
 
@@ -15,10 +16,7 @@ RtiFedPosition Source::characterPosition(std::uint32_t offset) const {
 }
 
 std::string Source::place(const std::optional<RtiFedSpan> &span) const {
-    if (!span)
-        return _name;
-    const RtiFedPosition place = begin(*span);
-    return _name + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+    return textOf(_name, span ? std::optional(begin(*span)) : std::nullopt);
 }
 
 std::size_t Source::charactersBefore(std::uint32_t offset) const {

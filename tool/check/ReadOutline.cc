@@ -1,0 +1,13 @@
+#include "tool/check/ReadOutline.hh"
+
+#include "tool/check/Checker.hh"
+#include "tool/model/Model.hh"
+
+Outline readOutline(const Input &input) {
+    if (input.isImage())
+        return {*restoreImage(input.contents), nullptr, true};
+    const Checker text(input.contents);
+    Outline outline(text.database(), &text.declarations(), text.findsNoError());
+    outline.complete = outline.loads || text.keepsAll();
+    return outline;
+}

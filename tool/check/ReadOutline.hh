@@ -1,0 +1,8 @@
+#pragma once
+
+#include "tool/model/Input.hh"
+#include "tool/model/Outline.hh"
+
+/// Returns the outline of a file; of a text with errors, as far as it can be understood. Throws RTI::Exception for an
+/// image that cannot be restored.
+Outline readOutline(const Input &input);

@@ -1,0 +1,50 @@
+#include "tool/console/Text.hh"
+
+#include "infrastructure/RtiStringUtility.hh"
+
+std::string shown(std::string_view name, std::size_t limit) {
+    return RtiFedParser::printable(name, limit);
+}
+
+std::string quoted(std::string_view name, std::size_t limit) {
+    return '"' + shown(name, limit) + '"';
+}
+
+std::string reasonOf(const RTI::Exception &exception) {
+    return shown(exception._reason, kTextLimit);
+}
+
+std::string plural(std::size_t count, const std::string &noun) {
+    return noun + (count == 1 ? "" : noun.back() == 's' ? "es" : "s");
+}
+
+std::string counted(std::size_t count, const std::string &noun) {
+    return std::to_string(count) + ' ' + plural(count, noun);
+}
+
+std::string joined(const std::vector<std::string> &words, std::string_view separator) {
+    std::string line;
+    for (const std::string &word : words) {
+        if (&word != &words.front())
+            line += separator;
+        line += word;
+    }
+    return line;
+}
+
+std::string hexDigits(unsigned char byte) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    return {kDigits[byte >> 4], kDigits[byte & 15]};
+}
+
+std::string percentEncoded(char byte) {
+    return '%' + RtiStringUtility::toupper(hexDigits(static_cast<unsigned char>(byte)));
+}
+
+std::string textOf(RtiFedPosition place) {
+    return std::to_string(place.line) + ':' + std::to_string(place.column);
+}
+
+std::string textOf(const std::string &fileName, const std::optional<RtiFedPosition> &place) {
+    return place ? fileName + ':' + textOf(*place) : fileName;
+}

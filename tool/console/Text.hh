@@ -1,0 +1,45 @@
+#pragma once
+
+#include "infrastructure/RTI.hh"
+#include "infrastructure/RtiFedParser.hh"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// How names, numbers and places are written in messages. Names of a file or model may hold any bytes; those that are
+/// not printable UTF-8 are written as \xNN.
+
+/// The length in bytes after which a name in a finding is cut, and a longer text elsewhere.
+inline constexpr std::size_t kNameLimit = 60, kTextLimit = 300;
+
+/// Returns a printable copy of a name, cut after `limit` bytes.
+std::string shown(std::string_view name, std::size_t limit = std::string_view::npos);
+
+/// Returns `shown(name, limit)` in double quotes.
+std::string quoted(std::string_view name, std::size_t limit = kNameLimit);
+
+/// Returns the reason of an exception, printable.
+std::string reasonOf(const RTI::Exception &exception);
+
+/// Returns `noun` for one, else its plural.
+std::string plural(std::size_t count, const std::string &noun);
+
+/// Returns a number and its noun, such as "2 classes".
+std::string counted(std::size_t count, const std::string &noun);
+
+std::string joined(const std::vector<std::string> &words, std::string_view separator = ", ");
+
+/// Returns the two hexadecimal digits of a byte, in lower case.
+std::string hexDigits(unsigned char byte);
+
+/// Returns `%NN` for a byte, as URIs write it.
+std::string percentEncoded(char byte);
+
+/// Returns `LINE:COLUMN`.
+std::string textOf(RtiFedPosition place);
+
+/// Returns `FILE:LINE:COLUMN`, or only the file name if there is no place.
+std::string textOf(const std::string &fileName, const std::optional<RtiFedPosition> &place);

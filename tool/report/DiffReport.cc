@@ -1,0 +1,208 @@
+#include "tool/report/DiffReport.hh"
+
+#include "tool/console/JsonWriter.hh"
+#include "tool/console/TerminalBuffer.hh"
+#include "tool/console/Text.hh"
+#include "tool/report/ChangeGroup.hh"
+
+#include <algorithm>
+
+namespace {
+
+using Verdict = Comparison::Verdict;
+using Change = Comparison::Change;
+using Element = Comparison::Element;
+
+std::size_t numOf(Change::Kind kind, const Comparison &comparison) {
+    const std::vector<Change> &changes = comparison.changes();
+    return static_cast<std::size_t>(
+        std::count_if(changes.begin(), changes.end(), [kind](const Change &change) { return change.kind == kind; }));
+}
+
+/// What the verdict means to a person who runs the federation.
+std::string explanation(const Difference &difference) {
+    const Comparison &comparison = difference.comparison;
+    const std::size_t numMoved = numOf(Change::Kind::renumbered, comparison);
+    const std::string moved = counted(numMoved, "handle") + " moved";
+    // A file that does not load has neither image nor checksum. The terms of checksums may cancel out.
+    const std::string disagree =
+        !comparison.handlesCompared() ? "."
+        : difference.checksumsAgree()
+            ? "; the images of the two disagree, but the 32-bit checksums are equal: nobody will notice unless all "
+              "federates "
+              "use the same file."
+            : "; images and checksums of the two disagree, so all federates must use the same file.";
+    switch (comparison.verdict()) {
+    case Verdict::identical:
+        return "the files are the same, byte for byte.";
+    case Verdict::same:
+        return "the models are the same, only the text or the form of the files differs.";
+    case Verdict::relabelled:
+        return "Federates find all names in both as before" + disagree;
+    case Verdict::renumbered:
+        return "Every name is there with the same properties, but " + moved + disagree;
+    case Verdict::additions:
+        return "Everything of the old model is there with the same properties" +
+               (numMoved > 0                   ? ", but " + moved
+                : comparison.handlesCompared() ? " and handles"
+                                               : "") +
+               disagree;
+    case Verdict::incompatible:
+        break;
+    }
+    if (numOf(Change::Kind::refused, comparison) > 0)
+        return "No federation can run with the new file: the library refuses it.";
+    if (numOf(Change::Kind::unclear, comparison) > 0)
+        return "Not all of the files was understood, so nobody can say that federates of the old one work with the new "
+               "one.";
+    return "Something of the old model is gone or different: federates made for it may fail with the new one.";
+}
+
+class TextWriter {
+public:
+    TextWriter(const Difference &difference, bool all, const Console &console)
+        : _difference(difference), _all(all), _console(console) {}
+
+    void write() const {
+        const Comparison &comparison = _difference.comparison;
+        const Verdict verdict = comparison.verdict();
+        _console.out << _difference.before.input.name << " -> " << _difference.after.input.name << ": "
+                     << Comparison::nameOf(verdict)
+                     << (comparison.handlesCompared() || verdict == Verdict::identical
+                             ? ""
+                             : ", as far as it can be understood")
+                     << (verdict <= Verdict::same ? ": " : "\n") << explanation(_difference) << '\n';
+        for (const ChangeGroup &group : ChangeGroup::groupsOf(comparison))
+            write(group);
+    }
+
+private:
+    static constexpr std::size_t kFew = 3; // items of a group
+
+    void write(const ChangeGroup &group) const {
+        _console.out << "  " << colored(group.sign()) << ' ' << group.headline();
+        if (group.size() == 1) {
+            _console.out << placeOf(group[0]) << '\n';
+            writeContents(group[0], "      ");
+        } else if (_all) {
+            _console.out << '\n';
+            for (std::size_t i = 0; i < group.size(); ++i) {
+                _console.out << "      " << group.item(i) << placeOf(group[i]) << '\n';
+                writeContents(group[i], "          ");
+            }
+        } else {
+            writeFew(group);
+        }
+    }
+
+    void writeFew(const ChangeGroup &group) const {
+        if (group[0].kind == Change::Kind::renumbered) { // of which nobody reads a few
+            _console.out << " (--all)\n";
+            return;
+        }
+        for (std::size_t i = 0; i < std::min(group.size(), kFew); ++i)
+            _console.out << (i > 0 ? ", " : "\n      ") << group.item(i);
+        if (group.size() > kFew)
+            _console.out << ", ... and " << group.size() - kFew << " more (--all)";
+        _console.out << '\n';
+    }
+
+    void writeContents(const Change &change, const char *indent) const {
+        if (!_all)
+            return;
+        const bool gone = change.kind == Change::Kind::removed && change.element().hasMembers();
+        for (const Element &element : change.contents)
+            _console.out << indent << Comparison::nameOf(element.kind) << ' ' << shownFullName(element)
+                         << placeOf(element, gone ? _difference.before : _difference.after) << '\n';
+    }
+
+    /// Where it stands now, unless the text names the place where it stood.
+    std::string placeOf(const Change &change) const {
+        const bool now = change.after && change.after->place && change.kind != Change::Kind::movedUp;
+        return now             ? placeOf(*change.after, _difference.after)
+               : change.before ? placeOf(*change.before, _difference.before)
+                               : "";
+    }
+
+    static std::string placeOf(const Element &element, const ComparedFile &side) {
+        return element.place ? " (" + side.input.name + ':' + std::to_string(element.place->line) + ')' : "";
+    }
+
+    Colored colored(char sign) const {
+        const char *color = sign == '-' ? "\033[31m" : sign == '+' ? "\033[32m" : "\033[33m";
+        return {_console.color ? color : nullptr, {sign}};
+    }
+
+    const Difference &_difference;
+    const bool _all;
+    const Console &_console;
+};
+
+Json jsonOf(const ComparedFile &side) {
+    return {{"file", side.input.name},
+            {"form", side.input.isImage() ? "image" : "text"},
+            {"loads", side.outline.loads},
+            {"federation", side.outline.federation},
+            {"version", side.outline.version}};
+}
+
+Json jsonOf(const std::optional<RtiFedPosition> &place) {
+    return place ? Json{{"line", place->line}, {"column", place->column}} : Json();
+}
+
+Json jsonOf(const Element &element) {
+    return {{"subject", Comparison::nameOf(element.kind)}, {"in", element.owner}, {"name", element.name}};
+}
+
+/// A number for what is one, and nothing for what has no value.
+Json valueOf(const Change &change, const Element &element) {
+    if (change.kind == Change::Kind::renumbered || change.kind == Change::Kind::reordered)
+        return element.handle;
+    const std::string value = change.value(element);
+    return value.empty() ? Json() : Json(value);
+}
+
+Json jsonOf(const Change &change) {
+    Json json{{"kind", Comparison::nameOf(change.kind)},
+              {"meaning", Comparison::nameOf(Comparison::meaning(change.kind))}};
+    json.update(jsonOf(change.element()));
+    if (change.before && change.after) {
+        json["from"] = valueOf(change, *change.before);
+        json["to"] = valueOf(change, *change.after);
+    }
+    if (change.before && change.before->place)
+        json["old_place"] = jsonOf(change.before->place);
+    if (change.after && change.after->place)
+        json["new_place"] = jsonOf(change.after->place);
+    if (change.contents.empty())
+        return json;
+    Json contents = Json::array();
+    for (const Element &element : change.contents) {
+        contents.push_back(jsonOf(element));
+        if (element.place)
+            contents.back()["place"] = jsonOf(element.place);
+    }
+    json[change.element().hasMembers() ? "contents" : "moved_down_to"] = std::move(contents);
+    return json;
+}
+
+} // namespace
+
+void writeDifference(const Difference &difference, bool all, const Console &console) {
+    TextWriter(difference, all, console).write();
+}
+
+void writeDifferenceAsJson(const Difference &difference, std::ostream &out) {
+    const Comparison &comparison = difference.comparison;
+    const bool comparesHandles = comparison.handlesCompared();
+    JsonWriter json(out, JsonWriter::Layout::compact);
+    json.beginObject().member("verdict", Comparison::nameOf(comparison.verdict()));
+    json.breakLine().member("old", jsonOf(difference.before));
+    json.breakLine().member("new", jsonOf(difference.after));
+    json.breakLine().member("handles_compared", comparesHandles);
+    json.breakLine().member("checksums_agree", comparesHandles ? Json(difference.checksumsAgree()) : Json());
+    json.breakLine().key("changes").beginArray();
+    for (const Change &change : comparison.changes())
+        json.breakLine().value(jsonOf(change));
+    json.breakLine().endArray().endObject();
+}

@@ -1,0 +1,97 @@
+#include "tool/report/FileFindings.hh"
+
+#include "tool/check/Checker.hh"
+#include "tool/check/ReadOutline.hh"
+#include "tool/check/Warnings.hh"
+#include "tool/console/Text.hh"
+#include "tool/model/Model.hh"
+#include "tool/report/TextReport.hh"
+
+#include <algorithm>
+
+namespace {
+
+/// Returns the one finding that an image may have: the library checks all else when it restores the image.
+std::optional<Finding> findingOfImage(const Input &input, Severity least) {
+    const auto found = [](RuleId rule, std::string text) {
+        return Finding{&ruleOf(rule), {}, std::move(text), {}, {}, {}};
+    };
+    try {
+        const auto model = restoreImage(input.contents);
+        std::ostream nowhere(nullptr);
+        if (least == Severity::warning && !writeListing(*model, nowhere))
+            return found(RuleId::danglingReference, kDanglingReference);
+        return {};
+    } catch (const RTI::Exception &refused) {
+        return found(RuleId::damagedImage, reasonOf(refused));
+    }
+}
+
+Tally reportImage(const Input &input, Severity least, std::size_t most, Report &report) {
+    const std::optional<Finding> finding = findingOfImage(input, least);
+    const Source source(input.name, nullptr);
+    Tally tally;
+    if (finding) {
+        const bool isError = finding->rule->severity == Severity::error;
+        (isError ? tally.errors : tally.warnings) = 1;
+        if (most == 0)
+            (isError ? tally.hiddenErrors : tally.hiddenWarnings) = 1;
+    }
+    report.beginFile(source);
+    if (finding && most > 0)
+        report.add(source, *finding);
+    report.endFile(source, tally);
+    return tally;
+}
+
+Tally reportText(const Input &input, Severity least, std::size_t most, Report &report) {
+    const Checker text(input.contents);
+    const std::vector<Finding> warnings = least == Severity::warning ? warningsOf(text) : std::vector<Finding>();
+    Tally tally;
+    tally.errors = text.numErrors();
+    tally.warnings = warnings.size();
+    const std::size_t errorsShown = std::min(tally.errors, most);
+    const std::size_t warningsShown = std::min(tally.warnings, most - errorsShown);
+    tally.hiddenErrors = tally.errors - errorsShown;
+    tally.hiddenWarnings = tally.warnings - warningsShown;
+
+    const Source source(input.name, &text.parser());
+    report.beginFile(source);
+    std::size_t left = errorsShown;
+    if (left > 0)
+        text.forEachFinding([&](const Finding &error) {
+            report.add(source, error);
+            return --left > 0;
+        });
+    for (std::size_t i = 0; i < warningsShown; ++i)
+        report.add(source, warnings[i]);
+    report.endFile(source, tally);
+    return tally;
+}
+
+} // namespace
+
+Tally reportFindings(const Input &input, Severity least, std::size_t most, Report &report) {
+    return input.isImage() ? reportImage(input, least, most, report) : reportText(input, least, most, report);
+}
+
+std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
+    TextReport report(complaints, false, 0);
+    const Tally tally = reportFindings(input, Severity::error, kUsuallyShown, report);
+    if (tally.errors > 0)
+        return nullptr;
+    return buildModel(input);
+}
+
+std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints) {
+    try {
+        Outline outline = readOutline(input);
+        if (!outline.loads)
+            complaints << input.name
+                       << ": the library refuses this file, rtifed check says why; shown is what can be understood\n";
+        return outline;
+    } catch (const RTI::Exception &refused) {
+        complaints << input.name << ": error: " << reasonOf(refused) << '\n';
+        return {};
+    }
+}
