@@ -2,6 +2,7 @@
 #include "tool/check/Checker.hh"
 #include "tool/report/Excerpt.hh"
 #include "tool/report/FileFindings.hh"
+#include "tool/report/RuleText.hh"
 
 #include <nlohmann/json.hpp>
 

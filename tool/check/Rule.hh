@@ -2,8 +2,8 @@
 
 #include "infrastructure/RtiFedParser.hh"
 
-#include <string>
-#include <vector>
+#include <array>
+#include <cstddef>
 
 enum class Severity : unsigned char {
     warning, ///< The database accepts it, and people regret it.
@@ -14,7 +14,8 @@ const char *nameOf(Severity severity);
 
 /// One kind of problem that a file may have, and what there is to know about it.
 struct Rule {
-    const char *id; ///< People name it in scripts: once published, it stays.
+    std::size_t index; ///< In allRules().
+    const char *id;    ///< People name it in scripts: once published, it stays.
     Severity severity;
     const char *title;
     const char *why;   ///< Why it exists.
@@ -54,11 +55,8 @@ enum class RuleId : unsigned char {
 const Rule &ruleOf(RtiFedParser::Problem problem);
 const Rule &ruleOf(RuleId id);
 
-/// All rules: those of syntax errors first, the warnings last.
-const std::vector<Rule> &allRules();
+inline constexpr std::size_t kNumProblems = RtiFedParser::tooManyErrors + 1;
+using Rules = std::array<Rule, kNumProblems + static_cast<std::size_t>(RuleId::danglingReference) + 1>;
 
-/// The page about all rules, in Markdown.
-std::string rulesAsMarkdown();
-
-/// Breaks a text into lines of at most `width` bytes, as far as its words are not longer, each behind `indent`.
-std::string wrapped(const std::string &text, std::size_t width, const std::string &indent = "");
+/// All rules: those of syntax errors in the order of RtiFedParser::Problem, then those of RuleId, the warnings last.
+const Rules &allRules();
