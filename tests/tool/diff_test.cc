@@ -4,6 +4,8 @@
 #include "tool/commands/Commands.hh"
 #include "tool/model/Comparison.hh"
 
+#include <nlohmann/json.hpp>
+
 #include <functional>
 #include <list>
 #include <map>
@@ -214,4 +216,17 @@ TEST(Diff, TellsWhatChanged) {
                 shown = replaced(shown, path, name);
         EXPECT_EQ(shown + "status " + std::to_string(status) + "\n", expected);
     });
+}
+
+TEST(Diff, HasTheWordsOfItsSchema) {
+    const auto schema = nlohmann::json::parse(readFile(RTIFED_DOCS "/diff.schema.json"));
+    const auto names = [](auto last) {
+        auto list = nlohmann::json::array();
+        for (int i = 0; i <= static_cast<int>(last); ++i)
+            list.push_back(Comparison::nameOf(static_cast<decltype(last)>(i)));
+        return list;
+    };
+    EXPECT_EQ(schema["properties"]["verdict"]["enum"], names(Verdict::incompatible));
+    EXPECT_EQ(schema["$defs"]["change"]["properties"]["kind"]["enum"], names(Comparison::Change::Kind::unclear));
+    EXPECT_EQ(schema["$defs"]["subject"]["enum"], names(Comparison::Element::Kind::parameter));
 }

@@ -1,5 +1,7 @@
+#include "infrastructure/RtiStringUtility.hh"
 #include "tests/Support.hh"
 #include "tool/check/ReadOutline.hh"
+#include "tool/model/DeliveryWords.hh"
 
 namespace {
 
@@ -67,4 +69,20 @@ TEST(Outline, HasEachClassBehindItsParentWhateverTheirHandles) {
     for (const std::size_t handle : {44U, 79U}) // of the parent
         image.at(handle) = 2;
     expectAsInLibrary(readOutline({"a.img", image}), *restored(image));
+}
+
+TEST(Outline, HasTheWordsOfTheLibrary) {
+    const auto database = emptyDatabase("");
+    for (const DeliveryWord &word : kTransportations) {
+        EXPECT_EQ(database->getTransportationName(word.handle), word.longForm);
+        EXPECT_EQ(database->getTransportationHandle(word.shortForm), word.handle);
+    }
+    EXPECT_THROW(database->getTransportationName(kTransportations.size() + 1), RTI::InvalidTransportationHandle);
+    for (const DeliveryWord &word : kOrderings) {
+        EXPECT_EQ(database->getOrderingName(word.handle), word.longForm);
+        EXPECT_EQ(database->getOrderingHandle(word.shortForm), word.handle);
+    }
+    EXPECT_THROW(database->getOrderingName(kOrderings.size() + 1), RTI::InvalidOrderingHandle);
+    EXPECT_EQ(RtiStringUtility::toupper(kObjectTree.root) + ".", RtiFedObjectClass::_rootPrefix);
+    EXPECT_EQ(RtiStringUtility::toupper(kInteractionTree.root) + ".", RtiFedInteractionClass::_rootPrefix);
 }
