@@ -12,23 +12,22 @@ namespace {
 
 constexpr const char *kFile = "FED text or a saved image; - is standard input";
 
-constexpr const char *kFooter =
-    "FILE is FED text or a saved image, or - for standard input.\n\n"
-    "Exit status:\n"
-    "  0  done and nothing found\n"
-    "  1  a file was read and found wrong, a difference was found, or what is looked for was not\n"
-    "  2  wrong usage, or a file that cannot be opened or written\n\n"
-    "Environment:\n"
-    "  NO_COLOR  if it is set and not empty, nothing is in colours\n\n"
-    "Example:\n"
-    "  rtifed check harbour.fed";
+constexpr const char *kFooter = "FILE is FED text or a saved image, or - for standard input.\n\n"
+                                "Exit status:\n"
+                                "  0  done and nothing found\n"
+                                "  1  a file has errors, a difference was found, or the name was not found\n"
+                                "  2  wrong usage, or a file that cannot be opened or written\n\n"
+                                "Environment:\n"
+                                "  NO_COLOR  set and not empty: no colours\n\n"
+                                "Example:\n"
+                                "  rtifed check harbour.fed";
 
-/// The words that an option or operand may be, in place of its type: completions read them there.
+/// Lists the values of an option or operand in place of its type, where completions read them.
 std::string typeOf(const std::vector<std::string> &words) {
     return "TEXT:{" + joined(words, ",") + "}";
 }
 
-/// Adds an option whose value is one of these words.
+/// Adds an option whose value must be one of these words.
 template <class Value>
 void addChoice(CLI::App *command, const std::string &name, Value &value,
                const std::vector<std::pair<std::string, Value>> &choices, const char *placeholder,
@@ -52,7 +51,7 @@ void addChoice(CLI::App *command, const std::string &name, Value &value,
         ->option_text(placeholder);
 }
 
-/// Adds what stands behind a command without a name, and shows it without its type.
+/// Adds an operand, which help shows without its type.
 template <class Value>
 CLI::Option *addOperand(CLI::App *command, const char *name, Value &value, const std::string &purpose) {
     return command->add_option(name, value, purpose)->option_text(" ");
@@ -64,11 +63,11 @@ CommandLine::CommandLine(const Console &console)
     : _console(console), _app("Check, read, compare and ship FED files of HLA 1.3 federations", "rtifed") {
     _app.require_subcommand(1);
     _app.footer(kFooter);
-    _app.set_help_flag("-h,--help", "Print this help and exit; behind a command, help on that");
+    _app.set_help_flag("-h,--help", "Print this help and exit; after a command, help on it");
     _app.set_version_flag("--version", "rtifed " RTIFED_VERSION, "Print the version and exit");
     addChoice(&_app, "--color", _console.color, {{"auto", _console.color}, {"always", true}, {"never", false}}, "WHEN",
-              "When to use colours: auto, on a terminal unless NO_COLOR is set; always; never");
-    _app.add_option("--stdin-name", _console.stdinName, "What to call standard input in messages and in the model")
+              "When to use colours: auto (on a terminal, unless NO_COLOR is set), always or never");
+    _app.add_option("--stdin-name", _console.stdinName, "The name of standard input in messages and in the model")
         ->option_text("NAME");
     addCheck();
     addExplain();
@@ -82,27 +81,27 @@ CommandLine::CommandLine(const Console &console)
     addSave();
 }
 
-/// Adds a command. `details` says what --help tells beyond its purpose, with an example.
+/// Adds a command. `details` are further paragraphs of its --help, with an example.
 CLI::App *CommandLine::addCommand(const char *name, const char *purpose, const char *details,
                                   std::function<Status()> run) {
     CLI::App *command = _app.add_subcommand(name, purpose);
     command->footer(details);
     command->set_help_flag("-h,--help", "Print this help and exit; rtifed --help shows the options of all commands");
-    command->fallthrough(); // --color and the like stand behind the command as well
+    command->fallthrough(); // --color and the like are allowed after the command as well
     command->callback([this, run = std::move(run)] { _status = run(); });
     return command;
 }
 
 void CommandLine::addCheck() {
-    CLI::App *command = addCommand(
-        "check", "Find every problem of FED files",
-        "Prints each problem as FILE:LINE:COLUMN: error: TEXT [RULE], with the line of the file under it.\n"
-        "What the database accepts and people regret is a warning. rtifed explain RULE tells about a rule.\n\n"
-        "Examples:\n"
-        "  rtifed check harbour.fed\n"
-        "  rtifed check --format sarif *.fed >findings.sarif\n"
-        "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy",
-        [this] { return check(_check, _console); });
+    CLI::App *command =
+        addCommand("check", "Find every problem of FED files",
+                   "Prints each problem as FILE:LINE:COLUMN: error: TEXT [RULE], with the line of the file under it.\n"
+                   "Likely mistakes that the database accepts are warnings. rtifed explain RULE explains a rule.\n\n"
+                   "Examples:\n"
+                   "  rtifed check harbour.fed\n"
+                   "  rtifed check --format sarif *.fed >findings.sarif\n"
+                   "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy",
+                   [this] { return check(_check, _console); });
     addOperand(command, "FILE", _check.files, kFile)->required();
     addChoice(command, "--format", _check.format,
               {{"text", ReportFormat::text},
@@ -110,20 +109,21 @@ void CommandLine::addCheck() {
                {"sarif", ReportFormat::sarif},
                {"github", ReportFormat::github}},
               "FORMAT",
-              "How to print: text (default), for people; json; sarif, for code scanning and editors;\n"
+              "Output format: text (default), for people; json; sarif, for code scanning and editors;\n"
               "github, for annotations in a workflow");
     command
         ->add_option("--max-findings", _check.maxFindings,
-                     "How many to print of each file, " + std::to_string(kUsuallyShown) + " by default; 0 is all")
+                     "Print at most N findings of each file, " + std::to_string(kUsuallyShown) +
+                         " by default; 0 for all")
         ->check(CLI::Range(std::size_t(0), std::size_t(1000000000)))
         ->option_text("N");
     addChoice(command, "--fail-on", _check.failOn, {{"error", Severity::error}, {"warning", Severity::warning}},
-              "SEVERITY", "What makes the exit status 1: error (default), or warning, which is either");
-    command->add_flag("--quiet", _check.quiet, "Print no finding: the exit status tells");
+              "SEVERITY", "The least severity that gives exit status 1: error (default) or warning");
+    command->add_flag("--quiet", _check.quiet, "Print nothing, only set the exit status");
 }
 
 void CommandLine::addExplain() {
-    CLI::App *command = addCommand("explain", "Tell about a rule of check, or list all rules",
+    CLI::App *command = addCommand("explain", "Explain a rule of check, or list all rules",
                                    "Examples:\n"
                                    "  rtifed explain unknown-space\n"
                                    "  rtifed explain",
@@ -131,8 +131,8 @@ void CommandLine::addExplain() {
     std::vector<std::string> rules;
     for (const Rule &rule : allRules())
         rules.emplace_back(rule.id);
-    addOperand(command, "RULE", _explain.rule, "What stands in brackets behind a finding")->type_name(typeOf(rules));
-    command->add_flag("--markdown", _explain.markdown)->group(""); // for who adds a rule
+    addOperand(command, "RULE", _explain.rule, "The name in brackets after a finding")->type_name(typeOf(rules));
+    command->add_flag("--markdown", _explain.markdown)->group(""); // for developers who add a rule
 }
 
 void CommandLine::addList() {
@@ -154,10 +154,10 @@ void CommandLine::addCalls() {
 
 void CommandLine::addChecksum() {
     CLI::App *command = addCommand(
-        "checksum", "Print the checksum of each model, by which two can be compared, or check a list",
-        "Prints eight hexadecimal digits, or with --sha256 sixty-four, two blanks and the file name. All copies of a\n"
-        "model have the same, whatever their names, comments and layout. The short one is what the processes of a\n"
-        "federation compare; only the long one identifies a model.\n\n"
+        "checksum", "Print the checksum of each model, to compare models, or check a list",
+        "Prints eight hexadecimal digits (with --sha256 sixty-four), two blanks and the file name. All copies of a\n"
+        "model have the same checksum, whatever their file names, comments and layout. The processes of a federation\n"
+        "compare the short one; only the long one identifies a model.\n\n"
         "Examples:\n"
         "  rtifed checksum harbour.fed\n"
         "  rtifed checksum --sha256 *.fed >MANIFEST\n"
@@ -170,19 +170,19 @@ void CommandLine::addChecksum() {
             _checksum.fileNames = _fileNames;
             return checksum(_checksum, _console);
         });
-    addOperand(command, "FILE", _fileNames, std::string(kFile) + "; with --check, such a list")->required();
-    CLI::Option *check = command->add_flag("--check,-c", _againstManifests, "Check the files that are listed in FILE");
+    addOperand(command, "FILE", _fileNames, std::string(kFile) + "; with --check, a list of checksums")->required();
+    CLI::Option *check = command->add_flag("--check,-c", _againstManifests, "Check the files that FILE lists");
     command->add_flag("--sha256", _checksum.sha256, "Print SHA-256 fingerprints")->excludes(check);
-    command->add_flag("--quiet", _manifest.quiet, "Do not print OK for each file that agrees")->needs(check);
-    command->add_flag("--status", _manifest.silent, "Print nothing, the exit status tells")->needs(check);
-    command->add_flag("--ignore-missing", _manifest.ignoreMissing, "Pass over files that do not exist")->needs(check);
-    command->add_flag("--strict", _manifest.strict, "Fail for improperly formatted lines")->needs(check);
+    command->add_flag("--quiet", _manifest.quiet, "Do not print OK for each matching file")->needs(check);
+    command->add_flag("--status", _manifest.silent, "Print nothing, only set the exit status")->needs(check);
+    command->add_flag("--ignore-missing", _manifest.ignoreMissing, "Skip files that do not exist")->needs(check);
+    command->add_flag("--strict", _manifest.strict, "Fail on improperly formatted lines")->needs(check);
 }
 
 void CommandLine::addSave() {
     CLI::App *command =
         addCommand("save", "Write the saved image of a model, for other processes to restore",
-                   "An image that is there already is replaced whole, or not at all. No other file is.\n\n"
+                   "An existing image is replaced whole, or not at all. A file of another kind is not replaced.\n\n"
                    "Example:\n"
                    "  rtifed save harbour.fed harbour.img",
                    [this] { return save(_fileName, _otherName, _console); });
@@ -191,66 +191,66 @@ void CommandLine::addSave() {
 }
 
 void CommandLine::addTree() {
-    CLI::App *command = addCommand(
-        "tree", "Show the class trees with their members, and the routing spaces",
-        "CLASS is a full dotted name, with or without its root, or the end of one. Of a file that does not load, all\n"
-        "that can be understood is shown, and the exit status is 1.\n\n"
-        "Examples:\n"
-        "  rtifed tree harbour.fed\n"
-        "  rtifed tree --inherited harbour.fed Craft",
-        [this] { return tree(_tree, _console); });
+    CLI::App *command = addCommand("tree", "Show the class trees with their members, and the routing spaces",
+                                   "CLASS is a full dotted name, with or without its root, or the end of one. If the "
+                                   "file does not load, only what\n"
+                                   "can be understood is shown, and the exit status is 1.\n\n"
+                                   "Examples:\n"
+                                   "  rtifed tree harbour.fed\n"
+                                   "  rtifed tree --inherited harbour.fed Craft",
+                                   [this] { return tree(_tree, _console); });
     addOperand(command, "FILE", _tree.fileName, kFile)->required();
-    addOperand(command, "CLASS", _tree.className, "Show only this class and what is below it");
-    command->add_flag("--inherited", _tree.inherited, "Show inherited members too, and where they come from");
+    addOperand(command, "CLASS", _tree.className, "Show only this class and its descendants");
+    command->add_flag("--inherited", _tree.inherited,
+                      "Show inherited members as well, with the class that declares them");
     command->add_flag("--classes", _tree.classesOnly, "Show no members");
-    command->add_option("--depth", _tree.depth, "Show N levels of classes, the outermost being the first")
+    command->add_option("--depth", _tree.depth, "Show the outermost N levels of classes")
         ->check(CLI::Range(std::size_t(1), std::size_t(1000)))
         ->option_text("N");
 }
 
 void CommandLine::addFind() {
     CLI::App *command = addCommand(
-        "find", "Find where a name is declared, and what inherits it",
-        "NAME is that of a class, attribute, parameter, space or dimension, in any letter case, alone or behind\n"
-        "that of its class or space: Position, Craft.Position, ObjectRoot.Craft.Position. What a class inherits\n"
-        "is found behind its name, too. Of a file that does not load, all that can be understood is looked through,\n"
-        "and the exit status is 1.\n\n"
+        "find", "Find where a name is declared, and which classes inherit it",
+        "NAME names a class, attribute, parameter, space or dimension, in any letter case, with or without its class\n"
+        "or space: Position, Craft.Position, ObjectRoot.Craft.Position. The class may also be one that inherits the\n"
+        "member. If the file does not load, only what can be understood is searched, and the exit status is 1.\n\n"
         "Example:\n"
         "  rtifed find harbour.fed Position",
         [this] { return find(_find, _console); });
     addOperand(command, "FILE", _find.fileName, kFile)->required();
-    addOperand(command, "NAME", _find.name, "What to look for")->required();
-    command->add_flag("--all", _find.all, "Show long lists whole");
-    command->add_flag("--quiet", _find.quiet, "Print nothing, the exit status tells");
+    addOperand(command, "NAME", _find.name, "The name to find")->required();
+    command->add_flag("--all", _find.all, "Show long lists in full");
+    command->add_flag("--quiet", _find.quiet, "Print nothing, only set the exit status");
 }
 
 void CommandLine::addJson() {
-    CLI::App *command = addCommand("json", "Print the whole model as JSON",
-                                   "The keys are described in model.schema.json of the documentation. Of a file that "
-                                   "does not load, all that can be\n"
-                                   "understood is printed, and the exit status is 1.\n\n"
-                                   "Examples:\n"
-                                   "  rtifed json harbour.fed\n"
-                                   "  rtifed json harbour.fed | jq -r '.objectClasses[].name'",
-                                   [this] { return json(_json, _console); });
+    CLI::App *command =
+        addCommand("json", "Print the whole model as JSON",
+                   "model.schema.json of the documentation describes the keys. If the file does not load, "
+                   "only what can be\nunderstood is printed, and the exit status is 1.\n\n"
+                   "Examples:\n"
+                   "  rtifed json harbour.fed\n"
+                   "  rtifed json harbour.fed | jq -r '.objectClasses[].name'",
+                   [this] { return json(_json, _console); });
     addOperand(command, "FILE", _json.fileName, kFile)->required();
-    command->add_flag("--effective", _json.effective, "List the inherited members of each class, too");
+    command->add_flag("--effective", _json.effective, "List the inherited members of each class as well");
 }
 
 void CommandLine::addDiff() {
     using Verdict = Comparison::Verdict;
     CLI::App *command =
-        addCommand("diff", "Tell what changed from one model to another, and what that means",
-                   "The verdict is one of these, the least first:\n"
+        addCommand("diff", "Show what changed from one model to another, and what that means",
+                   "The verdict is one of these, from the mildest:\n"
                    "  identical     the files are the same bytes\n"
-                   "  same          the models are the same: only text, comments or form of the files differ\n"
+                   "  same          the models are the same; only text, comments or form of the files differ\n"
                    "  relabelled    letter case, or the name of the federation or version, differs\n"
-                   "  renumbered    every name is there with the same properties, handles moved\n"
-                   "  additions     everything of the old model is there with the same properties, and more\n"
-                   "  incompatible  something of the old model is gone or different\n\n"
-                   "FED text that does not load is compared as far as it can be understood.\n\n"
+                   "  renumbered    every name is still there with the same properties, but handles moved\n"
+                   "  additions     everything in the old model is still there with the same properties, and more\n"
+                   "  incompatible  something in the old model was removed or changed\n\n"
+                   "Of FED text that does not load, only what can be understood is compared.\n\n"
                    "Exit status:\n"
-                   "  0  the verdict is below the level of --fail-on\n"
+                   "  0  the verdict is milder than the level of --fail-on\n"
                    "  1  it is not\n"
                    "  2  a file cannot be read, or an image cannot be restored\n\n"
                    "Examples:\n"
@@ -259,15 +259,15 @@ void CommandLine::addDiff() {
                    [this] { return diff(_diff, _console); });
     addOperand(command, "OLD", _diff.oldName, kFile)->required();
     addOperand(command, "NEW", _diff.newName, kFile)->required();
-    command->add_flag("--all", _diff.all, "List every change, not the first few of each group, with its place");
+    command->add_flag("--all", _diff.all, "List every change with its place, not only the first few of each group");
     std::vector<std::pair<std::string, Verdict>> levels;
     for (int level = static_cast<int>(Verdict::same); level <= static_cast<int>(Verdict::incompatible); ++level)
         levels.emplace_back(Comparison::nameOf(static_cast<Verdict>(level)), static_cast<Verdict>(level));
     addChoice(command, "--fail-on", _diff.failOn, levels, "LEVEL",
-              "The least verdict that gives exit status 1; by default relabelled");
+              "The mildest verdict that gives exit status 1, relabelled by default");
     addChoice(command, "--format", _diff.format, {{"text", DiffFormat::text}, {"json", DiffFormat::json}}, "FORMAT",
-              "How to write the result: text (default); json, which has every change");
-    command->add_flag("--quiet", _diff.quiet, "Write nothing, the exit status tells");
+              "Output format: text (default) or json, which has every change");
+    command->add_flag("--quiet", _diff.quiet, "Print nothing, only set the exit status");
 }
 
 Status CommandLine::run(int argc, char **argv) {
@@ -286,7 +286,7 @@ Status CommandLine::run(int argc, char **argv) {
     }
 }
 
-/// Says what is wrong with the command line, and what may have been meant.
+/// Reports what is wrong with the command line, with a suggestion.
 Status CommandLine::refuseUsage(const std::string &reason) const {
     const std::vector<std::string> rest = _app.remaining();
     const bool noCommand = _app.get_subcommands().empty();

@@ -82,7 +82,7 @@ expect 1 '' '-:1:1: error: expected "(FED", found the end of the file [not-a-fed
 expect 2 '' 'rtifed: none/model.img: No such file or directory
 ' "$program" save "$examples/minimal.fed" none/model.img
 echo x >>model.img
-expect 1 "model.img: error: image byte $(($(wc -c <before.img))): 2 bytes stand behind the image [damaged-image]
+expect 1 "model.img: error: image byte $(($(wc -c <before.img))): 2 bytes follow the image [damaged-image]
 " '' "$program" check model.img
 
 # Options of the commands that show a model.
@@ -101,14 +101,14 @@ expect 1 '' '' "$program" find --quiet "$examples/minimal.fed" none
 sed 's/(FEDversion [^)]*)/(FEDversion w)/' "$examples/harbour.fed" >relabelled.fed
 "$program" save "$examples/harbour.fed" harbour.img
 expect 0 'harbour.img -> relabelled.fed: relabelled
-Federates find all names in both as before; images and checksums of the two disagree, so all federates must use the same file.
+Lookups by name give the same answers in both; images and checksums differ, so all federates must use the same file.
   ~ version v1.3 -> w
 ' '' "$program" diff harbour.img relabelled.fed --fail-on renumbered
 expect 1 '' '' "$program" diff --quiet harbour.img relabelled.fed
 expect 1 '' '' "$program" diff --quiet --fail-on same harbour.img "$examples/harbour.fed"
 expect 2 '' 'rtifed: standard input can be one of the files, not both
 ' "$program" diff - -
-expect 2 '' "rtifed: model.img: image byte $(($(wc -c <before.img))): 2 bytes stand behind the image
+expect 2 '' "rtifed: model.img: image byte $(($(wc -c <before.img))): 2 bytes follow the image
 " "$program" diff model.img small.fed
 printf '(FED (Federation "\377\033"))' >bytes.fed
 "$program" diff --color always small.fed bytes.fed 2>err | grep -q 'm~.* federation F -> \\xff\\x1b$' &&

@@ -52,10 +52,10 @@ printf '96881752  minimal.fed\n96881752  folder\n' >listed-folder
 gives 2 'folder: the file cannot be read: Is a directory
 rtifed: WARNING: 1 listed file could not be read' '$rtifed checksum --check listed-folder'
 { cat list; head -c 70000 /dev/zero; echo; echo '00000000  harbour.fed'; } >zeros
-gives 2 'zeros: a zero byte or more than 1 GiB cannot be in a list of checksums' '$rtifed checksum --check zeros'
+gives 2 'zeros: a list of checksums has no zero byte and at most 1 GiB' '$rtifed checksum --check zeros'
 printf '(FED\0)' >zero
 gives 0 '' '$rtifed diff --quiet zero zero'
-gives 2 '-: standard input was read before' 'cat zeros harbour.fed | $rtifed checksum --check - - 2>&1 | tail -1 >&2; exit 2'
+gives 2 '-: standard input was already read' 'cat zeros harbour.fed | $rtifed checksum --check - - 2>&1 | tail -1 >&2; exit 2'
 { cat zeros; echo; } >more-zeros
 gives 1 '' '$rtifed diff --quiet zeros more-zeros'
 

@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr const char *kWordTooMany = "; judging by the words after it, there is a word too many";
 constexpr std::size_t kMaxSuggestions = 1000; // for one text: each compares a word with all candidates
 
 template <class LookUp>
@@ -68,8 +69,12 @@ Checker::Checker(std::string text)
     giveMomItsSpace();
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
     if (_findings.size() >= kMaxErrors)
-        _findings.push_back(
-            {&ruleOf(RtiFedParser::tooManyErrors), _findings.back().span, "more was found than is shown", {}, {}, {}});
+        _findings.push_back({&ruleOf(RtiFedParser::tooManyErrors),
+                             _findings.back().span,
+                             "there are more errors than are shown",
+                             {},
+                             {},
+                             {}});
 }
 
 void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) const {
@@ -120,8 +125,7 @@ void Checker::addDimension(std::string name) {
     if (_space->dimensionExists(name)) {
         const RtiFedDimension *first = _space->find(_space->getDimensionHandle(name));
         return reportRepeated(RuleId::repeatedDimension,
-                              "the dimension " + quoted(name) + " is declared a second time in the space " +
-                                  quoted(_space->getName()),
+                              "duplicate dimension " + quoted(name) + " in the space " + quoted(_space->getName()),
                               first);
     }
     addDeclaration(_space->addDimension(std::move(name)));
@@ -181,13 +185,13 @@ typename Tree::Node *Checker::addClass(const std::string &name, Add add) {
 /// A class is found with and without the name of its root, so that the first one may have another full name.
 template <class Tree>
 void Checker::reportRepeatedClass(const std::string &name, const typename Tree::Node &first) {
-    const std::string subject = std::string("the ") + Tree::kind.className + " " + quoted(name);
+    const std::string subject = std::string(Tree::kind.className) + " " + quoted(name);
     if (name.size() == first.getName().size())
-        reportRepeated(RuleId::repeatedClass, subject + " is declared a second time", &first);
+        reportRepeated(RuleId::repeatedClass, "duplicate " + subject, &first);
     else
         reportRepeated(RuleId::ambiguousClass,
-                       subject + " cannot stand beside " + quoted(first.getName()) + ", which is found without \"" +
-                           Tree::kind.root + ".\" as well",
+                       "the " + subject + " conflicts with " + quoted(first.getName()) +
+                           ", which is also found without \"" + Tree::kind.root + ".\"",
                        &first);
     _clauses.setRepeated(name);
 }
@@ -200,16 +204,14 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
         const auto *first = Tree::findMember(*node, name);
         if (!first)
             continue;
-        const std::string subject = std::string("the ") + Tree::kind.memberName + " " + quoted(name);
+        const std::string subject =
+            std::string("duplicate ") + Tree::kind.memberName + " " + quoted(name) + " in " + quoted(owner->getName());
         const bool isInClause = _declarations.classClause(first) == _clauses.number();
         if (node != owner)
-            reportRepeated(RuleId::inheritedMember,
-                           subject + " of " + quoted(owner->getName()) + " is declared again: it is inherited from " +
-                               quoted(node->getName()),
+            reportRepeated(RuleId::inheritedMember, subject + ": it is inherited from " + quoted(node->getName()),
                            first);
         else if (isInClause) // else the whole class is a duplicate, which was reported
-            reportRepeated(RuleId::repeatedMember,
-                           subject + " is declared a second time in " + quoted(owner->getName()), first);
+            reportRepeated(RuleId::repeatedMember, subject, first);
         return;
     }
     addDeclaration(add());
@@ -266,12 +268,12 @@ bool Checker::reportMisplacedWords(const std::string &owner, const Words &words)
     if (isOrdering(words.transportation) && isTransportation(words.ordering))
         reportSwap(words, owner);
     else if (orderingIsLate && !transportationKnown && isTransportation(words.ordering))
-        reportShift(Argument::transportation, "unknown transportation", words.transportation, owner, "a word too many");
+        reportShift(Argument::transportation, "unknown transportation", words.transportation, owner, kWordTooMany);
     else if (orderingIsLate && transportationKnown && !orderingKnown)
-        reportShift(Argument::ordering, "unknown ordering", words.ordering, owner, "a word too many");
+        reportShift(Argument::ordering, "unknown ordering", words.ordering, owner, kWordTooMany);
     else if (hasOrdering && !hasSpace && isOrdering(words.transportation) && !orderingKnown)
         reportShift(Argument::transportation, "unknown transportation", words.transportation, owner,
-                    "a word is missing");
+                    "; it is an ordering, so a word before it is missing");
     else
         return false;
     return true;
@@ -279,7 +281,7 @@ bool Checker::reportMisplacedWords(const std::string &owner, const Words &words)
 
 void Checker::reportShift(Argument argument, const std::string &unknown, const std::string &word,
                           const std::string &owner, const std::string &reason) {
-    report(RuleId::shiftedWords, argument, unknown + " " + quoted(word) + " of " + owner + ", " + reason);
+    report(RuleId::shiftedWords, argument, unknown + " " + quoted(word) + " of " + owner + reason);
     _shiftedWords.push_back(RtiStringUtility::toupper(word)); // it may be the name that was meant
 }
 
@@ -329,7 +331,7 @@ void Checker::reportRepeated(RuleId rule, std::string text, const void *first) {
     if (!_parser.nestingKnown() || _findings.size() == kMaxErrors)
         return;
     report(rule, Argument::name, std::move(text));
-    _findings.back().notes.push_back({*_declarations.span(first), "the first declaration stands here"});
+    _findings.back().notes.push_back({*_declarations.span(first), "the first declaration is here"});
     _declarations.addLater(first, _parser.span());
 }
 

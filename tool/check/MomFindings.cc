@@ -56,8 +56,7 @@ public:
         const bool allMissing =
             !_missing.empty() && _missing.front().classMissing && _missing.front().className == "Manager";
         if (allMissing)
-            finding.details.push_back(std::string("the ") + Tree::kind.className +
-                                      " Manager with all that stands in it");
+            finding.details.push_back(std::string("the ") + Tree::kind.className + " Manager with everything in it");
         for (const auto &[className, classMissing, members] : _missing) {
             count += members.size() + (classMissing ? 1 : 0);
             if (allMissing)
@@ -102,7 +101,7 @@ private:
         const std::string meant = suggestionFor(name, missing);
         if (meant.empty())
             return;
-        finding.notes.push_back({*place, quoted(name) + " stands here" + didYouMean(meant)});
+        finding.notes.push_back({*place, quoted(name) + " is declared here" + didYouMean(meant)});
         finding.fix.push_back({*place, meant});
         missing.erase(std::find(missing.begin(), missing.end(), meant));
     }
@@ -134,7 +133,7 @@ std::optional<Finding> misplaced(const BuiltText &text) {
     return Finding{&ruleOf(RuleId::momMisplaced),
                    text.declarations.span(manager),
                    std::string("the ") + Tree::kind.className +
-                       " \"Manager\" of the MOM stands alone, expected it in \"" + Tree::kind.root + "\"",
+                       " \"Manager\" of the MOM is outside its root, expected it in \"" + Tree::kind.root + "\"",
                    {},
                    {},
                    {}};

@@ -6,27 +6,27 @@
 #include <cstddef>
 
 enum class Severity : unsigned char {
-    warning, ///< The database accepts it, and people regret it.
+    warning, ///< The database accepts it, but it is probably a mistake.
     error    ///< The database refuses it.
 };
 
 const char *nameOf(Severity severity);
 
-/// One kind of problem that a file may have, and what there is to know about it.
+/// One kind of problem that a file may have, with its explanation.
 struct Rule {
     std::size_t index; ///< In allRules().
-    const char *id;    ///< People name it in scripts: once published, it stays.
+    const char *id;    ///< Scripts name it: once published, it stays.
     Severity severity;
     const char *title;
-    const char *why;   ///< Why it exists.
-    const char *mend;  ///< How to mend what it finds.
-    const char *wrong; ///< An example that it finds,
-    const char *right; ///< and the same mended. Both are empty if there is no short one.
+    const char *why;   ///< Why the rule exists.
+    const char *fix;   ///< How to fix what it finds.
+    const char *wrong; ///< An example that it finds.
+    const char *right; ///< The example without the problem. Both are empty if there is no short one.
 
     bool hasExample() const { return *wrong != '\0'; }
 };
 
-/// The rules beside those of the syntax errors, which are the parser's problems.
+/// The rules besides those for syntax errors, which are RtiFedParser::Problem.
 enum class RuleId : unsigned char {
     unknownTransportation,
     unknownOrdering,

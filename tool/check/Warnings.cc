@@ -108,8 +108,7 @@ private:
             return warnOfHidden(RuleId::repeatedSpace, "space", space, *found);
         if (_allNamesKnown && _usedSpaces.count(space.getHandle()) == 0)
             warn(RuleId::unusedSpace, *place,
-                 "nothing is in the space " + quoted(space.getName()) +
-                     ": no attribute and no interaction class names it");
+                 "the space " + quoted(space.getName()) + " is unused: no attribute or interaction class names it");
         if (space.getNumberOfDimensions() == 0)
             warn(RuleId::spaceWithoutDimensions, *place, "the space " + quoted(space.getName()) + " has no dimensions");
         std::unordered_map<std::string, const RtiFedDimension *> first;
@@ -124,10 +123,8 @@ private:
     template <class Record>
     void warnOfHidden(RuleId rule, const std::string &noun, const Record &record, const Record &found) {
         warn(rule, *_text.declarations().span(&record),
-             "the " + noun + " " + quoted(record.getName()) +
-                 " is declared a second time, and can be found by its handle only")
-            .notes.push_back(
-                {*_text.declarations().span(&found), "the first, which is found by the name, stands here"});
+             "duplicate " + noun + " " + quoted(record.getName()) + ": it can be found by its handle only")
+            .notes.push_back({*_text.declarations().span(&found), "the first one, which the name finds, is here"});
     }
 
     /// Calls `visit` with the record and the space of each attribute and interaction class.
@@ -168,7 +165,7 @@ private:
                     RtiFedSpan usualPlace, const std::string &how) {
         Finding &finding =
             warn(RuleId::letterCase, place, "the " + noun + " " + quoted(odd) + " is " + how + " as " + quoted(usual));
-        finding.notes.push_back({usualPlace, quoted(usual) + " stands here"});
+        finding.notes.push_back({usualPlace, quoted(usual) + " is declared here"});
         finding.fix.push_back({place, asWord(usual)});
     }
 
@@ -202,7 +199,7 @@ private:
         const auto place = _text.declarations().span(&record);
         if (!place || suggestionFor(name, {missing}).empty())
             return false;
-        finding.notes.push_back({*place, quoted(name) + " stands here" + didYouMean(missing)});
+        finding.notes.push_back({*place, quoted(name) + " is declared here" + didYouMean(missing)});
         finding.fix.push_back({*place, missing});
         return true;
     }

@@ -17,7 +17,7 @@ public:
 
     Status check(const Input &manifest) {
         if (!manifest.whole || manifest.contents.find('\0') != std::string::npos)
-            throw CannotWork(manifest.name + ": a zero byte or more than 1 GiB cannot be in a list of checksums");
+            throw CannotWork(manifest.name + ": a list of checksums has no zero byte and at most 1 GiB");
         for (std::size_t begin = 0, end = 0; begin < manifest.contents.size(); begin = end + 1) {
             end = std::min(manifest.contents.find('\n', begin), manifest.contents.size());
             checkLine(std::string_view(manifest.contents).substr(begin, end - begin));

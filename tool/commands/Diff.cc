@@ -23,8 +23,8 @@ void noteRefused(const Difference &difference, std::ostream &err) {
     for (const ComparedFile *file : {&difference.before, &difference.after})
         if (!file->outline.loads)
             err << "rtifed: " << file->input.name
-                << " does not load: what can be understood of it is compared, without handles; rtifed check tells "
-                   "why\n";
+                << " does not load (rtifed check shows why): only what can be understood is compared, without "
+                   "handles\n";
 }
 
 } // namespace

@@ -192,7 +192,7 @@ private:
     std::string describeSpace(const Outline::Space &space) {
         const std::string dimensions = counted(space.dimensions.size(), "dimension") + ", ";
         if (_spaceSeen) // all hits have one name
-            return dimensions + "found by its handle only, since its name is taken";
+            return dimensions + "found by its handle only, because an earlier space has its name";
         _spaceSeen = true;
         return dimensions + usesOf(space.name, _outline);
     }

@@ -31,7 +31,7 @@ Status save(const std::string &fileName, const std::string &imageName, const Con
     if (!model)
         return wrong;
     if (isNoImage(imageName))
-        throw CannotWork(imageName + ": the file is no saved image, and is not replaced by one");
+        throw CannotWork(imageName + ": the file is not a saved image, so it is not replaced by one");
     RtiBuffer image;
     model->save(image);
     writeFile(imageName, image.data(), image.size());

@@ -37,7 +37,7 @@ Input readInput(const std::string &fileName, const std::string &stdinName) {
     std::FILE *file = stdin;
     static bool stdinWasRead = false; // perhaps not to its end
     if (fileName == "-" && std::exchange(stdinWasRead, true))
-        throw CannotWork(name + ": standard input was read before");
+        throw CannotWork(name + ": standard input was already read");
     if (fileName != "-") {
         file = std::fopen(fileName.c_str(), "rb");
         if (!file)

@@ -9,7 +9,7 @@ std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image) {
     auto database = std::make_unique<RtiFedDatabase>(buffer);
     if (buffer.remaining() > 0)
         throw RTI::RTIinternalError(("image byte " + std::to_string(buffer.size() - buffer.remaining()) + ": " +
-                                     std::to_string(buffer.remaining()) + " bytes stand behind the image")
+                                     std::to_string(buffer.remaining()) + " bytes follow the image")
                                         .c_str());
     return database;
 }

@@ -129,7 +129,7 @@ std::string ChangeGroup::headline() const {
     case Change::Kind::refused:
         return "the new file does not load";
     case Change::Kind::unclear:
-        return "not all could be understood, there may be more";
+        return "the files were not understood completely, there may be more changes";
     case Change::Kind::reordered:
         return "order in the space " + shownName(element.owner) + ": " + what;
     case Change::Kind::transportation:

@@ -25,24 +25,23 @@ std::string explanation(const Difference &difference) {
     const std::size_t numMoved = numOf(Change::Kind::renumbered, comparison);
     const std::string moved = counted(numMoved, "handle") + " moved";
     // A file that does not load has neither image nor checksum. The terms of checksums may cancel out.
-    const std::string disagree =
-        !comparison.handlesCompared() ? "."
-        : difference.checksumsAgree()
-            ? "; the images of the two disagree, but the 32-bit checksums are equal: nobody will notice unless all "
-              "federates "
-              "use the same file."
-            : "; images and checksums of the two disagree, so all federates must use the same file.";
+    const std::string disagree = !comparison.handlesCompared() ? "."
+                                 : difference.checksumsAgree()
+                                     ? "; the images differ, but the 32-bit checksums are equal, so a mix-up goes "
+                                       "unnoticed: all federates must use "
+                                       "the same file."
+                                     : "; images and checksums differ, so all federates must use the same file.";
     switch (comparison.verdict()) {
     case Verdict::identical:
         return "the files are the same, byte for byte.";
     case Verdict::same:
-        return "the models are the same, only the text or the form of the files differs.";
+        return "the models are the same; only text, comments or form of the files differ.";
     case Verdict::relabelled:
-        return "Federates find all names in both as before" + disagree;
+        return "Lookups by name give the same answers in both" + disagree;
     case Verdict::renumbered:
-        return "Every name is there with the same properties, but " + moved + disagree;
+        return "Every name is still there with the same properties, but " + moved + disagree;
     case Verdict::additions:
-        return "Everything of the old model is there with the same properties" +
+        return "Everything in the old model is still there with the same properties" +
                (numMoved > 0                   ? ", but " + moved
                 : comparison.handlesCompared() ? " and handles"
                                                : "") +
@@ -53,9 +52,9 @@ std::string explanation(const Difference &difference) {
     if (numOf(Change::Kind::refused, comparison) > 0)
         return "No federation can run with the new file: the library refuses it.";
     if (numOf(Change::Kind::unclear, comparison) > 0)
-        return "Not all of the files was understood, so nobody can say that federates of the old one work with the new "
-               "one.";
-    return "Something of the old model is gone or different: federates made for it may fail with the new one.";
+        return "The files were not understood completely, so it is unknown whether federates made for the old one work "
+               "with the new one.";
+    return "Something in the old model was removed or changed: federates made for it may fail with the new one.";
 }
 
 class TextWriter {

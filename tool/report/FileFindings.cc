@@ -87,8 +87,9 @@ std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaint
     try {
         Outline outline = readOutline(input);
         if (!outline.loads)
-            complaints << input.name
-                       << ": the library refuses this file, rtifed check says why; shown is what can be understood\n";
+            complaints
+                << input.name
+                << ": the library refuses this file (rtifed check shows why); only what can be understood is shown\n";
         return outline;
     } catch (const RTI::Exception &refused) {
         complaints << input.name << ": error: " << reasonOf(refused) << '\n';

@@ -38,7 +38,7 @@ void writeRule(const Rule &rule, std::size_t width, std::ostream &out) {
     out << rule.id << " (" << nameOf(rule.severity) << ")\n"
         << wrapped(rule.title, width) << '\n'
         << wrapped(rule.why, width) << '\n'
-        << wrapped(rule.mend, width);
+        << wrapped(rule.fix, width);
     if (!rule.hasExample())
         return;
     printExample("Wrong", rule.wrong, out);
@@ -59,18 +59,18 @@ void writeRuleList(std::ostream &out) {
 std::string rulesAsMarkdown() {
     std::string page =
         "# What `rtifed check` finds\n\n" +
-        wrapped("Each finding ends with the name of its rule in brackets. `rtifed explain RULE` prints what "
-                "stands here about it. This page is made of the same table as that command.",
+        wrapped("Each finding ends with the name of its rule in brackets. `rtifed explain RULE` prints the same "
+                "explanation as this page, which is generated from the same table.",
                 kPageWidth) +
         "\n";
     for (const auto &[severity, heading] :
          {std::pair(Severity::error, "Errors: the database refuses the file"),
-          std::pair(Severity::warning, "Warnings: the file loads, and yet is hardly what was meant")}) {
+          std::pair(Severity::warning, "Warnings: the file loads, but probably contains a mistake")}) {
         page += std::string("## ") + heading + "\n\n";
         for (const Rule &rule : allRules())
             if (rule.severity == severity)
                 page += std::string("### ") + rule.id + "\n\n" + wrapped(std::string(rule.title) + ".", kPageWidth) +
-                        "\n" + wrapped(rule.why, kPageWidth) + "\n" + wrapped(rule.mend, kPageWidth) + "\n" +
+                        "\n" + wrapped(rule.why, kPageWidth) + "\n" + wrapped(rule.fix, kPageWidth) + "\n" +
                         (rule.hasExample()
                              ? "Wrong:\n\n" + codeBlock(rule.wrong) + "\nRight:\n\n" + codeBlock(rule.right) + "\n"
                              : "");

@@ -75,7 +75,7 @@ Json describe(const Rule &rule) {
     return {{"id", rule.id},
             {"shortDescription", message(rule.title)},
             {"fullDescription", message(rule.why)},
-            {"help", message(std::string(rule.mend) + "\n\nWrong:\n" + rule.wrong + "\n\nRight:\n" + rule.right)},
+            {"help", message(std::string(rule.fix) + "\n\nWrong:\n" + rule.wrong + "\n\nRight:\n" + rule.right)},
             {"defaultConfiguration", {{"level", nameOf(rule.severity)}}}};
 }
 
