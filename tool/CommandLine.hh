@@ -9,16 +9,16 @@
 #include <string>
 #include <vector>
 
-/// The command line of the program: all its commands, with their options and their texts. Help, man pages and
-/// completions are made of it.
+/// The command line of the program: all commands with their options and help texts, from which the manual pages and
+/// completions are made as well.
 class CommandLine {
 public:
     explicit CommandLine(const Console &console);
     CommandLine(const CommandLine &) = delete;
     CommandLine &operator=(const CommandLine &) = delete;
 
-    /// Does what the arguments say. Help goes to the console's `out`, wrong usage to its `err`. Whatever a command
-    /// throws passes through.
+    /// Runs the command that the arguments name. Help goes to the console's `out`, usage errors to its `err`.
+    /// Exceptions of a command pass through.
     Status run(int argc, char **argv);
 
     CLI::App &app() { return _app; }
@@ -41,7 +41,7 @@ private:
     Console _console;
     CLI::App _app;
     Status _status = done;
-    // What the commands are called with; each uses those it has.
+    // The arguments of the commands; each command uses its own.
     std::vector<std::string> _fileNames;
     std::string _fileName, _otherName;
     bool _againstManifests = false;

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Throws std::ios_base::failure if what a command wrote by stdio did not get out: what it wrote by streams does so.
+/// Flushes streams and stdio. Throws std::ios_base::failure if the output cannot be written.
 void flushOutput() {
     std::cout.flush();
     errno = 0;
@@ -44,10 +44,11 @@ Status runCommandLine(int argc, char **argv) {
 } // namespace
 
 int main(int argc, char **argv) {
-    static_cast<void>(std::signal(SIGPIPE, SIG_DFL)); // a reader that goes early, such as head, ends it without a word
-    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); // a file that may not grow is an error of writing like others
-    std::ios::sync_with_stdio(false);                 // each command writes by streams or by stdio, never by both
-    std::cout.exceptions(std::ios::badbit);           // what cannot be written need not be worked out
+    static_cast<void>(
+        std::signal(SIGPIPE, SIG_DFL)); // a reader that closes early, such as head, ends the program silently
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); // exceeding the file size limit is a write error like others
+    std::ios::sync_with_stdio(false);       // each command writes through streams or through stdio, never both
+    std::cout.exceptions(std::ios::badbit); // stop early when output cannot be written
     std::optional<TerminalBuffer> out, err;
     if (isatty(STDOUT_FILENO))
         out.emplace(std::cout);

@@ -32,7 +32,7 @@ std::string errorsOf(const std::string &fed) {
     return lines;
 }
 
-/// What a report says of one file called "a.fed".
+/// Returns the report on one file called "a.fed".
 std::string reportOn(const std::string &fed, ReportFormat format, std::size_t most = kUsuallyShown) {
     std::ostringstream out;
     const Console console{out, out};
@@ -50,9 +50,8 @@ std::string times(std::size_t count, const std::string &text) {
     return all;
 }
 
-/// In a text, #OBJECTS and #INTERACTIONS stand for the classes of the MOM, each set on one line; #NUL for such a byte,
-/// #LONG for a name that is nearly too long, and #DEEP for classes one in the other that are too many in a class of the
-/// second level.
+/// Replaces #OBJECTS and #INTERACTIONS by the classes of the MOM, each on one line; #NUL by a NUL byte; #LONG by a name
+/// that is nearly too long; #DEEP by nested classes that are too many inside a class of the second level.
 std::string inPlace(std::string text) {
     static const std::string mom = example("minimal.fed");
     const auto between = [](const std::string &first, const std::string &behind) {
@@ -90,7 +89,7 @@ const std::set<std::string> kNotReached = {
     "names-too-long",  // takes 64 MiB of names; tested with the parser's limits
     "text-too-long",   // takes a text of 1 GiB; tested with the parser's limits
     "too-many-errors", // takes 100,000 errors; tested with the parser's limits
-    "refused-class",   // stands for what the database may come to refuse: the rules before it find all that it does
+    "refused-class",   // for future refusals of the database: other rules find all current ones
     "damaged-image",   // tested below
     "dangling-reference"};
 
@@ -102,15 +101,15 @@ TEST(Check, FindsNothingInTheExamples) {
     EXPECT_EQ(reportOn(inPlace(kSound), ReportFormat::text), "");
 }
 
-TEST(Check, FindsWhatAPersonHasToMend) {
+TEST(Check, FindsErrorsInTheOrderOfTheText) {
     forEachCase("findings.txt", [](const std::string &text, const std::string &expected) {
         EXPECT_EQ(errorsOf(inPlace(text)), expected);
     });
 }
 
 /// A case is `OLD => NEW`, to replace in the sound text; then the finding in each format, in JSON and SARIF without
-/// what stands around every finding.
-TEST(Check, FindsEachMistakeInEachFormat) {
+/// the rest of the document.
+TEST(Check, ReportsEachMistakeInEachFormat) {
     std::set<std::string> notSeen;
     for (const Rule &rule : allRules())
         notSeen.insert(rule.id);
@@ -137,7 +136,7 @@ TEST(Check, FindsEachMistakeInEachFormat) {
     EXPECT_EQ(notSeen, std::set<std::string>());
 }
 
-/// What stands around the findings, with files that are right, wrong, damaged and missing.
+/// Reports on files that are right, wrong, damaged and missing.
 std::string reportOnFiles(ReportFormat format, const std::string &missing = "none.fed") {
     std::ostringstream out;
     const auto report = makeReport(format, {out, out});
@@ -230,8 +229,8 @@ TEST(Check, ReportsTheMomAsOneFinding) {
                               "  the interaction class Manager.Federate.Service.FederateSaveBegun\n");
 }
 
-/// One slip, one finding, and it names a line at most one away.
-TEST(Check, LeadsToEverySlip) {
+/// Each mistake gives one finding, which names a line at most one away.
+TEST(Check, FindsEachMistakeNearItsPlace) {
     const std::string text = example("minimal.fed");
     std::size_t at = text.find("(FED") + 4;
     for (std::size_t number = 0; (at = text.find_first_not_of(" \n", at)) != std::string::npos; ++number) {
@@ -258,7 +257,7 @@ TEST(Check, LeadsToEverySlip) {
     }
 }
 
-/// What check passes, the database accepts, and the other way round.
+/// The checker finds no error exactly if the database accepts the text.
 TEST(Check, AgreesWithTheDatabase) {
     const ErrorLines errors;
     std::mt19937 random(3);
@@ -266,7 +265,7 @@ TEST(Check, AgreesWithTheDatabase) {
         withMom("(class A (attribute a reliable timestamp S) (class B (attribute b best_effort "
                 "receive))) (class C (attribute a reliable receive))",
                 "(class I reliable timestamp S (parameter p) (class J reliable receive))", "(space S (dimension X))");
-    std::vector<std::string> tokens; // each with the blanks behind it
+    std::vector<std::string> tokens; // each with the blanks after it
     for (std::size_t at = 0; at < base.size();) {
         if (base[at] == ';')
             at = base.find('\n', at);

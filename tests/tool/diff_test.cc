@@ -17,7 +17,7 @@ namespace {
 
 using Verdict = Comparison::Verdict;
 
-/// A class with its members, or a space with its dimensions. A tail is what stands behind a name.
+/// A class with its members, or a space with its dimensions. A tail is the rest of its words after the name.
 struct Node {
     std::string name, tail;
     std::list<std::pair<std::string, std::string>> members;
@@ -192,9 +192,9 @@ TEST(Diff, JudgesAsTheLibraryAnswers) {
     EXPECT_EQ(met.size(), 6u) << "a verdict was never met";
 }
 
-/// In diff.txt, each case begins with its option. Then come the old and the new model, apart by "->": whole texts, or
-/// spaces, object classes and interaction classes, apart by "|", which are put beside the MOM.
-TEST(Diff, TellsWhatChanged) {
+/// In diff.txt, each case begins with its option. The old and the new model follow, separated by "->": whole texts, or
+/// spaces, object classes and interaction classes, separated by "|", which are added to the MOM.
+TEST(Diff, ReportsWhatChanged) {
     forEachCase("diff.txt", [](const std::string &text, const std::string &expected) {
         const auto options = text.find('\n'), arrow = text.find("\n->\n");
         const auto fileText = [](const std::string &model) {

@@ -59,7 +59,7 @@ TEST(Outline, IsThatOfTheLibrary) {
     }
 }
 
-TEST(Outline, HasEachClassBehindItsParentWhateverTheirHandles) {
+TEST(Outline, HasEachClassAfterItsSuperclassWhateverTheirHandles) {
     const auto database = emptyDatabase("");
     database->addObjectClass("A");
     database->addObjectClass("A.B");

@@ -19,7 +19,7 @@ constexpr const char *kCoast = R"((FED (Federation Coast) (FEDversion v1.3)
 constexpr const char *kRefused =
     "FILE: the library refuses this file (rtifed check shows why); only what can be understood is shown\n";
 
-/// What a command says of a text: its results, behind "! " its complaints, and its status.
+/// Returns the output of a command on a text: its results, "! " and its complaints, if any, and its status.
 template <class Options, class Command>
 std::string said(const std::string &text, Options options, Command command, std::size_t width = 0, bool unicode = false,
                  bool color = false) {
@@ -154,7 +154,8 @@ TEST(Find, ListsWhatInherits) {
     EXPECT_EQ(found(text, "R.E.at", true), head + five + "        ObjectRoot.R.F\n        ObjectRoot.R.G\n0");
     EXPECT_EQ(found(text, "t"),
               "FILE:9:18: space T, handle 1: 0 dimensions, used by 0 attributes and 0 interaction classes\n"
-              "FILE:9:28: space t, handle 2: 0 dimensions, found by its handle only, because an earlier space has its name\n0");
+              "FILE:9:28: space t, handle 2: 0 dimensions, found by its handle only, because an earlier space has its "
+              "name\n0");
     EXPECT_EQ(found(text, "t", false, true), "0");
     EXPECT_EQ(found(text, "none", false, true), "1");
 }

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// Bytes of a text, and what should stand there instead.
+/// A span of a text, and the text to replace it with.
 struct Replacement {
     RtiFedSpan span;
     std::string text;
@@ -17,11 +17,11 @@ struct Replacement {
 /// One problem of a file, in the words of a person who edits it.
 struct Finding {
     const Rule *rule;
-    std::optional<RtiFedSpan> span; ///< Nothing if it is about the file as a whole.
+    std::optional<RtiFedSpan> span; ///< Absent if it is about the file as a whole.
     std::string text;
-    std::vector<std::string> details;      ///< Further lines, shown under the text.
-    std::vector<RtiFedParser::Note> notes; ///< Second places that it has to do with.
-    std::vector<Replacement> fix;          ///< What was probably meant; empty if that is not known.
+    std::vector<std::string> details;      ///< Further lines, shown below the text.
+    std::vector<RtiFedParser::Note> notes; ///< Other places that the finding refers to.
+    std::vector<Replacement> fix;          ///< What was probably meant; empty if unknown.
 
     std::string textWithDetails() const { return text + (details.empty() ? "" : '\n' + joined(details, "\n")); }
 };

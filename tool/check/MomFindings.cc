@@ -13,13 +13,13 @@ namespace {
 using Requirements = std::vector<RtiFedDatabaseMomVerifier::Requirement>;
 using NamesByClass = std::map<std::string, std::vector<std::string>>;
 
-/// The dotted name of the class around, empty for one directly below the root.
+/// The dotted name of the superclass; empty for a class directly below the root.
 std::string ownerOf(const std::string &className) {
     const auto dot = className.rfind('.');
     return dot == std::string::npos ? "" : className.substr(0, dot);
 }
 
-/// The names of classes by the class around.
+/// The names of missing classes by their superclass.
 NamesByClass classesByOwner(const Requirements &requirements) {
     NamesByClass names;
     for (const auto &required : requirements)
@@ -28,7 +28,7 @@ NamesByClass classesByOwner(const Requirements &requirements) {
     return names;
 }
 
-/// The names of members by their class, as far as that is there.
+/// The names of missing members by their class, for the classes that exist.
 NamesByClass membersByClass(const Requirements &requirements) {
     NamesByClass names;
     for (const auto &required : requirements)
@@ -37,7 +37,7 @@ NamesByClass membersByClass(const Requirements &requirements) {
     return names;
 }
 
-/// Finds what is missing of one tree, and adds it to the finding about the whole.
+/// Finds what one tree lacks, and adds it to the finding about the whole MOM.
 template <class Tree>
 class MomCheck {
 public:
@@ -50,7 +50,7 @@ public:
         }
     }
 
-    /// Adds a line for each class of which something is missing, and returns how many names are.
+    /// Adds a line for each incomplete class, and returns the number of missing names.
     std::size_t describe(Finding &finding) const {
         std::size_t count = 0;
         const bool allMissing =
@@ -72,7 +72,10 @@ public:
         return count;
     }
 
-    /// Notes what stands where something is missing and is called nearly so.
+    /// Notes the declarations that are probably a missing name misspelt.
+    ///
+    /// The idea: only classes of the same superclass and members of the same class are compared with a missing name,
+    /// and those that the MOM requires anyway are left out, so that even short names are matched reliably.
     void addLikely(Finding &finding) const {
         const Requirements all = Tree::missing(RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)));
         const NamesByClass classes = classesByOwner(all);
@@ -115,7 +118,7 @@ std::optional<Finding> missing(const BuiltText &text, const std::function<bool(s
     const MomCheck<Interactions> interactions(text, mayBeDeclared);
     Finding finding{&ruleOf(RuleId::momIncomplete), text.parser.span(), {}, {}, {}, {}};
     const std::size_t count = objects.describe(finding) + interactions.describe(finding);
-    if (count <= text.parser.numLostNames()) // those may be the missing
+    if (count <= text.parser.numLostNames()) // the missing names may be among those
         return {};
     finding.text = "the Management Object Model (MOM) is incomplete, " + counted(count, "name") +
                    (count == 1 ? " is missing:" : " are missing:");
@@ -124,7 +127,7 @@ std::optional<Finding> missing(const BuiltText &text, const std::function<bool(s
     return finding;
 }
 
-/// The MOM is found without its root, but the database gives it its space by its full name.
+/// Lookups find the MOM without its root, but the database looks for it by its full name to give it its space.
 template <class Tree>
 std::optional<Finding> misplaced(const BuiltText &text) {
     const auto *manager = Tree::find(text.database, "Manager");

@@ -7,10 +7,10 @@
 
 namespace {
 
-constexpr std::size_t kLongest = 64; // of the words that are compared: each costs their product
-constexpr std::size_t kMost = 1000;  // of the candidates that one word is compared with
+constexpr std::size_t kLongest = 64; // length of the words that are compared
+constexpr std::size_t kMost = 1000;  // candidates that one word is compared with
 
-/// A word without what some people write into names and others do not.
+/// Returns a word without the differences that do not count.
 std::string skeletonOf(std::string_view word) {
     std::string letters;
     for (const char c : word)
@@ -19,7 +19,10 @@ std::string skeletonOf(std::string_view word) {
     return letters.compare(0, 3, "HLA") == 0 ? letters.substr(3) : letters;
 }
 
-/// How many letters must be inserted, left out, replaced or swapped with the next to make one word of the other.
+/// Returns how many letters must be inserted, removed, replaced or swapped with the next one to make `b` of `a`.
+///
+/// Entry j of a row is the distance between the first i letters of `a` and the first j letters of `b`; each row follows
+/// from the two rows above it, so that only three are kept.
 std::size_t distance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> twoAbove(b.size() + 1), above(b.size() + 1), row(b.size() + 1);
     for (std::size_t j = 0; j <= b.size(); ++j)
@@ -44,7 +47,7 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
         return {};
     const std::string meant = skeletonOf(word);
     const std::string *nearest = nullptr;
-    std::size_t least = std::max<std::size_t>(1, meant.size() / 3) + 1; // of many letters, more may be wrong
+    std::size_t least = std::max<std::size_t>(1, meant.size() / 3) + 1; // longer words may have more mistakes
     for (const std::string &candidate : candidates) {
         if (candidate.size() > kLongest)
             continue;

@@ -4,13 +4,17 @@
 #include <string_view>
 #include <vector>
 
-/// The candidate that was most likely meant by a misspelt word; empty if none is near. Letter case, and what some
-/// people write into names and others do not (`_`, `-`, blanks, a leading `HLA`), makes no difference. Of two that are
-/// as near, the first. Of very many candidates, none: that would take long.
+/// Returns the candidate that a misspelt word most likely means; empty if none is similar. The first of two that are
+/// equally similar is returned.
+///
+/// The idea: the fewer letters must be edited to make one word of the other, the more likely the one means the other;
+/// more edits are allowed in longer words. Differences in letter case, in `_`, `-` and blanks, and a leading `HLA` do
+/// not count, since naming conventions differ in just these. Comparing two words takes time in proportion to the
+/// product of their lengths, so that long words and very many candidates get no suggestion.
 std::string suggestionFor(std::string_view word, const std::vector<std::string> &candidates);
 
-/// The same as the end of a message: `; did you mean "check"?`, or nothing.
+/// Returns a suggestion as the end of a message, such as `; did you mean "check"?`; empty if there is none.
 std::string didYouMean(const std::string &suggestion);
 
-/// A name as it may stand in a FED text: in quotes if it needs them.
+/// Returns a name as FED text writes it: in quotes if it needs them.
 std::string asWord(std::string_view name);

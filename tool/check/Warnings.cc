@@ -14,7 +14,8 @@
 
 namespace {
 
-/// Where a name is declared. Names compare in any letter case, by an order that means nothing else.
+/// The place where a name is declared. Sorting brings the names that differ in letter case only together; the order is
+/// by hash, which is faster than by text.
 struct Place {
     RtiFedName name;
     RtiFedSpan span;
@@ -27,7 +28,11 @@ struct Place {
     }
 };
 
-/// One name of a text as its places spell it.
+/// The spellings of one name in a text.
+///
+/// The idea: the spelling of most places is the usual one, the earliest of equally many; each other spelling is
+/// reported once, at its first place. A name may have very many spellings, and each place is compared with all of them,
+/// so that only the first sixteen are kept.
 class Spellings {
 public:
     struct Spelling {
@@ -50,9 +55,9 @@ public:
             known->first = place.span;
     }
 
-    /// Calls `visit` with each odd spelling and the usual one: that of most places, of two the earlier.
+    /// Calls `visit` with each unusual spelling and the usual one.
     template <class Visit>
-    void forEachOdd(Visit visit) const {
+    void forEachUnusual(Visit visit) const {
         const auto isLess = [](const Spelling &a, const Spelling &b) {
             return a.count != b.count ? a.count < b.count : a.first.begin > b.first.begin;
         };
@@ -63,7 +68,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kMost = 16; // a name has many letter cases, and each place is compared with all
+    static constexpr std::size_t kMost = 16; // spellings
 
     std::vector<Spelling> _spellings;
 };
@@ -101,7 +106,7 @@ private:
 
     void warnOfSpace(const RtiFedSpace &space) {
         const auto place = _text.declarations().span(&space);
-        if (!place) // that of the MOM, which the database adds
+        if (!place) // the space of the MOM, which the database adds
             return;
         const RtiFedSpace *found = _database.find(_database.getRoutingSpaceHandle(space.getName()));
         if (found != &space)
@@ -137,13 +142,13 @@ private:
             visit(_database.find(handle), _database.find(handle)->getDefaultSpace());
     }
 
-    /// A space that is named otherwise than it is declared: each spelling once. What is declared a second time in
-    /// another spelling was found already.
+    /// Warns of each spelling by which attributes and interaction classes name a space that is declared in another
+    /// letter case. Spellings of duplicate spaces were reported already.
     void warnOfSpaceReferences() {
         std::set<std::string> declared;
         for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet())
             declared.insert(_database.find(handle)->getName());
-        std::map<std::string, std::pair<RtiFedSpan, const RtiFedSpace *>> odd; // by spelling
+        std::map<std::string, std::pair<RtiFedSpan, const RtiFedSpace *>> unusual; // by spelling
         forEachWithSpace([&](const void *record, RtiSpaceHandle handle) {
             const RtiFedSpace *space = _database.find(handle);
             const auto place = space ? _text.declarations().span(record, Declarations::space) : std::nullopt;
@@ -152,19 +157,19 @@ private:
             const std::string written = _text.declarations().written(record, Declarations::space);
             if (declared.count(written) > 0)
                 return;
-            const auto [known, isNew] = odd.emplace(written, std::pair(*place, space));
+            const auto [known, isNew] = unusual.emplace(written, std::pair(*place, space));
             if (!isNew && place->begin < known->second.first.begin)
                 known->second.first = *place;
         });
-        for (const auto &[written, reference] : odd)
+        for (const auto &[written, reference] : unusual)
             warnOfCase("space", written, reference.first, reference.second->getName(),
                        *_text.declarations().span(reference.second), "declared");
     }
 
-    void warnOfCase(const std::string &noun, std::string_view odd, RtiFedSpan place, std::string_view usual,
-                    RtiFedSpan usualPlace, const std::string &how) {
-        Finding &finding =
-            warn(RuleId::letterCase, place, "the " + noun + " " + quoted(odd) + " is " + how + " as " + quoted(usual));
+    void warnOfCase(const std::string &noun, std::string_view spelling, RtiFedSpan place, std::string_view usual,
+                    RtiFedSpan usualPlace, const std::string &verb) {
+        Finding &finding = warn(RuleId::letterCase, place,
+                                "the " + noun + " " + quoted(spelling) + " is " + verb + " as " + quoted(usual));
         finding.notes.push_back({usualPlace, quoted(usual) + " is declared here"});
         finding.fix.push_back({place, asWord(usual)});
     }
@@ -230,18 +235,18 @@ private:
             Spellings spellings;
             for (; begin != end; ++begin)
                 spellings.add(*begin);
-            spellings.forEachOdd([&, this](const Spellings::Spelling &odd, const Spellings::Spelling &usual) {
-                warnOfCase(noun, odd.name, odd.first, usual.name, usual.first, "spelt elsewhere");
+            spellings.forEachUnusual([&, this](const Spellings::Spelling &unusual, const Spellings::Spelling &usual) {
+                warnOfCase(noun, unusual.name, unusual.first, usual.name, usual.first, "spelt elsewhere");
             });
         }
     }
 
     const Checker &_text;
     const RtiFedDatabase &_database;
-    const bool _allNamesKnown; // else what was not understood may be the name of a space
+    const bool _allNamesKnown; // else a word that was not understood may be the name of a space
     std::set<RtiSpaceHandle> _usedSpaces;
     std::vector<Finding> _findings;
-    Finding _surplus{}; // the last of those that are not kept
+    Finding _surplus{}; // the last one that is not kept
 };
 
 } // namespace

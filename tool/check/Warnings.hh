@@ -4,6 +4,6 @@
 
 #include <vector>
 
-/// What the database accepts of a text and people regret, in the order of the text. Nothing of a text with syntax
-/// errors: what it declares is then not surely what was meant.
+/// Returns the likely mistakes in a text that the database accepts, in the order of the text. A text with syntax errors
+/// has none: what it declares may not be what was meant.
 std::vector<Finding> warningsOf(const Checker &text);

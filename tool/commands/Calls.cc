@@ -18,7 +18,7 @@ void printErrors(const RtiFedParser &parser, const std::string &name, std::ostre
     report.endFile(source, tally);
 }
 
-/// Prints calls with names that are fit for a terminal.
+/// Prints calls with printable names.
 class TerminalCalls : public RtiFedParserCodegen {
 public:
     void setFederate(std::string name) override { RtiFedParserCodegen::setFederate(shown(name)); }
@@ -39,7 +39,8 @@ public:
 
 } // namespace
 
-/// Prints the declarations as call text, by the library's default callbacks: to standard output, not to the console.
+/// Prints the declarations as call text through the library's default callbacks, which write to standard output rather
+/// than to the console.
 Status calls(const std::string &fileName, const Console &console) {
     Input input = readInput(fileName, console.stdinName);
     if (input.isImage()) {

@@ -12,21 +12,21 @@
 #include <string>
 #include <vector>
 
-/// The commands of the program. Each does its work on what the command line names, writes its result to `console.out`
-/// and what keeps it from its work to `console.err`. They throw CannotWork where that ends all of it.
+/// The commands of the program. Each writes its result to `console.out` and its complaints to `console.err`. A command
+/// throws CannotWork if it cannot do its work at all.
 
 struct TreeOptions {
     std::string fileName;
-    std::string className;    ///< The class to show with all below it; empty for the whole model.
+    std::string className;    ///< The class to show with its descendants; empty for the whole model.
     bool inherited = false;   ///< Whether classes are shown with the members that they inherit.
     bool classesOnly = false; ///< Whether no members are shown.
-    std::size_t depth = 0;    ///< How many levels of classes are shown, 0 for all.
+    std::size_t depth = 0;    ///< The number of levels of classes to show, 0 for all.
 };
 
 struct FindOptions {
     std::string fileName, name;
-    bool all = false;   ///< Whether long lists are shown whole.
-    bool quiet = false; ///< Whether only the status tells.
+    bool all = false;   ///< Whether long lists are shown in full.
+    bool quiet = false; ///< Whether nothing is printed.
 };
 
 struct JsonOptions {
@@ -39,30 +39,29 @@ struct ChecksumOptions {
     bool sha256 = false;
 };
 
-/// How files are checked against manifests.
+/// Options for checking files against manifests.
 struct ManifestOptions {
-    std::vector<std::string> fileNames; ///< Those of the manifests.
-    bool quiet = false;                 ///< Whether files that agree are not named.
-    bool silent = false;                ///< Whether only the status tells.
+    std::vector<std::string> fileNames; ///< Of the manifests.
+    bool quiet = false;                 ///< Whether matching files are not named.
+    bool silent = false;                ///< Whether nothing is printed.
     bool ignoreMissing = false;
-    bool strict = false; ///< Whether a line that is no checksum line is a failure.
+    bool strict = false; ///< Whether a malformed line is a failure.
 };
 
 struct CheckOptions {
     std::vector<std::string> files;
     ReportFormat format = ReportFormat::text;
     std::size_t maxFindings = kUsuallyShown; ///< Of each file; 0 for all.
-    Severity failOn = Severity::error;       ///< What makes a file wrong.
-    bool quiet = false;                      ///< Only the status tells.
+    Severity failOn = Severity::error;       ///< The least severity that gives exit status 1.
+    bool quiet = false;                      ///< Whether nothing is printed.
 };
 
 struct ExplainOptions {
-    std::string rule;      ///< Empty for a list of all.
-    bool markdown = false; ///< All of every rule, as docs/rules.md has it.
+    std::string rule;      ///< Empty for the list of all rules.
+    bool markdown = false; ///< Whether to print docs/rules.md.
 };
 
 Status check(const CheckOptions &options, const Console &console);
-/// Prints what there is to know about the rules of `check`.
 Status explain(const ExplainOptions &options, const Console &console);
 Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
@@ -77,14 +76,14 @@ enum class DiffFormat { text, json };
 
 struct DiffOptions {
     std::string oldName, newName;
-    bool all = false;   ///< Whether each change is listed, or the first few of a group.
-    bool quiet = false; ///< Whether nothing is written.
+    bool all = false;   ///< Whether every change is listed, not only the first few of each group.
+    bool quiet = false; ///< Whether nothing is printed.
     DiffFormat format = DiffFormat::text;
-    Comparison::Verdict failOn = Comparison::Verdict::relabelled; ///< The least that counts as a difference.
+    Comparison::Verdict failOn = Comparison::Verdict::relabelled; ///< The mildest that gives exit status 1.
 };
 Status diff(const DiffOptions &options, const Console &console);
 
-/// Does `work` on a file, and returns what kept it from being done: other files shall have their turn.
+/// Calls `work` on a file, and returns the reason if it fails, so that the caller can go on with other files.
 template <class Work>
 std::optional<std::string> failureOf(const std::string &name, Work work) {
     try {
@@ -97,7 +96,7 @@ std::optional<std::string> failureOf(const std::string &name, Work work) {
     }
 }
 
-/// Does `work`, which returns whether a file is right, for each file; one that cannot be read keeps none from its turn.
+/// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other.
 template <class Work>
 Status forEachFile(const std::vector<std::string> &fileNames, const Console &console, Work work) {
     Status status = done;

@@ -16,7 +16,7 @@ ComparedFile outlined(Input input) {
     }
 }
 
-/// Says of what the library refuses that it was compared nevertheless.
+/// Notes that a file which the library refuses was compared nevertheless.
 void noteRefused(const Difference &difference, std::ostream &err) {
     if (difference.comparison.verdict() == Comparison::Verdict::identical)
         return;

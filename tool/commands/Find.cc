@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t kFew = 5; // of a list are shown unless all are wanted
+constexpr std::size_t kFew = 5; // classes of a list are shown by default
 
 /// A class, attribute, parameter, space or dimension of a model.
 struct Declaration {

@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Whether there is a file with something in it that is no saved image: most likely the name of a FED text, by mistake.
-/// Throws CannotWork for one that cannot be read, and may be such a file.
+/// Whether a file of this name exists that is not empty and not a saved image: most likely a FED text, named by
+/// mistake. Throws CannotWork if it cannot be read.
 bool isNoImage(const std::string &fileName) {
     std::error_code none;
     if (!std::filesystem::is_regular_file(fileName, none))

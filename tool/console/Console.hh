@@ -4,16 +4,16 @@
 #include <ostream>
 #include <string>
 
-/// What the program tells its caller: the greatest of what its files gave.
+/// The exit status of the program: the greatest status of its files.
 enum Status { done = 0, wrong = 1, cannotWork = 2 };
 
-/// Where the commands write to, and what may be written there.
+/// The output of the commands, and what it can show.
 struct Console {
     std::ostream &out;
     std::ostream &err;
-    bool color = false;    ///< Whether `out` takes colours.
-    bool unicode = false;  ///< Whether `out` shows characters beyond ASCII of our own.
-    std::size_t width = 0; ///< Columns of `out`, 0 if it has no width.
+    bool color = false;    ///< Whether `out` shows colours.
+    bool unicode = false;  ///< Whether the program may write characters outside ASCII to `out`.
+    std::size_t width = 0; ///< Columns of `out`; 0 if it is not a terminal.
     std::string stdinName = "-";
     bool terminal = false; ///< Whether `out` is a terminal.
 };

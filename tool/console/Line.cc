@@ -12,7 +12,7 @@ bool beginsCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
 }
 
-/// The beginning of a text that takes so many columns.
+/// Returns the first `count` columns of a text.
 std::string_view firstColumns(std::string_view text, std::size_t count) {
     std::size_t end = 0;
     for (; end < text.size(); ++end)

@@ -6,19 +6,19 @@
 #include <string_view>
 #include <vector>
 
-/// A line of a table or tree, made of parts. Where the console has a width, what is beyond it is cut off, so that no
-/// terminal breaks the line; where it has colours, the parts have theirs. A character counts as one column.
+/// A line of a table or tree, made of parts. It is cut to the width of the console, so that no terminal breaks it. Each
+/// character counts as one column.
 class Line {
 public:
     enum Style { plain, strong, faint };
 
-    /// Adds a part, which must be printable.
+    /// Adds a printable text.
     Line &add(std::string_view text, Style style = plain);
-    /// Adds blanks up to a column, counted from 0, and at least two.
+    /// Adds blanks up to a column, counted from 0, but at least two.
     Line &pad(std::size_t column);
 
     std::size_t width() const { return _width; }
-    /// Writes the line and its end.
+    /// Writes the line with a line end.
     void print(const Console &console) const;
 
 private:
@@ -31,5 +31,5 @@ private:
     std::size_t _width = 0;
 };
 
-/// The columns that a UTF-8 text takes: the characters that begin in it.
+/// The width of a UTF-8 text in columns: the number of characters that begin in it.
 std::size_t columns(std::string_view text);

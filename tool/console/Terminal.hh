@@ -2,6 +2,6 @@
 
 #include "tool/console/Console.hh"
 
-/// Standard output and standard error, and what the first shows as far as the environment tells: colours on a terminal
-/// unless NO_COLOR is set, characters beyond ASCII on a terminal with a UTF-8 locale, and its width.
+/// Returns standard output and standard error. If standard output is a terminal, it has its width, shows colours unless
+/// NO_COLOR is set, and shows characters outside ASCII if the locale is UTF-8.
 Console consoleHere();

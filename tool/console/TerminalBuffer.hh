@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-/// Stands between a stream and a terminal as long as it lives: what a terminal could take for a command is shown as
-/// \xNN. So no name of a file or model, whoever wrote it, can paint over what was shown before, or type for the person
-/// who reads. Only the program's own colours pass. Text is passed on by lines, and when the stream is flushed.
+/// Filters what a stream writes to a terminal, during its lifetime: bytes that a terminal may take for a command are
+/// written as \xNN. So a hostile name in a file cannot overwrite earlier output or feed input to the shell. Only the
+/// program's own colours pass. Text is passed on line by line, and when the stream is flushed.
 class TerminalBuffer : public std::streambuf {
 public:
     explicit TerminalBuffer(std::ostream &stream) : _stream(stream), _terminal(stream.rdbuf(this)) {}
@@ -15,7 +15,7 @@ public:
     TerminalBuffer(const TerminalBuffer &) = delete;
     TerminalBuffer &operator=(const TerminalBuffer &) = delete;
 
-    /// Passes an escape code on as it is.
+    /// Writes an escape code unfiltered.
     void putCode(std::string_view code);
 
 protected:
@@ -30,7 +30,7 @@ private:
     std::string _line;
 };
 
-/// A text behind the escape code of a colour, and before that which ends it; without these if `color` is null.
+/// A text in a colour, given as its escape code; without escape codes if `color` is null.
 struct Colored {
     const char *color;
     std::string text;

@@ -7,9 +7,9 @@
 
 /// An option of a command, or an operand, as help shows it.
 struct OptionTexts {
-    std::vector<std::string> names;  ///< With their dashes, the short one first; the only one of an operand has none.
-    std::string argument;            ///< What stands behind it, such as NAME; empty if nothing does.
-    std::vector<std::string> values; ///< All that the argument may be, empty if it is anything.
+    std::vector<std::string> names;  ///< With dashes, the short one first; an operand has one name without.
+    std::string argument;            ///< Its argument, such as NAME; empty if it has none.
+    std::vector<std::string> values; ///< The values that the argument may have; empty if it may be anything.
     std::string purpose;
     bool required = false;
     bool repeated = false;
@@ -18,13 +18,13 @@ struct OptionTexts {
     bool isFile() const; ///< Whether it is the name of a file.
 };
 
-/// A command as its help tells of it; the program itself is the first.
+/// A command as its help describes it, or the program itself.
 struct CommandTexts {
     std::string name; ///< Empty for the program itself.
     std::string purpose;
-    std::string details; ///< Paragraphs, and lines with a margin that stand as they are.
+    std::string details; ///< Paragraphs, and indented lines that keep their line ends.
     std::vector<OptionTexts> options, operands;
 };
 
-/// The program, then its commands in the order of the help.
+/// Returns the program, then its commands in the order of the help.
 std::vector<CommandTexts> commandTexts(const CLI::App &app);

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// A text within single quotes of a shell, with a backslash in front of each of `special`.
+/// Returns a text in single quotes of a shell, with a backslash before each character of `special`.
 std::string inQuotes(const std::string &text, const std::string &special = "") {
     std::string quoted = "'";
     for (const char c : text) {
@@ -22,7 +22,7 @@ std::vector<std::string> namesOf(const std::vector<OptionTexts> &options) {
     return names;
 }
 
-/// The options that may stand behind a command: its own and those of every command.
+/// The options of a command: its own and those that all commands have.
 std::vector<OptionTexts> optionsOf(const CommandTexts &command, const CommandTexts &program) {
     std::vector<OptionTexts> options = command.options;
     for (const OptionTexts &common : program.options)
@@ -39,7 +39,7 @@ std::vector<std::string> commandNames(const std::vector<CommandTexts> &all) {
     return names;
 }
 
-/// What may stand where no option does: words that are known, or else files.
+/// The known values of the operands; if there are none, operands are files.
 std::vector<std::string> operandValues(const CommandTexts &command) {
     std::vector<std::string> values;
     for (const OptionTexts &operand : command.operands)
@@ -103,7 +103,7 @@ std::string bashCompletion(const std::vector<CommandTexts> &all) {
 
 namespace {
 
-/// An option as _arguments of zsh takes it.
+/// Returns an option in the form that _arguments of zsh expects.
 std::string zshArgument(const OptionTexts &option) {
     std::string names, prefix;
     if (option.names.size() > 1) {

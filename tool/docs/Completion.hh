@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// What completes the program's command line in a shell, as a script of that shell.
+/// Return the script that completes the program's command line in a shell.
 std::string bashCompletion(const std::vector<CommandTexts> &all);
 std::string zshCompletion(const std::vector<CommandTexts> &all);
 std::string fishCompletion(const std::vector<CommandTexts> &all);

@@ -14,7 +14,7 @@ std::string upperCase(const std::string &text) {
     return RtiStringUtility::toupper(text);
 }
 
-/// A text as roff that shows it as it is.
+/// Escapes a text so that roff shows it unchanged.
 std::string escaped(const std::string &text) {
     std::string roff;
     for (const char c : text) {
@@ -28,7 +28,7 @@ std::string escaped(const std::string &text) {
     return roff;
 }
 
-/// A line of text: one that begins as a request does would not be shown.
+/// Returns a line of text. A line that begins like a request needs an escape.
 std::string line(const std::string &text) {
     return (text.empty() || text[0] != '.' ? "" : "\\&") + escaped(text) + "\n";
 }
@@ -41,12 +41,12 @@ std::vector<std::string> linesOf(const std::string &text) {
     return lines;
 }
 
-/// Whether a line is the heading of a section, as `Exit status:` is.
+/// Whether a line is the heading of a section, such as `Exit status:`.
 bool isHeading(const std::string &line) {
     return !line.empty() && line.back() == ':' && line[0] != ' ' && std::count(line.begin(), line.end(), ' ') < 2;
 }
 
-/// Paragraphs, and sections with headings. Lines with a margin stand as they are.
+/// Converts paragraphs, and sections with headings. Indented lines keep their line ends.
 std::string prose(const std::string &text) {
     const std::vector<std::string> lines = linesOf(text);
     const auto asItIs = [&lines](std::size_t i) { return i < lines.size() && lines[i].rfind("  ", 0) == 0; };
@@ -68,7 +68,7 @@ std::string prose(const std::string &text) {
     return roff;
 }
 
-/// Where the first heading of the details stands; their end if they have none.
+/// The offset of the first heading in the details; their size if they have none.
 std::size_t firstSection(const std::string &details) {
     std::size_t at = 0;
     for (const std::string &line : linesOf(details)) {
@@ -138,7 +138,7 @@ std::string manPage(const CommandTexts &command, const std::vector<CommandTexts>
     roff += ".SH OPTIONS\n";
     for (const OptionTexts &option : command.options)
         roff += entry(option);
-    if (!ofProgram) // those that may stand behind any command
+    if (!ofProgram) // the options that all commands have
         for (const OptionTexts &option : program.options)
             roff += option.argument.empty() ? "" : entry(option);
     roff += prose(command.details.substr(sections));

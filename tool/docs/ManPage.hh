@@ -5,5 +5,5 @@
 #include <string>
 #include <vector>
 
-/// The manual page of a command, of which `all` are the commands of the program, as roff. `version` stands in its foot.
+/// Returns the manual page of a command as roff. `all` are all commands of the program; `version` is for the footer.
 std::string manPage(const CommandTexts &command, const std::vector<CommandTexts> &all, const std::string &version);

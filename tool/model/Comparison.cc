@@ -38,8 +38,7 @@ Element dimensionOf(const Outline::Space &space, const Outline::Member &dimensio
     return elementOf(Element::Kind::dimension, space.name, dimension);
 }
 
-/// The spaces by name, but for those that have the name of an earlier one: they are reached by their handles only, and
-/// are in no image.
+/// The spaces by name, without duplicates: those are found by their handles only and are not in the image.
 RtiFedNameMap<const Outline::Space *> namedSpaces(const Outline &outline) {
     RtiFedNameMap<const Outline::Space *> spaces;
     for (const Outline::Space &space : outline.spaces)
@@ -47,7 +46,7 @@ RtiFedNameMap<const Outline::Space *> namedSpaces(const Outline &outline) {
     return spaces;
 }
 
-/// The dimensions by name in upper case, and by how many of that name stand before.
+/// The dimensions by name in upper case and the number of earlier dimensions of that name.
 std::map<std::pair<std::string, std::size_t>, const Outline::Member *> namedDimensions(const Outline::Space &space) {
     std::map<std::pair<std::string, std::size_t>, const Outline::Member *> dimensions;
     std::map<std::string, std::size_t> number;
@@ -334,7 +333,7 @@ void Comparison::compareSpaces(const Outline &before, const Outline &after) {
         for (const Outline::Space &space : outline.spaces) {
             if (own.find(space.name) != &space || others.find(space.name))
                 continue;
-            // What the database adds itself is missing only because something of the MOM is.
+            // The database adds this space together with the MOM, so that its absence is no change of its own.
             if (!_handlesCompared && !space.place && space.name == RtiFedDatabase::_momDefaultSpace)
                 continue;
             const Element element = elementOf(space);
@@ -368,7 +367,7 @@ void Comparison::compareDimensions(const Outline::Space &before, const Outline::
             change(Change::Kind::added, {}, dimensionOf(after, *dimension));
 }
 
-/// Compares two that stand for each other.
+/// Compares two elements that match.
 void Comparison::compareElements(const Element &before, const Element &after) {
     if (before.name != after.name)
         change(Change::Kind::renamed, before, after);

@@ -8,32 +8,32 @@
 #include <string_view>
 #include <vector>
 
-/// What changed from one model to another, and what that means for a federation. It refers to the two outlines.
+/// The changes from one model to another, and their meaning for a federation. It refers to the two outlines.
 ///
-/// Names are matched as look-ups match them: classes by their full names, members within them, in any letter case. What
-/// counts for a member is where it is available, not where it is declared: one that moved up to a superclass still is,
-/// in the class that had it, and others only gained it, so that this is an addition. One that moved down to subclasses
-/// is gone from the class that had it. The numbers of dimensions are part of their space, since regions are made by
-/// them; all other handles are compared only if the library accepts both files. Of a file that was not understood as a
-/// whole nobody can say that another is compatible with it.
+/// Names match as in lookups: classes by their full names, members within their class, in any letter case. For a member
+/// it counts where it is available, not where it is declared: a member that moved up to a superclass is still available
+/// in the class that declared it, so that this is an addition for other classes. A member that moved down to subclasses
+/// is removed from the class that declared it. Dimensions have a fixed order, because regions refer to their numbers;
+/// all other handles are compared only if the library accepts both files. If a file was not understood completely, no
+/// other file counts as compatible with it.
 class Comparison {
 public:
-    /// What all changes together mean, the least first.
+    /// The meaning of all changes together, from the mildest.
     enum class Verdict {
         identical,    ///< The files are the same bytes.
         same,         ///< The models are the same.
-        relabelled,   ///< Letter case, or the name of the federation or version: look-ups find all as before.
-        renumbered,   ///< All names are there as before, with other handles.
-        additions,    ///< All of the old model is there as before, and more.
-        incompatible, ///< Something of the old model is gone or different.
+        relabelled,   ///< Letter case, or the name of the federation or version: lookups give the same answers.
+        renumbered,   ///< Every name is still there, some with other handles.
+        additions,    ///< Everything in the old model is still there, and more.
+        incompatible, ///< Something in the old model was removed or changed.
     };
 
     struct Element {
         enum class Kind { federation, version, space, dimension, objectClass, attribute, interactionClass, parameter };
 
         Kind kind;
-        std::string_view owner; ///< The full name of the class or space that it stands in; empty if there is none.
-        std::string_view name;  ///< Its own, behind that of the owner.
+        std::string_view owner; ///< The full name of its superclass, class or space; empty if it has none.
+        std::string_view name;  ///< Its own name, without that of the owner.
         long handle = 0;
         const Outline::Properties *properties = nullptr;
         std::optional<RtiFedPosition> place = {};
@@ -45,32 +45,32 @@ public:
 
     struct Change {
         enum class Kind {
-            renamed, ///< In letter case only, but for federation and version.
+            renamed, ///< In letter case only, except for federation and version.
             renumbered,
             added,
-            movedUp, ///< To a class above, where the class that declared it inherits it from.
+            movedUp, ///< To a superclass, from which the class that declared it now inherits it.
             removed,
             superclass,
             transportation,
             ordering,
             space,
             reordered, ///< A dimension, within its space.
-            refused,   ///< The federation: the library accepted the file, and does not any more.
-            unclear,   ///< The federation: not all of the two files was understood, so there may be more.
+            refused,   ///< The federation: the library accepts the old file but not the new one.
+            unclear,   ///< The federation: a file was not understood completely, so there may be more changes.
         };
 
         Kind kind;
         std::optional<Element> before; ///< Absent if it was added.
         std::optional<Element> after;  ///< Absent if it was removed.
-        /// Of a class or space that was added or removed: all that went with it. Of a removed member: those that are
-        /// declared in subclasses in its place.
+        /// For an added or removed class or space: everything in it. For a removed member: the members of its name that
+        /// subclasses now declare.
         std::vector<Element> contents = {};
 
-        /// What changed: the element as it is now if it still is. Of a member that moved up or down, the lower of its
-        /// places, where it is available in both models.
+        /// The element that changed, as it is now, or as it was if it was removed. For a member that moved up or down,
+        /// the element in the lower class, where it is available in both models.
         const Element &element() const;
-        /// Of one of the two, what the change is about: its name, owner, property or handle; empty for what was added
-        /// or removed.
+        /// The value that changed (name, owner, property or handle) of `before` or `after`; empty for an addition or
+        /// removal.
         std::string value(const Element &of) const;
     };
 
@@ -78,17 +78,17 @@ public:
     static const char *nameOf(Element::Kind kind);
     static const char *nameOf(Change::Kind kind);
 
-    /// `sameBytes` says whether the files of the two are equal.
+    /// `sameBytes` is whether the two files are equal.
     Comparison(const Outline &before, const Outline &after, bool sameBytes);
 
-    /// The changes of the whole first, then those of spaces, those of object classes, then those of interaction
-    /// classes. A class that was added or removed with its superclass is among the contents of that one.
+    /// Changes of the federation and version first, then of spaces, object classes and interaction classes. A class
+    /// that was added or removed with its superclass is among the contents of that change.
     const std::vector<Change> &changes() const { return _changes; }
     bool handlesCompared() const { return _handlesCompared; }
 
-    /// What a change means on its own.
+    /// The meaning of one change on its own.
     static Verdict meaning(Change::Kind kind);
-    /// The greatest of what the changes mean.
+    /// The gravest meaning among the changes.
     Verdict verdict() const;
 
 private:

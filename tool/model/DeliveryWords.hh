@@ -30,7 +30,7 @@ inline std::vector<std::string> allForms(const DeliveryWords &words) {
     return {words[0].shortForm, words[1].shortForm, words[0].longForm, words[1].longForm};
 }
 
-/// What to write: `reliable or best_effort`.
+/// Returns the expected words for a message: `reliable or best_effort`.
 inline std::string expectedForms(const DeliveryWords &words) {
     return std::string(words[0].shortForm) + " or " + words[1].shortForm;
 }

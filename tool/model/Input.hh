@@ -10,9 +10,9 @@ struct Input {
     std::string contents;
     bool whole = true; ///< False for a text that was not read beyond its first NUL byte or the greatest size.
 
-    /// An image begins with the length of a name, whose first byte is zero; FED text never does.
+    /// An image begins with the length of a name, whose first byte is zero; FED text never begins so.
     bool isImage() const { return !contents.empty() && contents[0] == '\0'; }
 };
 
-/// Reads a file; for the name "-" standard input, which is then called `stdinName`. Throws CannotWork.
+/// Reads a file, or standard input for the name "-", which `stdinName` then replaces. Throws CannotWork.
 Input readInput(const std::string &fileName, const std::string &stdinName);

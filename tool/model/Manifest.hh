@@ -4,18 +4,19 @@
 #include <string>
 #include <string_view>
 
-/// A line of a manifest: the hexadecimal digits of a checksum or fingerprint, two blanks, and the name of a file.
+/// A line of a list of checksums: the digits of a checksum or fingerprint, two blanks, and a file name.
 struct ManifestLine {
     std::string digits; ///< In lower case.
     std::string fileName;
 };
 
-/// A line as text, without its end. If a backslash or line end is in the name, it is escaped by a backslash, and the
-/// text begins with one.
+/// Returns a line without its line end. Backslashes and line ends in the name are escaped by a backslash, and the line
+/// then begins with a backslash.
 std::string manifestText(const ManifestLine &line);
 
-/// A file name escaped likewise, to begin another line with.
+/// Returns a file name escaped in the same way, for a message that begins with it.
 std::string manifestName(const std::string &fileName);
 
-/// Reads a line. Nothing if it is not in that form: 8 or 64 digits in any letter case, a blank, and a blank or "*".
+/// Parses a line: 8 or 64 digits in any letter case, a blank, a blank or "*", and the file name. Returns nothing for
+/// any other line.
 std::optional<ManifestLine> parseManifestLine(std::string_view text);

@@ -18,6 +18,6 @@ bool endsIn(std::string_view path, std::string_view name) {
 std::string_view endLike(std::string_view path, std::string_view name) {
     std::size_t begin = path.size() + 1;
     for (auto dots = std::count(name.begin(), name.end(), '.'); dots >= 0 && begin > 1; --dots)
-        begin = path.rfind('.', begin - 2) + 1; // behind the dot; 0 if there is none
+        begin = path.rfind('.', begin - 2) + 1; // after the dot; 0 if there is none
     return path.substr(std::min(begin, path.size()));
 }

@@ -71,7 +71,7 @@ struct Outline {
     /// declarations are not.
     bool complete = true;
 
-    /// Reads a database, which the library accepts or which is what can be understood of a text that it refuses.
-    /// `declarations` has the places of the text's declarations, null for an image.
+    /// Reads a database; `isAccepted` is false for one that was built from as much of a text as can be understood.
+    /// `declarations` is null for an image.
     Outline(const RtiFedDatabase &database, const Declarations *declarations, bool isAccepted);
 };

@@ -12,7 +12,7 @@ namespace {
 using Change = Comparison::Change;
 using Element = Comparison::Element;
 
-/// Changes of one key belong together.
+/// Changes with the same key belong to one group.
 using Key = std::tuple<Change::Kind, Element::Kind, std::string, std::string>;
 
 Key keyOf(const Change &change) {
@@ -54,7 +54,7 @@ std::string shownValues(const Change &change) {
     return value(*change.before) + " -> " + value(*change.after);
 }
 
-/// What went with an element, or where it went.
+/// What was added or removed with an element, or where it moved to.
 std::string shownContents(const Change &change) {
     const std::vector<Element> &contents = change.contents;
     if (contents.empty())
@@ -166,7 +166,7 @@ std::string ChangeGroup::item(std::size_t index) const {
     return shownFullName(element);
 }
 
-/// By how much the handles moved: one number, or the least and the greatest.
+/// The distance by which the handles moved: one number, or the least and the greatest.
 std::string ChangeGroup::offsets() const {
     const auto offset = [](const Change *change) { return change->after->handle - change->before->handle; };
     const auto signedNumber = [](long number) { return (number > 0 ? "+" : "") + std::to_string(number); };

@@ -5,23 +5,23 @@
 #include <string>
 #include <vector>
 
-/// Changes that a reader takes as one, such as the same space given to many attributes: how they are found in a
-/// comparison, and how they are worded. It refers to the comparison.
+/// Changes that readers take for one, such as the same space given to many attributes, and their wording. It refers to
+/// the comparison.
 class ChangeGroup {
 public:
-    /// All groups, those that mean most first, else in the order of the changes.
+    /// Returns all groups, the gravest first, otherwise in the order of the changes.
     static std::vector<ChangeGroup> groupsOf(const Comparison &comparison);
 
     Comparison::Verdict meaning() const { return Comparison::meaning(first().kind); }
 
-    /// '-', '+' or '~', for what was removed, added or changed.
+    /// '-' for a removal, '+' for an addition, else '~'.
     char sign() const;
-    /// What there is to say in one line. Of several changes it has the number, of one also the name.
+    /// The group in one line: with the name if it has one change, else with their number.
     std::string headline() const;
 
     std::size_t size() const { return _changes.size(); }
     const Comparison::Change &operator[](std::size_t index) const { return *_changes[index]; }
-    /// What a change is called among those of the group.
+    /// The wording of one change within its group.
     std::string item(std::size_t index) const;
 
 private:

@@ -19,7 +19,7 @@ std::size_t numOf(Change::Kind kind, const Comparison &comparison) {
         std::count_if(changes.begin(), changes.end(), [kind](const Change &change) { return change.kind == kind; }));
 }
 
-/// What the verdict means to a person who runs the federation.
+/// Explains the verdict to a person who runs the federation.
 std::string explanation(const Difference &difference) {
     const Comparison &comparison = difference.comparison;
     const std::size_t numMoved = numOf(Change::Kind::renumbered, comparison);
@@ -115,7 +115,7 @@ private:
                          << placeOf(element, gone ? _difference.before : _difference.after) << '\n';
     }
 
-    /// Where it stands now, unless the text names the place where it stood.
+    /// The place in the new file, except where the text names the place in the old one.
     std::string placeOf(const Change &change) const {
         const bool now = change.after && change.after->place && change.kind != Change::Kind::movedUp;
         return now             ? placeOf(*change.after, _difference.after)
@@ -153,7 +153,7 @@ Json jsonOf(const Element &element) {
     return {{"subject", Comparison::nameOf(element.kind)}, {"in", element.owner}, {"name", element.name}};
 }
 
-/// A number for what is one, and nothing for what has no value.
+/// Returns a handle as a number, other values as text, null for none.
 Json valueOf(const Change &change, const Element &element) {
     if (change.kind == Change::Kind::renumbered || change.kind == Change::Kind::reordered)
         return element.handle;

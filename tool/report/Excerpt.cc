@@ -9,7 +9,7 @@ constexpr std::size_t kTabStop = 8;
 constexpr std::size_t kLongestCharacter = 4; // in bytes of UTF-8
 constexpr std::string_view kCut = "...";
 
-using Cells = std::vector<std::string>; // what is shown in each column
+using Cells = std::vector<std::string>; // the text of each column
 
 void addCells(Cells &cells, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -52,7 +52,7 @@ Excerpt::Excerpt(std::string_view text, RtiFedSpan span, unsigned long column, s
     std::size_t last = std::max(cells.size(), first + 1);
     addCells(cells, rest.substr(meant));
 
-    if (cells.size() > width) { // as much of the line on both sides as there is room for
+    if (cells.size() > width) { // show the span in the middle, with as much of the line on both sides as fits
         const std::size_t spare = width - std::min(last - first, width - 4 * kCut.size());
         const std::size_t begin = std::min(first - std::min(first, spare / 2), cells.size() - width);
         cutBefore = cutBefore || begin > 0;
@@ -60,7 +60,8 @@ Excerpt::Excerpt(std::string_view text, RtiFedSpan span, unsigned long column, s
         cells = Cells(cells.begin() + static_cast<std::ptrdiff_t>(begin),
                       cells.begin() + static_cast<std::ptrdiff_t>(begin + width));
         first -= begin;
-        last = std::max(std::min(last - begin, width), first + 1); // behind the end of a line, one more
+        last =
+            std::max(std::min(last - begin, width), first + 1); // a span at the end of the line has one column after it
         if (cutBefore)
             overwrite(cells, 0);
         if (cutBehind)

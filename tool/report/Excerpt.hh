@@ -6,10 +6,11 @@
 #include <string>
 #include <string_view>
 
-/// A line of a text as a terminal shows it, with carets for a second line under what is meant in it: `^~~~`.
+/// A line of a text as a terminal shows it, and the line below it that marks a span: `^~~~`.
 ///
-/// Tabs become blanks, what is not printable becomes \xNN. A line of more than `width` columns is cut around what is
-/// meant. Of what spans several lines the first is shown.
+/// Tabs become blanks, unprintable bytes become \xNN. Of a span of several lines the first is shown. A line of more
+/// than `width` columns is cut around the span; only as many bytes on both sides are read as may fill that width,
+/// because a line may be as long as the file. For the same reason the tab stops of a cut line are counted from the cut.
 struct Excerpt {
     std::string line;
     std::string carets;

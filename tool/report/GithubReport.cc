@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The text of a command: one line, whatever is in it.
+/// Escapes the text of a command, which must be one line.
 std::string escaped(std::string_view text, std::string_view special = "%\r\n") {
     std::string shown;
     for (const char c : text)
@@ -16,7 +16,7 @@ std::string property(std::string_view value) {
     return escaped(value, "%\r\n:,");
 }
 
-/// Columns are said of one line only: of several, the forge refuses them.
+/// A span of several lines gets no columns: the host refuses them.
 std::string propertiesOf(const Source &source, RtiFedSpan span) {
     const RtiFedPosition begin = source.characterPosition(span.begin);
     const RtiFedPosition end = source.characterPosition(span.begin + span.length);

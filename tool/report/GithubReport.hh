@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-/// For workflows on a forge: each finding as a command by which the forge shows it beside the changed line.
+/// For workflows on a code host: each finding as a command that makes the host show it next to the line.
 class GithubReport : public Report {
 public:
     explicit GithubReport(std::ostream &out) : _out(out) {}

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// The file that findings are about, as reports show it: its name, and the places in its text.
+/// The file that findings refer to: its name, and the places in its text.
 class Source {
 public:
     /// `text` is null for a saved image, which has no places.
@@ -15,12 +15,15 @@ public:
     const std::string &name() const { return _name; }
     std::string_view text() const { return _text->text(); }
 
-    /// The place of a byte, or just behind the last.
+    /// The place of a byte; `offset` may also be the size of the text.
     RtiFedPosition position(std::uint32_t offset) const { return _text->positionAt(offset); }
     RtiFedPosition begin(RtiFedSpan span) const { return position(span.begin); }
     RtiFedPosition end(RtiFedSpan span) const { return position(span.begin + span.length); }
 
-    /// The same with columns that count characters of UTF-8.
+    /// The same, with the column counted in UTF-8 characters.
+    ///
+    /// A file may be one very long line with very many findings. So the characters before every 4096th byte are counted
+    /// once, and only those after the nearest counted byte for each place.
     RtiFedPosition characterPosition(std::uint32_t offset) const;
 
     /// `FILE:LINE:COLUMN`, or the name alone if there is no span.
@@ -31,5 +34,5 @@ private:
 
     std::string _name;
     const RtiFedParser *_text;
-    mutable std::vector<std::size_t> _characters; // before every kCheckpoint-th byte, filled on demand
+    mutable std::vector<std::size_t> _characters; // before each checkpoint, filled on first use
 };

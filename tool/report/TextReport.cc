@@ -14,7 +14,7 @@ constexpr const char *kCyan = "\033[1;36m";
 constexpr const char *kGreen = "\033[1;32m";
 
 constexpr int kNumberWidth = 5;
-constexpr std::size_t kMargin = kNumberWidth + 3; // in front of the lines of a text
+constexpr std::size_t kMargin = kNumberWidth + 3; // before the lines of a text
 constexpr std::size_t kNarrowest = 40, kUsual = 120;
 
 } // namespace

@@ -5,10 +5,10 @@
 
 #include <ostream>
 
-/// For people: each finding as `FILE:LINE:COLUMN: error: TEXT [RULE]`, and under it what stands there.
+/// For people: each finding as `FILE:LINE:COLUMN: error: TEXT [RULE]`, with the line of the file below it.
 class TextReport : public Report {
 public:
-    /// `width` is that of a terminal, 0 if it is none.
+    /// `width` is the width of the terminal, 0 if there is none.
     TextReport(std::ostream &out, bool color, std::size_t width);
 
     void beginFile(const Source &) override {}
