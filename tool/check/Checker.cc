@@ -125,7 +125,7 @@ void Checker::addDimension(std::string name) {
     if (_space->dimensionExists(name)) {
         const RtiFedDimension *first = _space->find(_space->getDimensionHandle(name));
         return reportRepeated(RuleId::repeatedDimension,
-                              "duplicate dimension " + quoted(name) + " in the space " + quoted(_space->getName()),
+                              "duplicate dimension " + inQuotes(name) + " in the space " + inQuotes(_space->getName()),
                               first);
     }
     addDeclaration(_space->addDimension(std::move(name)));
@@ -137,7 +137,7 @@ void Checker::addObjectClass(std::string name) {
 
 void Checker::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
                                       std::string space) {
-    const Properties properties = resolve("the attribute " + quoted(name), {transportation, ordering, space});
+    const Properties properties = resolve("the attribute " + inQuotes(name), {transportation, ordering, space});
     addMember<Objects>(_objectClass, name, [&] {
         _database.addObjectClassAttribute(_objectClass, name, properties.transportation, properties.ordering,
                                           properties.space);
@@ -148,7 +148,7 @@ void Checker::addObjectClassAttribute(std::string name, std::string transportati
 void Checker::addInteractionClass(std::string name, std::string transportation, std::string ordering,
                                   std::string space) {
     const std::size_t numShifted = _shiftedWords.size();
-    const Properties properties = resolve("the interaction class " + quoted(name), {transportation, ordering, space});
+    const Properties properties = resolve("the interaction class " + inQuotes(name), {transportation, ordering, space});
     _shiftedInClass = _shiftedInClass || _shiftedWords.size() > numShifted;
     _interactionClass = addClass<Interactions>(name, [&] {
         return _database.addInteractionClass(name, properties.transportation, properties.ordering, properties.space);
@@ -177,7 +177,8 @@ typename Tree::Node *Checker::addClass(const std::string &name, Add add) {
     } catch (const RTI::Exception &refused) {
         if (_parser.numErrors() == 0)
             report(RuleId::refusedClass, Argument::name,
-                   std::string("the ") + Tree::kind.className + " " + quoted(name) + " is refused: " + refused._reason);
+                   std::string("the ") + Tree::kind.className + " " + inQuotes(name) +
+                       " is refused: " + refused._reason);
         return nullptr;
     }
 }
@@ -185,12 +186,12 @@ typename Tree::Node *Checker::addClass(const std::string &name, Add add) {
 /// A class is found with and without the name of its root, so that the first one may have another full name.
 template <class Tree>
 void Checker::reportRepeatedClass(const std::string &name, const typename Tree::Node &first) {
-    const std::string subject = std::string(Tree::kind.className) + " " + quoted(name);
+    const std::string subject = std::string(Tree::kind.className) + " " + inQuotes(name);
     if (name.size() == first.getName().size())
         reportRepeated(RuleId::repeatedClass, "duplicate " + subject, &first);
     else
         reportRepeated(RuleId::ambiguousClass,
-                       "the " + subject + " conflicts with " + quoted(first.getName()) +
+                       "the " + subject + " conflicts with " + inQuotes(first.getName()) +
                            ", which is also found without \"" + Tree::kind.root + ".\"",
                        &first);
     _clauses.setRepeated(name);
@@ -204,11 +205,11 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
         const auto *first = Tree::findMember(*node, name);
         if (!first)
             continue;
-        const std::string subject =
-            std::string("duplicate ") + Tree::kind.memberName + " " + quoted(name) + " in " + quoted(owner->getName());
+        const std::string subject = std::string("duplicate ") + Tree::kind.memberName + " " + inQuotes(name) + " in " +
+                                    inQuotes(owner->getName());
         const bool isInClause = _declarations.classClause(first) == _clauses.number();
         if (node != owner)
-            reportRepeated(RuleId::inheritedMember, subject + ": it is inherited from " + quoted(node->getName()),
+            reportRepeated(RuleId::inheritedMember, subject + ": it is inherited from " + inQuotes(node->getName()),
                            first);
         else if (isInClause) // else the whole class is a duplicate, which was reported
             reportRepeated(RuleId::repeatedMember, subject, first);
@@ -281,7 +282,7 @@ bool Checker::reportMisplacedWords(const std::string &owner, const Words &words)
 
 void Checker::reportShift(Argument argument, const std::string &unknown, const std::string &word,
                           const std::string &owner, const std::string &reason) {
-    report(RuleId::shiftedWords, argument, unknown + " " + quoted(word) + " of " + owner + reason);
+    report(RuleId::shiftedWords, argument, unknown + " " + inQuotes(word) + " of " + owner + reason);
     _shiftedWords.push_back(RtiStringUtility::toupper(word)); // it may be the name that was meant
 }
 
@@ -296,7 +297,7 @@ void Checker::reportSwap(const Words &words, const std::string &owner) {
 
 void Checker::reportUnknownWord(RuleId rule, Argument argument, const std::string &noun, const std::string &word,
                                 const std::string &owner, const std::string &expected) {
-    report(rule, argument, "unknown " + noun + " " + quoted(word) + " of " + owner + ", expected " + expected);
+    report(rule, argument, "unknown " + noun + " " + inQuotes(word) + " of " + owner + ", expected " + expected);
 }
 
 void Checker::checkMom() {

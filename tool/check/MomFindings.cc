@@ -104,7 +104,7 @@ private:
         const std::string meant = suggestionFor(name, missing);
         if (meant.empty())
             return;
-        finding.notes.push_back({*place, quoted(name) + " is declared here" + didYouMean(meant)});
+        finding.notes.push_back({*place, inQuotes(name) + " is declared here" + didYouMean(meant)});
         finding.fix.push_back({*place, meant});
         missing.erase(std::find(missing.begin(), missing.end(), meant));
     }

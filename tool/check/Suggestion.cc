@@ -64,7 +64,7 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
 }
 
 std::string didYouMean(const std::string &suggestion) {
-    return suggestion.empty() ? "" : "; did you mean " + quoted(suggestion) + "?";
+    return suggestion.empty() ? "" : "; did you mean " + inQuotes(suggestion) + "?";
 }
 
 std::string asWord(std::string_view name) {

@@ -113,9 +113,10 @@ private:
             return warnOfHidden(RuleId::repeatedSpace, "space", space, *found);
         if (_allNamesKnown && _usedSpaces.count(space.getHandle()) == 0)
             warn(RuleId::unusedSpace, *place,
-                 "the space " + quoted(space.getName()) + " is unused: no attribute or interaction class names it");
+                 "the space " + inQuotes(space.getName()) + " is unused: no attribute or interaction class names it");
         if (space.getNumberOfDimensions() == 0)
-            warn(RuleId::spaceWithoutDimensions, *place, "the space " + quoted(space.getName()) + " has no dimensions");
+            warn(RuleId::spaceWithoutDimensions, *place,
+                 "the space " + inQuotes(space.getName()) + " has no dimensions");
         std::unordered_map<std::string, const RtiFedDimension *> first;
         for (unsigned long i = 0; i < space.getNumberOfDimensions(); ++i) {
             const RtiFedDimension &dimension = *space.getDimension(i);
@@ -128,7 +129,7 @@ private:
     template <class Record>
     void warnOfHidden(RuleId rule, const std::string &noun, const Record &record, const Record &found) {
         warn(rule, *_text.declarations().span(&record),
-             "duplicate " + noun + " " + quoted(record.getName()) + ": it can be found by its handle only")
+             "duplicate " + noun + " " + inQuotes(record.getName()) + ": it can be found by its handle only")
             .notes.push_back({*_text.declarations().span(&found), "the first one, which the name finds, is here"});
     }
 
@@ -169,8 +170,8 @@ private:
     void warnOfCase(const std::string &noun, std::string_view spelling, RtiFedSpan place, std::string_view usual,
                     RtiFedSpan usualPlace, const std::string &verb) {
         Finding &finding = warn(RuleId::letterCase, place,
-                                "the " + noun + " " + quoted(spelling) + " is " + verb + " as " + quoted(usual));
-        finding.notes.push_back({usualPlace, quoted(usual) + " is declared here"});
+                                "the " + noun + " " + inQuotes(spelling) + " is " + verb + " as " + inQuotes(usual));
+        finding.notes.push_back({usualPlace, inQuotes(usual) + " is declared here"});
         finding.fix.push_back({place, asWord(usual)});
     }
 
@@ -204,7 +205,7 @@ private:
         const auto place = _text.declarations().span(&record);
         if (!place || suggestionFor(name, {missing}).empty())
             return false;
-        finding.notes.push_back({*place, quoted(name) + " is declared here" + didYouMean(missing)});
+        finding.notes.push_back({*place, inQuotes(name) + " is declared here" + didYouMean(missing)});
         finding.fix.push_back({*place, missing});
         return true;
     }

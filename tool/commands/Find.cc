@@ -251,7 +251,7 @@ Status find(const FindOptions &options, const Console &console) {
     if (options.quiet)
         return status;
     if (finder.hits.empty())
-        console.err << input.name << ": nothing is called " << quoted(options.name, std::string::npos)
+        console.err << input.name << ": nothing is called " << inQuotes(options.name, std::string::npos)
                     << didYouMean(finder.suggestion()) << '\n';
     HitPrinter printer(options, input.name, *outline, console);
     for (const Declaration &hit : finder.hits)

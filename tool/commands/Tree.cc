@@ -202,9 +202,10 @@ bool printNamed(const TreeOptions &options, const std::string &fileName, const O
                                           std::pair(&outline.interactions, RtiFedInteractionClass::_rootPrefix)}) {
         const std::vector<std::size_t> found = classesNamed(name, prefix, *classes);
         if (found.size() > 1) {
-            console.err << fileName << ": there are " << found.size() << " classes " << quoted(name, std::string::npos)
-                        << ", such as " << quoted(classes->at(found[0]).name, std::string::npos) << " and "
-                        << quoted(classes->at(found[1]).name, std::string::npos) << "; give more of the name\n";
+            console.err << fileName << ": there are " << found.size() << " classes "
+                        << inQuotes(name, std::string::npos) << ", such as "
+                        << inQuotes(classes->at(found[0]).name, std::string::npos) << " and "
+                        << inQuotes(classes->at(found[1]).name, std::string::npos) << "; give more of the name\n";
             return false;
         }
         if (found.size() == 1)
@@ -213,7 +214,7 @@ bool printNamed(const TreeOptions &options, const std::string &fileName, const O
             candidates.emplace_back(endLike(node.name, name));
     }
     if (meant.empty())
-        console.err << fileName << ": there is no class " << quoted(name, std::string::npos)
+        console.err << fileName << ": there is no class " << inQuotes(name, std::string::npos)
                     << didYouMean(suggestionFor(name, candidates)) << '\n';
     for (const auto &[classes, index] : meant) {
         if (classes != meant.front().first)

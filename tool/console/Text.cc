@@ -6,7 +6,7 @@ std::string shown(std::string_view name, std::size_t limit) {
     return RtiFedParser::printable(name, limit);
 }
 
-std::string quoted(std::string_view name, std::size_t limit) {
+std::string inQuotes(std::string_view name, std::size_t limit) {
     return '"' + shown(name, limit) + '"';
 }
 

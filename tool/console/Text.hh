@@ -19,7 +19,7 @@ inline constexpr std::size_t kNameLimit = 60, kTextLimit = 300;
 std::string shown(std::string_view name, std::size_t limit = std::string_view::npos);
 
 /// Returns `shown(name, limit)` in double quotes.
-std::string quoted(std::string_view name, std::size_t limit = kNameLimit);
+std::string inQuotes(std::string_view name, std::size_t limit = kNameLimit);
 
 /// Returns the reason of an exception, printable.
 std::string reasonOf(const RTI::Exception &exception);

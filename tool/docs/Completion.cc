@@ -5,7 +5,7 @@
 namespace {
 
 /// Returns a text in single quotes of a shell, with a backslash before each character of `special`.
-std::string inQuotes(const std::string &text, const std::string &special = "") {
+std::string shellQuoted(const std::string &text, const std::string &special = "") {
     std::string quoted = "'";
     for (const char c : text) {
         if (special.find(c) != std::string::npos)
@@ -73,17 +73,17 @@ std::string bashCompletion(const std::vector<CommandTexts> &all) {
         const bool ofProgram = command.name.empty();
         const std::vector<OptionTexts> options = ofProgram ? program.options : optionsOf(command, program);
         script += "        " + (ofProgram ? "''" : command.name) + ")\n";
-        script += "            options=" + inQuotes(joined(namesOf(options), " ")) + "\n";
+        script += "            options=" + shellQuoted(joined(namesOf(options), " ")) + "\n";
         const std::vector<std::string> operands = ofProgram ? commandNames(all) : operandValues(command);
         if (!operands.empty())
-            script += "            operands=" + inQuotes(joined(operands, " ")) + "\n";
+            script += "            operands=" + shellQuoted(joined(operands, " ")) + "\n";
         script += "            case $previous in\n";
         for (const OptionTexts &option : options)
             if (!option.argument.empty())
                 script += "                " + option.names.back() + ")\n                    COMPREPLY=(" +
                           (option.values.empty()
                                ? std::string()
-                               : "$(compgen -W " + inQuotes(joined(option.values, " ")) + " -- \"$current\")") +
+                               : "$(compgen -W " + shellQuoted(joined(option.values, " ")) + " -- \"$current\")") +
                           ")\n                    return\n                    ;;\n";
         script += "            esac\n            ;;\n";
     }
@@ -110,14 +110,14 @@ std::string zshArgument(const OptionTexts &option) {
         for (const std::string &name : option.names)
             names += (names.empty() ? "{" : ",") + name + (option.argument.empty() ? "" : "=");
         names += "}";
-        prefix = inQuotes("(" + joined(option.names, " ") + ")");
+        prefix = shellQuoted("(" + joined(option.names, " ") + ")");
     } else {
         names = option.names.front() + (option.argument.empty() ? "" : "=");
     }
     std::string argument = "[" + option.purpose + "]";
     if (!option.argument.empty())
         argument += ":" + option.argument + ":" + (option.values.empty() ? "" : "(" + joined(option.values, " ") + ")");
-    return prefix + names + inQuotes(argument);
+    return prefix + names + shellQuoted(argument);
 }
 
 } // namespace
@@ -132,7 +132,7 @@ std::string zshCompletion(const std::vector<CommandTexts> &all) {
                          "    commands=(\n";
     for (const CommandTexts &command : all)
         if (!command.name.empty())
-            script += "        " + inQuotes(command.name + ":" + command.purpose) + "\n";
+            script += "        " + shellQuoted(command.name + ":" + command.purpose) + "\n";
     script += "    )\n    _arguments -C";
     for (const OptionTexts &option : program.options)
         script += " \\\n        " + zshArgument(option);
@@ -149,11 +149,11 @@ std::string zshCompletion(const std::vector<CommandTexts> &all) {
             script += " \\\n                        " + zshArgument(option);
         for (const OptionTexts &operand : command.operands)
             script += " \\\n                        " +
-                      inQuotes((operand.repeated   ? "*:"
-                                : operand.required ? ":"
-                                                   : "::") +
-                               operand.names.front() + ":" +
-                               (operand.isFile() ? "_files" : "(" + joined(operand.values, " ") + ")"));
+                      shellQuoted((operand.repeated   ? "*:"
+                                   : operand.required ? ":"
+                                                      : "::") +
+                                  operand.names.front() + ":" +
+                                  (operand.isFile() ? "_files" : "(" + joined(operand.values, " ") + ")"));
         script += "\n                    ;;\n";
     }
     return script + "            esac\n"
@@ -167,12 +167,12 @@ std::string fishCompletion(const std::vector<CommandTexts> &all) {
     const CommandTexts &program = all.front();
     std::string script = "# Completes the command line of rtifed in fish.\n";
     const auto add = [&script](const std::string &condition, const OptionTexts &option) {
-        script += "complete -c rtifed -n " + inQuotes(condition, "\\");
+        script += "complete -c rtifed -n " + shellQuoted(condition, "\\");
         for (const std::string &name : option.names)
             script += name.rfind("--", 0) == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1);
         if (!option.argument.empty())
-            script += option.values.empty() ? " -x" : " -x -a " + inQuotes(joined(option.values, " "), "\\");
-        script += " -d " + inQuotes(option.purpose, "\\") + "\n";
+            script += option.values.empty() ? " -x" : " -x -a " + shellQuoted(joined(option.values, " "), "\\");
+        script += " -d " + shellQuoted(option.purpose, "\\") + "\n";
     };
     for (const OptionTexts &option : program.options)
         add("__fish_use_subcommand", option);
@@ -180,14 +180,14 @@ std::string fishCompletion(const std::vector<CommandTexts> &all) {
         if (command.name.empty())
             continue;
         script += "complete -c rtifed -f -n __fish_use_subcommand -a " + command.name + " -d " +
-                  inQuotes(command.purpose, "\\") + "\n";
+                  shellQuoted(command.purpose, "\\") + "\n";
         const std::string here = "__fish_seen_subcommand_from " + command.name;
         for (const OptionTexts &option : optionsOf(command, program))
             add(here, option);
         const std::vector<std::string> operands = operandValues(command);
         if (!operands.empty())
-            script +=
-                "complete -c rtifed -f -n " + inQuotes(here) + " -a " + inQuotes(joined(operands, " "), "\\") + "\n";
+            script += "complete -c rtifed -f -n " + shellQuoted(here) + " -a " +
+                      shellQuoted(joined(operands, " "), "\\") + "\n";
     }
     return script;
 }
