@@ -54,9 +54,9 @@ std::string times(std::size_t count, const std::string &text) {
 /// that is nearly too long; #DEEP by nested classes that are too many inside a class of the second level.
 std::string inPlace(std::string text) {
     static const std::string mom = example("minimal.fed");
-    const auto between = [](const std::string &first, const std::string &behind) {
+    const auto between = [](const std::string &first, const std::string &after) {
         const auto begin = mom.find(first);
-        std::string classes = mom.substr(begin, mom.find(behind, begin) - begin);
+        std::string classes = mom.substr(begin, mom.find(after, begin) - begin);
         std::replace(classes.begin(), classes.end(), '\n', ' ');
         return classes;
     };
@@ -117,10 +117,9 @@ TEST(Check, ReportsEachMistakeInEachFormat) {
         EXPECT_EQ(notSeen.erase(id), 1u) << id;
     forEachCase("mistakes.txt", [&](const std::string &mistake, const std::string &expected) {
         const auto arrow = mistake.find(" => ");
-        const std::string old = mistake.substr(0, arrow), mistaken = mistake.substr(arrow + 4);
+        const std::string old = mistake.substr(0, arrow), edited = mistake.substr(arrow + 4);
         const bool inMom = kSound.find(old) == std::string::npos;
-        const std::string text =
-            inMom ? replaced(inPlace(kSound), old, mistaken) : inPlace(replaced(kSound, old, mistaken));
+        const std::string text = inMom ? replaced(inPlace(kSound), old, edited) : inPlace(replaced(kSound, old, edited));
         const std::string json = reportOn(text, ReportFormat::json), sarif = reportOn(text, ReportFormat::sarif);
         const auto lineOf = [](const std::string &whole, std::size_t begin) {
             return whole.substr(begin, whole.find('\n', begin) + 1 - begin);

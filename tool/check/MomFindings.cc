@@ -101,12 +101,9 @@ private:
         const auto isIt = [&name](const std::string &other) { return RtiFedName::equal(name, other); };
         if (missing.empty() || !place || std::any_of(required.begin(), required.end(), isIt))
             return;
-        const std::string meant = suggestionFor(name, missing);
-        if (meant.empty())
-            return;
-        finding.notes.push_back({*place, inQuotes(name) + " is declared here" + didYouMean(meant)});
-        finding.fix.push_back({*place, meant});
-        missing.erase(std::find(missing.begin(), missing.end(), meant));
+        const std::string meant = noteSimilar(finding, *place, name, missing);
+        if (!meant.empty())
+            missing.erase(std::find(missing.begin(), missing.end(), meant));
     }
 
     const BuiltText &_text;

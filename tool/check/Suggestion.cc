@@ -67,6 +67,16 @@ std::string didYouMean(const std::string &suggestion) {
     return suggestion.empty() ? "" : "; did you mean " + inQuotes(suggestion) + "?";
 }
 
+std::string noteSimilar(Finding &finding, RtiFedSpan place, const std::string &name,
+                        const std::vector<std::string> &missing) {
+    const std::string meant = suggestionFor(name, missing);
+    if (!meant.empty()) {
+        finding.notes.push_back({place, inQuotes(name) + " is declared here" + didYouMean(meant)});
+        finding.fix.push_back({place, meant});
+    }
+    return meant;
+}
+
 std::string asWord(std::string_view name) {
     const bool plain = !name.empty() && name.find_first_of(" \t\v\f();") == std::string_view::npos;
     return plain ? std::string(name) : '"' + std::string(name) + '"';

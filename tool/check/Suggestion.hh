@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tool/check/Finding.hh"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +17,11 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
 
 /// Returns a suggestion as the end of a message, such as `; did you mean "check"?`; empty if there is none.
 std::string didYouMean(const std::string &suggestion);
+
+/// If a declared name is similar to one of the missing names, notes at its place that the missing name was probably
+/// meant, with a fix. Returns the missing name, or an empty text.
+std::string noteSimilar(Finding &finding, RtiFedSpan place, const std::string &name,
+                        const std::vector<std::string> &missing);
 
 /// Returns a name as FED text writes it: in quotes if it needs them.
 std::string asWord(std::string_view name);

@@ -201,13 +201,8 @@ private:
 
     template <class Record>
     bool noteIfNear(Finding &finding, const Record &record, const std::string &missing) const {
-        const std::string name(lastComponent(record.getName()));
         const auto place = _text.declarations().span(&record);
-        if (!place || suggestionFor(name, {missing}).empty())
-            return false;
-        finding.notes.push_back({*place, inQuotes(name) + " is declared here" + didYouMean(missing)});
-        finding.fix.push_back({*place, missing});
-        return true;
+        return place && !noteSimilar(finding, *place, std::string(lastComponent(record.getName())), {missing}).empty();
     }
 
     template <class Tree>

@@ -61,11 +61,10 @@ std::optional<ManifestLine> parseManifestLine(std::string_view text) {
     if (isEscaped)
         text.remove_prefix(1);
     const std::size_t numDigits = std::min(text.find_first_not_of("0123456789abcdefABCDEF"), text.size());
-    const std::string_view behind = text.substr(numDigits);
-    if ((numDigits != 8 && numDigits != 64) || behind.size() < 3 || behind[0] != ' ' ||
-        (behind[1] != ' ' && behind[1] != '*'))
+    const std::string_view rest = text.substr(numDigits);
+    if ((numDigits != 8 && numDigits != 64) || rest.size() < 3 || rest[0] != ' ' || (rest[1] != ' ' && rest[1] != '*'))
         return {};
-    const std::string_view name = behind.substr(2);
+    const std::string_view name = rest.substr(2);
     const auto fileName = isEscaped ? unescaped(name) : std::string(name);
     if (!fileName)
         return {};

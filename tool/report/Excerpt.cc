@@ -43,7 +43,7 @@ Excerpt::Excerpt(std::string_view text, RtiFedSpan span, unsigned long column, s
     std::size_t before = std::min<std::size_t>(column - 1, width * kLongestCharacter);
     const std::string_view rest = restOfLine(text, span.begin, 2 * width);
     const std::size_t meant = std::min<std::size_t>(span.length, rest.size());
-    bool cutBefore = before < column - 1, cutBehind = rest.size() == 2 * width * kLongestCharacter;
+    bool cutBefore = before < column - 1, cutAfter = rest.size() == 2 * width * kLongestCharacter;
 
     Cells cells;
     addCells(cells, text.substr(span.begin - before, before));
@@ -56,7 +56,7 @@ Excerpt::Excerpt(std::string_view text, RtiFedSpan span, unsigned long column, s
         const std::size_t spare = width - std::min(last - first, width - 4 * kCut.size());
         const std::size_t begin = std::min(first - std::min(first, spare / 2), cells.size() - width);
         cutBefore = cutBefore || begin > 0;
-        cutBehind = cutBehind || begin + width < cells.size();
+        cutAfter = cutAfter || begin + width < cells.size();
         cells = Cells(cells.begin() + static_cast<std::ptrdiff_t>(begin),
                       cells.begin() + static_cast<std::ptrdiff_t>(begin + width));
         first -= begin;
@@ -64,7 +64,7 @@ Excerpt::Excerpt(std::string_view text, RtiFedSpan span, unsigned long column, s
             std::max(std::min(last - begin, width), first + 1); // a span at the end of the line has one column after it
         if (cutBefore)
             overwrite(cells, 0);
-        if (cutBehind)
+        if (cutAfter)
             overwrite(cells, width - kCut.size());
     }
     for (const std::string &cell : cells)
