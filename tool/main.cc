@@ -44,11 +44,10 @@ Status runCommandLine(int argc, char **argv) {
 } // namespace
 
 int main(int argc, char **argv) {
-    static_cast<void>(
-        std::signal(SIGPIPE, SIG_DFL)); // a reader that closes early, such as head, ends the program silently
+    static_cast<void>(std::signal(SIGPIPE, SIG_DFL)); // end silently if a reader such as head closes early
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); // exceeding the file size limit is a write error like others
-    std::ios::sync_with_stdio(false);       // each command writes through streams or through stdio, never both
-    std::cout.exceptions(std::ios::badbit); // stop early when output cannot be written
+    std::ios::sync_with_stdio(false);                 // each command writes through streams or stdio, never both
+    std::cout.exceptions(std::ios::badbit);           // stop early when output cannot be written
     std::optional<TerminalBuffer> out, err;
     if (isatty(STDOUT_FILENO))
         out.emplace(std::cout);

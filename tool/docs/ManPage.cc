@@ -41,7 +41,7 @@ std::vector<std::string> linesOf(const std::string &text) {
     return lines;
 }
 
-/// Whether a line is the heading of a section, such as `Exit status:`.
+/// Whether a line is the heading of a section: at most two words and a colon, such as `Exit status:`.
 bool isHeading(const std::string &line) {
     return !line.empty() && line.back() == ':' && line[0] != ' ' && std::count(line.begin(), line.end(), ' ') < 2;
 }

@@ -60,7 +60,7 @@ Json fixesOf(const Source &source, const Finding &finding) {
 
 Json resultOf(const Source &source, const Finding &finding) {
     Json result = {{"ruleId", finding.rule->id},
-                   {"ruleIndex", finding.rule - allRules().data()},
+                   {"ruleIndex", finding.rule->index},
                    {"level", nameOf(finding.rule->severity)},
                    {"message", message(finding.textWithDetails())},
                    {"locations", Json::array({locationOf(source, finding.span)})}};
