@@ -82,7 +82,7 @@ CommandLine::CommandLine(const Console &console)
 }
 
 /// Adds a command. `details` are further paragraphs of its --help, with an example.
-CLI::App *CommandLine::addCommand(const char *name, const char *purpose, const char *details,
+CLI::App *CommandLine::addCommand(const char *name, const char *purpose, const std::string &details,
                                   std::function<Status()> run) {
     CLI::App *command = _app.add_subcommand(name, purpose);
     command->footer(details);
@@ -239,30 +239,29 @@ void CommandLine::addJson() {
 
 void CommandLine::addDiff() {
     using Verdict = Comparison::Verdict;
-    CLI::App *command =
-        addCommand("diff", "Show what changed from one model to another, and what that means",
-                   "The verdict is one of these, from the mildest:\n"
-                   "  identical     the files are the same bytes\n"
-                   "  same          the models are the same; only text, comments or form of the files differ\n"
-                   "  relabelled    letter case, or the name of the federation or version, differs\n"
-                   "  renumbered    every name is still there with the same properties, but handles moved\n"
-                   "  additions     everything in the old model is still there with the same properties, and more\n"
-                   "  incompatible  something in the old model was removed or changed\n\n"
-                   "Of FED text that does not load, only what can be understood is compared.\n\n"
-                   "Exit status:\n"
-                   "  0  the verdict is milder than the level of --fail-on\n"
-                   "  1  it is not\n"
-                   "  2  a file cannot be read, or an image cannot be restored\n\n"
-                   "Examples:\n"
-                   "  rtifed diff harbour-1.fed harbour-2.fed\n"
-                   "  rtifed diff --quiet --fail-on incompatible harbour-1.fed harbour-2.fed",
-                   [this] { return diff(_diff, _console); });
+    std::string verdicts;
+    std::vector<std::pair<std::string, Verdict>> levels;
+    for (int level = 0; level <= static_cast<int>(Verdict::incompatible); ++level) {
+        const auto verdict = static_cast<Verdict>(level);
+        const std::string name = Comparison::nameOf(verdict);
+        verdicts += "  " + name + std::string(14 - name.size(), ' ') + Comparison::descriptionOf(verdict) + '\n';
+        if (verdict != Verdict::identical)
+            levels.emplace_back(name, verdict);
+    }
+    CLI::App *command = addCommand("diff", "Show what changed from one model to another, and what that means",
+                                   "The verdict is one of these, from the mildest:\n" + verdicts +
+                                       "\nOf FED text that does not load, only what can be understood is compared.\n\n"
+                                       "Exit status:\n"
+                                       "  0  the verdict is milder than the level of --fail-on\n"
+                                       "  1  it is not\n"
+                                       "  2  a file cannot be read, or an image cannot be restored\n\n"
+                                       "Examples:\n"
+                                       "  rtifed diff harbour-1.fed harbour-2.fed\n"
+                                       "  rtifed diff --quiet --fail-on incompatible harbour-1.fed harbour-2.fed",
+                                   [this] { return diff(_diff, _console); });
     addOperand(command, "OLD", _diff.oldName, kFile)->required();
     addOperand(command, "NEW", _diff.newName, kFile)->required();
     command->add_flag("--all", _diff.all, "List every change with its place, not only the first few of each group");
-    std::vector<std::pair<std::string, Verdict>> levels;
-    for (int level = static_cast<int>(Verdict::same); level <= static_cast<int>(Verdict::incompatible); ++level)
-        levels.emplace_back(Comparison::nameOf(static_cast<Verdict>(level)), static_cast<Verdict>(level));
     addChoice(command, "--fail-on", _diff.failOn, levels, "LEVEL",
               "The mildest verdict that gives exit status 1, relabelled by default");
     addChoice(command, "--format", _diff.format, {{"text", DiffFormat::text}, {"json", DiffFormat::json}}, "FORMAT",

@@ -24,7 +24,8 @@ public:
     CLI::App &app() { return _app; }
 
 private:
-    CLI::App *addCommand(const char *name, const char *purpose, const char *details, std::function<Status()> run);
+    CLI::App *addCommand(const char *name, const char *purpose, const std::string &details,
+                         std::function<Status()> run);
     void addCheck();
     void addExplain();
     void addList();

@@ -119,7 +119,8 @@ TEST(Check, ReportsEachMistakeInEachFormat) {
         const auto arrow = mistake.find(" => ");
         const std::string old = mistake.substr(0, arrow), edited = mistake.substr(arrow + 4);
         const bool inMom = kSound.find(old) == std::string::npos;
-        const std::string text = inMom ? replaced(inPlace(kSound), old, edited) : inPlace(replaced(kSound, old, edited));
+        const std::string text =
+            inMom ? replaced(inPlace(kSound), old, edited) : inPlace(replaced(kSound, old, edited));
         const std::string json = reportOn(text, ReportFormat::json), sarif = reportOn(text, ReportFormat::sarif);
         const auto lineOf = [](const std::string &whole, std::size_t begin) {
             return whole.substr(begin, whole.find('\n', begin) + 1 - begin);

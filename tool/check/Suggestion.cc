@@ -69,7 +69,7 @@ std::string didYouMean(const std::string &suggestion) {
 
 std::string noteSimilar(Finding &finding, RtiFedSpan place, const std::string &name,
                         const std::vector<std::string> &missing) {
-    const std::string meant = suggestionFor(name, missing);
+    std::string meant = suggestionFor(name, missing);
     if (!meant.empty()) {
         finding.notes.push_back({place, inQuotes(name) + " is declared here" + didYouMean(meant)});
         finding.fix.push_back({place, meant});

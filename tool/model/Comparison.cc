@@ -286,6 +286,18 @@ const char *Comparison::nameOf(Verdict verdict) {
     return kNames[static_cast<std::size_t>(verdict)];
 }
 
+const char *Comparison::descriptionOf(Verdict verdict) {
+    constexpr const char *kDescriptions[] = {
+        "the files are the same bytes",
+        "the models are the same; only text, comments or form of the files differ",
+        "letter case, or the name of the federation or version, differs",
+        "every name is still there with the same properties, but handles moved",
+        "everything in the old model is still there with the same properties, and more",
+        "something in the old model was removed or changed"};
+    static_assert(std::size(kDescriptions) == static_cast<std::size_t>(Verdict::incompatible) + 1);
+    return kDescriptions[static_cast<std::size_t>(verdict)];
+}
+
 const char *Comparison::nameOf(Element::Kind kind) {
     constexpr const char *kNames[] = {"federation",
                                       "version",

@@ -75,6 +75,7 @@ public:
     };
 
     static const char *nameOf(Verdict verdict);
+    static const char *descriptionOf(Verdict verdict);
     static const char *nameOf(Element::Kind kind);
     static const char *nameOf(Change::Kind kind);
 
