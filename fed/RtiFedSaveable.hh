@@ -21,5 +21,7 @@ public:
     void diff(RtiBuffer &buffer, std::ostream &os) const { mutableSelf().diff(buffer, os); }
 
 private:
-    RtiSaveableType &mutableSelf() const { return const_cast<RtiFedSaveable &>(*this); }
+    RtiSaveableType &mutableSelf() const {
+        return const_cast<RtiFedSaveable &>(*this); // NOLINT(cppcoreguidelines-pro-type-const-cast): nothing is changed
+    }
 };
