@@ -1,6 +1,7 @@
 #include "fed/RtiFedAttribute.hh"
 
-#include "fed/image/RtiFedFields.hh"
+#include "fed/image/RtiFedDump.hh"
+#include "fed/image/RtiFedImage.hh"
 
 // Readers of the text rely on the doubled comma of three separators.
 const RtiFedField<RtiFedAttribute> RtiFedAttribute::_fields[] = {

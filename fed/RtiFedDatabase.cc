@@ -103,7 +103,7 @@ typename Kind::Node *RtiFedDatabase::addClass(std::string_view name, typename Ki
         if (!parent)
             rtiFedRaise<RTI::RTIinternalError>(Kind::noSuperclass);
     }
-    auto made = tree.make(unused(Kind::createHandle(*this)), std::string(name), parent, defaults...);
+    auto made = tree.make(requireUnused(Kind::createHandle(*this)), std::string(name), parent, defaults...);
     if (parent) // before adding the class: running out of memory must not leave a class that its parent does not list
         parent->reserveForSubclass(made->getHandle());
     auto *added = tree.add(std::move(made), key);
@@ -123,7 +123,7 @@ void RtiFedDatabase::setFederateVersion(std::string version) {
 /// Returns a handle that was just issued. Throws RTI::RTIinternalError if the counter has overflowed and reached a
 /// handle that is in use.
 template <class Handle>
-Handle RtiFedDatabase::unused(const Handle &handle) const {
+Handle RtiFedDatabase::requireUnused(const Handle &handle) const {
     if (handle == 0 || find(handle))
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 125: the handle ", toString(handle._value),
                                            " is 0 or in use: no handle is left");
@@ -197,17 +197,19 @@ RtiFedInteractionClass *RtiFedDatabase::addInteractionClass(std::string_view nam
 }
 
 RtiFedSpace *RtiFedDatabase::addSpace(std::string name) {
-    return own(std::make_unique<RtiFedSpace>(unused(createSpaceHandle()), std::move(name)));
+    return insertSpace(std::make_unique<RtiFedSpace>(requireUnused(createSpaceHandle()), std::move(name)));
 }
 
 /// Enters a space whose handle is unused. If its name is in use, lookups by name still return the earlier space. Throws
 /// std::bad_alloc, leaving the database unchanged.
-RtiFedSpace *RtiFedDatabase::own(std::unique_ptr<RtiFedSpace> space) {
+RtiFedSpace *RtiFedDatabase::insertSpace(std::unique_ptr<RtiFedSpace> space) {
     RtiFedSpace *added = space.get();
     const RtiSpaceHandle handle = added->getHandle();
     _spaceHandleMap.insert(handle, std::move(space));
     try {
-        _spaceNameMap.insert(added->getName(), added); // NOLINT(clang-analyzer-cplusplus.NewDelete): the map owns it
+        _spaceNameMap.insert(
+            added->getName(),
+            added); // no effect if the name is in use; NOLINT(clang-analyzer-cplusplus.NewDelete): the map owns it
     } catch (...) {
         _spaceHandleMap.erase(handle);
         throw;

@@ -25,8 +25,8 @@
 /// "InteractionRoot." may be omitted. Handles are numbered from 1 in the order of the file, separately for each kind;
 /// dimensions are numbered from 0 in each space. 0 means no handle.
 ///
-/// A failed lookup throws an exception of RtiFedExceptions.hh and changes nothing. Its message begins with the source
-/// position that callers may rely on: "RtiFedDatabase", line 1342: ...
+/// A failed lookup throws an exception of RtiFedExceptions.hh and changes nothing. Its message begins with a fixed
+/// prefix, such as "RtiFedDatabase", line 1342: which callers may compare. The number is not a line of today's source.
 ///
 /// docs/embedding.md is the guide for programs that use the library.
 #pragma once
@@ -52,7 +52,7 @@
 /// until restore.
 /// Threads: every const member may run on any number of threads at once; building and restoring need exclusive access.
 /// Failures: any member may throw std::bad_alloc; a building operation then has changed nothing, except that the handle
-/// it drew is used up.
+/// it issued is used up.
 class RTIFED_EXPORT RtiFedDatabase : public RtiFedSaveable {
 public:
     static constexpr const char *_thisClassName = "RtiFedDatabase";
@@ -72,11 +72,11 @@ public:
     RtiFedDatabase &operator=(const RtiFedDatabase &) = delete;
 
     using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
-    /// Appends the image of the whole model. Routing spaces that only their handle finds are left out.
+    /// Appends the image of the whole model. Routing spaces whose name was in use are left out.
     RTI_bool save(RtiBuffer &buffer) override;
-    /// Replaces the whole content. Accepts every image that save can write, except that the children of classes must
-    /// not form a circle. Throws RtiBufferUnderflow, and RTI::RTIinternalError for an unsafe image, with the byte and
-    /// the reason; the database is then empty and keeps only its file name.
+    /// Replaces the whole content. Accepts every image that save can write, unless the child handles of its classes
+    /// form a cycle. Throws RtiBufferUnderflow, and RTI::RTIinternalError for an unsafe image, with the byte and the
+    /// reason; the database is then empty and keeps only its file name.
     void restore(RtiBuffer &buffer) override;
     /// Writes one line for each of the database's own fields.
     void dump(std::ostream &os) override;
@@ -105,13 +105,13 @@ public:
     RtiInteractionClassHandle createInteractionClassHandle();
     RtiParameterHandle createParameterHandle();
 
-    /// Adds an object class by its full dotted name. Throws RTI::ErrorReadingFED if it exists, RTI::NameNotFound if its
-    /// superclass does not exist, RTI::RTIinternalError beyond kMaxClassNesting levels or if no handle is left (then a
-    /// handle is used up).
+    /// Adds an object class by its full dotted name. Throws RTI::ErrorReadingFED if it exists and RTI::NameNotFound if
+    /// its superclass does not exist. Throws RTI::RTIinternalError, and uses up a handle, if the class would be nested
+    /// deeper than kMaxClassNesting levels or no handle is left.
     RtiFedObjectClass *addObjectClass(std::string name);
     RtiFedObjectClass *addObjectClass(const RtiDottedClassname &name);
-    /// Adds an attribute. Throws RTI::RTIinternalError if the class is null, RTI::ErrorReadingFED if it declares or
-    /// inherits an attribute of that name (then a handle is used up).
+    /// Adds an attribute. Throws RTI::RTIinternalError if the class is null. Throws RTI::ErrorReadingFED, and uses up a
+    /// handle, if the class declares or inherits an attribute of that name.
     void addObjectClassAttribute(RtiFedObjectClass *objectClass, std::string name,
                                  RtiTransportationHandle transportation, RtiOrderingHandle ordering,
                                  RtiSpaceHandle space);
@@ -124,12 +124,13 @@ public:
     /// Adds a dimension. Throws RTI::RTIinternalError if the space is null, and what RtiFedSpace::addDimension throws.
     void addSpaceDimension(RtiFedSpace *space, std::string name);
 
-    /// Adds the routing space "HLAMomDefaultSpace", even if the file declares one of that name.
+    /// Adds the routing space "HLAMomDefaultSpace". If the file declares one of that name, lookups still return the
+    /// file's space, which setMomDefaultSpace then uses.
     void createMomDefaultSpace();
     /// Gives the space "HLAMomDefaultSpace" to every MOM attribute and MOM interaction class that has no space. Throws
     /// RTI::NameNotFound if that space or one of the two Manager classes is missing.
     void setMomDefaultSpace();
-    /// The same for one class and its descendants.
+    /// Gives `space` to those attributes or interaction classes of one class and its descendants that have no space.
     void setMomDefaultSpaceForAttributes(const RtiFedObjectClass *objectClass, RtiSpaceHandle space);
     void setMomDefaultSpaceForInteractionClasses(RtiFedInteractionClass *interactionClass, RtiSpaceHandle space);
 
@@ -142,7 +143,7 @@ public:
     std::string getFederateName() const { return _fedName; }
     std::string getFederateVersion() const { return _fedVersion; }
     const std::string &getFileName() const { return _fileName; }
-    /// The number of names of each kind. A routing space that only its handle finds is not counted.
+    /// The number of names of each kind. A routing space whose name was in use is not counted.
     unsigned long numObjectClasses() const;
     unsigned long numInteractionClasses() const;
     unsigned long numSpaces() const;
@@ -151,7 +152,8 @@ public:
     /// transportation or ordering.
     void dumpDatabase(std::ostream *os) const;
 
-    // ---- Names and handles. Where an operation serves an HLA 1.3 ancillary service, its comment begins with the name.
+    // ---- Names and handles. The comment of an operation that implements an HLA 1.3 ancillary service begins with the
+    // name of the service.
 
     RTI_bool objectClassExists(RtiObjectClassHandle handle) const;
     RTI_bool objectClassExists(std::string_view name) const;
@@ -213,7 +215,7 @@ public:
     std::set<RtiInteractionClassHandle> getInteractionClassHandleSet() const;
     std::set<RtiSpaceHandle> getRoutingSpaceHandleSet() const;
 
-    /// The class that declares the attribute, or 0. The class that is passed has no influence.
+    /// The class that declares the attribute, or 0. `objectClass` is ignored.
     RtiObjectClassHandle getRealObjectClassHandle(RtiObjectClassHandle objectClass, RtiAttributeHandle attribute) const;
 
     /// Adds the class and all its descendants to `derived`, or nothing if the class is unknown.
@@ -221,12 +223,13 @@ public:
                                         std::set<RtiObjectClassHandle> &derived) const;
     void getDerivedInteractionClassHandleSet(RtiInteractionClassHandle interactionClass,
                                              std::set<RtiInteractionClassHandle> &derived) const;
-    /// If the class has no children, adds the class itself; otherwise adds all its descendants, including those with
-    /// children, but not the class.
+    /// Despite its name: if the class has no children, adds the class itself; otherwise adds all its descendants,
+    /// including those with children, but not the class.
     void getChildlessDerivedObjectClassHandleSet(RtiObjectClassHandle objectClass,
                                                  std::set<RtiObjectClassHandle> &derived) const;
 
-    /// The handles of the *parameters* of the interaction class, including inherited ones; none for an unknown class.
+    /// Despite its name: the handles of the *parameters* of the interaction class, including inherited ones; none for
+    /// an unknown class.
     std::set<RtiParameterHandle> getAvailableInteractionClassHandles(RtiInteractionClassHandle interactionClass) const;
 
     /// The attributes of the class, including inherited ones. The set is made by the first call for a class and kept.
@@ -244,8 +247,8 @@ public:
 private:
     static const RtiFedField<RtiFedDatabase> _fields[14];
 
-    // Like the public add operations, but without a string for each name. `last` is the class that was added before, or
-    // null.
+    // Like the public add operations, but without a string for each name. `last` is a hint where to
+    // search for the superclass: the class that was added before, or null.
     friend class RtiFedDatabaseCodegen;
     RtiFedObjectClass *addObjectClass(std::string_view name, RtiFedObjectClass *last);
     void addObjectClassAttribute(RtiFedObjectClass *objectClass, const RtiFedName &name,
@@ -258,9 +261,9 @@ private:
     struct InteractionClassKind;
     template <class Kind, class... Defaults>
     typename Kind::Node *addClass(std::string_view name, typename Kind::Node *last, const Defaults &...defaults);
-    RtiFedSpace *own(std::unique_ptr<RtiFedSpace> space);
+    RtiFedSpace *insertSpace(std::unique_ptr<RtiFedSpace> space);
     template <class Handle>
-    Handle unused(const Handle &handle) const;
+    Handle requireUnused(const Handle &handle) const;
 
     void parse(std::FILE *file);
     /// Reports the reason on the error stream and throws RTI::ErrorReadingFED.
@@ -274,7 +277,7 @@ private:
     template <class Visit>
     void forEachCounter(Visit visit);
 
-    static const RtiFedObjectClass &defined(const RtiFedObjectClass *objectClass);
+    static const RtiFedObjectClass &requireDefined(const RtiFedObjectClass *objectClass);
     template <class Visit>
     void forEachAvailable(const RtiFedObjectClass &objectClass, Visit visit) const;
 
@@ -292,5 +295,5 @@ private:
     RtiInteractionClassHandle _nextInteractionClassHandle;
     RtiParameterHandle _nextParameterHandle;
     std::string _fileName;
-    unsigned long _generation = 0; // increases whenever all records are freed
+    unsigned long _generation = 0; // increases whenever all records are freed; RtiFedDatabaseCodegen compares it
 };

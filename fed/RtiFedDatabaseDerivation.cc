@@ -69,7 +69,7 @@ RtiFedDatabase::getAvailableInteractionClassHandles(RtiInteractionClassHandle in
     return parameters;
 }
 
-const RtiFedObjectClass &RtiFedDatabase::defined(const RtiFedObjectClass *objectClass) {
+const RtiFedObjectClass &RtiFedDatabase::requireDefined(const RtiFedObjectClass *objectClass) {
     if (objectClass)
         return *objectClass;
     rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabaseDerivation\", line 74: no such object class");
@@ -84,7 +84,7 @@ void RtiFedDatabase::forEachAvailable(const RtiFedObjectClass &objectClass, Visi
 
 std::set<RtiFedAttribute *> *RtiFedDatabase::getAvailableFedAttributes(const RtiFedObjectClass *objectClass,
                                                                        int) const {
-    const RtiFedObjectClass &known = defined(objectClass);
+    const RtiFedObjectClass &known = requireDefined(objectClass);
     if (auto *ready = known.getAvailableFedAttributes())
         return ready;
     auto available = std::make_unique<std::set<RtiFedAttribute *>>();
@@ -98,7 +98,7 @@ std::set<RtiFedAttribute *> *RtiFedDatabase::getAvailableFedAttributes(const Rti
 }
 
 RtiAttributeHandleSet *RtiFedDatabase::getAvailableAttributeHandles(const RtiFedObjectClass *objectClass, int) const {
-    const RtiFedObjectClass &known = defined(objectClass);
+    const RtiFedObjectClass &known = requireDefined(objectClass);
     if (auto *ready = known.getAvailableAttributes())
         return ready;
     std::set<RtiAttributeHandle> ascending; // the fastest order for add

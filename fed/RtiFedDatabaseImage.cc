@@ -3,7 +3,7 @@
 #include "fed/RtiFedDatabase.hh"
 
 #include "fed/image/RtiFedChecksum.hh"
-#include "fed/image/RtiFedFields.hh"
+#include "fed/image/RtiFedDump.hh"
 #include "fed/image/RtiFedImage.hh"
 #include "infrastructure/RtiStringUtility.hh"
 
@@ -94,7 +94,7 @@ void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
             refuseImage(byte, "the handle of the space ", space->getName(), " is less than 1 or a duplicate");
         if (_spaceNameMap.find(space->getName()))
             refuseImage(byte, "duplicate space name ", space->getName());
-        own(std::move(space));
+        insertSpace(std::move(space));
     }
 }
 

@@ -1,6 +1,6 @@
 #include "fed/RtiFedElement.hh"
 
-#include "fed/image/RtiFedFields.hh"
+#include "fed/image/RtiFedDump.hh"
 #include "infrastructure/RtiStringUtility.hh"
 
 const RtiFedField<RtiFedElement> RtiFedElement::_fields[] = {

@@ -2,7 +2,7 @@
 
 #include "fed/RtiFedElement.hh"
 #include "fed/image/RtiFedChecksum.hh"
-#include "fed/image/RtiFedFields.hh"
+#include "fed/image/RtiFedDump.hh"
 #include "fed/storage/RtiFedStoredHandle.hh"
 
 #include <utility>

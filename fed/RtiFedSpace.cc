@@ -21,9 +21,10 @@ RtiDimensionHandle RtiFedSpace::createDimensionHandle() {
 }
 
 RtiFedDimension *RtiFedSpace::addDimension(std::string name) {
-    // Compared as given, not in upper case: callers rely on a space accepting "X" and then "x".
+    // A name with a lower-case letter is never found: callers rely on a space accepting "X" and then "x", which only
+    // the handle finds.
     const RtiFedName hashed(name);
-    if (_dimensions.findUpperCase(hashed))
+    if (_dimensions.findIfUpperCase(hashed))
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedSpace\", line 338: ");
     RtiFedDimension *added = _dimensions.add(hashed, _nextDimensionHandle, std::move(name));
     createDimensionHandle(); // last, so that a failed addition uses up no handle
@@ -43,7 +44,7 @@ std::string RtiFedSpace::getDimensionName(RtiDimensionHandle handle) const {
 }
 
 RTI_bool RtiFedSpace::dimensionExists(std::string_view name) const {
-    return _dimensions.findUpperCase(name) ? RTI_true : RTI_false;
+    return _dimensions.findIfUpperCase(name) ? RTI_true : RTI_false;
 }
 
 RtiFedDimension *RtiFedSpace::find(RtiDimensionHandle handle) const {

@@ -8,11 +8,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <tuple>
 #include <type_traits>
 #include <typeinfo>
 
 // Reading and writing images. An image may come from anywhere, so restoring refuses what would be unsafe: counts that
-// the remaining bytes cannot hold, classes nested in a circle or too deeply, two classes or spaces of one handle or
+// the remaining bytes cannot hold, classes nested in a cycle or too deeply, two classes or spaces of one handle or
 // name. It never allocates more memory than the bytes read so far justify. Everything that the public interface can
 // make is accepted, however unusual. The buffer decides how many bytes a number or a string has.
 
@@ -91,4 +92,14 @@ Handle readHandle(Buffer &buffer) {
     else
         buffer.get(handle);
     return handle;
+}
+
+/// Writes and reads the handles of a record, given as a tuple of pointers to members in the order of the image.
+template <class Members, class Record>
+void saveHandles(const Members &members, const Record &record, RtiBuffer &buffer) {
+    std::apply([&](const auto &...member) { ((record.*member).save(buffer), ...); }, members);
+}
+template <class Members, class Record>
+void restoreHandles(const Members &members, Record &record, RtiBuffer &buffer) {
+    std::apply([&](const auto &...member) { ((record.*member).restore(buffer), ...); }, members);
 }

@@ -2,7 +2,7 @@
 
 #include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
-#include "fed/image/RtiFedFields.hh"
+#include "fed/image/RtiFedDump.hh"
 #include "fed/storage/RtiFedHandleSet.hh"
 #include "fed/storage/RtiFedMemberTable.hh"
 #include "fed/storage/RtiFedStoredHandle.hh"
@@ -46,7 +46,7 @@ public:
     const RtiFedHandleSet<Handle> &children() const { return _childrenClasses; }
     const RtiFedMemberTable<Member> &members() const { return _members; }
     /// Lets the members be allocated in a shared arena. Call it while there are none; the arena must outlive the node.
-    void shareArena(RtiFedArena &arena) { _members.share(arena); }
+    void shareArena(RtiFedArena &arena) { _members.useArena(arena); }
     void reserveMembers(std::size_t number) { _members.reserve(number); }
 
     /// Calls `visit` for each node that this one owns, at any depth.

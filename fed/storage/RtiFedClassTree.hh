@@ -89,7 +89,7 @@ public:
     }
 
     /// Replaces the tree by that of an image. `classes` is the word for the classes in messages. Throws
-    /// RTI::RTIinternalError for a duplicate name, a handle that is a duplicate or 0, and links in a circle.
+    /// RTI::RTIinternalError for a duplicate name, a handle that is a duplicate or 0, and links in a cycle.
     void restore(RtiBuffer &buffer, const char *classes) {
         clear();
         unsigned long count = readCount(buffer, Node::_numImageValues, classes);
@@ -133,7 +133,7 @@ public:
     /// children by ascending handle. A null `from` and unknown child handles are ignored.
     ///
     /// A host can announce any class as a child of another, so the child handles need not form a tree and may even form
-    /// a circle. A class is therefore entered only once through a child handle of a class that is not its parent. What
+    /// a cycle. A class is therefore entered only once through a child handle of a class that is not its parent. What
     /// remains are links to a class from its parent, and these form a tree: the walk ends, after at most
     /// kMaxClassNesting visits of a class that is reached in several ways.
     template <class Class, class Visit>

@@ -18,10 +18,10 @@
 ///
 /// Most classes declare a handful of members, whose handles ascend since a counter issues them. Such a table is one
 /// array of entries: a lookup by handle computes the index, or searches for it; a lookup by name compares the hashes of
-/// the entries. Most lookups by name ask a class for what one of its ancestors declares, so a filter of 64 bits,
-/// in which the hash of each name sets one, answers nearly all of these misses at once. Only a table of more than kFew
-/// names, or with a handle that does not ascend, has a name map or a handle map beside the array (Extra). Threads:
-/// const members on any number of threads at once.
+/// the entries. Most lookups by name ask a class for what one of its ancestors declares, so a Bloom filter
+/// of 64 bits, one bit for each name, answers nearly all of these misses at once. Only a table of more than kFew
+/// names, or with a handle that does not ascend, has a name map or a handle map beside the array (Extra).
+/// Threads: const members on any number of threads at once.
 template <class Record>
 class RtiFedMemberTable {
     struct Entry {
@@ -39,7 +39,7 @@ public:
     RtiFedMemberTable &operator=(const RtiFedMemberTable &) = delete;
 
     /// Lets the records be allocated in a shared arena. Call it while there are none; the arena must outlive the table.
-    void share(RtiFedArena &arena) { _arena = &arena; }
+    void useArena(RtiFedArena &arena) { _arena = &arena; }
 
     /// Allocates entries for `capacity` records, but not the records themselves. Throws std::bad_alloc.
     void reserve(std::size_t capacity) {
@@ -54,16 +54,16 @@ public:
     }
 
     /// Makes a record, adds it, and returns it. If its name or handle is in use, lookups by it still return the earlier
-    /// record. `hashed` is its name. Throws std::bad_alloc, leaving the table unchanged.
+    /// record. `hashed` is the name that `arguments` give it. Throws std::bad_alloc, leaving the table unchanged.
     template <class... Arguments>
     Record *add(const RtiFedName &hashed, Arguments &&...arguments) {
         return adopt(make(std::forward<Arguments>(arguments)...), hashed.hash());
     }
 
     /// Whether there is a record of this name.
-    bool has(const RtiFedName &name) const { return passes(name) && find(name); }
+    bool has(const RtiFedName &name) const { return mayContain(name) && find(name); }
     Record *find(const RtiFedName &name) const {
-        if (!passes(name))
+        if (!mayContain(name))
             return nullptr;
         if (_extra && _extra->names)
             return _extra->names->find(name);
@@ -72,8 +72,8 @@ public:
                 return entry->record;
         return nullptr;
     }
-    /// Finds a record by a name that must be given in upper case; in any other spelling it is not found.
-    Record *findUpperCase(const RtiFedName &name) const {
+    /// Like find, but a name with a lower-case letter is never found.
+    Record *findIfUpperCase(const RtiFedName &name) const {
         for (const char c : name.text())
             if (RtiFedName::upper(c) != c)
                 return nullptr;
@@ -164,7 +164,7 @@ private:
     static std::uint32_t hashOf(const RtiFedName &name) { return static_cast<std::uint32_t>(name.hash()); }
     static std::uint64_t bitOf(const RtiFedName &name) { return std::uint64_t(1) << (name.hash() >> 32 & 63); }
 
-    bool passes(const RtiFedName &name) const { return _filter & bitOf(name); }
+    bool mayContain(const RtiFedName &name) const { return _filter & bitOf(name); }
 
     static bool fits(const Handle &handle) { return handle._value <= UINT32_MAX; }
     bool ascendsTo(const Handle &handle) const {
@@ -208,9 +208,9 @@ private:
     void enterInExtra(Record &record, const Handle &handle, const RtiFedName &name, bool isDuplicateName) {
         Extra &extra = ensureExtra();
         if (!extra.handles && !ascendsTo(handle))
-            extra.handles = allHandles();
+            extra.handles = makeHandleMap();
         if (!extra.names && !isDuplicateName && _size >= kFew)
-            extra.names = allNames();
+            extra.names = makeNameMap();
 
         const bool handleAdded = extra.handles && extra.handles->insert(handle, &record);
         try {
@@ -224,13 +224,13 @@ private:
         extra.numDuplicateNames += isDuplicateName ? 1 : 0;
     }
 
-    std::unique_ptr<Handles> allHandles() const {
+    std::unique_ptr<Handles> makeHandleMap() const {
         auto handles = std::make_unique<Handles>();
         for (Record &record : *this)
             handles->insert(record.getHandle(), &record);
         return handles;
     }
-    std::unique_ptr<Names> allNames() const {
+    std::unique_ptr<Names> makeNameMap() const {
         auto names = std::make_unique<Names>();
         for (Record &record : *this) // a duplicate name keeps its first record
             names->insert(nameOf(record), &record);
@@ -242,7 +242,8 @@ private:
             record.~Record();
     }
 
-    /// Empties the table for a restore. It leaves the shared arena, which cannot reuse the memory, for one of its own.
+    /// Empties the table for a restore. It stops using the shared arena, where the freed memory would be lost; the next
+    /// records are allocated in an arena of this table.
     void clear() {
         if (_capacity == 0)
             return;

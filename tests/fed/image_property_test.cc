@@ -102,7 +102,7 @@ private:
         }
     }
 
-    /// Announces a child with a greater handle, so that no circle arises. It may be a child of another class or
+    /// Announces a child with a greater handle, so that no cycle arises. It may be a child of another class or
     /// unknown.
     template <class Node>
     void announce(Node *node) {
@@ -177,7 +177,7 @@ TEST(ImageProperty, WhatSaveWritesRestoreTakes) {
     }
 }
 
-// The walks end although children form circles and classes are reached in several ways.
+// The walks end although children form cycles and classes are reached in several ways.
 TEST(ImageProperty, DerivedClassesAreFoundAlongAnyLinks) {
     const auto db = emptyDatabase();
     RtiFedObjectClass *root = db->addObjectClass("R");
@@ -196,6 +196,7 @@ TEST(ImageProperty, DerivedClassesAreFoundAlongAnyLinks) {
         EXPECT_EQ(derived.size(), chain.size() + 1);
     }
     RtiBuffer image = imageOf(*db);
-    EXPECT_NE(reasonOf<RTI::RTIinternalError>([&image] { const RtiFedDatabase copy(image); }).find("form a circle"),
-              std::string::npos);
+    EXPECT_NE(
+        reasonOf<RTI::RTIinternalError>([&image] { const RtiFedDatabase copy(image); }).find("a cycle of children"),
+        std::string::npos);
 }

@@ -131,7 +131,7 @@ TEST(Image, RefusesWhatNoDatabaseWrote) {
     EXPECT_EQ(with(links, "\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0\1\0\0\0\1"s),
               "image byte 72: the handle of the class R.C is 0 or a duplicate");
     EXPECT_EQ(with(links, "\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0\2\0\0\0\2"s),
-              "image byte 72: the class R.C is nested in a circle or deeper than 256 levels");
+              "image byte 72: the class R.C is nested in a cycle or deeper than 256 levels");
     // The attributes and their classes.
     const std::string pairs = "\0\0\0\2\0\0\0\1\0\0\0\1\0\0\0\2\0\0\0\2"s;
     EXPECT_EQ(with(pairs, "\0\0\0\2\0\0\0\2\0\0\0\2\0\0\0\1\0\0\0\1"s),
@@ -197,7 +197,7 @@ TEST(Image, SurvivesAnyCutAndAnyByte) {
     EXPECT_GT(accepted, small.size());
 }
 
-TEST(Image, RefusesCircles) {
+TEST(Image, RefusesCycles) {
     // Classes named A, B, C ... with handles from 1 and the given parents and children.
     const auto image = [](const std::vector<unsigned long> &parents, const std::vector<unsigned long> &children) {
         RtiBuffer bytes;
@@ -223,22 +223,22 @@ TEST(Image, RefusesCircles) {
     EXPECT_EQ(refusal(image({0, 0, 0}, {0, 0, 0})), "accepted");
     EXPECT_EQ(refusal(image({7, 0, 0}, {0, 0, 0})), "accepted"); // an unknown parent is no parent
     EXPECT_EQ(refusal(image({3, 1, 2}, {2, 3, 1})),
-              "image byte 12: the class A is nested in a circle or deeper than 256 levels");
+              "image byte 12: the class A is nested in a cycle or deeper than 256 levels");
     EXPECT_EQ(refusal(image({1, 0, 0}, {1, 0, 0})),
-              "image byte 12: the class A is nested in a circle or deeper than 256 levels");
+              "image byte 12: the class A is nested in a cycle or deeper than 256 levels");
     EXPECT_EQ(refusal(image({2, 0, 1}, {2, 3, 0})), "accepted"); // parents after their children
     EXPECT_EQ(refusal(image({0, 1, 0}, {0, 0, 0})), "accepted"); // a class that its parent does not list
     EXPECT_EQ(refusal(image({0, 0, 0}, {3, 3, 9})), "accepted"); // a child of two classes, and an unknown one
-    EXPECT_EQ(refusal(image({0, 0, 0}, {0, 3, 2})), "image byte 41: the children of the class B form a circle");
-    EXPECT_EQ(refusal(image({0, 0, 0}, {1, 0, 0})), "image byte 12: the children of the class A form a circle");
-    EXPECT_EQ(refusal(image({0, 1, 2}, {2, 3, 1})), "image byte 12: the children of the class A form a circle");
+    EXPECT_EQ(refusal(image({0, 0, 0}, {0, 3, 2})), "image byte 41: the class B is in or below a cycle of children");
+    EXPECT_EQ(refusal(image({0, 0, 0}, {1, 0, 0})), "image byte 12: the class A is in or below a cycle of children");
+    EXPECT_EQ(refusal(image({0, 1, 2}, {2, 3, 1})), "image byte 12: the class A is in or below a cycle of children");
 
     std::vector<unsigned long> parents, children;
     for (unsigned long level = 0; level < 257; ++level) {
         parents.push_back(level);
         children.push_back(level < 256 ? level + 2 : 0);
     }
-    EXPECT_NE(refusal(image(parents, children)).find("is nested in a circle or deeper than 256 levels"),
+    EXPECT_NE(refusal(image(parents, children)).find("is nested in a cycle or deeper than 256 levels"),
               std::string::npos);
 }
 

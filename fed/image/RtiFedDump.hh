@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <ostream>
 #include <string>
-#include <tuple>
 
 /// One line in the dump and diff of a record. Each class has one list of them, in the order of the lines.
 template <class Record>
@@ -28,16 +27,6 @@ inline std::string fieldText(std::size_t size) {
 template <class T, int N>
 std::string fieldText(const RtiTypeWrapper<T, N> &handle) {
     return toString(handle._value);
-}
-
-/// Writes and reads the handles of a record, given as a tuple of pointers to members in the order of the image.
-template <class Members, class Record>
-void saveHandles(const Members &members, const Record &record, RtiBuffer &buffer) {
-    std::apply([&](const auto &...member) { ((record.*member).save(buffer), ...); }, members);
-}
-template <class Members, class Record>
-void restoreHandles(const Members &members, Record &record, RtiBuffer &buffer) {
-    std::apply([&](const auto &...member) { ((record.*member).restore(buffer), ...); }, members);
 }
 
 /// Turns debug tracing off during its lifetime, so that no trace output interleaves with a dump.
