@@ -3,9 +3,10 @@
 
 #include "fed/RtiFedDatabase.hh"
 
+#include <cstdint>
 #include <optional>
+#include <type_traits>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -51,11 +52,13 @@ Node *findUpward(Node *from, std::string_view name) {
     return nullptr;
 }
 
+/// Increases a counter. Handles have 32 bits on every machine, so the counter overflows there; an image can set it to
+/// any value.
 template <class Handle>
 Handle next(Handle &counter) {
-    // Unsigned arithmetic, since a signed counter may be at its maximum: an image can set it to any value.
     using Value = decltype(counter._value);
-    counter._value = static_cast<Value>(static_cast<unsigned long>(counter._value) + 1);
+    using Narrow = std::conditional_t<std::is_signed_v<Value>, std::int32_t, std::uint32_t>;
+    counter._value = static_cast<Narrow>(static_cast<std::uint32_t>(counter._value) + 1);
     return counter;
 }
 
@@ -124,9 +127,9 @@ void RtiFedDatabase::setFederateVersion(std::string version) {
 /// handle that is in use.
 template <class Handle>
 Handle RtiFedDatabase::requireUnused(const Handle &handle) const {
-    if (handle == 0 || find(handle))
+    if (!(Handle(0) < handle) || find(handle))
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedDatabase\", line 125: the handle ", toString(handle._value),
-                                           " is 0 or in use: no handle is left");
+                                           " is in use or no handle: none is left");
     return handle;
 }
 

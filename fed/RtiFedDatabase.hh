@@ -18,7 +18,7 @@
 /// and a routing space. The records are in RtiFedObjectClass.hh, RtiFedInteractionClass.hh and RtiFedSpace.hh.
 ///
 /// Order of use: construct, query, destroy. A FED file must declare the complete Management Object Model (MOM), or it
-/// is refused with a message that names what is missing; docs/fed-format.md describes the file. Whoever has no file can
+/// is refused with a message that names what is missing; docs/fed-format.md describes the file. Without a file,
 /// construct an empty database and call the building operations.
 ///
 /// Names match in any letter case and are returned as declared. A class name is the full dotted name; "ObjectRoot." and

@@ -51,12 +51,13 @@ void RtiFedDatabase::getChildlessDerivedObjectClassHandleSet(RtiObjectClassHandl
     const RtiFedObjectClass *node = find(objectClass);
     if (!node)
         return;
-    const auto children = node->getChildrenClasses();
-    if (children.empty())
+    if (node->children().size() == 0)
         derived.insert(objectClass);
     // Not only the leaves, despite the name: callers rely on getting the inner classes too.
-    for (const RtiObjectClassHandle &child : children)
-        getDerivedObjectClassHandleSet(child, derived);
+    _objectClasses.forEachDerived(node, [&](const RtiFedObjectClass &descendant) {
+        if (&descendant != node)
+            derived.insert(descendant.getHandle());
+    });
 }
 
 std::set<RtiParameterHandle>

@@ -32,8 +32,8 @@ RTI::Exception *RTI::ArrayIndexOutOfBounds::cloneSelf() const noexcept {
     return cloneOf(*this);
 }
 
-// The published names of the exceptions that the federation database declares. The host defines them, so that an RTI can
-// publish its exceptions under names of its own. Only this file of the infrastructure includes the declarations.
+// The published names of the exceptions that the federation database declares. The host defines them, so that an RTI
+// can publish its exceptions under names of its own. Only this file of the infrastructure includes the declarations.
 
 const char *RTI::NameNotFound::_ex = "NameNotFound";
 const char *RTI::ObjectClassNotDefined::_ex = "ObjectClassNotDefined";

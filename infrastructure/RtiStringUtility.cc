@@ -3,6 +3,11 @@
 #include "infrastructure/RtiBuffer.hh"
 
 #include <algorithm>
+#include <typeinfo>
+
+namespace {
+constexpr std::size_t kChunk = 65536; // bytes
+}
 
 void RtiStringUtility::putString(const std::string &text, RtiBuffer &buffer) {
     buffer.put(static_cast<unsigned long>(text.size()));
@@ -11,12 +16,17 @@ void RtiStringUtility::putString(const std::string &text, RtiBuffer &buffer) {
 
 std::string RtiStringUtility::getString(RtiBuffer &buffer) {
     const unsigned long size = buffer.getUnsignedLong();
-    if (size > buffer.remaining())
+    if (typeid(buffer) == typeid(RtiBuffer) && size > buffer.remaining())
         throw RtiBufferUnderflow(("byte " + std::to_string(buffer.size() - buffer.remaining()) + ": a string of " +
                                   std::to_string(size) + " bytes, " + std::to_string(buffer.remaining()) + " left")
                                      .c_str());
-    std::string text(size, '\0');
-    buffer.getBytes(text.data(), size);
+    // A class derived from RtiBuffer may store its bytes elsewhere: only as many are allocated as it really has.
+    std::string text;
+    while (text.size() < size) {
+        const std::size_t begin = text.size(), length = std::min<std::size_t>(size - begin, kChunk);
+        text.resize(begin + length);
+        buffer.getBytes(&text[begin], length);
+    }
     return text;
 }
 

@@ -15,8 +15,8 @@ public:
     /// Appends a string of any bytes and any length: its length as one number, then its bytes.
     static void putString(const std::string &text, RtiBuffer &buffer);
 
-    /// Reads the next string. Throws RtiBufferUnderflow, before allocating, if the buffer has fewer bytes than its
-    /// length.
+    /// Reads the next string. Throws RtiBufferUnderflow if the buffer has fewer bytes than its length; it never
+    /// allocates much more than the buffer has.
     static std::string getString(RtiBuffer &buffer);
 
     /// Returns an upper-case copy. Only a to z change, in every locale.

@@ -17,22 +17,30 @@
 // name. It never allocates more memory than the bytes read so far justify. Everything that the public interface can
 // make is accepted, however unusual. The buffer decides how many bytes a number or a string has.
 
-/// Whether a buffer class reports its `size()` and its `remaining()` bytes. Such a class has the constant
-/// `_leastValueSize`, the least number of bytes of a number and of a string.
+/// Whether a buffer reports its `size()` and its `remaining()` bytes: if it is of exactly a class that has the constant
+/// `_leastValueSize`, the least number of bytes of a number and of a string. A class derived from it may store its
+/// bytes elsewhere or in another form.
 template <class Buffer, class = void>
-inline constexpr bool countsBytes = false;
+struct RtiFedByteCount {
+    static constexpr std::size_t leastValueSize = 1;
+    static constexpr bool known(const Buffer &) { return false; }
+    static constexpr std::size_t read(const Buffer &) { return 0; }
+    static constexpr std::size_t remaining(const Buffer &) { return 0; }
+};
 template <class Buffer>
-inline constexpr bool countsBytes<Buffer, std::void_t<decltype(Buffer::_leastValueSize)>> = true;
+struct RtiFedByteCount<Buffer, std::void_t<decltype(Buffer::_leastValueSize)>> {
+    static constexpr std::size_t leastValueSize = Buffer::_leastValueSize;
+    static bool known(const Buffer &buffer) { return typeid(buffer) == typeid(Buffer); }
+    static std::size_t read(const Buffer &buffer) { return buffer.size() - buffer.remaining(); }
+    static std::size_t remaining(const Buffer &buffer) { return buffer.remaining(); }
+};
 
 inline constexpr std::size_t kUnknownByte = SIZE_MAX;
 
 /// The offset of the byte that is read next, from 0, or kUnknownByte.
 template <class Buffer>
 std::size_t imageByte(const Buffer &buffer) {
-    if constexpr (countsBytes<Buffer>)
-        return buffer.size() - buffer.remaining();
-    else
-        return kUnknownByte;
+    return RtiFedByteCount<Buffer>::known(buffer) ? RtiFedByteCount<Buffer>::read(buffer) : kUnknownByte;
 }
 
 /// Throws RTI::RTIinternalError with a message that gives the byte, if it is known, and the reason.
@@ -46,22 +54,21 @@ template <class... Pieces>
 /// RTI::RTIinternalError if the buffer counts its bytes and too few remain for that many elements.
 template <class Buffer>
 unsigned long readCount(Buffer &buffer, std::size_t valuesEach, const char *elements) {
+    using Bytes = RtiFedByteCount<Buffer>;
     const std::size_t byte = imageByte(buffer);
     const unsigned long count = buffer.getUnsignedLong();
-    if constexpr (countsBytes<Buffer>) {
-        const std::size_t bytesEach = valuesEach * Buffer::_leastValueSize;
-        if (count > buffer.remaining() / bytesEach)
-            refuseImage(byte, toString(count), " ", elements, " need ", toString(bytesEach), " bytes each, ",
-                        toString(buffer.remaining()), " are left");
-    }
+    const std::size_t bytesEach = valuesEach * Bytes::leastValueSize;
+    if (Bytes::known(buffer) && count > Bytes::remaining(buffer) / bytesEach)
+        refuseImage(byte, toString(count), " ", elements, " need ", toString(bytesEach), " bytes each, ",
+                    toString(Bytes::remaining(buffer)), " are left");
     return count;
 }
 
 /// The number of elements to allocate memory for before reading `count` of them. A count that could not be compared
 /// with the remaining bytes may be far too large; then the containers grow as they are filled.
 template <class Buffer>
-std::size_t countToReserve(const Buffer &, unsigned long count) {
-    return countsBytes<Buffer> ? count : std::min(count, 1000UL);
+std::size_t countToReserve(const Buffer &buffer, unsigned long count) {
+    return RtiFedByteCount<Buffer>::known(buffer) ? count : std::min(count, 1000UL);
 }
 
 /// Whether single handles may be written and read as plain numbers, which is faster: only if the buffer is of exactly a

@@ -28,10 +28,11 @@ class RtiFedImageLinks {
 public:
     void reserve(std::size_t numClasses) { _classes.reserve(numClasses); }
 
-    /// Links a class that was just read. `parent` is null if there is none among the classes read so far; `byte` is
-    /// where the class begins. Throws RTI::RTIinternalError if it is nested too deeply.
+    /// Links a class that was just read, and the subclasses it owns. `parent` is null if there is none among the
+    /// classes read so far; `byte` is where the class begins. Throws RTI::RTIinternalError if it is nested too deeply.
     void add(Node &node, Node *parent, std::size_t byte) {
         node.setParentClass(parent);
+        node.linkOwned();
         checkNesting(node, byte);
         _parentsCameFirst = _parentsCameFirst && (parent || node.getParentClassHandle() == 0);
         _numChildHandles += node.children().size();

@@ -33,6 +33,14 @@ public:
     Node *getParentClass() const { return _parent; }
     void setParentClass(Node *parent) { _parent = parent; }
 
+    /// Links the subclasses that this node owns, at any depth, to their parents; a restore leaves them without.
+    void linkOwned() {
+        forEachSubclass([this](Node &subclass) {
+            subclass.setParentClass(static_cast<Node *>(this));
+            subclass.linkOwned();
+        });
+    }
+
     /// Announces a direct child.
     void addChildClass(Handle child) { _childrenClasses.insert(child); }
     /// Enters a new subclass that the database owns wherever this class has to list it. reserveForSubclass, called
@@ -49,14 +57,13 @@ public:
     void shareArena(RtiFedArena &arena) { _members.useArena(arena); }
     void reserveMembers(std::size_t number) { _members.reserve(number); }
 
-    /// Calls `visit` for each node that this one owns, at any depth.
+    /// Calls `visit` for each owned subclass that its handle finds, at any depth, by ascending handle.
     template <class Visit>
     void forEachOwned(Visit visit) const {
-        if (_owned)
-            for (const auto &owned : _owned->nodes) {
-                visit(*owned);
-                owned->forEachOwned(visit);
-            }
+        forEachSubclass([&visit](const Node &subclass) {
+            visit(subclass);
+            subclass.forEachOwned(visit);
+        });
     }
 
 protected:

@@ -132,28 +132,23 @@ public:
     /// Calls `visit` for a class and all its descendants along the child handles: each class before its children, the
     /// children by ascending handle. A null `from` and unknown child handles are ignored.
     ///
-    /// A host can announce any class as a child of another, so the child handles need not form a tree and may even form
-    /// a cycle. A class is therefore entered only once through a child handle of a class that is not its parent. What
-    /// remains are links to a class from its parent, and these form a tree: the walk ends, after at most
-    /// kMaxClassNesting visits of a class that is reached in several ways.
+    /// Nearly always the child handles form a tree: each refers to a class from its parent. But a host can announce any
+    /// class as a child of any other, so the handles may reach a class in many ways or form a cycle. The first walk
+    /// only follows handles from a parent to its child. If it meets another one, a second walk follows all handles and
+    /// enters each class once; it visits some classes again, so `visit` must accept that. Both take linear time, the
+    /// second one times the logarithm of the number of classes.
     template <class Class, class Visit>
     void forEachDerived(Class *from, Visit visit) const {
-        std::vector<Class *> waiting;
-        std::set<const Class *> adopted;
-        if (from)
-            waiting.push_back(from);
-        while (!waiting.empty()) {
-            Class *node = waiting.back();
-            waiting.pop_back();
-            visit(*node);
-            const auto first = waiting.size();
-            node->children().forEach([&](const Handle &handle) {
-                Class *child = find(handle);
-                if (child && (child->getParentClassHandle() == node->getHandle() || adopted.insert(child).second))
-                    waiting.push_back(child);
-            });
-            std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(first), waiting.end());
-        }
+        bool isTree = true;
+        walk(from, visit, [&isTree](const Class &node, const Class &child) {
+            const bool isFromParent = child.getParentClassHandle() == node.getHandle();
+            isTree = isTree && isFromParent;
+            return isFromParent;
+        });
+        if (isTree)
+            return;
+        std::set<const Class *> entered{from};
+        walk(from, visit, [&entered](const Class &, const Class &child) { return entered.insert(&child).second; });
     }
 
     /// Calls `visit` for a class and each of its ancestors, found by the parents' handles.
@@ -186,6 +181,26 @@ private:
         Number plain = 0;
         Number prefixed = 0;
     };
+
+    /// Calls `visit` for a class and, in pre-order, for the classes along those child handles that `enters` accepts.
+    template <class Class, class Visit, class Enters>
+    void walk(Class *from, Visit visit, Enters enters) const {
+        std::vector<Class *> waiting;
+        if (from)
+            waiting.push_back(from);
+        while (!waiting.empty()) {
+            Class *node = waiting.back();
+            waiting.pop_back();
+            visit(*node);
+            const auto first = waiting.size();
+            node->children().forEach([&](const Handle &handle) {
+                Class *child = find(handle);
+                if (child && enters(*node, *child))
+                    waiting.push_back(child);
+            });
+            std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(first), waiting.end());
+        }
+    }
 
     bool isNamed(const Key &key) const {
         const Names names = _nameMap.find(key.rest);
