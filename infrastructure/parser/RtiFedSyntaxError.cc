@@ -16,19 +16,10 @@ std::string positionOf(const RtiFedText &text, RtiFedOffset offset) {
 }
 
 std::string found(const RtiFedText &text, RtiFedOffset at) {
+    constexpr const char *kFound[] = {"\"(\"", "\")\"", "", "a NUL byte", "the end of the file"}; // by kind
     const RtiFedToken token = RtiFedLexer(text, at).next();
-    switch (token.kind) {
-    case RtiFedToken::Kind::open:
-        return "\"(\"";
-    case RtiFedToken::Kind::close:
-        return "\")\"";
-    case RtiFedToken::Kind::nul:
-        return "a NUL byte";
-    case RtiFedToken::Kind::end:
-        return "the end of the file";
-    case RtiFedToken::Kind::name:
-        break;
-    }
+    if (token.kind != RtiFedToken::Kind::name)
+        return kFound[static_cast<std::size_t>(token.kind)];
     return quoted(text.at(token.text)) + (token.quoted ? " in quotes" : "");
 }
 
@@ -64,42 +55,25 @@ RtiFedClauseName clauseAt(const RtiFedText &text, RtiFedOffset begin) {
     return clause;
 }
 
-std::string describe(const RtiFedText &text, const RtiFedBalance::Suspect &suspect) {
-    const std::string clause = nameOf(text, clauseAt(text, suspect.clause)), at = positionOf(text, suspect.at);
-    const std::string leftOpen = "; judging by the indentation, " + clause + " was left open: the ";
-    switch (suspect.evidence) {
-    case RtiFedBalance::Suspect::closeUnderOuter:
-        return leftOpen + "\")\" at " + at + " closes it, but is aligned with " +
-               nameOf(text, clauseAt(text, suspect.outer));
-    case RtiFedBalance::Suspect::openUnderClause:
-        return leftOpen + "\"(\" at " + at + " is aligned with it";
-    case RtiFedBalance::Suspect::textAfterClose:
-        return "; judging by the indentation, the \")\" at " + at + " is superfluous: it closes " + clause +
-               ", which continues after it";
-    }
-    return {};
-}
-
-/// Says the same at the places themselves.
-void addNotes(const RtiFedText &text, const RtiFedBalance::Suspect &suspect,
-              std::vector<RtiFedErrorTypes::Note> &notes) {
-    const std::string clause = nounOf(text, clauseAt(text, suspect.clause));
-    const std::string leftOpen = "judging by the indentation, " + clause + " was left open";
-    switch (suspect.evidence) {
-    case RtiFedBalance::Suspect::closeUnderOuter:
-        notes.push_back({{suspect.clause, 1}, leftOpen});
-        notes.push_back({{suspect.at, 1},
-                         "this \")\" closes it, but is aligned with " + nounOf(text, clauseAt(text, suspect.outer))});
-        return;
-    case RtiFedBalance::Suspect::openUnderClause:
-        notes.push_back({{suspect.clause, 1}, leftOpen});
-        notes.push_back({{suspect.at, 1}, "this \"(\" is aligned with it"});
-        return;
-    case RtiFedBalance::Suspect::textAfterClose:
-        notes.push_back({{suspect.at, 1},
-                         "judging by the indentation, this \")\" is superfluous: it closes " + clause +
-                             ", which continues after it"});
-    }
+/// Explains a suspect by a note at each of its places. With `positions` the notes name these places, so that they can
+/// be read away from them.
+std::vector<RtiFedErrorTypes::Note> explain(const RtiFedText &text, const RtiFedBalance::Suspect &suspect,
+                                            bool positions) {
+    using Suspect = RtiFedBalance::Suspect;
+    const auto name = [&](RtiFedOffset begin) {
+        const RtiFedClauseName clause = clauseAt(text, begin);
+        return positions ? nameOf(text, clause) : nounOf(text, clause);
+    };
+    const std::string judging = "judging by the indentation, ", clause = name(suspect.clause);
+    const std::string sign = suspect.evidence == Suspect::openUnderClause ? "\"(\"" : "\")\"";
+    const std::string parenthesis = positions ? "the " + sign + " at " + positionOf(text, suspect.at) : "this " + sign;
+    if (suspect.evidence == Suspect::textAfterClose)
+        return {{{suspect.at, 1},
+                 judging + parenthesis + " is superfluous: it closes " + clause + ", which continues after it"}};
+    const std::string aligned = suspect.evidence == Suspect::openUnderClause
+                                    ? " is aligned with it"
+                                    : " closes it, but is aligned with " + name(suspect.outer);
+    return {{{suspect.clause, 1}, judging + clause + " was left open"}, {{suspect.at, 1}, parenthesis + aligned}};
 }
 
 std::string listOf(const std::vector<std::string> &keywords) {
@@ -149,7 +123,8 @@ std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &t
     else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && !suspected)
         notes.push_back({{clause.begin, 1}, nounOf(text, clause) + " begins here"});
     if (suspect)
-        addNotes(text, *suspect, notes);
+        for (RtiFedErrorTypes::Note &note : explain(text, *suspect, false))
+            notes.push_back(std::move(note));
     return notes;
 }
 
@@ -167,7 +142,10 @@ std::vector<std::string> RtiFedSyntaxError::keywords() const {
 }
 
 std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
-    const std::string evidence = suspect ? ::describe(text, *suspect) : "";
+    std::string evidence;
+    if (suspect)
+        for (const RtiFedErrorTypes::Note &note : explain(text, *suspect, true))
+            evidence += (evidence.empty() ? "; " : ": ") + note.text;
     switch (problem) {
     case Problem::expectedFed:
         return "expected \"(FED\", found " + found(text, at);
