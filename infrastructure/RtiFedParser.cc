@@ -94,11 +94,11 @@ std::string RtiFedParser::readText(std::FILE *file) {
 }
 
 std::size_t RtiFedParser::numErrors() const {
-    return _contents->read.errors.size();
+    return _contents->read.nesting.errors.size();
 }
 
 RtiFedParser::Error RtiFedParser::error(std::size_t index) const {
-    return _contents->read.errors[index].resolve(_contents->text);
+    return _contents->read.nesting.errors[index].resolve(_contents->text);
 }
 
 void RtiFedParser::deliver(RtiFedParserCodegen &codegen) {
@@ -160,7 +160,7 @@ RtiFedPosition RtiFedParser::position(std::size_t argument) const {
 
 RtiFedSpan RtiFedParser::span(std::size_t argument) const {
     return given(argument) ? _contents->text.withQuotes(_contents->current[argument])
-                           : RtiFedSpan{_contents->read.fed, 1};
+                           : RtiFedSpan{_contents->read.nesting.fed, 1};
 }
 
 std::string_view RtiFedParser::text() const {
@@ -176,7 +176,7 @@ bool RtiFedParser::given(std::size_t argument) const {
 }
 
 bool RtiFedParser::nestingKnown() const {
-    return _contents->read.nestingKnown;
+    return _contents->read.nesting.known && !_contents->read.nesting.stopped;
 }
 
 bool RtiFedParser::spacesKnown() const {

@@ -14,7 +14,6 @@ RtiFedSyntaxError &RtiFedNesting::addError(Problem problem, RtiFedOffset at) {
     if (errors.size() == kMaxErrors) {
         problem = Problem::tooManyErrors;
         stopped = true;
-        known = false;
     }
     RtiFedSyntaxError error;
     error.problem = problem;
@@ -27,52 +26,46 @@ RtiFedSyntaxError &RtiFedNesting::addError(Problem problem, RtiFedOffset at) {
 
 RtiFedSyntaxError &RtiFedNesting::addErrorWithSuspect(Problem problem, RtiFedOffset at) {
     RtiFedSyntaxError &error = addError(problem, at);
-    if (const auto suspect = _repair.takeSuspect(error.at))
+    if (const auto suspect = repair.takeSuspect(error.at))
         error.suspect = suspect;
     return error;
 }
 
 void RtiFedNesting::stop(Problem problem, RtiFedOffset at) {
     addError(problem, at);
-    known = false;
     stopped = true;
 }
 
 void RtiFedNesting::reportLeftOpen(RtiFedOffset at) {
     do {
         addErrorWithSuspect(Problem::leftOpen, at);
-        _repair.insertClose();
-    } while (_repair.mayInsertClose() && _repair.hasSuspect());
-    known = false;
+        repair.insertClose();
+    } while (repair.mayInsertClose() && repair.hasSuspect());
     stopped = true;
 }
 
-std::size_t RtiFedNesting::closesBefore(std::string_view keyword) const {
+void RtiFedNesting::insertForgottenCloses(std::string_view keyword, RtiFedOffset at) {
     const auto allows = [keyword](const Clause &clause) { // a sec_level does not show which clause it was meant for
         const RtiFedClause child = childOf(clause.name.kind, keyword);
         return child != RtiFedClause::unknown && child != RtiFedClause::secLevel;
     };
     const auto parent = std::find_if(_open.rbegin(), _open.rend(), allows);
-    return parent == _open.rend() ? 0 : static_cast<std::size_t>(parent - _open.rbegin());
-}
-
-void RtiFedNesting::insertForgottenCloses(std::string_view keyword, RtiFedOffset at) {
-    const std::size_t forgotten = closesBefore(keyword);
-    if (forgotten == 0 || !_repair.mayInsertClose(forgotten))
+    const auto forgotten = static_cast<std::size_t>(parent - _open.rbegin());
+    if (parent == _open.rend() || !repair.mayInsertClose(forgotten))
         return;
     addErrorWithSuspect(Problem::leftOpen, at);
     if (!isLeaf(kind()) || forgotten > 1)
         known = false;
-    _repair.insertClose(forgotten);
+    repair.insertClose(forgotten);
     drop(forgotten);
 }
 
 bool RtiFedNesting::reopenLastClosed(Problem problem, RtiFedOffset at) {
-    if (!_repair.mayDropClose())
+    if (!repair.mayDropClose())
         return false;
     addErrorWithSuspect(problem, at);
     known = false;
-    _repair.dropClose();
-    _open.push_back(_lastClosed);
+    repair.dropClose();
+    _open.push_back(lastClosed);
     return true;
 }

@@ -15,12 +15,11 @@ public:
         RtiFedClauseName name;
         bool hasClauses = false;        ///< Another clause was read in it.
         bool hasStrayQuote = false;     ///< Before one of its words: it is not known where its words begin and end.
-        std::uint32_t level = 0;        ///< Of a class.
         std::uint32_t declaration = 0;  ///< Of a class: its index.
         std::size_t fullNameLength = 0; ///< Of a class.
     };
 
-    explicit RtiFedNesting(RtiFedRepair &repair) : _repair(repair) {}
+    explicit RtiFedNesting(const RtiFedText &text) : repair(text) {}
 
     std::size_t depth() const { return _open.size(); }
     Clause &innermost() { return _open.back(); }
@@ -35,13 +34,10 @@ public:
     }
     /// Takes a clause that was read as a whole, and never opened, as the one closed last.
     void closedWhole(const Clause &clause, RtiFedOffset offset) {
-        _lastClosed = clause;
-        _lastClose = offset;
+        lastClosed = clause;
+        lastClose = offset;
     }
     void drop(std::size_t count = 1) { _open.resize(_open.size() - count); }
-
-    RtiFedClause lastClosed() const { return _lastClosed.name.kind; }
-    RtiFedOffset lastClose() const { return _lastClose; } ///< Its ")".
 
     /// Whether this word begins a clause that is allowed in the innermost clause or beside it.
     bool isKeywordNearby(std::string_view word) const;
@@ -57,23 +53,20 @@ public:
     /// open.
     void reportLeftOpen(RtiFedOffset at);
 
-    /// Inserts the ")" of the clauses inside of the nearest one that allows this keyword, if as many are missing.
+    /// Inserts the ")" of the clauses inside of the nearest one that allows this keyword, if as many are missing. The
+    /// innermost clause does not allow it.
     void insertForgottenCloses(std::string_view keyword, RtiFedOffset at);
     /// Drops the last ")", if there are too many. Returns whether it did.
     bool reopenLastClosed(Problem problem, RtiFedOffset at);
 
+    RtiFedRepair repair;
     std::vector<RtiFedSyntaxError> errors;
-    bool known = true;    ///< Each clause is known to be in the clause its author meant.
+    bool known = true;    ///< Each clause that was read is known to be in the clause its author meant.
     bool stopped = false; ///< The text is not read any further.
     RtiFedOffset fed = 0; ///< The "(" of the FED clause.
+    Clause lastClosed;
+    RtiFedOffset lastClose = 0; ///< Its ")".
 
 private:
-    /// The number of clauses to close until the innermost one allows the clause that this keyword begins; 0 if no
-    /// enclosing clause does.
-    std::size_t closesBefore(std::string_view keyword) const;
-
-    RtiFedRepair &_repair;
     std::vector<Clause> _open;
-    Clause _lastClosed;
-    RtiFedOffset _lastClose = 0;
 };

@@ -14,11 +14,9 @@ public:
     explicit RtiFedReader(const RtiFedText &text);
 
     RtiFedDeclarations declarations;
-    std::vector<RtiFedSyntaxError> errors; ///< In the order of the text.
-    RtiFedOffset fed = 0;                  ///< The "(" of the FED clause.
-    bool nestingKnown = true;              ///< Each clause is known to be in the clause its author meant.
-    bool spacesKnown = true;               ///< All spaces are known: none may be in text that was not read.
-    bool classesKnown = true;              ///< Each class is known to have the name its author meant.
+    RtiFedNesting nesting;    ///< With the errors, in the order of the text.
+    bool spacesKnown = true;  ///< All spaces are known: none may be in text that was not read.
+    bool classesKnown = true; ///< Each class is known to have the name its author meant.
     /// The first words of each clause that was not understood: it may have declared one of these names.
     std::vector<RtiFedSpan> skippedNames;
     std::size_t lostNames = 0; ///< Clauses that lack a word, which may be a name.
@@ -41,6 +39,7 @@ private:
     void closeClause();
     bool refuseSecond();
     void refuseClause(RtiFedOffset begin);
+    bool stopAtEnd();
     void skipClause(std::size_t wordsRead);
     void readStrayWords();
     void skipStrayWords();
@@ -54,19 +53,15 @@ private:
     bool declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArguments &arguments);
 
     // Repairing parentheses
-    void dropOpens();
     bool dropBeforeArgument(std::size_t index);
-    void moveToParent(RtiFedOffset begin, bool afterClose);
 
     std::string_view wordOf(const RtiFedToken &token) const;
-    RtiFedClause childHere(const RtiFedToken &token) const;
-    bool isCut(const RtiFedToken &token) const;
+    RtiFedClause childHere() const { return childOf(nesting.kind(), wordOf(_token)); }
+    bool isCut() const;
 
     const RtiFedText &_text;
     RtiFedLexer _lexer;
     RtiFedToken _token;
-    RtiFedRepair _repair;
-    RtiFedNesting _nesting;
     bool _afterClose = false;   // the current token directly follows the last ")"
     bool _spacesRead = false;   // the section of spaces, up to its end
     bool _skippedInFed = false; // a clause directly in the FED clause was not understood

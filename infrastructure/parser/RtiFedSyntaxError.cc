@@ -31,10 +31,8 @@ std::string nounOf(const RtiFedText &text, const RtiFedClauseName &clause) {
     if (clause.kind == RtiFedClause::unknown && clause.label.length == 0)
         return "the \"(\"";
     const bool byLabel = form.named || clause.kind == RtiFedClause::unknown;
-    std::string label = byLabel ? "" : " \"" + std::string(form.keyword) + '"';
-    if (byLabel && clause.label.length > 0)
-        label = ' ' + quoted(text.at(clause.label));
-    return "the " + std::string(form.noun) + label;
+    const std::string_view label = byLabel ? text.at(clause.label) : form.keyword;
+    return "the " + std::string(form.noun) + (label.empty() ? "" : ' ' + quoted(label));
 }
 
 /// The same with its position: `the class "Plane" at 52:8`.
@@ -47,12 +45,10 @@ RtiFedClauseName clauseAt(const RtiFedText &text, RtiFedOffset begin) {
     RtiFedLexer lexer(text, begin, begin + kNear);
     lexer.next();
     const RtiFedToken keyword = lexer.next();
-    RtiFedClauseName clause{RtiFedClause::unknown, begin, keyword.text};
-    for (auto kind = RtiFedClause::fed; kind != RtiFedClause::unknown && clause.kind == RtiFedClause::unknown;
-         kind = static_cast<RtiFedClause>(static_cast<unsigned char>(kind) + 1))
-        if (keyword.kind == RtiFedToken::Kind::name && isKeywordOf(kind, text.at(keyword.text)))
-            clause = {kind, begin, lexer.next().text};
-    return clause;
+    auto kind = RtiFedClause::fed;
+    while (kind != RtiFedClause::unknown && !isKeywordOf(kind, text.at(keyword.text)))
+        kind = static_cast<RtiFedClause>(static_cast<unsigned char>(kind) + 1);
+    return {kind, begin, kind == RtiFedClause::unknown ? keyword.text : lexer.next().text};
 }
 
 /// Explains a suspect by a note at each of its places. With `positions` the notes name these places, so that they can
@@ -146,31 +142,32 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     if (suspect)
         for (const RtiFedErrorTypes::Note &note : explain(text, *suspect, true))
             evidence += (evidence.empty() ? "; " : ": ") + note.text;
+    const std::string butFound = ", found " + found(text, at);
     switch (problem) {
     case Problem::expectedFed:
-        return "expected \"(FED\", found " + found(text, at);
+        return "expected \"(FED\"" + butFound;
     case Problem::expectedArgument:
-        return std::string("expected ") + formOf(clause.kind).arguments[argument] + ", found " + found(text, at);
+        return std::string("expected ") + formOf(clause.kind).arguments[argument] + butFound;
     case Problem::expectedClause:
-        return "expected " + listOf(keywords()) + ", found " + found(text, at) + evidence;
+        return "expected " + listOf(keywords()) + butFound + evidence;
     case Problem::expectedClose:
         if (!isLeaf(clause.kind))
-            return "expected \"(\" or \")\" in " + nameOf(text, clause) + ", found " + found(text, at) + evidence;
-        return "expected \")\" to close " + nameOf(text, clause) + ", found " + found(text, at);
+            return "expected \"(\" or \")\" in " + nameOf(text, clause) + butFound + evidence;
+        return "expected \")\" to close " + nameOf(text, clause) + butFound;
     case Problem::leftOpen:
-        return "expected \")\" to close " + nameOf(text, clause) + ", found " + found(text, at) +
+        return "expected \")\" to close " + nameOf(text, clause) + butFound +
                (suspect && suspect->clause != clause.begin ? evidence : "");
     case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
                "\" clause, found a second; the first is at " + positionOf(text, firstClause);
     case Problem::missingClause:
         return "expected a \"" + std::string(formOf(missing).keyword) + "\" clause in " + nameOf(text, clause) +
-               ", found " + found(text, at);
+               butFound;
     case Problem::nestedTooDeeply:
         return "expected at most " + std::to_string(kMaxClassNesting) +
                " levels of classes, found one more: " + nameOf(text, clause) + " is nested too deeply";
     case Problem::dotInClassName:
-        return "expected a class name without a dot, found " + found(text, at);
+        return "expected a class name without a dot" + butFound;
     case Problem::nameTooLong:
     case Problem::fullNameTooLong:
         return std::string(problem == Problem::nameTooLong ? "expected a name" : "expected a full class name") +
@@ -181,8 +178,8 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     case Problem::strayQuote:
         return "expected a closing quote, found the end of the line";
     case Problem::trailingText:
-        return "expected the end of the file, found " + found(text, at) + ": the \")\" at " +
-               positionOf(text, fedClose) + " closed " + nameOf(text, clause) + evidence;
+        return "expected the end of the file" + butFound + ": the \")\" at " + positionOf(text, fedClose) + " closed " +
+               nameOf(text, clause) + evidence;
     case Problem::nulByte:
         return "expected FED text, found a NUL byte";
     case Problem::textTooLong:
