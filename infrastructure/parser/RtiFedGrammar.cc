@@ -11,7 +11,7 @@ using C = RtiFedClause;
 // In the order of the enumeration.
 // clang-format off
 constexpr RtiFedClauseForm kForms[] = {
-    // keyword, noun, arguments, a space may follow, named, clauses in it
+    // keyword, noun, arguments, a space may follow, named, clauses in it, the members of a class or space first
     {"FED", "", 0, {}, false, false,
      6, {C::federation, C::version, C::federate, C::spaces, C::objects, C::interactions}},
     {"Federation", "clause", 1, {"a name"}, false, false, 0, {}},
@@ -53,23 +53,13 @@ RtiFedClause childOf(RtiFedClause parent, std::string_view keyword) {
     return child == end ? RtiFedClause::unknown : *child;
 }
 
-RtiFedClause classIn(RtiFedClause owner) {
-    if (owner == C::objects || owner == C::objectClass)
-        return C::objectClass;
-    return owner == C::interactions || owner == C::interactionClass ? C::interactionClass : C::unknown;
+RtiFedClause memberOf(RtiFedClause owner) {
+    return isClass(owner) || owner == C::space ? formOf(owner).children[0] : C::unknown;
 }
 
-RtiFedClause memberOf(RtiFedClause owner) {
-    switch (owner) {
-    case C::space:
-        return C::dimension;
-    case C::objectClass:
-        return C::attribute;
-    case C::interactionClass:
-        return C::parameter;
-    default:
-        return C::unknown;
-    }
+RtiFedClause classIn(RtiFedClause owner) {
+    const RtiFedClause child = isClass(owner) ? owner : formOf(owner).children[0];
+    return isClass(child) ? child : C::unknown;
 }
 
 bool isLeaf(RtiFedClause clause) {

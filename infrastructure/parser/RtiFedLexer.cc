@@ -1,31 +1,13 @@
 #include "infrastructure/parser/RtiFedLexer.hh"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstring>
 
 namespace {
 
-enum Class : unsigned char { blank, lineEnd, ordinary, special };
-
-constexpr std::array<Class, 256> classify() {
-    std::array<Class, 256> classes{};
-    for (Class &c : classes)
-        c = ordinary;
-    for (const char c : {' ', '\t', '\v', '\f'})
-        classes[static_cast<unsigned char>(c)] = blank;
-    for (const char c : {'\n', '\r'})
-        classes[static_cast<unsigned char>(c)] = lineEnd;
-    for (const char c : {'(', ')', '"', ';', '\0'})
-        classes[static_cast<unsigned char>(c)] = special;
-    return classes;
-}
-
-constexpr auto kClasses = classify();
-
-Class classOf(char c) {
-    return kClasses[static_cast<unsigned char>(c)];
+bool isLineEnd(char c) {
+    return c == '\n' || c == '\r';
 }
 
 // Names and runs of blanks are scanned in blocks of sixteen bytes, which the compiler compares with one instruction
@@ -92,32 +74,28 @@ void RtiFedLexer::next(RtiFedToken &token) {
 }
 
 void RtiFedLexer::readToken(RtiFedToken &token) {
+    using Kind = RtiFedToken::Kind;
     token.begin = _at;
     token.text = {};
     token.quoted = false;
     if (_at == _bytes.size()) {
-        token.kind = RtiFedToken::Kind::end;
+        token.kind = Kind::end;
         return;
     }
     switch (_bytes[_at]) {
     case '(':
-        token.kind = RtiFedToken::Kind::open;
-        ++_at;
-        return;
     case ')':
-        token.kind = RtiFedToken::Kind::close;
-        ++_at;
+        token.kind = _bytes[_at++] == '(' ? Kind::open : Kind::close;
         return;
     case '\0':
-        token.kind = RtiFedToken::Kind::nul;
+        token.kind = Kind::nul;
         return;
     case '"':
         token.quoted = true;
         return readName(token, endOfQuoted());
     default:
-        break;
+        return readName(token, endOfWord(_bytes, _at));
     }
-    readName(token, endOfWord(_bytes, _at));
 }
 
 std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words,
@@ -128,8 +106,10 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
     RtiFedOffset at = _at + static_cast<RtiFedOffset>(keyword.size());
     for (std::size_t count = 0;; ++count) {
         const RtiFedOffset end = at;
-        if (classOf(bytes[at]) <= lineEnd && classOf(bytes[++at]) <= lineEnd)
-            at = endOfBlanks(_bytes, at); // more than one, which is less common
+        if (bytes[at] == ' ')
+            ++at;
+        if (bytes[at] <= ' ') // perhaps another blank, which is less common
+            at = endOfBlanks(_bytes, at);
         if (bytes[at] == '(' || bytes[at] == ')') {
             _at = at;
             return count;
@@ -165,7 +145,7 @@ bool RtiFedLexer::nextClose() {
 /// within the name, which then ends there.
 RtiFedOffset RtiFedLexer::endOfQuoted() const {
     RtiFedOffset end = _at + 1;
-    while (end < _bytes.size() && _bytes[end] != '"' && classOf(_bytes[end]) != lineEnd && _bytes[end] != '\0')
+    while (end < _bytes.size() && _bytes[end] != '"' && !isLineEnd(_bytes[end]) && _bytes[end] != '\0')
         ++end;
     if (end < _bytes.size() && _bytes[end] == '"')
         return end + 1;
@@ -175,7 +155,7 @@ RtiFedOffset RtiFedLexer::endOfQuoted() const {
 
 void RtiFedLexer::skipBlanksAndComments() {
     for (_at = endOfBlanks(_bytes, _at); _at < _bytes.size() && _bytes[_at] == ';'; _at = endOfBlanks(_bytes, _at))
-        while (_at < _bytes.size() && classOf(_bytes[_at]) != lineEnd && _bytes[_at] != '\0')
+        while (_at < _bytes.size() && !isLineEnd(_bytes[_at]) && _bytes[_at] != '\0')
             ++_at;
 }
 
