@@ -38,8 +38,7 @@ std::size_t bytesLeft(std::FILE *file) {
 
 struct RtiFedParser::Contents {
     explicit Contents(std::string bytes) : text(std::move(bytes)), read(text) {
-        std::sort(read.skippedNames.begin(), read.skippedNames.end(),
-                  [this](RtiFedSpan a, RtiFedSpan b) { return lessInAnyCase(text.at(a), text.at(b)); });
+        std::sort(read.skippedNames.begin(), read.skippedNames.end(), lessInAnyCase);
     }
 
     /// Calls `onClass` with the full name and arguments of each class, and `onMember` with the arguments of each
@@ -193,10 +192,7 @@ std::size_t RtiFedParser::numLostNames() const {
 
 bool RtiFedParser::skipped(std::string_view name) const {
     const auto &names = _contents->read.skippedNames;
-    const auto place = std::lower_bound(names.begin(), names.end(), name, [this](RtiFedSpan a, std::string_view b) {
-        return lessInAnyCase(_contents->text.at(a), b);
-    });
-    return place != names.end() && !lessInAnyCase(name, _contents->text.at(*place));
+    return std::binary_search(names.begin(), names.end(), name, lessInAnyCase);
 }
 
 std::size_t RtiFedParser::printableSize(std::string_view bytes) {

@@ -220,7 +220,7 @@ void RtiFedReader::readArguments() {
 
 void RtiFedReader::declareOrSkip(const RtiFedArguments &arguments) {
     if (!declare(arguments)) {
-        skippedNames.push_back(arguments[0]);
+        skippedNames.push_back(_text.at(arguments[0]));
         skipClause(2);
     }
 }
@@ -311,7 +311,7 @@ void RtiFedReader::readStrayWords() {
 /// Skips words up to the next parenthesis or to a keyword whose "(" may be inserted.
 void RtiFedReader::skipStrayWords() {
     const RtiFedNesting::Clause &clause = nesting.innermost();
-    skippedNames.push_back(_token.text);
+    skippedNames.push_back(_text.at(_token.text));
     if (isClass(clause.name.kind) && !clause.hasClauses) // a stray word may be the name that was meant
         classesKnown = false;
     while (_token.kind == Kind::name && (childHere() == RtiFedClause::unknown || !nesting.repair.mayInsertOpen()))
@@ -328,7 +328,7 @@ void RtiFedReader::forgetArguments() {
         arguments = &declarations.interactions.classes[clause.declaration].arguments;
     if (!arguments)
         return;
-    skippedNames.push_back((*arguments)[1]);
+    skippedNames.push_back(_text.at((*arguments)[1]));
     std::fill(arguments->begin() + 1, arguments->end(), RtiFedSpan());
 }
 
@@ -348,7 +348,7 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
             break;
         case Kind::name:
             if (words++ < 3)
-                skippedNames.push_back(_token.text);
+                skippedNames.push_back(_text.at(_token.text));
             break;
         default:
             return void(stopAtEnd());
@@ -360,11 +360,10 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
 /// Reads what follows the FED clause: nothing, or sections if the FED clause was closed too early. Returns whether that
 /// clause was reopened.
 bool RtiFedReader::readAfterFed() {
-    if (_token.kind == Kind::nul || _token.kind == Kind::end) {
-        if (_token.kind == Kind::nul)
-            nesting.stop(Problem::nulByte, _token.begin);
-        else
-            reportMissingClauses();
+    if (_token.kind == Kind::nul)
+        return !stopAtEnd();
+    if (_token.kind == Kind::end) {
+        reportMissingClauses();
         return false;
     }
     const bool sectionFollows =

@@ -18,7 +18,7 @@ public:
     bool spacesKnown = true;  ///< All spaces are known: none may be in text that was not read.
     bool classesKnown = true; ///< Each class is known to have the name its author meant.
     /// The first words of each clause that was not understood: it may have declared one of these names.
-    std::vector<RtiFedSpan> skippedNames;
+    std::vector<std::string_view> skippedNames;
     std::size_t lostNames = 0; ///< Clauses that lack a word, which may be a name.
 
 private:

@@ -33,8 +33,16 @@ public:
 
     bool hasSuspect() { return _nextSuspect < balance().suspects.size(); }
     /// Returns the next place where the indentation contradicts the parentheses, if it is before `end` and can be
-    /// trusted. Each is returned once.
-    std::optional<RtiFedBalance::Suspect> takeSuspect(RtiFedOffset end);
+    /// trusted. Each is returned once. Where ")" are missing, each suspect explains one of them. Where there are too
+    /// many, the indentation is trusted only if it shows exactly that many: with more or fewer places it does not
+    /// follow the nesting.
+    std::optional<RtiFedBalance::Suspect> takeSuspect(RtiFedOffset end) {
+        const auto surplus = static_cast<std::size_t>(-balance().missingCloses);
+        const bool trusted = missingCloses() > 0 || balance().suspects.size() == surplus;
+        if (!trusted || !hasSuspect() || balance().suspects[_nextSuspect].at >= end)
+            return std::nullopt;
+        return balance().suspects[_nextSuspect++];
+    }
 
 private:
     /// Made at the first error, since it reads the whole text.
