@@ -41,8 +41,8 @@ struct RtiFedParser::Contents {
         std::sort(read.skippedNames.begin(), read.skippedNames.end(), lessInAnyCase);
     }
 
-    /// Calls `onClass` with the full name and arguments of each class, and `onMember` with the arguments of each
-    /// member.
+    /// Calls `onClass` with the full name of each class and its number of members, and `onMember` for each member.
+    /// Their words are those of the current declaration.
     template <class OnClass, class OnMember>
     void deliver(const RtiFedDeclarations::Tree &tree, OnClass onClass, OnMember onMember) {
         std::string path;
@@ -54,17 +54,20 @@ struct RtiFedParser::Contents {
             if (!ends.empty())
                 path += '.';
             const std::size_t name = path.size();
-            path += text.at(current[0]);
+            path += word(0);
             for (std::size_t dot = path.find('.', name); dot != std::string::npos; dot = path.find('.', dot))
                 path.replace(dot, 1, kDotInName); // only in a text with errors
             ends.push_back(path.size());
-            onClass(path, declared);
+            onClass(path, declared.numMembers);
             for (auto i = declared.firstMember; i != RtiFedDeclarations::kNone; i = tree.members[i].next) {
                 current = tree.members[i].arguments;
-                onMember(current);
+                onMember();
             }
         }
     }
+
+    /// A word of the current declaration.
+    std::string_view word(std::size_t index) const { return text.at(current[index]); }
 
     RtiFedText text;
     RtiFedReader read;
@@ -115,10 +118,9 @@ void RtiFedParser::deliverOnce(RtiFedParserCodegen &codegen) {
 void RtiFedParser::deliverObjects(RtiFedParserCodegen &codegen) {
     Contents &contents = *_contents;
     const RtiFedDeclarations &declared = contents.read.declarations;
-    const auto text = [&contents](RtiFedSpan span) { return contents.text.at(span); };
     const auto enter = [&contents](RtiFedSpan name) {
         contents.current = {name};
-        return std::string(contents.text.at(name));
+        return std::string(contents.word(0));
     };
     if (declared.federation.begin)
         codegen.setFederate(enter(declared.federation));
@@ -130,26 +132,19 @@ void RtiFedParser::deliverObjects(RtiFedParserCodegen &codegen) {
         for (std::uint32_t i = 0; i < space.numDimensions; ++i)
             codegen.addDimension(enter(*dimension++));
     }
-    contents.deliver(
-        declared.objects,
-        [&](std::string_view path, const RtiFedDeclarations::Class &c) {
-            codegen.declareObjectClass(path, c.numMembers);
-        },
-        [&](const RtiFedArguments &a) {
-            codegen.declareObjectClassAttribute(text(a[0]), text(a[1]), text(a[2]), text(a[3]));
-        });
+    const auto onClass = [&](std::string_view name, std::size_t members) { codegen.declareObjectClass(name, members); };
+    contents.deliver(declared.objects, onClass, [&] {
+        codegen.declareObjectClassAttribute(contents.word(0), contents.word(1), contents.word(2), contents.word(3));
+    });
 }
 
 void RtiFedParser::deliverInteractions(RtiFedParserCodegen &codegen) {
     Contents &contents = *_contents;
-    const auto text = [&contents](RtiFedSpan span) { return contents.text.at(span); };
-    contents.deliver(
-        contents.read.declarations.interactions,
-        [&](std::string_view path, const RtiFedDeclarations::Class &c) {
-            const RtiFedArguments &a = c.arguments;
-            codegen.declareInteractionClass(path, text(a[1]), text(a[2]), text(a[3]), c.numMembers);
-        },
-        [&](const RtiFedArguments &a) { codegen.declareParameter(text(a[0])); });
+    const auto onClass = [&](std::string_view name, std::size_t members) {
+        codegen.declareInteractionClass(name, contents.word(1), contents.word(2), contents.word(3), members);
+    };
+    contents.deliver(contents.read.declarations.interactions, onClass,
+                     [&] { codegen.declareParameter(contents.word(0)); });
     contents.current = {};
 }
 

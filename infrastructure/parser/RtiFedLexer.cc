@@ -6,12 +6,8 @@
 
 namespace {
 
-bool isLineEnd(char c) {
-    return c == '\n' || c == '\r';
-}
-
-// Names and runs of blanks are scanned in blocks of sixteen bytes, which the compiler compares with one instruction
-// each. Words is such a block as two integers.
+// Names, comments and runs of blanks are scanned in blocks of sixteen bytes, which the compiler compares with one
+// instruction each. Words is such a block as two integers.
 using Block = unsigned char __attribute__((vector_size(16)));
 using Words = std::uint64_t __attribute__((vector_size(16)));
 
@@ -54,6 +50,13 @@ RtiFedOffset endOfBlanks(std::string_view bytes, RtiFedOffset at) {
     return endOfRun(bytes, at, [](Block &b) { b = reinterpret_cast<Block>((b != ' ') & (b - '\t' > '\r' - '\t')); });
 }
 
+/// The end of the line or of the text; before that, of the next `stop`.
+RtiFedOffset endOfLine(std::string_view bytes, RtiFedOffset at, char stop = '\n') {
+    return endOfRun(bytes, at, [stop](Block &b) {
+        b = reinterpret_cast<Block>((b == '\n') | (b == '\r') | (b == '\0') | (b == static_cast<unsigned char>(stop)));
+    });
+}
+
 } // namespace
 
 RtiFedToken RtiFedLexer::next() {
@@ -75,27 +78,24 @@ void RtiFedLexer::next(RtiFedToken &token) {
 
 void RtiFedLexer::readToken(RtiFedToken &token) {
     using Kind = RtiFedToken::Kind;
+    const char first = _bytes.data()[_at]; // a NUL byte follows the text
     token.begin = _at;
     token.text = {};
-    token.quoted = false;
-    if (_at == _bytes.size()) {
-        token.kind = Kind::end;
+    token.quoted = first == '"';
+    if (_at == _bytes.size() || first == '\0') {
+        token.kind = _at == _bytes.size() ? Kind::end : Kind::nul;
         return;
     }
-    switch (_bytes[_at]) {
-    case '(':
-    case ')':
-        token.kind = _bytes[_at++] == '(' ? Kind::open : Kind::close;
+    if (first == '(' || first == ')') {
+        token.kind = first == '(' ? Kind::open : Kind::close;
+        ++_at;
         return;
-    case '\0':
-        token.kind = Kind::nul;
-        return;
-    case '"':
-        token.quoted = true;
-        return readName(token, endOfQuoted());
-    default:
-        return readName(token, endOfWord(_bytes, _at));
     }
+    const RtiFedOffset begin = token.quoted ? _at + 1 : _at;
+    _at = token.quoted ? endOfQuoted() : endOfWord(_bytes, _at);
+    const bool closed = token.quoted && _at > begin && _bytes[_at - 1] == '"';
+    token.kind = Kind::name;
+    token.text = {begin, (closed ? _at - 1 : _at) - begin};
 }
 
 std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words,
@@ -144,9 +144,7 @@ bool RtiFedLexer::nextClose() {
 /// its own offset is returned. But if the text, or a NUL byte, ends first and no ")" is before that, the text was cut
 /// within the name, which then ends there.
 RtiFedOffset RtiFedLexer::endOfQuoted() const {
-    RtiFedOffset end = _at + 1;
-    while (end < _bytes.size() && _bytes[end] != '"' && !isLineEnd(_bytes[end]) && _bytes[end] != '\0')
-        ++end;
+    const RtiFedOffset end = endOfLine(_bytes, _at + 1, '"');
     if (end < _bytes.size() && _bytes[end] == '"')
         return end + 1;
     const bool cut = end == _bytes.size() || _bytes[end] == '\0';
@@ -155,14 +153,5 @@ RtiFedOffset RtiFedLexer::endOfQuoted() const {
 
 void RtiFedLexer::skipBlanksAndComments() {
     for (_at = endOfBlanks(_bytes, _at); _at < _bytes.size() && _bytes[_at] == ';'; _at = endOfBlanks(_bytes, _at))
-        while (_at < _bytes.size() && !isLineEnd(_bytes[_at]) && _bytes[_at] != '\0')
-            ++_at;
-}
-
-void RtiFedLexer::readName(RtiFedToken &token, RtiFedOffset end) {
-    const bool closed = token.quoted && end > _at + 1 && _bytes[end - 1] == '"';
-    const RtiFedOffset first = token.quoted ? _at + 1 : _at;
-    token.kind = RtiFedToken::Kind::name;
-    token.text = {first, (closed ? end - 1 : end) - first};
-    _at = end;
+        _at = endOfLine(_bytes, _at);
 }

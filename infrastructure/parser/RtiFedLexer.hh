@@ -23,9 +23,8 @@ struct RtiFedToken {
 /// tokens that every further call returns again.
 class RtiFedLexer {
 public:
-    RtiFedLexer(const RtiFedText &text, RtiFedOffset at) : _bytes(text.bytes()), _at(at) {}
-    /// The same, for a text that ends at `end`.
-    RtiFedLexer(const RtiFedText &text, RtiFedOffset at, RtiFedOffset end)
+    /// Begins at `at`. The text ends at `end`.
+    RtiFedLexer(const RtiFedText &text, RtiFedOffset at, std::size_t end = std::string_view::npos)
         : _bytes(text.bytes().substr(0, end)), _at(at) {}
 
     /// The offset after the last byte that was read.
@@ -49,7 +48,6 @@ public:
 private:
     void skipBlanksAndComments();
     void readToken(RtiFedToken &token);
-    void readName(RtiFedToken &token, RtiFedOffset end);
     RtiFedOffset endOfQuoted() const;
 
     std::string_view _bytes;

@@ -29,13 +29,9 @@ public:
     void open(const RtiFedClauseName &name) { _open.push_back({name}); }
     /// Closes the innermost clause with the ")" at `offset`.
     void close(RtiFedOffset offset) {
-        closedWhole(_open.back(), offset);
-        drop();
-    }
-    /// Takes a clause that was read as a whole, and never opened, as the one closed last.
-    void closedWhole(const Clause &clause, RtiFedOffset offset) {
-        lastClosed = clause;
+        lastClosed = _open.back();
         lastClose = offset;
+        drop();
     }
     void drop(std::size_t count = 1) { _open.resize(_open.size() - count); }
 

@@ -75,7 +75,8 @@ bool RtiFedReader::readPlainMembers() {
     if (last.kind != kind)
         return false;
     owner.hasClauses = true;
-    nesting.closedWhole({last}, _lexer.at() - 1);
+    nesting.open(last);
+    nesting.close(_lexer.at() - 1);
     advance();
     _afterClose = true;
     return true;
@@ -161,10 +162,9 @@ void RtiFedReader::readFromKeyword(RtiFedOffset begin, bool afterClose) {
 /// Reports a clause that is not allowed here, and skips it.
 void RtiFedReader::refuseClause(RtiFedOffset begin) {
     const bool ends = _token.kind == Kind::end || _token.kind == Kind::nul || isCut();
-    if (!ends && isLeaf(nesting.kind()))
-        nesting.addError(Problem::expectedClose, begin);
-    else if (!ends)
-        nesting.addError(Problem::expectedClause, _token.begin);
+    const bool leaf = isLeaf(nesting.kind());
+    if (!ends)
+        nesting.addError(leaf ? Problem::expectedClose : Problem::expectedClause, leaf ? begin : _token.begin);
     nesting.open({RtiFedClause::unknown, begin, _token.kind == Kind::name ? _token.text : RtiFedSpan()});
     if (!stopAtEnd())
         skipClause(0);

@@ -88,25 +88,19 @@ RtiFedErrorTypes::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const
 /// The unexpected token; of a clause that is refused as a whole, its "(", keyword and name.
 RtiFedSpan RtiFedSyntaxError::span(const RtiFedText &text) const {
     const auto upTo = [this](RtiFedOffset end) { return RtiFedSpan{at, end - at}; };
-    RtiFedLexer lexer(text, at);
-    switch (problem) {
-    case Problem::strayQuote:
-        return upTo(at + 1);
-    case Problem::textTooLong:
+    const bool refused =
+        problem == Problem::secondClause || problem == Problem::nestedTooDeeply || problem == Problem::namesTooLong;
+    if (problem == Problem::textTooLong)
         return upTo(at);
-    case Problem::secondClause:
-    case Problem::nestedTooDeeply:
-    case Problem::namesTooLong:
-        if (clause.label.length > 0) {
-            const RtiFedSpan name = text.withQuotes(clause.label);
-            return upTo(name.begin + name.length);
-        }
-        if (lexer.next().kind == RtiFedToken::Kind::open)
-            lexer.next();
-        return upTo(lexer.at());
-    default:
-        return lexer.next().kind == RtiFedToken::Kind::nul ? upTo(at + 1) : upTo(lexer.at());
+    if (refused && clause.label.length > 0) {
+        const RtiFedSpan name = text.withQuotes(clause.label);
+        return upTo(name.begin + name.length);
     }
+    RtiFedLexer lexer(text, at);
+    const RtiFedToken::Kind first = lexer.next().kind;
+    if (refused && first == RtiFedToken::Kind::open)
+        lexer.next();
+    return upTo(problem == Problem::strayQuote || first == RtiFedToken::Kind::nul ? at + 1 : lexer.at());
 }
 
 std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &text) const {
