@@ -51,8 +51,7 @@ struct RtiFedParser::Contents {
             current = declared.arguments;
             ends.resize(declared.level - 1);
             path.resize(ends.empty() ? 0 : ends.back());
-            if (!ends.empty())
-                path += '.';
+            path += ends.empty() ? "" : ".";
             const std::size_t name = path.size();
             path += word(0);
             for (std::size_t dot = path.find('.', name); dot != std::string::npos; dot = path.find('.', dot))

@@ -47,19 +47,19 @@ public:
             if (token.kind == RtiFedToken::Kind::open) {
                 const Open open{token.begin, indentationOf(_text.bytes(), token.begin)};
                 onOpen(open);
+                ++missingCloses;
                 if (opens.size() < kDeepest)
                     opens.push_back(open);
                 else
                     ++_deeper;
             } else if (token.kind == RtiFedToken::Kind::close) {
+                --missingCloses;
                 if (_deeper > 0) {
                     --_deeper;
                 } else if (!opens.empty()) {
                     const Open closed = opens.back();
                     opens.pop_back();
                     onClose(closed, token.begin);
-                } else {
-                    ++_surplus;
                 }
             } else {
                 onOpen({token.begin, std::nullopt});
@@ -79,16 +79,14 @@ public:
         return closed;
     }
 
-    long missingCloses() const { return static_cast<long>(opens.size() + _deeper) - _surplus; }
-
     std::vector<Open> opens;
+    long missingCloses = 0; // of the text as it is
 
 private:
     static constexpr std::size_t kDeepest = kMaxClassNesting + 4; // FED, a section, a member, its sec_level
 
     const RtiFedText &_text;
     std::size_t _deeper = 0;
-    long _surplus = 0;
 };
 
 /// A ")" that begins a line is aligned with the clause that it is meant to close. If that is an enclosing one, the
@@ -153,7 +151,7 @@ std::vector<Suspect> textAfterCloses(const RtiFedText &text) {
 RtiFedBalance::RtiFedBalance(const RtiFedText &text) {
     Walk walk(text);
     walk.run([](const Open &) {}, [](const Open &, RtiFedOffset) {});
-    missingCloses = walk.missingCloses();
+    missingCloses = walk.missingCloses;
     if (missingCloses < 0) {
         suspects = textAfterCloses(text);
     } else if (missingCloses > 0) {

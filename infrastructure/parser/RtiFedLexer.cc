@@ -78,11 +78,11 @@ void RtiFedLexer::next(RtiFedToken &token) {
 
 void RtiFedLexer::readToken(RtiFedToken &token) {
     using Kind = RtiFedToken::Kind;
-    const char first = _bytes.data()[_at]; // a NUL byte follows the text
+    const char first = _at < _bytes.size() ? _bytes[_at] : '\0';
     token.begin = _at;
     token.text = {};
     token.quoted = first == '"';
-    if (_at == _bytes.size() || first == '\0') {
+    if (first == '\0') {
         token.kind = _at == _bytes.size() ? Kind::end : Kind::nul;
         return;
     }

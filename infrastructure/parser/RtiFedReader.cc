@@ -292,7 +292,8 @@ void RtiFedReader::closeClause() {
 }
 
 /// Reads words where a clause or a ")" is expected: the keyword of a clause whose "(" was forgotten, further words of
-/// the clause closed just before, or superfluous words.
+/// the clause closed just before, or superfluous words. Skips all but the keyword, up to the next parenthesis or to a
+/// keyword whose "(" may be inserted.
 void RtiFedReader::readStrayWords() {
     if (childHere() != RtiFedClause::unknown && nesting.repair.mayInsertOpen()) {
         nesting.addError(Problem::expectedClose, _token.begin);
@@ -305,11 +306,6 @@ void RtiFedReader::readStrayWords() {
         nesting.addError(Problem::expectedClose, _token.begin);
         forgetArguments();
     }
-    skipStrayWords();
-}
-
-/// Skips words up to the next parenthesis or to a keyword whose "(" may be inserted.
-void RtiFedReader::skipStrayWords() {
     const RtiFedNesting::Clause &clause = nesting.innermost();
     skippedNames.push_back(_text.at(_token.text));
     if (isClass(clause.name.kind) && !clause.hasClauses) // a stray word may be the name that was meant

@@ -42,7 +42,6 @@ private:
     bool stopAtEnd();
     void skipClause(std::size_t wordsRead);
     void readStrayWords();
-    void skipStrayWords();
     void forgetArguments();
     void reportMissingClauses();
     bool readAfterFed();
