@@ -193,7 +193,7 @@ bool RtiFedReader::refuseSecond() {
         first = clause.begin;
         return false;
     }
-    nesting.addError(Problem::secondClause, clause.begin).firstClause = first;
+    nesting.addError(Problem::secondClause, clause.begin).earlier = first;
     return true;
 }
 
@@ -260,10 +260,9 @@ bool RtiFedReader::declare(const RtiFedArguments &arguments) {
 
 bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArguments &arguments) {
     RtiFedNesting::Clause &clause = nesting.innermost();
-    const RtiFedNesting::Clause &outer = nesting.parent();
     const RtiFedSpan name = arguments[0];
     const auto level = static_cast<std::uint32_t>(nesting.depth() - 2); // below the FED clause and its section
-    clause.fullNameLength = outer.fullNameLength + (level > 1 ? 1 : 0) + name.length;
+    clause.fullNameLength = nesting.parent().fullNameLength + (level > 1 ? 1 : 0) + name.length;
     if (level > kMaxClassNesting) {
         nesting.addError(Problem::nestedTooDeeply, clause.name.begin);
         return false;
@@ -354,12 +353,14 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
 }
 
 /// Reads what follows the FED clause: nothing, or sections if the FED clause was closed too early. Returns whether that
-/// clause was reopened.
+/// clause was reopened. If it was not, and nothing follows, reports the clauses that it lacks.
 bool RtiFedReader::readAfterFed() {
     if (_token.kind == Kind::nul)
         return !stopAtEnd();
     if (_token.kind == Kind::end) {
-        reportMissingClauses();
+        for (const RtiFedClause kind : {RtiFedClause::federation, RtiFedClause::version})
+            if (_firstOf[static_cast<std::size_t>(kind)] == 0 && !_skippedInFed)
+                nesting.addError(Problem::missingClause, nesting.lastClose).missing = kind;
         return false;
     }
     const bool sectionFollows =
@@ -370,7 +371,7 @@ bool RtiFedReader::readAfterFed() {
         nesting.known = false;
         spacesKnown = spacesKnown && _spacesRead;
     }
-    nesting.errors.back().fedClose = nesting.lastClose;
+    nesting.errors.back().earlier = nesting.lastClose;
     return reopened;
 }
 
@@ -399,10 +400,4 @@ std::string_view RtiFedReader::wordOf(const RtiFedToken &token) const {
 /// Whether the text ends in or directly after the current word, so that letters may be missing.
 bool RtiFedReader::isCut() const {
     return _token.kind == Kind::name && _token.text.begin + _token.text.length == _text.bytes().size();
-}
-
-void RtiFedReader::reportMissingClauses() {
-    for (const RtiFedClause kind : {RtiFedClause::federation, RtiFedClause::version})
-        if (_firstOf[static_cast<std::size_t>(kind)] == 0 && !_skippedInFed)
-            nesting.addError(Problem::missingClause, nesting.lastClose).missing = kind;
 }

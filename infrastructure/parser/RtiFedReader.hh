@@ -43,7 +43,6 @@ private:
     void skipClause(std::size_t wordsRead);
     void readStrayWords();
     void forgetArguments();
-    void reportMissingClauses();
     bool readAfterFed();
 
     // Declaring

@@ -107,9 +107,9 @@ std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &t
     std::vector<RtiFedErrorTypes::Note> notes;
     const bool suspected = suspect && suspect->clause == clause.begin;
     if (problem == Problem::secondClause)
-        notes.push_back({{firstClause, 1}, "the first is here"});
+        notes.push_back({{earlier, 1}, "the first is here"});
     else if (problem == Problem::trailingText)
-        notes.push_back({{fedClose, 1}, "this \")\" closed " + nounOf(text, clause)});
+        notes.push_back({{earlier, 1}, "this \")\" closed " + nounOf(text, clause)});
     else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && !suspected)
         notes.push_back({{clause.begin, 1}, nounOf(text, clause) + " begins here"});
     if (suspect)
@@ -153,7 +153,7 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
                (suspect && suspect->clause != clause.begin ? evidence : "");
     case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
-               "\" clause, found a second; the first is at " + positionOf(text, firstClause);
+               "\" clause, found a second; the first is at " + positionOf(text, earlier);
     case Problem::missingClause:
         return "expected a \"" + std::string(formOf(missing).keyword) + "\" clause in " + nameOf(text, clause) +
                butFound;
@@ -172,7 +172,7 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     case Problem::strayQuote:
         return "expected a closing quote, found the end of the line";
     case Problem::trailingText:
-        return "expected the end of the file" + butFound + ": the \")\" at " + positionOf(text, fedClose) + " closed " +
+        return "expected the end of the file" + butFound + ": the \")\" at " + positionOf(text, earlier) + " closed " +
                nameOf(text, clause) + evidence;
     case Problem::nulByte:
         return "expected FED text, found a NUL byte";

@@ -23,8 +23,7 @@ struct RtiFedSyntaxError {
     bool afterFirst = false;                      ///< The clause already has others in it, so a sec_level is too late.
     RtiFedClause missing = RtiFedClause::unknown; ///< Of missingClause: its kind.
     RtiFedOffset at = 0;                          ///< The first byte of the unexpected token.
-    RtiFedOffset firstClause = 0;                 ///< Of secondClause.
-    RtiFedOffset fedClose = 0;                    ///< Of trailingText: the ")" that closed the FED clause.
+    RtiFedOffset earlier = 0;                     ///< Of secondClause: the first; of trailingText: the ")" of FED.
     RtiFedClauseName clause;                      ///< The innermost clause.
     std::size_t argument = 0;                     ///< Of expectedArgument: its index.
     std::size_t nameLength = 0;                   ///< Of nameTooLong and fullNameTooLong.
