@@ -82,13 +82,13 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
     token.begin = _at;
     token.text = {};
     token.quoted = first == '"';
-    if (first == '\0') {
-        token.kind = _at == _bytes.size() ? Kind::end : Kind::nul;
-        return;
-    }
     if (first == '(' || first == ')') {
         token.kind = first == '(' ? Kind::open : Kind::close;
         ++_at;
+        return;
+    }
+    if (first == '\0') {
+        token.kind = _at == _bytes.size() ? Kind::end : Kind::nul;
         return;
     }
     const RtiFedOffset begin = token.quoted ? _at + 1 : _at;
