@@ -104,11 +104,7 @@ void CommandLine::addCheck() {
                    [this] { return check(_check, _console); });
     addOperand(command, "FILE", _check.files, kFile)->required();
     addChoice(command, "--format", _check.format,
-              {{"text", ReportFormat::text},
-               {"json", ReportFormat::json},
-               {"sarif", ReportFormat::sarif},
-               {"github", ReportFormat::github}},
-              "FORMAT",
+              {{"text", textReport}, {"json", jsonReport}, {"sarif", sarifReport}, {"github", githubReport}}, "FORMAT",
               "Output format: text (default), for people; json; sarif, for code scanning and editors;\n"
               "github, for annotations in a workflow");
     command
@@ -162,21 +158,15 @@ void CommandLine::addChecksum() {
         "  rtifed checksum harbour.fed\n"
         "  rtifed checksum --sha256 *.fed >MANIFEST\n"
         "  rtifed checksum --check MANIFEST",
-        [this] {
-            if (_againstManifests) {
-                _manifest.fileNames = _fileNames;
-                return checkManifests(_manifest, _console);
-            }
-            _checksum.fileNames = _fileNames;
-            return checksum(_checksum, _console);
-        });
-    addOperand(command, "FILE", _fileNames, std::string(kFile) + "; with --check, a list of checksums")->required();
-    CLI::Option *check = command->add_flag("--check,-c", _againstManifests, "Check the files that FILE lists");
+        [this] { return checksum(_checksum, _console); });
+    addOperand(command, "FILE", _checksum.fileNames, std::string(kFile) + "; with --check, a list of checksums")
+        ->required();
+    CLI::Option *check = command->add_flag("--check,-c", _checksum.check, "Check the files that FILE lists");
     command->add_flag("--sha256", _checksum.sha256, "Print SHA-256 fingerprints")->excludes(check);
-    command->add_flag("--quiet", _manifest.quiet, "Do not print OK for each matching file")->needs(check);
-    command->add_flag("--status", _manifest.silent, "Print nothing, only set the exit status")->needs(check);
-    command->add_flag("--ignore-missing", _manifest.ignoreMissing, "Skip files that do not exist")->needs(check);
-    command->add_flag("--strict", _manifest.strict, "Fail on improperly formatted lines")->needs(check);
+    command->add_flag("--quiet", _checksum.quiet, "Do not print OK for each matching file")->needs(check);
+    command->add_flag("--status", _checksum.silent, "Print nothing, only set the exit status")->needs(check);
+    command->add_flag("--ignore-missing", _checksum.ignoreMissing, "Skip files that do not exist")->needs(check);
+    command->add_flag("--strict", _checksum.strict, "Fail on improperly formatted lines")->needs(check);
 }
 
 void CommandLine::addSave() {
@@ -264,7 +254,7 @@ void CommandLine::addDiff() {
     command->add_flag("--all", _diff.all, "List every change with its place, not only the first few of each group");
     addChoice(command, "--fail-on", _diff.failOn, levels, "LEVEL",
               "The mildest verdict that gives exit status 1, relabelled by default");
-    addChoice(command, "--format", _diff.format, {{"text", DiffFormat::text}, {"json", DiffFormat::json}}, "FORMAT",
+    addChoice(command, "--format", _diff.json, {{"text", false}, {"json", true}}, "FORMAT",
               "Output format: text (default) or json, which has every change");
     command->add_flag("--quiet", _diff.quiet, "Print nothing, only set the exit status");
 }

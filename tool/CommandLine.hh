@@ -43,10 +43,7 @@ private:
     CLI::App _app;
     Status _status = done;
     // The arguments of the commands; each command uses its own.
-    std::vector<std::string> _fileNames;
     std::string _fileName, _otherName;
-    bool _againstManifests = false;
-    ManifestOptions _manifest;
     ChecksumOptions _checksum;
     TreeOptions _tree;
     FindOptions _find;

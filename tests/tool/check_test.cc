@@ -1,8 +1,8 @@
 #include "tests/Support.hh"
 #include "tool/check/Checker.hh"
+#include "tool/commands/Commands.hh"
 #include "tool/report/Excerpt.hh"
 #include "tool/report/FileFindings.hh"
-#include "tool/report/RuleText.hh"
 
 #include <nlohmann/json.hpp>
 
@@ -33,10 +33,9 @@ std::string errorsOf(const std::string &fed) {
 }
 
 /// Returns the report on one file called "a.fed".
-std::string reportOn(const std::string &fed, ReportFormat format, std::size_t most = kUsuallyShown) {
+std::string reportOn(const std::string &fed, ReportMaker *format, std::size_t most = kUsuallyShown) {
     std::ostringstream out;
-    const Console console{out, out};
-    const auto report = makeReport(format, console);
+    const auto report = format(out, false, 0);
     report->begin();
     reportFindings({"a.fed", fed}, Severity::warning, most, *report);
     report->end();
@@ -97,8 +96,8 @@ const std::set<std::string> kNotReached = {
 
 TEST(Check, FindsNothingInTheExamples) {
     for (const char *name : {"minimal.fed", "harbour.fed", "tolerances.fed"})
-        EXPECT_EQ(reportOn(example(name), ReportFormat::text), "") << name;
-    EXPECT_EQ(reportOn(inPlace(kSound), ReportFormat::text), "");
+        EXPECT_EQ(reportOn(example(name), textReport), "") << name;
+    EXPECT_EQ(reportOn(inPlace(kSound), textReport), "");
 }
 
 TEST(Check, FindsErrorsInTheOrderOfTheText) {
@@ -121,7 +120,7 @@ TEST(Check, ReportsEachMistakeInEachFormat) {
         const bool inMom = kSound.find(old) == std::string::npos;
         const std::string text =
             inMom ? replaced(inPlace(kSound), old, edited) : inPlace(replaced(kSound, old, edited));
-        const std::string json = reportOn(text, ReportFormat::json), sarif = reportOn(text, ReportFormat::sarif);
+        const std::string json = reportOn(text, jsonReport), sarif = reportOn(text, sarifReport);
         const auto lineOf = [](const std::string &whole, std::size_t begin) {
             return whole.substr(begin, whole.find('\n', begin) + 1 - begin);
         };
@@ -130,16 +129,15 @@ TEST(Check, ReportsEachMistakeInEachFormat) {
         notSeen.erase(rule);
         const std::string jsonLine = lineOf(json, json.find("\n{\"rule\"") + 1);
         const std::string sarifLine = lineOf(sarif, sarif.find("\n{\"ruleId\"") + 1);
-        EXPECT_EQ(reportOn(text, ReportFormat::text) + reportOn(text, ReportFormat::github) + jsonLine + sarifLine,
-                  expected);
+        EXPECT_EQ(reportOn(text, textReport) + reportOn(text, githubReport) + jsonLine + sarifLine, expected);
     });
     EXPECT_EQ(notSeen, std::set<std::string>());
 }
 
 /// Reports on files that are right, wrong, damaged and missing.
-std::string reportOnFiles(ReportFormat format, const std::string &missing = "none.fed") {
+std::string reportOnFiles(ReportMaker *format, const std::string &missing = "none.fed") {
     std::ostringstream out;
-    const auto report = makeReport(format, {out, out});
+    const auto report = format(out, false, 0);
     report->begin();
     reportFindings({"a b.fed", "(FED\xE4 x"}, Severity::warning, 50, *report);
     reportFindings({"/i,:%.img", std::string(3, '\0')}, Severity::warning, 50, *report);
@@ -153,17 +151,17 @@ std::string reportOnFiles(ReportFormat format, const std::string &missing = "non
 }
 
 TEST(Check, ReportsFilesInEachFormat) {
-    const std::map<std::string, ReportFormat> formats = {
-        {"text", ReportFormat::text}, {"json", ReportFormat::json}, {"github", ReportFormat::github}};
+    const std::map<std::string, ReportMaker *> formats = {
+        {"text", textReport}, {"json", jsonReport}, {"github", githubReport}};
     forEachCase("reports.txt", [&](const std::string &format, const std::string &expected) {
         EXPECT_EQ(reportOnFiles(formats.at(format)), expected);
     });
-    for (const ReportFormat format : {ReportFormat::json, ReportFormat::sarif})
+    for (ReportMaker *format : {jsonReport, sarifReport})
         EXPECT_TRUE(nlohmann::json::accept(reportOnFiles(format, "\xE4\"\n")));
 }
 
 TEST(Check, WritesWhatSarifNeeds) {
-    const auto log = nlohmann::json::parse(reportOnFiles(ReportFormat::sarif));
+    const auto log = nlohmann::json::parse(reportOnFiles(sarifReport));
     EXPECT_EQ(log.at("version"), "2.1.0");
     const auto &run = log.at("runs").at(0);
     EXPECT_EQ(run.at("columnKind"), "unicodeCodePoints");
@@ -214,8 +212,9 @@ TEST(Check, CutsAndAlignsTheLineItShows) {
 }
 
 TEST(Check, ExplainsItsRules) {
-    EXPECT_EQ(readFile(RTIFED_DOCS "/rules.md"), rulesAsMarkdown())
-        << "docs/rules.md is made by: rtifed explain --markdown";
+    std::ostringstream page;
+    explain({"", true}, Console{page, page});
+    EXPECT_EQ(readFile(RTIFED_DOCS "/rules.md"), page.str()) << "docs/rules.md is made by: rtifed explain --markdown";
 }
 
 TEST(Check, ReportsTheMomAsOneFinding) {
@@ -243,7 +242,7 @@ TEST(Check, FindsEachMistakeNearItsPlace) {
         if (number % 7 != 0)
             continue;
         for (const std::string &edit : edits) {
-            const std::string findings = reportOn(edit, ReportFormat::github);
+            const std::string findings = reportOn(edit, githubReport);
             const auto isNear = [&findings](long n) { // the finding, or a place that it names
                 const std::string near = std::to_string(n);
                 for (const std::string &place : {"line=" + near + ",", " " + near + ":", "a.fed:" + near + ":"})

@@ -206,8 +206,7 @@ TEST(Diff, ReportsWhatChanged) {
         const TemporaryFile before(fileText(text.substr(options + 1, arrow - options - 1)));
         const TemporaryFile after(fileText(text.substr(arrow + 4)));
         const std::string option = text.substr(0, options);
-        const DiffOptions asked{before.path(), after.path(), option == "--all", false,
-                                option == "json" ? DiffFormat::json : DiffFormat::text};
+        const DiffOptions asked{before.path(), after.path(), option == "--all", false, option == "json"};
         std::ostringstream written;
         const Status status = diff(asked, Console{written, written});
         std::string shown = written.str();

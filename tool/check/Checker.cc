@@ -58,7 +58,7 @@ private:
 } // namespace
 
 Finding findingOf(RtiFedParser::Error error) {
-    return {&ruleOf(error.problem), error.span, std::move(error.text), {}, std::move(error.notes), {}};
+    return {&ruleOf(error.problem), error.span, std::move(error.text), {}, std::move(error.notes)};
 }
 
 Checker::Checker(std::string text)
@@ -69,12 +69,8 @@ Checker::Checker(std::string text)
     giveMomItsSpace();
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
     if (_findings.size() >= kMaxErrors)
-        _findings.push_back({&ruleOf(RtiFedParser::tooManyErrors),
-                             _findings.back().span,
-                             "there are more errors than are shown",
-                             {},
-                             {},
-                             {}});
+        _findings.push_back(
+            {&ruleOf(RtiFedParser::tooManyErrors), _findings.back().span, "there are more errors than are shown"});
 }
 
 void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) const {
@@ -305,7 +301,7 @@ void Checker::checkMom() {
         const auto shifted = std::find(_shiftedWords.begin(), _shiftedWords.end(), RtiStringUtility::toupper(name));
         return shifted != _shiftedWords.end() || _parser.skipped(name);
     };
-    for (Finding &finding : momFindings({_parser, _database, _declarations}, mayBeDeclared))
+    for (Finding &finding : momFindings(*this, mayBeDeclared))
         _findings.push_back(std::move(finding));
 }
 
@@ -325,7 +321,7 @@ void Checker::giveMomItsSpace() {
 
 void Checker::report(RuleId rule, Argument argument, std::string text) {
     if (_findings.size() < kMaxErrors)
-        _findings.push_back({&ruleOf(rule), _parser.span(argument), std::move(text), {}, {}, {}});
+        _findings.push_back({&ruleOf(rule), _parser.span(argument), std::move(text)});
 }
 
 void Checker::reportRepeated(RuleId rule, std::string text, const void *first) {

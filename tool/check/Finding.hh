@@ -19,9 +19,9 @@ struct Finding {
     const Rule *rule;
     std::optional<RtiFedSpan> span; ///< Absent if it is about the file as a whole.
     std::string text;
-    std::vector<std::string> details;      ///< Further lines, shown below the text.
-    std::vector<RtiFedParser::Note> notes; ///< Other places that the finding refers to.
-    std::vector<Replacement> fix;          ///< What was probably meant; empty if unknown.
+    std::vector<std::string> details = {};      ///< Further lines, shown below the text.
+    std::vector<RtiFedParser::Note> notes = {}; ///< Other places that the finding refers to.
+    std::vector<Replacement> fix = {};          ///< What was probably meant; empty if unknown.
 
     std::string textWithDetails() const { return text + (details.empty() ? "" : '\n' + joined(details, "\n")); }
 };

@@ -41,8 +41,8 @@ NamesByClass membersByClass(const Requirements &requirements) {
 template <class Tree>
 class MomCheck {
 public:
-    MomCheck(const BuiltText &text, const std::function<bool(std::string_view)> &mayBeDeclared)
-        : _text(text), _missing(Tree::missing(text.database)) {
+    MomCheck(const Checker &text, const std::function<bool(std::string_view)> &mayBeDeclared)
+        : _text(text), _missing(Tree::missing(text.database())) {
         for (auto &required : _missing) {
             required.classMissing = required.classMissing && !mayBeDeclared(lastComponent(required.className));
             auto &members = required.members;
@@ -80,13 +80,13 @@ public:
         const Requirements all = Tree::missing(RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)));
         const NamesByClass classes = classesByOwner(all);
         for (auto &[owner, missing] : classesByOwner(_missing))
-            if (const auto *node = Tree::find(_text.database, owner.empty() ? Tree::kind.root : owner))
+            if (const auto *node = Tree::find(_text.database(), owner.empty() ? Tree::kind.root : owner))
                 for (const auto &handle : node->getChildrenClasses())
-                    noteIfNear(*_text.database.find(handle), classes.at(owner), missing, finding);
+                    noteIfNear(*_text.database().find(handle), classes.at(owner), missing, finding);
         for (auto &[className, missing] : membersByClass(_missing)) {
             const auto required = std::find_if(all.begin(), all.end(),
                                                [&name = className](const auto &r) { return r.className == name; });
-            if (const auto *node = Tree::find(_text.database, className))
+            if (const auto *node = Tree::find(_text.database(), className))
                 for (const auto &member : node->members())
                     noteIfNear(member, required->members, missing, finding);
         }
@@ -97,7 +97,7 @@ private:
     void noteIfNear(const Record &record, const std::vector<std::string> &required, std::vector<std::string> &missing,
                     Finding &finding) const {
         const std::string name(lastComponent(record.getName()));
-        const auto place = _text.declarations.span(&record);
+        const auto place = _text.declarations().span(&record);
         const auto isIt = [&name](const std::string &other) { return RtiFedName::equal(name, other); };
         if (missing.empty() || !place || std::any_of(required.begin(), required.end(), isIt))
             return;
@@ -106,16 +106,16 @@ private:
             missing.erase(std::find(missing.begin(), missing.end(), meant));
     }
 
-    const BuiltText &_text;
+    const Checker &_text;
     Requirements _missing;
 };
 
-std::optional<Finding> missing(const BuiltText &text, const std::function<bool(std::string_view)> &mayBeDeclared) {
+std::optional<Finding> missing(const Checker &text, const std::function<bool(std::string_view)> &mayBeDeclared) {
     const MomCheck<Objects> objects(text, mayBeDeclared);
     const MomCheck<Interactions> interactions(text, mayBeDeclared);
-    Finding finding{&ruleOf(RuleId::momIncomplete), text.parser.span(), {}, {}, {}, {}};
+    Finding finding{&ruleOf(RuleId::momIncomplete), text.parser().span(), {}};
     const std::size_t count = objects.describe(finding) + interactions.describe(finding);
-    if (count <= text.parser.numLostNames()) // the missing names may be among those
+    if (count <= text.parser().numLostNames()) // the missing names may be among those
         return {};
     finding.text = "the Management Object Model (MOM) is incomplete, " + counted(count, "name") +
                    (count == 1 ? " is missing:" : " are missing:");
@@ -126,22 +126,18 @@ std::optional<Finding> missing(const BuiltText &text, const std::function<bool(s
 
 /// Lookups find the MOM without its root, but the database looks for it by its full name to give it its space.
 template <class Tree>
-std::optional<Finding> misplaced(const BuiltText &text) {
-    const auto *manager = Tree::find(text.database, "Manager");
-    if (!manager || Tree::find(text.database, std::string(Tree::kind.root) + ".Manager"))
+std::optional<Finding> misplaced(const Checker &text) {
+    const auto *manager = Tree::find(text.database(), "Manager");
+    if (!manager || Tree::find(text.database(), std::string(Tree::kind.root) + ".Manager"))
         return {};
-    return Finding{&ruleOf(RuleId::momMisplaced),
-                   text.declarations.span(manager),
+    return Finding{&ruleOf(RuleId::momMisplaced), text.declarations().span(manager),
                    std::string("the ") + Tree::kind.className +
-                       " \"Manager\" of the MOM is outside its root, expected it in \"" + Tree::kind.root + "\"",
-                   {},
-                   {},
-                   {}};
+                       " \"Manager\" of the MOM is outside its root, expected it in \"" + Tree::kind.root + "\""};
 }
 
 } // namespace
 
-std::vector<Finding> momFindings(const BuiltText &text, const std::function<bool(std::string_view)> &mayBeDeclared) {
+std::vector<Finding> momFindings(const Checker &text, const std::function<bool(std::string_view)> &mayBeDeclared) {
     std::vector<Finding> findings;
     for (auto &finding : {missing(text, mayBeDeclared), misplaced<Objects>(text), misplaced<Interactions>(text)})
         if (finding)

@@ -98,7 +98,7 @@ public:
 
 private:
     Finding &warn(RuleId rule, RtiFedSpan span, std::string text) {
-        Finding finding{&ruleOf(rule), span, std::move(text), {}, {}, {}};
+        Finding finding{&ruleOf(rule), span, std::move(text)};
         if (_findings.size() < kMaxErrors)
             return _findings.emplace_back(std::move(finding));
         return _surplus = std::move(finding);

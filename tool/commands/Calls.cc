@@ -2,20 +2,16 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/Text.hh"
 #include "tool/report/FileFindings.hh"
-#include "tool/report/TextReport.hh"
 
 namespace {
 
 void printErrors(const RtiFedParser &parser, const std::string &name, std::ostream &os) {
-    TextReport report(os, false, 0);
+    const auto report = textReport(os, false, 0);
     const Source source(name, &parser);
-    Tally tally;
-    tally.errors = parser.numErrors();
-    const std::size_t shown = std::min(tally.errors, kUsuallyShown);
-    tally.hiddenErrors = tally.errors - shown;
-    for (std::size_t i = 0; i < shown; ++i)
-        report.add(source, findingOf(parser.error(i)));
-    report.endFile(source, tally);
+    const Tally tally{parser.numErrors(), 0, kUsuallyShown};
+    for (std::size_t i = 0; i < tally.shownErrors(); ++i)
+        report->add(source, findingOf(parser.error(i)));
+    report->endFile(source, tally);
 }
 
 /// Prints calls with printable names.

@@ -19,29 +19,16 @@ std::string withoutName(const std::string &failure, const std::string &name) {
 
 Status check(const CheckOptions &options, const Console &console) {
     std::ostream nowhere(nullptr);
-    const Console shown{options.quiet ? nowhere : console.out,
-                        console.err,
-                        console.color,
-                        console.unicode,
-                        console.width,
-                        console.stdinName};
-    const auto report = makeReport(options.format, shown);
-    Status status = done;
+    const auto report = options.format(options.quiet ? nowhere : console.out, console.color, console.width);
+    const auto checkFile = [&](const Input &input) {
+        const Tally tally = reportFindings(input, Severity::warning, numShown(options), *report);
+        return tally.errors == 0 && (options.failOn == Severity::error || tally.warnings == 0);
+    };
+    const auto failFile = [&](const std::string &name, const std::string &reason) {
+        report->failFile(name, withoutName(reason, name));
+    };
     report->begin();
-    for (const std::string &fileName : options.files) {
-        const std::string &name = fileName == "-" ? console.stdinName : fileName;
-        const auto failure = failureOf(name, [&] {
-            const Input input = readInput(fileName, console.stdinName);
-            const Tally tally = reportFindings(input, Severity::warning, numShown(options), *report);
-            if (tally.errors > 0 || (options.failOn == Severity::warning && tally.warnings > 0))
-                status = std::max(status, wrong);
-        });
-        if (failure) {
-            console.err << "rtifed: " << *failure << '\n';
-            report->failFile(name, withoutName(*failure, name));
-            status = cannotWork;
-        }
-    }
+    const Status status = forEachFile(options.files, console, checkFile, failFile);
     report->end();
     return status;
 }

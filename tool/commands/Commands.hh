@@ -37,20 +37,16 @@ struct JsonOptions {
 struct ChecksumOptions {
     std::vector<std::string> fileNames;
     bool sha256 = false;
-};
-
-/// Options for checking files against manifests.
-struct ManifestOptions {
-    std::vector<std::string> fileNames; ///< Of the manifests.
-    bool quiet = false;                 ///< Whether matching files are not named.
-    bool silent = false;                ///< Whether nothing is printed.
+    bool check = false;  ///< Whether the files are manifests, for which the following options are.
+    bool quiet = false;  ///< Whether matching files are not named.
+    bool silent = false; ///< Whether nothing is printed.
     bool ignoreMissing = false;
     bool strict = false; ///< Whether a malformed line is a failure.
 };
 
 struct CheckOptions {
     std::vector<std::string> files;
-    ReportFormat format = ReportFormat::text;
+    ReportMaker *format = textReport;
     std::size_t maxFindings = kUsuallyShown; ///< Of each file; 0 for all.
     Severity failOn = Severity::error;       ///< The least severity that gives exit status 1.
     bool quiet = false;                      ///< Whether nothing is printed.
@@ -69,45 +65,36 @@ Status tree(const TreeOptions &options, const Console &console);
 Status find(const FindOptions &options, const Console &console);
 Status json(const JsonOptions &options, const Console &console);
 Status checksum(const ChecksumOptions &options, const Console &console);
-Status checkManifests(const ManifestOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);
-
-enum class DiffFormat { text, json };
 
 struct DiffOptions {
     std::string oldName, newName;
     bool all = false;   ///< Whether every change is listed, not only the first few of each group.
     bool quiet = false; ///< Whether nothing is printed.
-    DiffFormat format = DiffFormat::text;
+    bool json = false;  ///< Whether the output is JSON, else text.
     Comparison::Verdict failOn = Comparison::Verdict::relabelled; ///< The mildest that gives exit status 1.
 };
 Status diff(const DiffOptions &options, const Console &console);
 
-/// Calls `work` on a file, and returns the reason if it fails, so that the caller can go on with other files.
-template <class Work>
-std::optional<std::string> failureOf(const std::string &name, Work work) {
-    try {
-        work();
-        return {};
-    } catch (const CannotWork &why) {
-        return why.what();
-    } catch (const std::bad_alloc &) {
-        return name + ": " + kOutOfMemory;
-    }
-}
-
-/// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other.
-template <class Work>
-Status forEachFile(const std::vector<std::string> &fileNames, const Console &console, Work work) {
+/// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other:
+/// its reason is written to `console.err`, and `fail` is called with its name and the reason.
+template <class Work, class Fail>
+Status forEachFile(const std::vector<std::string> &fileNames, const Console &console, Work work, Fail fail) {
     Status status = done;
     for (const std::string &fileName : fileNames) {
-        const auto failure = failureOf(fileName == "-" ? console.stdinName : fileName, [&] {
+        const std::string &name = fileName == "-" ? console.stdinName : fileName;
+        const auto failWith = [&](const std::string &reason) {
+            console.err << "rtifed: " << reason << '\n';
+            fail(name, reason);
+            status = cannotWork;
+        };
+        try {
             if (!work(readInput(fileName, console.stdinName)))
                 status = std::max(status, wrong);
-        });
-        if (failure) {
-            console.err << "rtifed: " << *failure << '\n';
-            status = cannotWork;
+        } catch (const CannotWork &why) {
+            failWith(why.what());
+        } catch (const std::bad_alloc &) {
+            failWith(name + ": " + kOutOfMemory);
         }
     }
     return status;

@@ -37,7 +37,7 @@ Status diff(const DiffOptions &options, const Console &console) {
     const Difference difference(std::move(old), outlined(std::move(after)));
     if (!options.quiet) {
         noteRefused(difference, console.err);
-        if (options.format == DiffFormat::json)
+        if (options.json)
             writeDifferenceAsJson(difference, console.out);
         else
             writeDifference(difference, options.all, console);

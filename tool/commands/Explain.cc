@@ -1,10 +1,86 @@
 #include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/report/RuleText.hh"
+
+#include <algorithm>
+#include <sstream>
 
 namespace {
 
 constexpr std::size_t kUsualWidth = 80;
+constexpr std::size_t kPageWidth = 120;
+
+std::string codeBlock(const char *text) {
+    return "```lisp\n" + std::string(text) + "\n```\n";
+}
+
+/// Breaks a text into lines of at most `width` bytes, except for longer words.
+std::string wrapped(const std::string &text, std::size_t width) {
+    std::istringstream words(text);
+    std::string lines, line, word;
+    while (words >> word) {
+        if (!line.empty() && line.size() + 1 + word.size() > width) {
+            lines += line + '\n';
+            line.clear();
+        }
+        line += (line.empty() ? "" : " ") + word;
+    }
+    return lines + line + '\n';
+}
+
+void printExample(const char *heading, const char *text, std::ostream &out) {
+    out << '\n' << heading << ":\n";
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        out << "    " << line << '\n';
+}
+
+/// Writes what there is to know about a rule, in lines of at most `width` columns.
+void writeRule(const Rule &rule, std::size_t width, std::ostream &out) {
+    out << rule.id << " (" << nameOf(rule.severity) << ")\n"
+        << wrapped(rule.title, width) << '\n'
+        << wrapped(rule.why, width) << '\n'
+        << wrapped(rule.fix, width);
+    if (!rule.hasExample())
+        return;
+    printExample("Wrong", rule.wrong, out);
+    printExample("Right", rule.right, out);
+}
+
+/// Writes a line for each rule.
+void writeRuleList(std::ostream &out) {
+    std::size_t width = 0;
+    for (const Rule &rule : allRules())
+        width = std::max(width, std::string(rule.id).size());
+    for (const Rule &rule : allRules()) {
+        const std::string id = rule.id, severity = nameOf(rule.severity);
+        out << id << std::string(width + 2 - id.size(), ' ') << severity << std::string(9 - severity.size(), ' ')
+            << rule.title << '\n';
+    }
+}
+
+/// Returns docs/rules.md, the page about all rules.
+std::string rulesAsMarkdown() {
+    std::string page =
+        "# What `rtifed check` finds\n\n" +
+        wrapped("Each finding ends with the name of its rule in brackets. `rtifed explain RULE` prints the same "
+                "explanation as this page, which is generated from the same table.",
+                kPageWidth) +
+        "\n";
+    for (const auto &[severity, heading] :
+         {std::pair(Severity::error, "Errors: the database refuses the file"),
+          std::pair(Severity::warning, "Warnings: the file loads, but probably contains a mistake")}) {
+        page += std::string("## ") + heading + "\n\n";
+        for (const Rule &rule : allRules())
+            if (rule.severity == severity)
+                page += std::string("### ") + rule.id + "\n\n" + wrapped(std::string(rule.title) + ".", kPageWidth) +
+                        "\n" + wrapped(rule.why, kPageWidth) + "\n" + wrapped(rule.fix, kPageWidth) + "\n" +
+                        (rule.hasExample()
+                             ? "Wrong:\n\n" + codeBlock(rule.wrong) + "\nRight:\n\n" + codeBlock(rule.right) + "\n"
+                             : "");
+    }
+    page.pop_back();
+    return page;
+}
 
 } // namespace
 

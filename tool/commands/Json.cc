@@ -1,7 +1,5 @@
-#include "fed/RtiFedDatabase.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/JsonWriter.hh"
-#include "tool/model/Fingerprint.hh"
 #include "tool/model/Model.hh"
 #include "tool/model/Outline.hh"
 #include "tool/report/FileFindings.hh"

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <ostream>
+#include <stdexcept>
 #include <string>
 
 /// The exit status of the program: the greatest status of its files.
@@ -17,3 +18,12 @@ struct Console {
     std::string stdinName = "-";
     bool terminal = false; ///< Whether `out` is a terminal.
 };
+
+/// A failure that keeps a command from doing its work, such as a file that cannot be opened.
+class CannotWork : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The message where memory runs out.
+inline constexpr const char *kOutOfMemory = "out of memory";

@@ -1,6 +1,6 @@
 #include "tool/console/OutputFile.hh"
 
-#include "tool/console/CannotWork.hh"
+#include "tool/console/Console.hh"
 
 #include <cerrno>
 #include <cstdio>

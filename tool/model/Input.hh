@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tool/console/CannotWork.hh"
+#include "tool/console/Console.hh"
 
 #include <string>
 

@@ -5,38 +5,27 @@
 #include "tool/check/Warnings.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Model.hh"
-#include "tool/report/TextReport.hh"
-
-#include <algorithm>
 
 namespace {
 
 /// Returns the one finding that an image may have: the library checks all else when it restores the image.
 std::optional<Finding> findingOfImage(const Input &input, Severity least) {
-    const auto found = [](RuleId rule, std::string text) {
-        return Finding{&ruleOf(rule), {}, std::move(text), {}, {}, {}};
-    };
     try {
         const auto model = restoreImage(input.contents);
         std::ostream nowhere(nullptr);
         if (least == Severity::warning && !writeListing(*model, nowhere))
-            return found(RuleId::danglingReference, kDanglingReference);
+            return Finding{&ruleOf(RuleId::danglingReference), {}, kDanglingReference};
         return {};
     } catch (const RTI::Exception &refused) {
-        return found(RuleId::damagedImage, reasonOf(refused));
+        return Finding{&ruleOf(RuleId::damagedImage), {}, reasonOf(refused)};
     }
 }
 
 Tally reportImage(const Input &input, Severity least, std::size_t most, Report &report) {
     const std::optional<Finding> finding = findingOfImage(input, least);
     const Source source(input.name, nullptr);
-    Tally tally;
-    if (finding) {
-        const bool isError = finding->rule->severity == Severity::error;
-        (isError ? tally.errors : tally.warnings) = 1;
-        if (most == 0)
-            (isError ? tally.hiddenErrors : tally.hiddenWarnings) = 1;
-    }
+    const bool isError = finding && finding->rule->severity == Severity::error;
+    const Tally tally{isError ? 1U : 0U, finding && !isError ? 1U : 0U, most};
     report.beginFile(source);
     if (finding && most > 0)
         report.add(source, *finding);
@@ -47,23 +36,16 @@ Tally reportImage(const Input &input, Severity least, std::size_t most, Report &
 Tally reportText(const Input &input, Severity least, std::size_t most, Report &report) {
     const Checker text(input.contents);
     const std::vector<Finding> warnings = least == Severity::warning ? warningsOf(text) : std::vector<Finding>();
-    Tally tally;
-    tally.errors = text.numErrors();
-    tally.warnings = warnings.size();
-    const std::size_t errorsShown = std::min(tally.errors, most);
-    const std::size_t warningsShown = std::min(tally.warnings, most - errorsShown);
-    tally.hiddenErrors = tally.errors - errorsShown;
-    tally.hiddenWarnings = tally.warnings - warningsShown;
-
+    const Tally tally{text.numErrors(), warnings.size(), most};
     const Source source(input.name, &text.parser());
     report.beginFile(source);
-    std::size_t left = errorsShown;
+    std::size_t left = tally.shownErrors();
     if (left > 0)
         text.forEachFinding([&](const Finding &error) {
             report.add(source, error);
             return --left > 0;
         });
-    for (std::size_t i = 0; i < warningsShown; ++i)
+    for (std::size_t i = 0; i < tally.shownWarnings(); ++i)
         report.add(source, warnings[i]);
     report.endFile(source, tally);
     return tally;
@@ -76,11 +58,8 @@ Tally reportFindings(const Input &input, Severity least, std::size_t most, Repor
 }
 
 std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
-    TextReport report(complaints, false, 0);
-    const Tally tally = reportFindings(input, Severity::error, kUsuallyShown, report);
-    if (tally.errors > 0)
-        return nullptr;
-    return buildModel(input);
+    const auto report = textReport(complaints, false, 0);
+    return reportFindings(input, Severity::error, kUsuallyShown, *report).errors > 0 ? nullptr : buildModel(input);
 }
 
 std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints) {

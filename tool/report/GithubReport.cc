@@ -1,6 +1,5 @@
-#include "tool/report/GithubReport.hh"
-
 #include "tool/console/Text.hh"
+#include "tool/report/Report.hh"
 
 namespace {
 
@@ -26,22 +25,34 @@ std::string propertiesOf(const Source &source, RtiFedSpan span) {
     return properties;
 }
 
+class GithubReport : public Report {
+public:
+    explicit GithubReport(std::ostream &out) : _out(out) {}
+
+    void add(const Source &source, const Finding &finding) override {
+        std::string text = finding.textWithDetails();
+        for (const RtiFedParser::Note &note : finding.notes)
+            text += '\n' + source.place(note.span) + ": " + note.text;
+        _out << "::" << nameOf(finding.rule->severity) << " file=" << property(source.name())
+             << (finding.span ? propertiesOf(source, *finding.span) : "") << ",title=" << property(finding.rule->id)
+             << "::" << escaped(text) << '\n';
+    }
+
+    void endFile(const Source &source, const Tally &tally) override {
+        if (tally.hidden() > 0)
+            _out << "::notice file=" << property(source.name()) << "::" << escaped(describeHidden(tally)) << '\n';
+    }
+
+    void failFile(const std::string &fileName, const std::string &reason) override {
+        _out << "::error file=" << property(fileName) << "::" << escaped(reason) << '\n';
+    }
+
+private:
+    std::ostream &_out;
+};
+
 } // namespace
 
-void GithubReport::add(const Source &source, const Finding &finding) {
-    std::string text = finding.textWithDetails();
-    for (const RtiFedParser::Note &note : finding.notes)
-        text += '\n' + source.place(note.span) + ": " + note.text;
-    _out << "::" << nameOf(finding.rule->severity) << " file=" << property(source.name())
-         << (finding.span ? propertiesOf(source, *finding.span) : "") << ",title=" << property(finding.rule->id)
-         << "::" << escaped(text) << '\n';
-}
-
-void GithubReport::endFile(const Source &source, const Tally &tally) {
-    if (tally.hidden() > 0)
-        _out << "::notice file=" << property(source.name()) << "::" << escaped(describeHidden(tally)) << '\n';
-}
-
-void GithubReport::failFile(const std::string &fileName, const std::string &reason) {
-    _out << "::error file=" << property(fileName) << "::" << escaped(reason) << '\n';
+std::unique_ptr<Report> githubReport(std::ostream &out, bool, std::size_t) {
+    return std::make_unique<GithubReport>(out);
 }

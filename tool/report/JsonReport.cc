@@ -1,4 +1,5 @@
-#include "tool/report/JsonReport.hh"
+#include "tool/console/JsonWriter.hh"
+#include "tool/report/Report.hh"
 
 namespace {
 
@@ -21,30 +22,39 @@ Json jsonOf(const Source &source, const Finding &finding) {
     return json;
 }
 
+class JsonReport : public Report {
+public:
+    explicit JsonReport(std::ostream &out) : _json(out, JsonWriter::Layout::compact) {}
+
+    void begin() override { _json.beginObject().key("files").beginArray(); }
+
+    void beginFile(const Source &source) override {
+        _json.breakLine().beginObject().member("file", source.name()).key("findings").beginArray();
+    }
+
+    void add(const Source &source, const Finding &finding) override {
+        const Json json = jsonOf(source, finding);
+        _json.breakLine().value(json);
+    }
+
+    void endFile(const Source &, const Tally &tally) override {
+        _json.endArray().member("errors", tally.errors).member("warnings", tally.warnings);
+        _json.member("notShown", tally.hidden()).endObject();
+    }
+
+    void failFile(const std::string &fileName, const std::string &reason) override {
+        _failures.push_back({{"file", fileName}, {"text", reason}});
+    }
+
+    void end() override { _json.breakLine().endArray().member("failures", _failures).endObject(); }
+
+private:
+    JsonWriter _json;
+    Json _failures = Json::array(); // written at the end
+};
+
 } // namespace
 
-void JsonReport::begin() {
-    _json.beginObject().key("files").beginArray();
-}
-
-void JsonReport::beginFile(const Source &source) {
-    _json.breakLine().beginObject().member("file", source.name()).key("findings").beginArray();
-}
-
-void JsonReport::add(const Source &source, const Finding &finding) {
-    const Json json = jsonOf(source, finding);
-    _json.breakLine().value(json);
-}
-
-void JsonReport::endFile(const Source &, const Tally &tally) {
-    _json.endArray().member("errors", tally.errors).member("warnings", tally.warnings);
-    _json.member("notShown", tally.hidden()).endObject();
-}
-
-void JsonReport::failFile(const std::string &fileName, const std::string &reason) {
-    _failures.push_back({{"file", fileName}, {"text", reason}});
-}
-
-void JsonReport::end() {
-    _json.breakLine().endArray().member("failures", _failures).endObject();
+std::unique_ptr<Report> jsonReport(std::ostream &out, bool, std::size_t) {
+    return std::make_unique<JsonReport>(out);
 }

@@ -1,21 +1,21 @@
 #pragma once
 
 #include "tool/check/Finding.hh"
-#include "tool/console/Console.hh"
 #include "tool/report/Source.hh"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <ostream>
 #include <string>
 
-enum class ReportFormat { text, json, sarif, github };
-
-/// The number of findings of a file, and of those that are not shown.
+/// The number of findings of a file. The first `most` are shown, errors before warnings.
 struct Tally {
-    std::size_t errors = 0, warnings = 0;
-    std::size_t hiddenErrors = 0, hiddenWarnings = 0;
+    std::size_t errors, warnings, most;
 
-    std::size_t hidden() const { return hiddenErrors + hiddenWarnings; }
+    std::size_t shownErrors() const { return std::min(errors, most); }
+    std::size_t shownWarnings() const { return std::min(warnings, most - shownErrors()); }
+    std::size_t hidden() const { return errors + warnings - shownErrors() - shownWarnings(); }
 };
 
 /// Returns how many findings are not shown, such as `2 more errors and 1 more warning are not shown`.
@@ -31,13 +31,25 @@ public:
     virtual ~Report() = default;
 
     virtual void begin() {}
-    virtual void beginFile(const Source &source) = 0;
+    virtual void beginFile(const Source &) {}
     virtual void add(const Source &source, const Finding &finding) = 0;
     virtual void endFile(const Source &source, const Tally &tally) = 0;
-    /// Reports a file that cannot be read, in place of the operations of a file.
-    virtual void failFile(const std::string &fileName, const std::string &reason) = 0;
+    /// Reports a file that cannot be read, with its name and the reason, in place of the operations of a file.
+    virtual void failFile(const std::string &, const std::string &) {}
     virtual void end() {}
 };
 
-/// Returns a report that writes to the console's `out`.
-std::unique_ptr<Report> makeReport(ReportFormat format, const Console &console);
+/// Returns a report that writes to `out`, which may show colours and may be a terminal of this width, else 0.
+using ReportMaker = std::unique_ptr<Report>(std::ostream &out, bool color, std::size_t width);
+
+/// For people: each finding as `FILE:LINE:COLUMN: error: TEXT [RULE]`, with the line of the file below it.
+ReportMaker textReport;
+
+/// For programs: one JSON document, described by docs/findings.schema.json. Each file and each finding begins a line.
+ReportMaker jsonReport;
+
+/// For code scanning and editors: a SARIF 2.1.0 log of one run. Each result begins a line.
+ReportMaker sarifReport;
+
+/// For workflows on a code host: each finding as a command that makes the host show it next to the line.
+ReportMaker githubReport;

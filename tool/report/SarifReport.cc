@@ -1,6 +1,6 @@
-#include "tool/report/SarifReport.hh"
-
+#include "tool/console/JsonWriter.hh"
 #include "tool/console/Text.hh"
+#include "tool/report/Report.hh"
 
 namespace {
 
@@ -84,38 +84,54 @@ Json notification(const char *level, const std::string &fileName, const std::str
     return {{"level", level}, {"message", message(text)}, {"locations", Json::array({location})}};
 }
 
+class SarifReport : public Report {
+public:
+    explicit SarifReport(std::ostream &out) : _json(out, JsonWriter::Layout::compact) {}
+
+    void begin() override {
+        Json rules = Json::array();
+        for (const Rule &rule : allRules())
+            rules.push_back(describe(rule));
+        const Json tool = {{"driver", {{"name", "rtifed"}, {"version", RTIFED_VERSION}, {"rules", std::move(rules)}}}};
+        _json.beginObject()
+            .member("$schema", "https://json.schemastore.org/sarif-2.1.0.json")
+            .member("version", "2.1.0");
+        _json.key("runs").beginArray().beginObject().member("tool", tool);
+        _json.breakLine().member("columnKind", "unicodeCodePoints");
+        _json.member("newlineSequences", {"\r\n", "\n", "\r"}).key("results").beginArray();
+    }
+
+    void add(const Source &source, const Finding &finding) override {
+        const Json result = resultOf(source, finding);
+        _json.breakLine().value(result);
+    }
+
+    void endFile(const Source &source, const Tally &tally) override {
+        if (tally.hidden() > 0)
+            _notifications.push_back(notification("note", source.name(), describeHidden(tally)));
+    }
+
+    void failFile(const std::string &fileName, const std::string &reason) override {
+        _allRead = false;
+        _notifications.push_back(notification("error", fileName, reason));
+    }
+
+    void end() override {
+        _json.breakLine().endArray().key("invocations").beginArray().beginObject();
+        _json.member("executionSuccessful", _allRead).key("toolExecutionNotifications").beginArray();
+        for (const Json &notification : _notifications)
+            _json.breakLine().value(notification);
+        _json.endArray().endObject().endArray().endObject().endArray().endObject();
+    }
+
+private:
+    JsonWriter _json;
+    bool _allRead = true;
+    std::vector<Json> _notifications; // written at the end
+};
+
 } // namespace
 
-void SarifReport::begin() {
-    Json rules = Json::array();
-    for (const Rule &rule : allRules())
-        rules.push_back(describe(rule));
-    const Json tool = {{"driver", {{"name", "rtifed"}, {"version", RTIFED_VERSION}, {"rules", std::move(rules)}}}};
-    _json.beginObject().member("$schema", "https://json.schemastore.org/sarif-2.1.0.json").member("version", "2.1.0");
-    _json.key("runs").beginArray().beginObject().member("tool", tool);
-    _json.breakLine().member("columnKind", "unicodeCodePoints");
-    _json.member("newlineSequences", {"\r\n", "\n", "\r"}).key("results").beginArray();
-}
-
-void SarifReport::add(const Source &source, const Finding &finding) {
-    const Json result = resultOf(source, finding);
-    _json.breakLine().value(result);
-}
-
-void SarifReport::endFile(const Source &source, const Tally &tally) {
-    if (tally.hidden() > 0)
-        _notifications.push_back(notification("note", source.name(), describeHidden(tally)));
-}
-
-void SarifReport::failFile(const std::string &fileName, const std::string &reason) {
-    _allRead = false;
-    _notifications.push_back(notification("error", fileName, reason));
-}
-
-void SarifReport::end() {
-    _json.breakLine().endArray().key("invocations").beginArray().beginObject();
-    _json.member("executionSuccessful", _allRead).key("toolExecutionNotifications").beginArray();
-    for (const Json &notification : _notifications)
-        _json.breakLine().value(notification);
-    _json.endArray().endObject().endArray().endObject().endArray().endObject();
+std::unique_ptr<Report> sarifReport(std::ostream &out, bool, std::size_t) {
+    return std::make_unique<SarifReport>(out);
 }

@@ -1,6 +1,6 @@
-#include "tool/report/TextReport.hh"
-
+#include "tool/console/TerminalBuffer.hh"
 #include "tool/report/Excerpt.hh"
+#include "tool/report/Report.hh"
 
 #include <algorithm>
 #include <iomanip>
@@ -17,45 +17,55 @@ constexpr int kNumberWidth = 5;
 constexpr std::size_t kMargin = kNumberWidth + 3; // before the lines of a text
 constexpr std::size_t kNarrowest = 40, kUsual = 120;
 
+class TextReport : public Report {
+public:
+    TextReport(std::ostream &out, bool color, std::size_t width)
+        : _out(out), _color(color), _width(width > 0 ? std::max(width, kNarrowest + kMargin) - kMargin : kUsual) {}
+
+    void add(const Source &source, const Finding &finding) override {
+        const bool isError = finding.rule->severity == Severity::error;
+        printHead(source.place(finding.span), isError ? kRed : kMagenta, nameOf(finding.rule->severity),
+                  finding.text + " [" + finding.rule->id + ']');
+        printExcerpt(source, finding.span);
+        for (const std::string &line : finding.details)
+            _out << std::string(kMargin, ' ') << line << '\n';
+        for (const RtiFedParser::Note &note : finding.notes) {
+            printHead(source.place(note.span), kCyan, "note", note.text);
+            printExcerpt(source, note.span);
+        }
+    }
+
+    void endFile(const Source &source, const Tally &tally) override {
+        if (tally.hidden() > 0)
+            printHead(source.name(), kCyan, "note", describeHidden(tally));
+    }
+
+private:
+    void printHead(const std::string &place, const char *color, const char *kind, const std::string &text) {
+        _out << in(kBold, place + ':') << ' ' << in(color, std::string(kind) + ':') << ' ' << text << '\n';
+    }
+
+    void printExcerpt(const Source &source, const std::optional<RtiFedSpan> &span) {
+        if (!span)
+            return;
+        const RtiFedPosition begin = source.begin(*span);
+        const Excerpt excerpt(source.text(), *span, begin.column, _width);
+        if (excerpt.line.empty())
+            return;
+        _out << std::setw(kNumberWidth) << begin.line << " | " << excerpt.line << '\n'
+             << std::setw(kNumberWidth) << ""
+             << " | " << in(kGreen, excerpt.carets) << '\n';
+    }
+
+    Colored in(const char *color, const std::string &text) const { return {_color ? color : nullptr, text}; }
+
+    std::ostream &_out;
+    bool _color;
+    std::size_t _width; // of the lines of a text
+};
+
 } // namespace
 
-TextReport::TextReport(std::ostream &out, bool color, std::size_t width)
-    : _out(out), _color(color), _width(width > 0 ? std::max(width, kNarrowest + kMargin) - kMargin : kUsual) {}
-
-void TextReport::add(const Source &source, const Finding &finding) {
-    const bool isError = finding.rule->severity == Severity::error;
-    printHead(source.place(finding.span), isError ? kRed : kMagenta, nameOf(finding.rule->severity),
-              finding.text + " [" + finding.rule->id + ']');
-    printExcerpt(source, finding.span);
-    for (const std::string &line : finding.details)
-        _out << std::string(kMargin, ' ') << line << '\n';
-    for (const RtiFedParser::Note &note : finding.notes) {
-        printHead(source.place(note.span), kCyan, "note", note.text);
-        printExcerpt(source, note.span);
-    }
-}
-
-void TextReport::endFile(const Source &source, const Tally &tally) {
-    if (tally.hidden() > 0)
-        printHead(source.name(), kCyan, "note", describeHidden(tally));
-}
-
-void TextReport::printHead(const std::string &place, const char *color, const char *kind, const std::string &text) {
-    _out << in(kBold, place + ':') << ' ' << in(color, std::string(kind) + ':') << ' ' << text << '\n';
-}
-
-void TextReport::printExcerpt(const Source &source, const std::optional<RtiFedSpan> &span) {
-    if (!span)
-        return;
-    const RtiFedPosition begin = source.begin(*span);
-    const Excerpt excerpt(source.text(), *span, begin.column, _width);
-    if (excerpt.line.empty())
-        return;
-    _out << std::setw(kNumberWidth) << begin.line << " | " << excerpt.line << '\n'
-         << std::setw(kNumberWidth) << ""
-         << " | " << in(kGreen, excerpt.carets) << '\n';
-}
-
-Colored TextReport::in(const char *color, const std::string &text) const {
-    return {_color ? color : nullptr, text};
+std::unique_ptr<Report> textReport(std::ostream &out, bool color, std::size_t width) {
+    return std::make_unique<TextReport>(out, color, width);
 }
