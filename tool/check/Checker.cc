@@ -31,30 +31,6 @@ bool comesBefore(const Finding &a, const Finding &b) {
     return place(a) < place(b);
 }
 
-/// The syntax errors of a text one after the other, each made into a finding once.
-class SyntaxErrors {
-public:
-    explicit SyntaxErrors(const RtiFedParser &parser) : _parser(parser) { advance(); }
-
-    /// The current error; nothing after the last.
-    std::optional<Finding> finding;
-    /// The keywords that may be in its place.
-    std::vector<std::string> keywords;
-
-    void advance() {
-        finding.reset();
-        if (_next == _parser.numErrors())
-            return;
-        RtiFedParser::Error error = _parser.error(_next++);
-        keywords = std::move(error.keywords);
-        finding = findingOf(std::move(error));
-    }
-
-private:
-    const RtiFedParser &_parser;
-    std::size_t _next = 0;
-};
-
 } // namespace
 
 Finding findingOf(RtiFedParser::Error error) {
@@ -79,10 +55,21 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
         const bool suggests = !candidates.empty() && ++numSuggestions <= kMaxSuggestions;
         return visit(suggests ? withSuggestion(finding, candidates) : finding);
     };
-    SyntaxErrors errors(_parser);
+    std::size_t next = 0;
+    // The next syntax error, made into a finding once, and the keywords that may have been meant.
+    std::optional<std::pair<Finding, std::vector<std::string>>> error;
+    const auto advance = [&] {
+        error.reset();
+        if (next == _parser.numErrors())
+            return;
+        RtiFedParser::Error found = _parser.error(next++);
+        std::vector<std::string> keywords = std::move(found.keywords);
+        error.emplace(findingOf(std::move(found)), std::move(keywords));
+    };
+    advance();
     const auto visitErrorsBefore = [&](const Finding *finding) {
-        for (; errors.finding && !(finding && comesBefore(*finding, *errors.finding)); errors.advance())
-            if (!visitWithSuggestion(*errors.finding, errors.keywords))
+        for (; error && !(finding && comesBefore(*finding, error->first)); advance())
+            if (!visitWithSuggestion(error->first, error->second))
                 return false;
         return true;
     };

@@ -1,3 +1,4 @@
+#include "fed/storage/RtiFedName.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/model/Manifest.hh"
 #include "tool/model/Model.hh"
@@ -63,7 +64,7 @@ private:
     void checkFile(const ManifestLine &line) {
         const std::string name = manifestName(line.fileName);
         const auto compare = [&](const Input &file) {
-            const bool agrees = digitsOf(file, line.digits.size() > 8, _console.err) == line.digits;
+            const bool agrees = RtiFedName::equal(digitsOf(file, line.digits.size() > 8, _console.err), line.digits);
             ++(agrees ? _numVerified : _numWrong);
             if (!agrees || !_options.quiet)
                 _console.out << name << (agrees ? ": OK\n" : ": FAILED\n");

@@ -20,11 +20,10 @@ struct Declaration {
     std::size_t ownNameSize;
     std::string handle;
     std::optional<RtiFedPosition> place;
-    const TreeKind *tree = nullptr; // of a class or its member
-    const Outline::Classes *classes = nullptr;
-    std::size_t classIndex = 0;
-    const Outline::Member *member = nullptr;
-    const Outline::Space *space = nullptr;
+    const TreeKind *tree;          // null for a space or dimension
+    const Outline::Class *node;    // the class, or that of the member; null for a space or dimension
+    const Outline::Member *member; // or dimension; null for a class or space
+    const Outline::Space *space;   // null for anything else
 
     std::string_view ownName() const { return std::string_view(path).substr(path.size() - ownNameSize); }
     bool isMember() const { return member && tree; }
@@ -35,26 +34,23 @@ struct Declaration {
 template <class Visit>
 void forEachDeclaration(const Outline &outline, Visit visit) {
     const auto visitMember = [&](const char *kind, const std::string &owner, const Outline::Member &member,
-                                 const TreeKind *tree, std::size_t index) {
+                                 const TreeKind *tree, const Outline::Class *node) {
         visit(Declaration{kind, owner + '.' + member.name, member.name.size(), std::to_string(member.handle),
-                          member.place, tree, tree ? &outline.classes(*tree) : nullptr, index, &member, nullptr});
+                          member.place, tree, node, &member, nullptr});
     };
     for (const Outline::Space &space : outline.spaces) {
         visit(Declaration{"space", space.name, space.name.size(), std::to_string(space.handle), space.place, nullptr,
-                          nullptr, 0, nullptr, &space});
+                          nullptr, nullptr, &space});
         for (const Outline::Member &dimension : space.dimensions)
-            visitMember("dimension", space.name, dimension, nullptr, 0);
+            visitMember("dimension", space.name, dimension, nullptr, nullptr);
     }
-    for (const TreeKind *tree : kTreeKinds) {
-        const Outline::Classes &classes = outline.classes(*tree);
-        for (std::size_t i = 0; i < classes.size(); ++i) {
-            const Outline::Class &node = classes[i];
+    for (const TreeKind *tree : kTreeKinds)
+        for (const Outline::Class &node : outline.classes(*tree)) {
             visit(Declaration{tree->className, node.name, lastComponent(node.name).size(), std::to_string(node.handle),
-                              node.place, tree, &classes, i, nullptr, nullptr});
+                              node.place, tree, &node, nullptr, nullptr});
             for (const Outline::Member &member : node.members)
-                visitMember(tree->memberName, node.name, member, tree, i);
+                visitMember(tree->memberName, node.name, member, tree, &node);
         }
-    }
 }
 
 /// Finds the declarations of a name; if there are none, the inherited member that the name may mean.
@@ -102,7 +98,7 @@ private:
         std::unordered_set<const Outline::Class *> declaring, inherited;
         forEachDeclaration(_outline, [&](const Declaration &declaration) {
             if (hasMemberName(declaration))
-                declaring.insert(&declaration.classes->at(declaration.classIndex));
+                declaring.insert(declaration.node);
         });
         for (const TreeKind *tree : kTreeKinds) {
             const Outline::Classes &classes = _outline.classes(*tree);
@@ -116,7 +112,7 @@ private:
             }
         }
         collect([&](const Declaration &declaration) {
-            return hasMemberName(declaration) && inherited.count(&declaration.classes->at(declaration.classIndex)) > 0;
+            return hasMemberName(declaration) && inherited.count(declaration.node) > 0;
         });
     }
 
@@ -152,7 +148,7 @@ public:
         print(line);
         if (hit.isMember()) {
             printLaterPlaces(hit.member->laterPlaces);
-            printInheriting(*hit.classes, hit.classIndex);
+            printInheriting(_outline.classes(*hit.tree), *hit.node);
         }
     }
 
@@ -161,7 +157,7 @@ private:
         if (hit.space)
             return describeSpace(*hit.space);
         if (hit.isClass())
-            return describeClass(hit);
+            return describeClass(*hit.node, *hit.tree);
         return hit.isMember() ? describe(hit.member->properties) : std::string();
     }
 
@@ -173,15 +169,14 @@ private:
         return words;
     }
 
-    static std::string describeClass(const Declaration &hit) {
-        const Outline::Class &node = hit.classes->at(hit.classIndex);
+    std::string describeClass(const Outline::Class &node, const TreeKind &tree) const {
+        const Outline::Classes &classes = _outline.classes(tree);
         std::size_t inherited = 0;
-        for (std::size_t ancestor = node.parent; ancestor != Outline::kNone;
-             ancestor = hit.classes->at(ancestor).parent)
-            inherited += hit.classes->at(ancestor).members.size();
+        for (std::size_t ancestor = node.parent; ancestor != Outline::kNone; ancestor = classes[ancestor].parent)
+            inherited += classes[ancestor].members.size();
         std::string words = describe(node.properties);
         words += words.empty() ? "" : ", ";
-        words += counted(node.members.size(), hit.tree->memberName);
+        words += counted(node.members.size(), tree.memberName);
         if (inherited > 0)
             words += ", " + std::to_string(inherited) + " inherited";
         if (node.numDescendants > 0)
@@ -198,27 +193,22 @@ private:
     }
 
     void printLaterPlaces(const std::vector<RtiFedPosition> &places) const {
-        for (const RtiFedPosition &place : places) {
-            Line line;
-            line.add("    declared again, which the library refuses, at " + textOf(place));
-            print(line);
-        }
+        for (const RtiFedPosition &place : places)
+            print(Line().add("    declared again, which the library refuses, at " + textOf(place)));
     }
 
-    void printInheriting(const Outline::Classes &classes, std::size_t declaring) const {
-        const std::size_t number = classes[declaring].numDescendants;
+    void printInheriting(const Outline::Classes &classes, const Outline::Class &declaring) const {
+        const std::size_t number = declaring.numDescendants;
         if (number == 0)
             return;
         print(Line().add("    inherited by " + counted(number, "class") + ":"));
-        const std::size_t most = _options.all || number == kFew + 1 ? number : kFew;
-        std::size_t printed = 0;
-        std::vector<std::size_t> waiting{declaring};
-        while (!waiting.empty() && printed <= most) {
-            const std::size_t index = waiting.back();
+        const std::size_t most = _options.all || number <= kFew + 1 ? number : kFew;
+        std::vector<std::size_t> waiting(declaring.children.rbegin(), declaring.children.rend());
+        for (std::size_t printed = 0; printed < most; ++printed) { // there are as many descendants
+            const Outline::Class &node = classes[waiting.back()];
             waiting.pop_back();
-            waiting.insert(waiting.end(), classes[index].children.rbegin(), classes[index].children.rend());
-            if (index != declaring && printed++ < most)
-                print(Line().add("        " + shown(classes[index].name)));
+            waiting.insert(waiting.end(), node.children.rbegin(), node.children.rend());
+            print(Line().add("        " + shown(node.name)));
         }
         if (number > most)
             print(Line().add("        ... and " + std::to_string(number - most) + " more (--all)"));

@@ -57,25 +57,15 @@ std::map<std::pair<std::string, std::size_t>, const Outline::Member *> namedDime
     return dimensions;
 }
 
-Element::Kind classKindOf(const TreeKind &kind) {
-    return &kind == &kObjectTree ? Element::Kind::objectClass : Element::Kind::interactionClass;
-}
-
-Element::Kind memberKindOf(const TreeKind &kind) {
-    return &kind == &kObjectTree ? Element::Kind::attribute : Element::Kind::parameter;
-}
-
 /// One of the class trees of an outline, with lookups like those of the library.
 class Tree {
 public:
     Tree(const TreeKind &kind, const Outline &outline)
-        : classes(outline.classes(kind)), _classKind(classKindOf(kind)), _memberKind(memberKindOf(kind)),
-          _members(classes.size()) {
-        const std::vector<Outline::Class> &all = classes;
-        _byName.reserve(all.size());
-        for (std::size_t i = 0; i < all.size(); ++i) {
-            _byName.insert(all[i].name, &all[i]);
-            for (const Outline::Member &member : all[i].members)
+        : classes(outline.classes(kind)), _ofObjects(&kind == &kObjectTree), _members(classes.size()) {
+        _byName.reserve(classes.size());
+        for (std::size_t i = 0; i < classes.size(); ++i) {
+            _byName.insert(classes[i].name, &classes[i]);
+            for (const Outline::Member &member : classes[i].members)
                 _members[i].insert(member.name, &member);
         }
     }
@@ -105,22 +95,15 @@ public:
         return {};
     }
 
-    Element element(const Outline::Class &node) const { return elementOf(_classKind, node); }
+    Element element(const Outline::Class &node) const {
+        return elementOf(_ofObjects ? Element::Kind::objectClass : Element::Kind::interactionClass, node);
+    }
     Element element(const Outline::Class &node, const Outline::Member &member) const {
-        return elementOf(_memberKind, node.name, member);
+        return elementOf(_ofObjects ? Element::Kind::attribute : Element::Kind::parameter, node.name, member);
     }
 
-    /// Returns all members of a class, and all its descendants with theirs, except descendants of classes that the
+    /// Collects all members of a class, and all its descendants with theirs, except descendants of classes that the
     /// other tree has too.
-    std::vector<Element> contentsWithout(const Tree &other, const Outline::Class &node) const {
-        std::vector<Element> contents;
-        collect(node, other, contents);
-        return contents;
-    }
-
-    const std::vector<Outline::Class> &classes;
-
-private:
     void collect(const Outline::Class &node, const Tree &other, std::vector<Element> &contents) const {
         for (const Outline::Member &member : node.members)
             contents.push_back(element(node, member));
@@ -131,7 +114,10 @@ private:
             }
     }
 
-    Element::Kind _classKind, _memberKind;
+    const std::vector<Outline::Class> &classes;
+
+private:
+    bool _ofObjects;
     RtiFedNameMap<const Outline::Class *> _byName;
     std::vector<RtiFedNameMap<const Outline::Member *>> _members; // for each class, those it declares
 };
@@ -154,11 +140,11 @@ public:
             if (const Outline::Class *match = _after.find(node))
                 compareClass(node, *match);
             else
-                reportRemoved(node);
+                reportTopmost(Change::Kind::removed, node, _before, _after);
         for (const Outline::Class &node : _after.classes) {
             const bool isNew = !_before.find(node);
             if (isNew)
-                reportAdded(node);
+                reportTopmost(Change::Kind::added, node, _after, _before);
             compareNewMembers(node, isNew);
         }
     }
@@ -179,7 +165,7 @@ private:
         const auto [owner, available] = _after.findMember(&match, member.name);
         if (!available) {
             _removal[&member] = _comparison._changes.size();
-            _comparison.change(Change::Kind::removed, then, {});
+            _comparison.changeExistence(Change::Kind::removed, then);
             return;
         }
         const Element now = _after.element(*owner, *available);
@@ -189,20 +175,13 @@ private:
         _comparison.compareElements(then, now);
     }
 
-    void reportRemoved(const Outline::Class &node) {
-        const Outline::Class *parent = _before.parentOf(node);
-        if (parent && !_after.find(*parent)) // among the contents of that class
+    /// Reports a class that only one of the trees has, unless it is among the contents of its superclass.
+    void reportTopmost(Change::Kind kind, const Outline::Class &node, const Tree &tree, const Tree &other) {
+        const Outline::Class *parent = tree.parentOf(node);
+        if (parent && !other.find(*parent))
             return;
-        _comparison.change(Change::Kind::removed, _before.element(node), {});
-        _comparison._changes.back().contents = _before.contentsWithout(_after, node);
-    }
-
-    void reportAdded(const Outline::Class &node) {
-        const Outline::Class *parent = _after.parentOf(node);
-        if (parent && !_before.find(*parent)) // among the contents of that class
-            return;
-        _comparison.change(Change::Kind::added, {}, _after.element(node));
-        _comparison._changes.back().contents = _after.contentsWithout(_before, node);
+        _comparison.changeExistence(kind, tree.element(node));
+        tree.collect(node, other, _comparison._changes.back().contents);
     }
 
     /// Compares the members of a class that no old member matched. If the class was there, or has an ancestor that was,
@@ -222,7 +201,7 @@ private:
             if (inherited)
                 _comparison.compareElements(_before.element(*owner, *inherited), now);
             else
-                _comparison.change(Change::Kind::added, {}, now);
+                _comparison.changeExistence(Change::Kind::added, now);
         }
     }
 
@@ -271,13 +250,9 @@ std::string Comparison::Change::value(const Element &of) const {
     case Kind::renumbered:
     case Kind::reordered:
         return std::to_string(of.handle);
-    case Kind::added:
-    case Kind::removed:
-    case Kind::refused:
-    case Kind::unclear:
-        break;
+    default:
+        return {};
     }
-    return {};
 }
 
 const char *Comparison::nameOf(Verdict verdict) {
@@ -348,8 +323,7 @@ void Comparison::compareSpaces(const Outline &before, const Outline &after) {
             // The database adds this space together with the MOM, so that its absence is no change of its own.
             if (!_handlesCompared && !space.place && space.name == RtiFedDatabase::_momDefaultSpace)
                 continue;
-            const Element element = elementOf(space);
-            kind == Change::Kind::added ? change(kind, {}, element) : change(kind, element, {});
+            changeExistence(kind, elementOf(space));
             for (const Outline::Member &dimension : space.dimensions)
                 _changes.back().contents.push_back(dimensionOf(space, dimension));
         }
@@ -370,13 +344,13 @@ void Comparison::compareDimensions(const Outline::Space &before, const Outline::
     for (const auto &[name, dimension] : dimensionsBefore) {
         const auto match = dimensionsAfter.find(name);
         if (match == dimensionsAfter.end())
-            change(Change::Kind::removed, dimensionOf(before, *dimension), {});
+            changeExistence(Change::Kind::removed, dimensionOf(before, *dimension));
         else
             compareElements(dimensionOf(before, *dimension), dimensionOf(after, *match->second));
     }
     for (const auto &[name, dimension] : dimensionsAfter)
         if (dimensionsBefore.count(name) == 0)
-            change(Change::Kind::added, {}, dimensionOf(after, *dimension));
+            changeExistence(Change::Kind::added, dimensionOf(after, *dimension));
 }
 
 /// Compares two elements that match.
@@ -405,4 +379,8 @@ void Comparison::compareProperties(const Element &before, const Element &after) 
 
 void Comparison::change(Change::Kind kind, std::optional<Element> before, std::optional<Element> after) {
     _changes.push_back({kind, before, after});
+}
+
+void Comparison::changeExistence(Change::Kind kind, const Element &element) {
+    kind == Change::Kind::added ? change(kind, {}, element) : change(kind, element, {});
 }

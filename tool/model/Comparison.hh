@@ -100,6 +100,8 @@ private:
     void compareElements(const Element &before, const Element &after);
     void compareProperties(const Element &before, const Element &after);
     void change(Change::Kind kind, std::optional<Element> before, std::optional<Element> after);
+    /// Adds the change of an element that was added or removed.
+    void changeExistence(Change::Kind kind, const Element &element);
 
     bool _sameBytes;
     bool _handlesCompared;

@@ -36,14 +36,6 @@ std::optional<std::string> unescaped(std::string_view text) {
     return name;
 }
 
-std::string inLowerCase(std::string_view digits) {
-    std::string text(digits);
-    for (char &digit : text)
-        if (digit >= 'A' && digit <= 'F')
-            digit = static_cast<char>(digit - 'A' + 'a');
-    return text;
-}
-
 } // namespace
 
 std::string manifestText(const ManifestLine &line) {
@@ -68,5 +60,5 @@ std::optional<ManifestLine> parseManifestLine(std::string_view text) {
     const auto fileName = isEscaped ? unescaped(name) : std::string(name);
     if (!fileName)
         return {};
-    return ManifestLine{inLowerCase(text.substr(0, numDigits)), *fileName};
+    return ManifestLine{std::string(text.substr(0, numDigits)), *fileName};
 }

@@ -6,7 +6,7 @@
 
 /// A line of a list of checksums: the digits of a checksum or fingerprint, two blanks, and a file name.
 struct ManifestLine {
-    std::string digits; ///< In lower case.
+    std::string digits; ///< In any letter case.
     std::string fileName;
 };
 

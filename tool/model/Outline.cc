@@ -65,10 +65,8 @@ private:
     void readSpaces() {
         for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet()) {
             const RtiFedSpace *space = _database.find(handle);
-            Outline::Space &shown = _outline.spaces.emplace_back();
-            shown.name = space->getName();
-            shown.handle = handle._value;
-            shown.place = place(space);
+            Outline::Space &shown =
+                _outline.spaces.emplace_back(Outline::Space{space->getName(), handle._value, place(space), {}});
             for (unsigned long i = 0; i < space->getNumberOfDimensions(); ++i) {
                 const RtiFedDimension *dimension = space->getDimension(i);
                 shown.dimensions.push_back({dimension->getName(), dimension->getHandle()._value, {}, place(dimension)});
@@ -97,12 +95,8 @@ private:
         const std::size_t parent =
             node.getParentClass() ? readClass(*node.getParentClass(), classes, index) : Outline::kNone;
         const std::size_t added = classes.size();
-        Outline::Class &shown = classes.emplace_back();
-        shown.name = node.getName();
-        shown.handle = node.getHandle()._value;
-        shown.properties = properties(node);
-        shown.place = place(&node);
-        shown.parent = parent;
+        Outline::Class &shown = classes.emplace_back(
+            Outline::Class{node.getName(), node.getHandle()._value, properties(node), place(&node), parent, {}, 0, {}});
         for (const auto &member : node.members())
             shown.members.push_back({member.getName(), member.getHandle()._value, properties(member), place(&member),
                                      laterPlaces(&member)});

@@ -32,14 +32,9 @@ Key keyOf(const Change &change) {
     case Change::Kind::ordering:
     case Change::Kind::space:
         return of(change.value(*change.before), change.value(*change.after));
-    case Change::Kind::renamed:
-    case Change::Kind::renumbered:
-    case Change::Kind::superclass:
-    case Change::Kind::refused:
-    case Change::Kind::unclear:
-        break;
+    default:
+        return of({});
     }
-    return of({});
 }
 
 std::string shownName(std::string_view name) {
@@ -156,14 +151,9 @@ std::string ChangeGroup::item(std::size_t index) const {
         return shownFullName(element) + ' ' + shownValues(change);
     case Change::Kind::reordered:
         return shownName(element.name) + ' ' + shownValues(change);
-    case Change::Kind::transportation:
-    case Change::Kind::ordering:
-    case Change::Kind::space:
-    case Change::Kind::refused:
-    case Change::Kind::unclear:
-        break;
+    default:
+        return shownFullName(element);
     }
-    return shownFullName(element);
 }
 
 /// The distance by which the handles moved: one number, or the least and the greatest.
