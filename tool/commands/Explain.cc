@@ -29,8 +29,7 @@ std::string wrapped(const std::string &text, std::size_t width) {
 
 void printExample(const char *heading, const char *text, std::ostream &out) {
     out << '\n' << heading << ":\n";
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);)
+    for (const std::string &line : split(text, '\n'))
         out << "    " << line << '\n';
 }
 

@@ -2,6 +2,8 @@
 
 #include "infrastructure/RtiStringUtility.hh"
 
+#include <sstream>
+
 std::string shown(std::string_view name, std::size_t limit) {
     return RtiFedParser::printable(name, limit);
 }
@@ -30,6 +32,14 @@ std::string joined(const std::vector<std::string> &words, std::string_view separ
         line += word;
     }
     return line;
+}
+
+std::vector<std::string> split(const std::string &text, char separator) {
+    std::vector<std::string> parts;
+    std::istringstream rest(text);
+    for (std::string part; std::getline(rest, part, separator);)
+        parts.push_back(part);
+    return parts;
 }
 
 std::string hexDigits(unsigned char byte) {

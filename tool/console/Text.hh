@@ -32,6 +32,9 @@ std::string counted(std::size_t count, const std::string &noun);
 
 std::string joined(const std::vector<std::string> &words, std::string_view separator = ", ");
 
+/// Returns the parts of a text that end at a separator or at the end of the text.
+std::vector<std::string> split(const std::string &text, char separator);
+
 /// Returns the two hexadecimal digits of a byte, in lower case.
 std::string hexDigits(unsigned char byte);
 

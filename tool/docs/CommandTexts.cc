@@ -1,27 +1,17 @@
 #include "tool/docs/CommandTexts.hh"
 
+#include "tool/console/Text.hh"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <sstream>
 
 namespace {
 
-/// The words of a list such as `{text,json}`.
-std::vector<std::string> wordsInBraces(const std::string &description) {
-    std::vector<std::string> words;
-    if (description.size() < 2 || description.front() != '{' || description.back() != '}')
-        return words;
-    std::istringstream list(description.substr(1, description.size() - 2));
-    for (std::string word; std::getline(list, word, ',');)
-        words.push_back(word);
-    return words;
-}
-
 std::vector<std::string> valuesOf(const CLI::Option &option) {
     const std::string type = option.get_type_name(); // such as `TEXT:{text,json}`
-    const std::size_t braces = type.find(":{");
-    return braces == std::string::npos ? std::vector<std::string>() : wordsInBraces(type.substr(braces + 1));
+    const std::size_t begin = type.find(":{") + 2, end = type.rfind('}');
+    return end == std::string::npos ? std::vector<std::string>() : split(type.substr(begin, end - begin), ',');
 }
 
 OptionTexts textsOf(const CLI::Option &option) {
@@ -64,9 +54,9 @@ bool OptionTexts::isFile() const {
     return false;
 }
 
-std::vector<CommandTexts> commandTexts(const CLI::App &app) {
-    std::vector<CommandTexts> all = {textsOf(app, "")};
+ProgramTexts programTexts(const CLI::App &app) {
+    ProgramTexts all{textsOf(app, "rtifed"), {}};
     for (const CLI::App *command : app.get_subcommands([](const CLI::App *) { return true; }))
-        all.push_back(textsOf(*command, command->get_name()));
+        all.commands.push_back(textsOf(*command, command->get_name()));
     return all;
 }

@@ -20,11 +20,16 @@ struct OptionTexts {
 
 /// A command as its help describes it, or the program itself.
 struct CommandTexts {
-    std::string name; ///< Empty for the program itself.
+    std::string name;
     std::string purpose;
     std::string details; ///< Paragraphs, and indented lines that keep their line ends.
     std::vector<OptionTexts> options, operands;
 };
 
-/// Returns the program, then its commands in the order of the help.
-std::vector<CommandTexts> commandTexts(const CLI::App &app);
+/// The program, and its commands in the order of the help.
+struct ProgramTexts {
+    CommandTexts program;
+    std::vector<CommandTexts> commands;
+};
+
+ProgramTexts programTexts(const CLI::App &app);

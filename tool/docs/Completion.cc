@@ -34,8 +34,7 @@ std::vector<OptionTexts> optionsOf(const CommandTexts &command, const CommandTex
 std::vector<std::string> commandNames(const std::vector<CommandTexts> &all) {
     std::vector<std::string> names;
     for (const CommandTexts &command : all)
-        if (!command.name.empty())
-            names.push_back(command.name);
+        names.push_back(command.name);
     return names;
 }
 
@@ -47,105 +46,97 @@ std::vector<std::string> operandValues(const CommandTexts &command) {
     return values;
 }
 
-} // namespace
-
-std::string bashCompletion(const std::vector<CommandTexts> &all) {
-    const CommandTexts &program = all.front();
-    std::string script = "# Completes the command line of rtifed in bash.\n"
-                         "_rtifed() {\n"
-                         "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}\n"
-                         "    local command= options= operands= word\n"
-                         "    # bash makes words of their own of \"=\" and what follows it\n"
-                         "    [[ $current == = ]] && current=\n"
-                         "    [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}\n"
-                         "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD - 1}\"; do\n"
-                         "        case $word in\n"
-                         "            " +
-                         joined(commandNames(all), " | ") +
-                         ")\n"
-                         "                command=$word\n"
-                         "                break\n"
-                         "                ;;\n"
-                         "        esac\n"
-                         "    done\n"
-                         "    case $command in\n";
-    for (const CommandTexts &command : all) {
-        const bool ofProgram = command.name.empty();
-        const std::vector<OptionTexts> options = ofProgram ? program.options : optionsOf(command, program);
-        script += "        " + (ofProgram ? "''" : command.name) + ")\n";
-        script += "            options=" + shellQuoted(joined(namesOf(options), " ")) + "\n";
-        const std::vector<std::string> operands = ofProgram ? commandNames(all) : operandValues(command);
-        if (!operands.empty())
-            script += "            operands=" + shellQuoted(joined(operands, " ")) + "\n";
-        script += "            case $previous in\n";
-        for (const OptionTexts &option : options)
-            if (!option.argument.empty())
-                script += "                " + option.names.back() + ")\n                    COMPREPLY=(" +
-                          (option.values.empty()
-                               ? std::string()
-                               : "$(compgen -W " + shellQuoted(joined(option.values, " ")) + " -- \"$current\")") +
-                          ")\n                    return\n                    ;;\n";
-        script += "            esac\n            ;;\n";
-    }
-    return script + "    esac\n"
-                    "    if [[ $current == -* ]]; then\n"
-                    "        COMPREPLY=($(compgen -W \"$options\" -- \"$current\"))\n"
-                    "    elif [[ $operands ]]; then\n"
-                    "        COMPREPLY=($(compgen -W \"$operands\" -- \"$current\"))\n"
-                    "    else\n"
-                    "        local IFS=$'\\n'\n"
-                    "        COMPREPLY=($(compgen -f -- \"$current\"))\n"
-                    "        compopt -o filenames 2>/dev/null\n"
-                    "    fi\n"
-                    "}\n"
-                    "complete -F _rtifed rtifed\n";
+/// Returns the options and operands of a command as a case of the script for bash.
+std::string bashCase(const std::string &command, const std::vector<OptionTexts> &options,
+                     const std::vector<std::string> &operands) {
+    std::string script = "        " + command + ")\n";
+    script += "            options=" + shellQuoted(joined(namesOf(options), " ")) + "\n";
+    if (!operands.empty())
+        script += "            operands=" + shellQuoted(joined(operands, " ")) + "\n";
+    script += "            case $previous in\n";
+    for (const OptionTexts &option : options)
+        if (!option.argument.empty())
+            script += "                " + option.names.back() + ")\n                    COMPREPLY=(" +
+                      (option.values.empty()
+                           ? std::string()
+                           : "$(compgen -W " + shellQuoted(joined(option.values, " ")) + " -- \"$current\")") +
+                      ")\n                    return\n                    ;;\n";
+    return script + "            esac\n            ;;\n";
 }
-
-namespace {
 
 /// Returns an option in the form that _arguments of zsh expects.
 std::string zshArgument(const OptionTexts &option) {
-    std::string names, prefix;
-    if (option.names.size() > 1) {
-        for (const std::string &name : option.names)
-            names += (names.empty() ? "{" : ",") + name + (option.argument.empty() ? "" : "=");
-        names += "}";
-        prefix = shellQuoted("(" + joined(option.names, " ") + ")");
-    } else {
-        names = option.names.front() + (option.argument.empty() ? "" : "=");
-    }
+    std::vector<std::string> names = option.names;
     std::string argument = "[" + option.purpose + "]";
-    if (!option.argument.empty())
+    if (!option.argument.empty()) {
+        for (std::string &name : names)
+            name += '=';
         argument += ":" + option.argument + ":" + (option.values.empty() ? "" : "(" + joined(option.values, " ") + ")");
-    return prefix + names + shellQuoted(argument);
+    }
+    const std::string exclusive = "(" + joined(option.names, " ") + ")";
+    return (names.size() == 1 ? names.front() : shellQuoted(exclusive) + "{" + joined(names, ",") + "}") +
+           shellQuoted(argument);
 }
 
 } // namespace
 
-std::string zshCompletion(const std::vector<CommandTexts> &all) {
-    const CommandTexts &program = all.front();
+std::string bashCompletion(const ProgramTexts &all) {
+    std::string script = R"(# Completes the command line of rtifed in bash.
+_rtifed() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local command= options= operands= word
+    # bash makes words of their own of "=" and what follows it
+    [[ $current == = ]] && current=
+    [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD - 1}"; do
+        case $word in
+            )" + joined(commandNames(all.commands), " | ") +
+                         R"X()
+                command=$word
+                break
+                ;;
+        esac
+    done
+    case $command in
+)X";
+    script += bashCase("''", all.program.options, commandNames(all.commands));
+    for (const CommandTexts &command : all.commands)
+        script += bashCase(command.name, optionsOf(command, all.program), operandValues(command));
+    return script + R"X(    esac
+    if [[ $current == -* ]]; then
+        COMPREPLY=($(compgen -W "$options" -- "$current"))
+    elif [[ $operands ]]; then
+        COMPREPLY=($(compgen -W "$operands" -- "$current"))
+    else
+        local IFS=$'\n'
+        COMPREPLY=($(compgen -f -- "$current"))
+        compopt -o filenames 2>/dev/null
+    fi
+}
+complete -F _rtifed rtifed
+)X";
+}
+
+std::string zshCompletion(const ProgramTexts &all) {
     std::string script = "#compdef rtifed\n"
                          "# Completes the command line of rtifed in zsh.\n"
                          "_rtifed() {\n"
                          "    local curcontext=\"$curcontext\" state line\n"
                          "    local -a commands\n"
                          "    commands=(\n";
-    for (const CommandTexts &command : all)
-        if (!command.name.empty())
-            script += "        " + shellQuoted(command.name + ":" + command.purpose) + "\n";
+    for (const CommandTexts &command : all.commands)
+        script += "        " + shellQuoted(command.name + ":" + command.purpose) + "\n";
     script += "    )\n    _arguments -C";
-    for (const OptionTexts &option : program.options)
+    for (const OptionTexts &option : all.program.options)
         script += " \\\n        " + zshArgument(option);
     script += " \\\n        '1:command:->command' '*::argument:->argument'\n"
               "    case $state in\n"
               "        command) _describe command commands ;;\n"
               "        argument)\n"
               "            case $line[1] in\n";
-    for (const CommandTexts &command : all) {
-        if (command.name.empty())
-            continue;
+    for (const CommandTexts &command : all.commands) {
         script += "                " + command.name + ")\n                    _arguments";
-        for (const OptionTexts &option : optionsOf(command, program))
+        for (const OptionTexts &option : optionsOf(command, all.program))
             script += " \\\n                        " + zshArgument(option);
         for (const OptionTexts &operand : command.operands)
             script += " \\\n                        " +
@@ -163,8 +154,7 @@ std::string zshCompletion(const std::vector<CommandTexts> &all) {
                     "_rtifed \"$@\"\n";
 }
 
-std::string fishCompletion(const std::vector<CommandTexts> &all) {
-    const CommandTexts &program = all.front();
+std::string fishCompletion(const ProgramTexts &all) {
     std::string script = "# Completes the command line of rtifed in fish.\n";
     const auto add = [&script](const std::string &condition, const OptionTexts &option) {
         script += "complete -c rtifed -n " + shellQuoted(condition, "\\");
@@ -174,15 +164,13 @@ std::string fishCompletion(const std::vector<CommandTexts> &all) {
             script += option.values.empty() ? " -x" : " -x -a " + shellQuoted(joined(option.values, " "), "\\");
         script += " -d " + shellQuoted(option.purpose, "\\") + "\n";
     };
-    for (const OptionTexts &option : program.options)
+    for (const OptionTexts &option : all.program.options)
         add("__fish_use_subcommand", option);
-    for (const CommandTexts &command : all) {
-        if (command.name.empty())
-            continue;
+    for (const CommandTexts &command : all.commands) {
         script += "complete -c rtifed -f -n __fish_use_subcommand -a " + command.name + " -d " +
                   shellQuoted(command.purpose, "\\") + "\n";
         const std::string here = "__fish_seen_subcommand_from " + command.name;
-        for (const OptionTexts &option : optionsOf(command, program))
+        for (const OptionTexts &option : optionsOf(command, all.program))
             add(here, option);
         const std::vector<std::string> operands = operandValues(command);
         if (!operands.empty())

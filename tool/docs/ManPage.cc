@@ -4,7 +4,7 @@
 #include "tool/console/Text.hh"
 
 #include <algorithm>
-#include <sstream>
+#include <map>
 
 namespace {
 
@@ -16,14 +16,12 @@ std::string upperCase(const std::string &text) {
 
 /// Escapes a text so that roff shows it unchanged.
 std::string escaped(const std::string &text) {
+    static const std::map<char, const char *> escapes = {{'\\', "\\e"},  {'-', "\\-"},   {'\'', "\\(aq"},
+                                                         {'`', "\\(ga"}, {'^', "\\(ha"}, {'~', "\\(ti"}};
     std::string roff;
     for (const char c : text) {
-        if (c == '\\')
-            roff += "\\e";
-        else if (c == '-' || c == '\'' || c == '`' || c == '^' || c == '~')
-            roff += c == '-' ? "\\-" : c == '\'' ? "\\(aq" : c == '`' ? "\\(ga" : c == '^' ? "\\(ha" : "\\(ti";
-        else
-            roff += c;
+        const auto escape = escapes.find(c);
+        roff += escape == escapes.end() ? std::string(1, c) : escape->second;
     }
     return roff;
 }
@@ -33,14 +31,6 @@ std::string line(const std::string &text) {
     return (text.empty() || text[0] != '.' ? "" : "\\&") + escaped(text) + "\n";
 }
 
-std::vector<std::string> linesOf(const std::string &text) {
-    std::vector<std::string> lines;
-    std::istringstream all(text);
-    for (std::string one; std::getline(all, one);)
-        lines.push_back(one);
-    return lines;
-}
-
 /// Whether a line is the heading of a section: at most two words and a colon, such as `Exit status:`.
 bool isHeading(const std::string &line) {
     return !line.empty() && line.back() == ':' && line[0] != ' ' && std::count(line.begin(), line.end(), ' ') < 2;
@@ -48,7 +38,7 @@ bool isHeading(const std::string &line) {
 
 /// Converts paragraphs, and sections with headings. Indented lines keep their line ends.
 std::string prose(const std::string &text) {
-    const std::vector<std::string> lines = linesOf(text);
+    const std::vector<std::string> lines = split(text, '\n');
     const auto asItIs = [&lines](std::size_t i) { return i < lines.size() && lines[i].rfind("  ", 0) == 0; };
     std::string roff;
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -71,7 +61,7 @@ std::string prose(const std::string &text) {
 /// The offset of the first heading in the details; their size if they have none.
 std::size_t firstSection(const std::string &details) {
     std::size_t at = 0;
-    for (const std::string &line : linesOf(details)) {
+    for (const std::string &line : split(details, '\n')) {
         if (isHeading(line))
             return at;
         at += line.size() + 1;
@@ -87,13 +77,9 @@ std::string italic(const std::string &word) {
     return "\\fI" + escaped(word) + "\\fR";
 }
 
-std::string pageName(const CommandTexts &command) {
-    return command.name.empty() ? "rtifed" : "rtifed-" + command.name;
-}
-
-std::string synopsis(const CommandTexts &command) {
-    std::string roff = bold("rtifed");
-    if (command.name.empty())
+std::string synopsis(const CommandTexts &command, const ProgramTexts &all) {
+    std::string roff = bold(all.program.name);
+    if (&command == &all.program)
         return roff + " [" + italic("OPTION") + "]... " + italic("COMMAND") + " [" + italic("ARGUMENT") + "]...\n";
     roff += ' ' + bold(command.name) + " [" + italic("OPTION") + "]...";
     for (const OptionTexts &operand : command.operands) {
@@ -115,21 +101,24 @@ std::string entry(const OptionTexts &option) {
 
 } // namespace
 
-std::string manPage(const CommandTexts &command, const std::vector<CommandTexts> &all, const std::string &version) {
-    const CommandTexts &program = all.front();
-    const bool ofProgram = command.name.empty();
-    std::string roff =
-        ".TH " + escaped(upperCase(pageName(command))) + " 1 \"\" \"rtifed " + version + "\" \"User Commands\"\n";
-    roff += ".SH NAME\n" + escaped(pageName(command)) + " \\- " + escaped(command.purpose) + '\n';
-    roff += ".SH SYNOPSIS\n" + synopsis(command);
+std::string pageName(const CommandTexts &command, const ProgramTexts &all) {
+    return &command == &all.program ? command.name : all.program.name + "-" + command.name;
+}
+
+std::string manPage(const CommandTexts &command, const ProgramTexts &all) {
+    const CommandTexts &program = all.program;
+    const bool ofProgram = &command == &program;
+    std::string roff = ".TH " + escaped(upperCase(pageName(command, all))) +
+                       " 1 \"\" \"rtifed " RTIFED_VERSION "\" \"User Commands\"\n";
+    roff += ".SH NAME\n" + escaped(pageName(command, all)) + " \\- " + escaped(command.purpose) + '\n';
+    roff += ".SH SYNOPSIS\n" + synopsis(command, all);
     roff += ".SH DESCRIPTION\n" + line(command.purpose + ".") + ".PP\n";
     const std::size_t sections = firstSection(command.details);
     roff += prose(command.details.substr(0, sections));
     if (ofProgram) {
         roff += ".SH COMMANDS\n";
-        for (const CommandTexts &one : all)
-            if (!one.name.empty())
-                roff += ".TP\n" + bold(one.name) + '\n' + line(one.purpose + ". See " + pageName(one) + "(1).");
+        for (const CommandTexts &one : all.commands)
+            roff += ".TP\n" + bold(one.name) + '\n' + line(one.purpose + ". See " + pageName(one, all) + "(1).");
     }
     if (!command.operands.empty())
         roff += ".SH OPERANDS\n";
@@ -148,8 +137,10 @@ std::string manPage(const CommandTexts &command, const std::vector<CommandTexts>
     }
     roff += ".SH SEE ALSO\n";
     std::vector<std::string> others;
-    for (const CommandTexts &one : all)
+    if (!ofProgram)
+        others.push_back(bold(program.name) + "(1)");
+    for (const CommandTexts &one : all.commands)
         if (&one != &command)
-            others.push_back(bold(pageName(one)) + "(1)");
+            others.push_back(bold(pageName(one, all)) + "(1)");
     return roff + joined(others) + '\n';
 }

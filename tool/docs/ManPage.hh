@@ -3,7 +3,9 @@
 #include "tool/docs/CommandTexts.hh"
 
 #include <string>
-#include <vector>
 
-/// Returns the manual page of a command as roff. `all` are all commands of the program; `version` is for the footer.
-std::string manPage(const CommandTexts &command, const std::vector<CommandTexts> &all, const std::string &version);
+/// Returns the name of the manual page of a command or of the program.
+std::string pageName(const CommandTexts &command, const ProgramTexts &all);
+
+/// Returns the manual page of a command or of the program as roff.
+std::string manPage(const CommandTexts &command, const ProgramTexts &all);

@@ -2,6 +2,7 @@
 #include "tool/docs/Completion.hh"
 #include "tool/docs/ManPage.hh"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -25,10 +26,12 @@ int main(int argc, char **argv) try {
     }
     const std::filesystem::path share = argv[1];
     CommandLine commandLine(Console{std::cout, std::cerr});
-    const std::vector<CommandTexts> all = commandTexts(commandLine.app());
-    for (const CommandTexts &command : all)
-        write(share / "man/man1" / ((command.name.empty() ? "rtifed" : "rtifed-" + command.name) + ".1"),
-              manPage(command, all, RTIFED_VERSION));
+    const ProgramTexts all = programTexts(commandLine.app());
+    const auto writePage = [&](const CommandTexts &command) {
+        write(share / "man/man1" / (pageName(command, all) + ".1"), manPage(command, all));
+    };
+    writePage(all.program);
+    std::for_each(all.commands.begin(), all.commands.end(), writePage);
     write(share / "bash-completion/completions/rtifed", bashCompletion(all));
     write(share / "zsh/vendor-completions/_rtifed", zshCompletion(all));
     write(share / "fish/vendor_completions.d/rtifed.fish", fishCompletion(all));
