@@ -5,7 +5,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -37,11 +36,11 @@ void addChoice(CLI::App *command, const std::string &name, Value &value,
     for (const auto &[choice, meaning] : choices)
         words.push_back(choice);
     const auto choose = [name, choices, words, &value](const std::string &word) {
-        const auto chosen = std::find(words.begin(), words.end(), word);
-        if (chosen != words.end()) {
-            value = choices[static_cast<std::size_t>(chosen - words.begin())].second;
-            return;
-        }
+        for (const auto &[choice, meaning] : choices)
+            if (choice == word) {
+                value = meaning;
+                return;
+            }
         const std::string allButLast = joined({words.begin(), words.end() - 1});
         throw CLI::ValidationError(name, "expected " + allButLast + " or " + words.back() + ", found \"" + word + '"' +
                                              didYouMean(suggestionFor(word, words)));

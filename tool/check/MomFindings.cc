@@ -13,27 +13,14 @@ namespace {
 using Requirements = std::vector<RtiFedDatabaseMomVerifier::Requirement>;
 using NamesByClass = std::map<std::string, std::vector<std::string>>;
 
-/// The dotted name of the superclass; empty for a class directly below the root.
-std::string ownerOf(const std::string &className) {
-    const auto dot = className.rfind('.');
-    return dot == std::string::npos ? "" : className.substr(0, dot);
-}
-
-/// The names of missing classes by their superclass.
+/// The names of missing classes by their superclass, which is empty for a class directly below the root.
 NamesByClass classesByOwner(const Requirements &requirements) {
     NamesByClass names;
-    for (const auto &required : requirements)
-        if (required.classMissing)
-            names[ownerOf(required.className)].emplace_back(lastComponent(required.className));
-    return names;
-}
-
-/// The names of missing members by their class, for the classes that exist.
-NamesByClass membersByClass(const Requirements &requirements) {
-    NamesByClass names;
-    for (const auto &required : requirements)
-        if (!required.classMissing)
-            names[required.className] = required.members;
+    for (const auto &[className, classMissing, members] : requirements)
+        if (classMissing) {
+            const auto dot = className.rfind('.');
+            names[dot == std::string::npos ? "" : className.substr(0, dot)].emplace_back(lastComponent(className));
+        }
     return names;
 }
 
@@ -83,10 +70,10 @@ public:
             if (const auto *node = Tree::find(_text.database(), owner.empty() ? Tree::kind.root : owner))
                 for (const auto &handle : node->getChildrenClasses())
                     noteIfNear(*_text.database().find(handle), classes.at(owner), missing, finding);
-        for (auto &[className, missing] : membersByClass(_missing)) {
+        for (auto [className, classMissing, missing] : _missing) {
             const auto required = std::find_if(all.begin(), all.end(),
                                                [&name = className](const auto &r) { return r.className == name; });
-            if (const auto *node = Tree::find(_text.database(), className))
+            if (const auto *node = classMissing ? nullptr : Tree::find(_text.database(), className))
                 for (const auto &member : node->members())
                     noteIfNear(member, required->members, missing, finding);
         }

@@ -1,13 +1,82 @@
 #include "fed/storage/RtiFedName.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/model/Manifest.hh"
 #include "tool/model/Model.hh"
 #include "tool/report/FileFindings.hh"
 
+#include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <unistd.h>
 
 namespace {
+
+/// A line of a list of checksums: the digits of a checksum or fingerprint, two blanks, and a file name.
+struct ManifestLine {
+    std::string digits; ///< In any letter case.
+    std::string fileName;
+};
+
+constexpr std::pair<char, char> kEscapes[] = {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'}};
+
+std::string escaped(std::string_view name) {
+    std::string text;
+    for (const char byte : name) {
+        const auto *escape = std::find_if(std::begin(kEscapes), std::end(kEscapes),
+                                          [byte](const auto &candidate) { return candidate.first == byte; });
+        if (escape == std::end(kEscapes))
+            text += byte;
+        else
+            text += {'\\', escape->second};
+    }
+    return text;
+}
+
+std::optional<std::string> unescaped(std::string_view text) {
+    std::string name;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != '\\') {
+            name += text[at];
+            continue;
+        }
+        const char letter = ++at < text.size() ? text[at] : '\0';
+        const auto *escape = std::find_if(std::begin(kEscapes), std::end(kEscapes),
+                                          [letter](const auto &candidate) { return candidate.second == letter; });
+        if (escape == std::end(kEscapes))
+            return {};
+        name += escape->first;
+    }
+    return name;
+}
+
+/// Returns a line without its line end. Backslashes and line ends in the name are escaped by a backslash, and the line
+/// then begins with a backslash.
+std::string manifestText(const ManifestLine &line) {
+    const std::string name = escaped(line.fileName);
+    return (name == line.fileName ? "" : "\\") + line.digits + "  " + name;
+}
+
+/// Returns a file name escaped in the same way, for a message that begins with it.
+std::string manifestName(const std::string &fileName) {
+    const std::string name = escaped(fileName);
+    return (name == fileName ? "" : "\\") + name;
+}
+
+/// Parses a line: 8 or 64 digits in any letter case, a blank, a blank or "*", and the file name. Returns nothing for
+/// any other line.
+std::optional<ManifestLine> parseManifestLine(std::string_view text) {
+    const bool isEscaped = !text.empty() && text.front() == '\\';
+    if (isEscaped)
+        text.remove_prefix(1);
+    const std::size_t numDigits = std::min(text.find_first_not_of("0123456789abcdefABCDEF"), text.size());
+    const std::string_view rest = text.substr(numDigits);
+    if ((numDigits != 8 && numDigits != 64) || rest.size() < 3 || rest[0] != ' ' || (rest[1] != ' ' && rest[1] != '*'))
+        return {};
+    const std::string_view name = rest.substr(2);
+    const auto fileName = isEscaped ? unescaped(name) : std::string(name);
+    if (!fileName)
+        return {};
+    return ManifestLine{std::string(text.substr(0, numDigits)), *fileName};
+}
 
 /// The checksum or fingerprint of a file; empty, with its problems reported, if the library refuses it.
 std::string digitsOf(const Input &file, bool sha256, std::ostream &complaints) {

@@ -15,6 +15,16 @@ namespace {
 using Element = Comparison::Element;
 using Change = Comparison::Change;
 
+/// The name and the description of each verdict.
+constexpr std::pair<const char *, const char *> kVerdicts[] = {
+    {"identical", "the files are the same bytes"},
+    {"same", "the models are the same; only text, comments or form of the files differ"},
+    {"relabelled", "letter case, or the name of the federation or version, differs"},
+    {"renumbered", "every name is still there with the same properties, but handles moved"},
+    {"additions", "everything in the old model is still there with the same properties, and more"},
+    {"incompatible", "something in the old model was removed or changed"}};
+static_assert(std::size(kVerdicts) == static_cast<std::size_t>(Comparison::Verdict::incompatible) + 1);
+
 bool equalInAnyCase(std::string_view a, std::string_view b) {
     return a == b || RtiStringUtility::toupper(a) == RtiStringUtility::toupper(b);
 }
@@ -256,21 +266,11 @@ std::string Comparison::Change::value(const Element &of) const {
 }
 
 const char *Comparison::nameOf(Verdict verdict) {
-    constexpr const char *kNames[] = {"identical", "same", "relabelled", "renumbered", "additions", "incompatible"};
-    static_assert(std::size(kNames) == static_cast<std::size_t>(Verdict::incompatible) + 1);
-    return kNames[static_cast<std::size_t>(verdict)];
+    return kVerdicts[static_cast<std::size_t>(verdict)].first;
 }
 
 const char *Comparison::descriptionOf(Verdict verdict) {
-    constexpr const char *kDescriptions[] = {
-        "the files are the same bytes",
-        "the models are the same; only text, comments or form of the files differ",
-        "letter case, or the name of the federation or version, differs",
-        "every name is still there with the same properties, but handles moved",
-        "everything in the old model is still there with the same properties, and more",
-        "something in the old model was removed or changed"};
-    static_assert(std::size(kDescriptions) == static_cast<std::size_t>(Verdict::incompatible) + 1);
-    return kDescriptions[static_cast<std::size_t>(verdict)];
+    return kVerdicts[static_cast<std::size_t>(verdict)].second;
 }
 
 const char *Comparison::nameOf(Element::Kind kind) {
