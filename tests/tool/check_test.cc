@@ -12,21 +12,17 @@
 
 namespace {
 
-std::string placeOf(const Checker &text, RtiFedSpan span) {
-    const RtiFedPosition place = text.parser().positionAt(span.begin);
-    return std::to_string(place.line) + ":" + std::to_string(place.column);
-}
-
 /// The errors of a text as lines, with their details and the places of the notes.
 std::string errorsOf(const std::string &fed) {
     const Checker text(fed);
+    const auto placeOf = [&](RtiFedSpan span) { return textOf(text.parser().positionAt(span.begin)); };
     std::string lines;
     text.forEachFinding([&](const Finding &finding) {
-        lines += placeOf(text, *finding.span) + ": " + finding.text + "\n";
+        lines += placeOf(*finding.span) + ": " + finding.text + "\n";
         for (const std::string &detail : finding.details)
             lines += "  " + detail + "\n";
         for (const RtiFedParser::Note &note : finding.notes)
-            lines += "  note at " + placeOf(text, note.span) + "\n";
+            lines += "  note at " + placeOf(note.span) + "\n";
         return true;
     });
     return lines;

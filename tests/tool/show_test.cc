@@ -16,8 +16,9 @@ constexpr const char *kCoast = R"((FED (Federation Coast) (FEDversion v1.3)
    (class Ship best_effort timestamp Sea (parameter Cause)))))
 )";
 
-constexpr const char *kRefused =
-    "FILE: the library refuses this file (rtifed check shows why); only what can be understood is shown\n";
+/// The complaint about a file that the library refuses.
+const std::string kRefused =
+    "! FILE: the library refuses this file (rtifed check shows why); only what can be understood is shown\n";
 
 /// Returns the output of a command on a text: its results, "! " and its complaints, if any, and its status.
 template <class Options, class Command>
@@ -31,12 +32,6 @@ std::string said(const std::string &text, Options options, Command command, std:
     for (std::size_t at = 0; (at = all.find(file.path(), at)) != std::string::npos;)
         all.replace(at, file.path().size(), "FILE");
     return all;
-}
-
-TreeOptions treeOf(const std::string &className) {
-    TreeOptions options;
-    options.className = className;
-    return options;
 }
 
 std::string found(const std::string &text, const std::string &name, bool all = false, bool quiet = false) {
@@ -69,15 +64,13 @@ Interaction classes
     |     Text
     `-- Ship  best_effort  timestamp  Sea
               Cause
-! )") + kRefused + "1");
+)") + kRefused + "1");
     EXPECT_EQ(said("(FED (Federation \"\x1b[2J\") (FEDversion v))", TreeOptions(), tree),
-              std::string("Federation \\x1b[2J, version v\n! ") + kRefused + "1");
+              "Federation \\x1b[2J, version v\n" + kRefused + "1");
 }
 
 TEST(Tree, FitsTheTerminal) {
-    TreeOptions options = treeOf("base");
-    options.inherited = true;
-    EXPECT_EQ(said(kCoast, options, tree, 42, true), std::string(R"(Base
+    EXPECT_EQ(said(kCoast, TreeOptions{"", "base", true}, tree, 42, true), std::string(R"(Base
 │     Id              reliable     time...
 ├── Ship
 │   │     Id          reliable     time...
@@ -90,35 +83,30 @@ TEST(Tree, FitsTheTerminal) {
     │     Id          reliable     time...
     └── Tug
               Id      reliable     time...
-! )") + kRefused + "1");
-    EXPECT_EQ(said(kCoast, treeOf("Base.Buoy.Tug"), tree, 2), std::string("..\n! ") + kRefused + "1");
-    options = treeOf("SHIP");
-    options.depth = 1;
-    EXPECT_EQ(said(kCoast, options, tree, 0, true, true),
+)") + kRefused + "1");
+    EXPECT_EQ(said(kCoast, TreeOptions{"", "Base.Buoy.Tug"}, tree, 2), "..\n" + kRefused + "1");
+    EXPECT_EQ(said(kCoast, TreeOptions{"", "SHIP", false, false, 1}, tree, 0, true, true),
               "\033[1mBase.Ship\033[0m  \033[2m(1 class below)\033[0m\n\033[2m      \033[0mCourse  "
               "\033[2mbest_effort\033[0m  \033[2mreceive\033[0m    Sea\n\n\033[1mCall.Ship\033[0m  "
-              "\033[2mbest_effort\033[0m  \033[2mtimestamp\033[0m  Sea\n\033[2m      \033[0mCause\n! " +
-                  std::string(kRefused) + "1");
+              "\033[2mbest_effort\033[0m  \033[2mtimestamp\033[0m  Sea\n\033[2m      \033[0mCause\n" +
+                  kRefused + "1");
 }
 
 TEST(Tree, TakesANameForOneClass) {
-    TreeOptions options;
-    options.classesOnly = true;
-    options.className = "manager.federation";
     const std::string text = example("minimal.fed");
-    EXPECT_EQ(said(text, options, tree), "ObjectRoot.Manager.Federation\n0");
-    options.className = "federation";
-    EXPECT_EQ(said(text, options, tree), "ObjectRoot.Manager.Federation\n0");
-    options.className = "Federatoin";
-    EXPECT_EQ(said(text, options, tree), "! FILE: there is no class \"Federatoin\"; did you mean \"Federation\"?\n1");
-    EXPECT_EQ(said(kCoast, treeOf("tug"), tree),
-              std::string("! ") + kRefused +
+    for (const auto &[name, expected] :
+         {std::pair("manager.federation", "ObjectRoot.Manager.Federation\n0"),
+          std::pair("federation", "ObjectRoot.Manager.Federation\n0"),
+          std::pair("Federatoin", "! FILE: there is no class \"Federatoin\"; did you mean \"Federation\"?\n1")})
+        EXPECT_EQ(said(text, TreeOptions{"", name, false, true}, tree), expected);
+    EXPECT_EQ(said(kCoast, TreeOptions{"", "tug"}, tree),
+              kRefused +
                   "FILE: there are 2 classes \"tug\", such as \"Base.Ship.Tug\" and \"Base.Buoy.Tug\"; give more of "
                   "the name\n1");
 }
 
 TEST(Find, FindsEachKindOfDeclaration) {
-    const std::string refused = std::string("! ") + kRefused + "1";
+    const std::string refused = kRefused + "1";
     EXPECT_EQ(found(kCoast, "SHIP"), "FILE:5:11: object class Base.Ship: 1 attribute, 1 inherited, 1 class below\n"
                                      "FILE:11:11: interaction class Call.Ship: best_effort timestamp, space Sea, 1 "
                                      "parameter, 1 inherited\n" +
@@ -138,8 +126,7 @@ TEST(Find, FindsEachKindOfDeclaration) {
               "    inherited by 1 class:\n        R.S\n" +
                   refused);
     EXPECT_EQ(found(kCoast, "Ship.Curse"),
-              std::string("! ") + kRefused +
-                  "FILE: nothing is called \"Ship.Curse\"; did you mean \"Ship.Course\"?\n1");
+              kRefused + "FILE: nothing is called \"Ship.Curse\"; did you mean \"Ship.Course\"?\n1");
 }
 
 TEST(Find, ListsWhatInherits) {
