@@ -1,7 +1,6 @@
 #include "tool/check/Checker.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/Text.hh"
-#include "tool/report/FileFindings.hh"
 
 namespace {
 

@@ -1,5 +1,4 @@
 #include "tool/commands/Commands.hh"
-#include "tool/report/FileFindings.hh"
 
 #include <limits>
 

@@ -1,7 +1,6 @@
 #include "fed/storage/RtiFedName.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/model/Model.hh"
-#include "tool/report/FileFindings.hh"
 
 #include <algorithm>
 #include <cerrno>

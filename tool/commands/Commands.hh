@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <new>
-#include <optional>
 #include <string>
 #include <vector>
 

@@ -1,8 +1,6 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/JsonWriter.hh"
 #include "tool/model/Model.hh"
-#include "tool/model/Outline.hh"
-#include "tool/report/FileFindings.hh"
 
 #include <algorithm>
 

@@ -1,6 +1,5 @@
 #include "tool/commands/Commands.hh"
 #include "tool/model/Model.hh"
-#include "tool/report/FileFindings.hh"
 
 #include <sstream>
 

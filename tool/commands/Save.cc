@@ -1,6 +1,5 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/OutputFile.hh"
-#include "tool/report/FileFindings.hh"
 
 #include <cerrno>
 #include <cstdio>

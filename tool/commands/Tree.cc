@@ -6,8 +6,6 @@
 #include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Names.hh"
-#include "tool/model/Outline.hh"
-#include "tool/report/FileFindings.hh"
 
 #include <algorithm>
 

@@ -10,7 +10,7 @@ constexpr std::size_t kCheckpoint = 4096;
 } // namespace
 
 RtiFedPosition Source::characterPosition(std::uint32_t offset) const {
-    const RtiFedPosition place = position(offset);
+    const RtiFedPosition place = _text->positionAt(offset);
     const auto lineBegin = static_cast<std::uint32_t>(offset + 1 - place.column);
     return {place.line, charactersBefore(offset) - charactersBefore(lineBegin) + 1};
 }

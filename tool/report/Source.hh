@@ -15,12 +15,10 @@ public:
     const std::string &name() const { return _name; }
     std::string_view text() const { return _text->text(); }
 
-    /// The place of a byte; `offset` may also be the size of the text.
-    RtiFedPosition position(std::uint32_t offset) const { return _text->positionAt(offset); }
-    RtiFedPosition begin(RtiFedSpan span) const { return position(span.begin); }
-    RtiFedPosition end(RtiFedSpan span) const { return position(span.begin + span.length); }
+    RtiFedPosition begin(RtiFedSpan span) const { return _text->positionAt(span.begin); }
+    RtiFedPosition end(RtiFedSpan span) const { return _text->positionAt(span.begin + span.length); }
 
-    /// The same, with the column counted in UTF-8 characters.
+    /// The place of a byte, with the column counted in UTF-8 characters; `offset` may also be the size of the text.
     ///
     /// A file may be one very long line with very many findings. So the characters before every 4096th byte are counted
     /// once, and only those after the nearest counted byte for each place.
