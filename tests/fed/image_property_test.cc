@@ -3,6 +3,7 @@
 
 #include "tests/Support.hh"
 
+#include <functional>
 #include <random>
 #include <vector>
 
@@ -46,83 +47,35 @@ private:
     }
 
     void act() {
-        switch (below(25)) {
-        case 0:
-            _db->setFederateName(name());
-            break;
-        case 1:
-            _db->setFederateVersion(name());
-            break;
-        case 2:
-            _db->createAttributeHandle();
-            break;
-        case 3:
-            _db->createObjectClassHandle();
-            break;
-        case 4:
-            _spaces.push_back(_db->addSpace(name()));
-            break;
-        case 5:
-            _db->addSpaceDimension(any(_spaces), name());
-            break;
-        case 6:
-            any(_spaces)->createDimensionHandle();
-            break;
-        case 7:
-            _db->createMomDefaultSpace();
-            break;
-        case 8:
-            _db->addObjectClassAttribute(any(_objects), name(), handle(), handle(), 1);
-            break;
-        case 9:
-            any(_objects)->addAttribute(handle(), name(), 1, 1, -1);
-            break;
-        case 10:
-            any(_interactions)->addParameter(handle(), name());
-            break;
-        case 11:
-            announce(any(_objects));
-            break;
-        case 12:
-            announce(any(_interactions));
-            break;
-        case 13:
-            any(_objects)->addChildClassToAll(handle());
-            break;
-        case 14:
-            _objects.push_back(any(_objects)->addObjectClass(handle(), name()));
-            break;
-        case 15:
-            _interactions.push_back(any(_interactions)->addInteractionClass(handle(), name(), 1, 2, 0));
-            break;
-        case 16:
-            _objects.push_back(_db->addObjectClass(className()));
-            break;
-        case 17:
-            _db->addObjectClass(RtiDottedClassname(className()));
-            break;
-        case 18:
-            _db->createInteractionClassHandle();
-            break;
-        case 19:
-            _db->createParameterHandle();
-            break;
-        case 20:
-            _db->createSpaceHandle();
-            break;
-        case 21:
-            any(_objects)->getAttribute(0)->setSpace(-5);
-            break;
-        case 22:
-            any(_interactions)->setDefaultSpace(7);
-            break;
-        case 23:
-            _db->setMomDefaultSpaceForAttributes(any(_objects), 3);
-            _db->setMomDefaultSpaceForInteractionClasses(any(_interactions), 3);
-            break;
-        default:
-            _interactions.push_back(_db->addInteractionClass(className(), handle(), handle(), 0));
-        }
+        const std::function<void()> operations[] = {
+            [&] { _db->setFederateName(name()); },
+            [&] { _db->setFederateVersion(name()); },
+            [&] { _db->createAttributeHandle(); },
+            [&] { _db->createObjectClassHandle(); },
+            [&] { _db->createInteractionClassHandle(); },
+            [&] { _db->createParameterHandle(); },
+            [&] { _db->createSpaceHandle(); },
+            [&] { _db->createMomDefaultSpace(); },
+            [&] { _db->setMomDefaultSpaceForAttributes(any(_objects), 3); },
+            [&] { _db->setMomDefaultSpaceForInteractionClasses(any(_interactions), 3); },
+            [&] { _spaces.push_back(_db->addSpace(name())); },
+            [&] { _db->addSpaceDimension(any(_spaces), name()); },
+            [&] { any(_spaces)->createDimensionHandle(); },
+            [&] { _objects.push_back(_db->addObjectClass(className())); },
+            [&] { _objects.push_back(_db->addObjectClass(RtiDottedClassname(className()))); },
+            [&] { _objects.push_back(any(_objects)->addObjectClass(handle(), name())); },
+            [&] { _db->addObjectClassAttribute(any(_objects), name(), handle(), handle(), 1); },
+            [&] { any(_objects)->addAttribute(handle(), name(), 1, 1, -1); },
+            [&] { any(_objects)->getAttribute(0)->setSpace(-5); },
+            [&] { any(_objects)->addChildClassToAll(handle()); },
+            [&] { announce(any(_objects)); },
+            [&] { announce(any(_interactions)); },
+            [&] { _interactions.push_back(_db->addInteractionClass(className(), handle(), handle(), 0)); },
+            [&] { _interactions.push_back(any(_interactions)->addInteractionClass(handle(), name(), 1, 2, 0)); },
+            [&] { any(_interactions)->addParameter(handle(), name()); },
+            [&] { any(_interactions)->setDefaultSpace(7); },
+        };
+        operations[below(std::size(operations))]();
     }
 
     /// Announces a child with a greater handle, so that no cycle arises. It may be a child of another class or
