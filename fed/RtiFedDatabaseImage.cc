@@ -79,7 +79,8 @@ void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
 
     // Attributes and parameters are not compared with their counters: a host may have chosen their handles itself.
     const std::size_t byte = imageByte(buffer);
-    forEachCounter([&buffer](auto &counter) { counter = readHandle<std::decay_t<decltype(counter)>>(buffer); });
+    const RtiFedHandleReader<RtiBuffer> reader(buffer);
+    forEachCounter([&reader](auto &counter) { reader.read(counter); });
     if (_nextSpaceHandle < _spaceHandleMap.greatest() || _nextObjectClassHandle < _objectClasses.greatest() ||
         _nextInteractionClassHandle < _interactionClasses.greatest())
         refuseImage(byte, "the counter of a handle is less than a handle in use");
@@ -101,13 +102,15 @@ void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
 void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer) {
     const unsigned long count = readCount(buffer, 2, "pairs of attribute and class");
     _attributeObjectClassMap.reserve(countToReserve(buffer, count));
-    RtiAttributeHandle last;
+    const RtiFedHandleReader<RtiBuffer> reader(buffer);
+    RtiAttributeHandle attribute, last;
+    RtiObjectClassHandle objectClass;
     for (unsigned long i = 0; i < count; ++i) {
         const std::size_t byte = imageByte(buffer);
-        const auto attribute = readHandle<RtiAttributeHandle>(buffer);
+        reader.read(attribute, objectClass);
         if (i > 0 && !(last < attribute))
             refuseImage(byte, "the attribute handle ", toString(attribute._value), " follows ", toString(last._value));
-        _attributeObjectClassMap.insert(attribute, readHandle<RtiObjectClassHandle>(buffer)._value);
+        _attributeObjectClassMap.insert(attribute, objectClass._value);
         last = attribute;
     }
 }

@@ -3,6 +3,7 @@
 #include "fed/RtiFedElement.hh"
 #include "fed/image/RtiFedChecksum.hh"
 #include "fed/image/RtiFedDump.hh"
+#include "fed/image/RtiFedImage.hh"
 #include "fed/storage/RtiFedStoredHandle.hh"
 
 #include <utility>
@@ -19,24 +20,26 @@ public:
     RtiFedNumberedElement(const Handle &handle, std::string name)
         : RtiFedElement(std::move(name)), _theHandle(handle) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
-    explicit RtiFedNumberedElement(RtiBuffer &buffer) : RtiFedElement(buffer) { _theHandle.restore(buffer); }
+    explicit RtiFedNumberedElement(RtiBuffer &buffer) : RtiFedElement(buffer) { restoreHandle(buffer); }
 
     Handle getHandle() const { return _theHandle; }
 
     using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
     RTI_bool save(RtiBuffer &buffer) override {
         RtiFedElement::save(buffer);
-        _theHandle.save(buffer);
+        writeHandle(buffer, getHandle());
         return RTI_true;
     }
     void restore(RtiBuffer &buffer) override {
         RtiFedElement::restore(buffer);
-        _theHandle.restore(buffer);
+        restoreHandle(buffer);
     }
     void dump(std::ostream &os) override { dumpFields(_fields, *this, os); }
     void diff(RtiBuffer &buffer, std::ostream &os) override { diffFields(_fields, *this, buffer, os); }
 
 private:
+    void restoreHandle(RtiBuffer &buffer) { _theHandle.restore(RtiFedHandleReader<RtiBuffer>(buffer)); }
+
     static const RtiFedField<RtiFedNumberedElement> _fields[1];
 
     RtiFedStoredHandle<Handle> _theHandle;

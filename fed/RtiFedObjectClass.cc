@@ -14,6 +14,13 @@ const RtiFedField<Node> RtiFedObjectClass::_fields[] = {
     {"size _childrenClasses", [](const Node &c) { return fieldText(c._childrenClasses.size()); }},
     {"size _allChildrenClasses", [](const Node &c) { return fieldText(c._allChildrenClasses.size()); }}};
 
+/// The handles in the order of the image, where they follow all lists.
+constexpr auto RtiFedObjectClass::imageHandles() {
+    constexpr auto handles = std::make_tuple(&Node::_theHandle, &Node::_parentHandle);
+    static_assert(kNumSharedValues + 1 + std::tuple_size_v<decltype(handles)> == _numImageValues);
+    return handles;
+}
+
 RtiFedObjectClass::RtiFedObjectClass(RtiObjectClassHandle handle, std::string name, RtiFedObjectClass *parent)
     : RtiFedClassNode(handle, std::move(name), parent) {}
 
@@ -150,8 +157,7 @@ unsigned long RtiFedObjectClass::getChecksum() const {
 RTI_bool RtiFedObjectClass::save(RtiBuffer &buffer) {
     saveShared(buffer);
     _allChildrenClasses.save(buffer);
-    _theHandle.save(buffer);
-    _parentHandle.save(buffer);
+    saveHandles(imageHandles(), *this, buffer);
     return RTI_true;
 }
 
@@ -164,8 +170,7 @@ void RtiFedObjectClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
     _availableFedAttributes.set(nullptr);
     restoreShared(buffer, level);
     _allChildrenClasses.restore(buffer);
-    _theHandle.restore(buffer);
-    _parentHandle.restore(buffer);
+    restoreHandles(imageHandles(), *this, buffer);
 }
 
 void RtiFedObjectClass::dump(std::ostream &os) {

@@ -105,6 +105,7 @@ private:
     friend RtiFedArena;
     friend RtiFedClassTree<RtiFedObjectClass>;
     static const RtiFedField<RtiFedObjectClass> _fields[8];
+    static constexpr auto imageHandles();
 
     RtiFedObjectClass() = default;
     RtiFedObjectClass(RtiBuffer &buffer, unsigned level);

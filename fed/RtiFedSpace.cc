@@ -78,9 +78,10 @@ RTI_bool RtiFedSpace::save(RtiBuffer &buffer) {
 void RtiFedSpace::restore(RtiBuffer &buffer) {
     RtiFedElement::restore(buffer);
     _dimensions.restore(buffer, "dimensions");
-    _theHandle = readHandle<RtiSpaceHandle>(buffer);
+    const RtiFedHandleReader<RtiBuffer> reader(buffer);
+    reader.read(_theHandle);
     const std::size_t byte = imageByte(buffer);
-    _nextDimensionHandle = readHandle<RtiDimensionHandle>(buffer);
+    reader.read(_nextDimensionHandle);
     if (_dimensions.numHandles() < _dimensions.size())
         refuseImage(byte, "duplicate dimension handle in the space ", getName());
     for (const RtiFedDimension &dimension : _dimensions)

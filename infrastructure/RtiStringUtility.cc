@@ -20,12 +20,13 @@ std::string RtiStringUtility::getString(RtiBuffer &buffer) {
         throw RtiBufferUnderflow(("byte " + std::to_string(buffer.size() - buffer.remaining()) + ": a string of " +
                                   std::to_string(size) + " bytes, " + std::to_string(buffer.remaining()) + " left")
                                      .c_str());
-    // A class derived from RtiBuffer may store its bytes elsewhere: only as many are allocated as it really has.
-    std::string text;
+    // A class derived from RtiBuffer may store its bytes elsewhere: no more is allocated than it really has.
+    std::string text(std::min<std::size_t>(size, kChunk), '\0');
+    buffer.getBytes(text.data(), text.size());
     while (text.size() < size) {
-        const std::size_t begin = text.size(), length = std::min<std::size_t>(size - begin, kChunk);
-        text.resize(begin + length);
-        buffer.getBytes(&text[begin], length);
+        const std::size_t begin = text.size();
+        text.resize(std::min<std::size_t>(size, 2 * begin));
+        buffer.getBytes(&text[begin], text.size() - begin);
     }
     return text;
 }

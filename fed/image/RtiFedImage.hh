@@ -91,22 +91,46 @@ void writeHandle(Buffer &buffer, RtiTypeWrapper<T, N> handle) {
         buffer.put(handle);
 }
 
-template <class Handle, class Buffer>
-Handle readHandle(Buffer &buffer) {
-    Handle handle;
-    if (RtiFedPlainHandles<Buffer>::allowed(buffer))
-        buffer.Buffer::get(&handle._value, 1);
-    else
-        buffer.get(handle);
-    return handle;
-}
+/// Reads the handles of a record, a set or a list. It asks only once how the buffer stores them.
+template <class Buffer>
+class RtiFedHandleReader {
+public:
+    explicit RtiFedHandleReader(Buffer &buffer)
+        : _buffer(buffer), _arePlain(RtiFedPlainHandles<Buffer>::allowed(buffer)) {}
+
+    template <class Handle>
+    void read(Handle &handle) const {
+        if (_arePlain)
+            _buffer.Buffer::get(&handle._value, 1);
+        else
+            _buffer.get(handle);
+    }
+    /// Reads two handles, in one call if possible.
+    template <int M, int N>
+    void read(RtiTypeWrapper<unsigned long, M> &first, RtiTypeWrapper<unsigned long, N> &second) const {
+        if (_arePlain) {
+            unsigned long values[2];
+            _buffer.Buffer::get(values, 2);
+            first = values[0];
+            second = values[1];
+        } else {
+            read(first);
+            read(second);
+        }
+    }
+
+private:
+    Buffer &_buffer;
+    const bool _arePlain;
+};
 
 /// Writes and reads the handles of a record, given as a tuple of pointers to members in the order of the image.
 template <class Members, class Record>
 void saveHandles(const Members &members, const Record &record, RtiBuffer &buffer) {
-    std::apply([&](const auto &...member) { ((record.*member).save(buffer), ...); }, members);
+    std::apply([&](const auto &...member) { (writeHandle(buffer, (record.*member).get()), ...); }, members);
 }
 template <class Members, class Record>
 void restoreHandles(const Members &members, Record &record, RtiBuffer &buffer) {
-    std::apply([&](const auto &...member) { ((record.*member).restore(buffer), ...); }, members);
+    const RtiFedHandleReader<RtiBuffer> reader(buffer);
+    std::apply([&](const auto &...member) { ((record.*member).restore(reader), ...); }, members);
 }

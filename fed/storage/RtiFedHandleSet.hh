@@ -104,13 +104,16 @@ public:
     /// Throws RTI::RTIinternalError if the handles do not ascend.
     void restore(RtiBuffer &buffer) {
         const unsigned long count = readCount(buffer, 1, "handles");
+        const RtiFedHandleReader<RtiBuffer> reader(buffer);
         _numRuns = 0;
         for (unsigned long i = 0; i < count; ++i) {
             const std::size_t byte = imageByte(buffer);
-            const Number number = readHandle<Handle>(buffer)._value;
+            Handle handle;
+            reader.read(handle);
+            const Number number = handle._value;
             if (i > 0 && number <= _runs[_numRuns - 1].last)
                 refuseImage(byte, "the handle ", toString(number), " follows ", toString(_runs[_numRuns - 1].last));
-            insert(number);
+            insert(handle);
         }
     }
 

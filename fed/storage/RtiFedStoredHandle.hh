@@ -1,7 +1,5 @@
 #pragma once
 
-#include "fed/image/RtiFedImage.hh"
-
 /// A handle as the records store it: the number alone, without the virtual table of a handle object.
 template <class Handle>
 class RtiFedStoredHandle {
@@ -9,9 +7,15 @@ public:
     RtiFedStoredHandle() = default;
     RtiFedStoredHandle(const Handle &handle) : _number(handle._value) {}
     operator Handle() const { return _number; }
+    Handle get() const { return _number; }
 
-    void save(RtiBuffer &buffer) const { writeHandle(buffer, Handle(_number)); }
-    void restore(RtiBuffer &buffer) { _number = readHandle<Handle>(buffer)._value; }
+    /// Reads the handle by an RtiFedHandleReader.
+    template <class Reader>
+    void restore(const Reader &reader) {
+        Handle handle;
+        reader.read(handle);
+        _number = handle._value;
+    }
 
 private:
     decltype(Handle::_value) _number = 0;

@@ -40,7 +40,7 @@ Finding findingOf(RtiFedParser::Error error) {
 Checker::Checker(std::string text)
     : _parser(std::move(text)), _database(RtiFedDatabaseConstructorArg(std::string(), RTI_false)) {
     _parser.deliver(*this);
-    if (_parser.nestingKnown() && _parser.classesKnown() && !_shiftedInClass)
+    if (_parser.nestingKnown() && _parser.classesKnown() && !_classNamesUncertain)
         checkMom();
     giveMomItsSpace();
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
@@ -67,23 +67,26 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
         error.emplace(findingOf(std::move(found)), std::move(keywords));
     };
     advance();
-    const auto visitErrorsBefore = [&](const Finding *finding) {
-        for (; error && !(finding && comesBefore(*finding, error->first)); advance())
-            if (!visitWithSuggestion(error->first, error->second))
-                return false;
-        return true;
-    };
-    for (const Finding &finding : _findings)
-        if (!visitErrorsBefore(&finding) || !visitWithSuggestion(finding, candidatesFor(finding)))
+    auto finding = _findings.begin();
+    while (error || finding != _findings.end()) {
+        const bool errorIsNext = error && (finding == _findings.end() || !comesBefore(*finding, error->first));
+        if (!(errorIsNext ? visitWithSuggestion(error->first, error->second)
+                          : visitWithSuggestion(*finding, candidatesFor(*finding))))
             return;
-    visitErrorsBefore(nullptr);
+        if (errorIsNext)
+            advance();
+        else
+            ++finding;
+    }
 }
 
 bool Checker::keepsAll() const {
-    constexpr RuleId kLosing[] = {RuleId::repeatedClass,  RuleId::ambiguousClass,  RuleId::refusedClass,
-                                  RuleId::repeatedMember, RuleId::inheritedMember, RuleId::repeatedDimension};
+    constexpr RuleId kRulesThatDropDeclarations[] = {RuleId::repeatedClass,   RuleId::ambiguousClass,
+                                                     RuleId::refusedClass,    RuleId::repeatedMember,
+                                                     RuleId::inheritedMember, RuleId::repeatedDimension};
     return _parser.numErrors() == 0 &&
-           std::none_of(std::begin(kLosing), std::end(kLosing), [this](RuleId id) { return finds(id); });
+           std::none_of(std::begin(kRulesThatDropDeclarations), std::end(kRulesThatDropDeclarations),
+                        [this](RuleId id) { return finds(id); });
 }
 
 bool Checker::finds(RuleId id) const {
@@ -132,7 +135,7 @@ void Checker::addInteractionClass(std::string name, std::string transportation, 
                                   std::string space) {
     const std::size_t numShifted = _shiftedWords.size();
     const Properties properties = resolve("the interaction class " + inQuotes(name), {transportation, ordering, space});
-    _shiftedInClass = _shiftedInClass || _shiftedWords.size() > numShifted;
+    _classNamesUncertain = _classNamesUncertain || _shiftedWords.size() > numShifted;
     _interactionClass = addClass<Interactions>(name, [&] {
         return _database.addInteractionClass(name, properties.transportation, properties.ordering, properties.space);
     });

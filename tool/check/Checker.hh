@@ -106,7 +106,7 @@ private:
     ClassClauses _clauses;
     std::vector<std::string> _spaceNames;
     std::vector<std::string> _shiftedWords; // in upper case
-    bool _shiftedInClass = false;           // one of them may be the name of a class
+    bool _classNamesUncertain = false;      // one of them may be the name of a class
     RtiFedSpace *_space = nullptr;
     RtiFedObjectClass *_objectClass = nullptr; // null while the current class could not be added, as the next one
     RtiFedInteractionClass *_interactionClass = nullptr;
