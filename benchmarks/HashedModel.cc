@@ -67,7 +67,7 @@ Handle lastHandle(const Records &records) {
 
 void enter(Names &names, const std::string &name, Handle handle) {
     if (!names.try_emplace(name, handle).second)
-        throw std::runtime_error(name + " is declared twice");
+        throw std::runtime_error("duplicate name " + name);
 }
 
 class HashedModel : public Model {

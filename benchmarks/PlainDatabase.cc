@@ -50,8 +50,8 @@ std::string upper(std::string text) {
     return text;
 }
 
-[[noreturn]] void declaredTwice(const std::string &name) {
-    throw std::runtime_error(name + " is declared twice");
+[[noreturn]] void refuseDuplicate(const std::string &name) {
+    throw std::runtime_error("duplicate name " + name);
 }
 
 class PlainDatabase : public Model {
@@ -59,7 +59,7 @@ public:
     Space *addSpace(const std::string &name) {
         auto &space = _spaces[upper(name)];
         if (space)
-            declaredTwice(name);
+            refuseDuplicate(name);
         const auto handle = static_cast<unsigned>(_spaces.size());
         space = std::make_unique<Space>(Space{name, handle, {}, {}});
         _spacesByHandle[handle] = space.get();
@@ -67,7 +67,7 @@ public:
     }
     static void addDimension(Space *space, const std::string &name) {
         if (!space->dimensionHandles.emplace(upper(name), space->dimensions.size()).second)
-            declaredTwice(name);
+            refuseDuplicate(name);
         space->dimensions.push_back(name);
     }
     unsigned spaceHandle(const std::string &name) const { return _spaces.at(upper(name))->handle; }
@@ -76,7 +76,7 @@ public:
         const std::string fullName = parent ? parent->name + "." + name : name;
         auto &node = tree.classes[upper(fullName)];
         if (node)
-            declaredTwice(fullName);
+            refuseDuplicate(fullName);
         const auto handle = static_cast<unsigned>(tree.classes.size());
         node = std::make_unique<Class>(Class{fullName, handle, parent, delivery, {}, {}, {}});
         tree.classesByHandle[handle] = node.get();
@@ -88,7 +88,7 @@ public:
         const std::string key = upper(name);
         for (const Class *node = declaredIn; node; node = node->parent)
             if (node->membersByName.count(key) > 0)
-                declaredTwice(name);
+                refuseDuplicate(name);
         const auto handle = static_cast<unsigned>(tree.classesByMember.size()) + 1;
         declaredIn->members.push_back(std::make_unique<Member>(Member{name, handle, delivery}));
         declaredIn->membersByName[key] = declaredIn->members.back().get();

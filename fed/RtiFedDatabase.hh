@@ -26,7 +26,8 @@
 /// dimensions are numbered from 0 in each space. 0 means no handle.
 ///
 /// A failed lookup throws an exception of RtiFedExceptions.hh and changes nothing. Its message begins with a fixed
-/// prefix, such as "RtiFedDatabase", line 1342: which callers may compare. The number is not a line of today's source.
+/// prefix that callers may compare, such as `"RtiFedDatabase", line 1342: `. The number is not a line of today's
+/// source.
 ///
 /// docs/embedding.md is the guide for programs that use the library.
 #pragma once

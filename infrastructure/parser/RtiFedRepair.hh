@@ -4,7 +4,8 @@
 
 #include <optional>
 
-/// Decides which parentheses of a damaged text may be taken as missing or superfluous.
+/// Limits the repairs of parentheses: says whether one more is allowed, and counts those that were made. The reader and
+/// RtiFedNesting make them.
 ///
 /// A missing or superfluous parenthesis moves all later clauses to another level; read literally, nearly every one of
 /// them would be an error. So the reader repairs: where the grammar does not allow the next token, it continues as if a
@@ -21,10 +22,10 @@ class RtiFedRepair {
 public:
     explicit RtiFedRepair(const RtiFedText &text) : _text(text) {}
 
-    bool mayInsertClose(std::size_t count = 1) { return missingCloses() >= static_cast<long>(count); }
-    bool mayDropOpen() { return missingCloses() > 0; }
-    bool mayDropClose() { return missingCloses() < 0; }
-    bool mayInsertOpen() { return missingCloses() < 0; }
+    bool mayInsertClose(std::size_t count = 1) { return remainingCloses() >= static_cast<long>(count); }
+    bool mayDropOpen() { return remainingCloses() > 0; }
+    bool mayDropClose() { return remainingCloses() < 0; }
+    bool mayInsertOpen() { return remainingCloses() < 0; }
 
     void insertClose(std::size_t count = 1) { _netCloses += static_cast<long>(count); }
     void dropOpen() { ++_netCloses; }
@@ -37,8 +38,9 @@ public:
     /// many, the indentation is trusted only if it shows exactly that many: with more or fewer places it does not
     /// follow the nesting.
     std::optional<RtiFedBalance::Suspect> takeSuspect(RtiFedOffset end) {
-        const auto surplus = static_cast<std::size_t>(-balance().missingCloses);
-        const bool trusted = missingCloses() > 0 || balance().suspects.size() == surplus;
+        const long total = balance().missingCloses;
+        const bool trusted =
+            total > 0 ? remainingCloses() > 0 : balance().suspects.size() == static_cast<std::size_t>(-total);
         if (!trusted || !hasSuspect() || balance().suspects[_nextSuspect].at >= end)
             return std::nullopt;
         return balance().suspects[_nextSuspect++];
@@ -48,7 +50,7 @@ private:
     /// Made at the first error, since it reads the whole text.
     const RtiFedBalance &balance() { return _balance ? *_balance : _balance.emplace(_text); }
     /// Closing parentheses still missing after the repairs so far; negative if there are too many.
-    long missingCloses() { return balance().missingCloses - _netCloses; }
+    long remainingCloses() { return balance().missingCloses - _netCloses; }
 
     const RtiFedText &_text;
     std::optional<RtiFedBalance> _balance;

@@ -93,9 +93,9 @@ private:
     void giveMomItsSpace();
 
     void addDeclaration(const void *record) { _declarations.add(record, _clauses.number()); }
-    /// Adds a finding about an argument of the declaration that the parser delivers just now.
+    /// Adds a finding about an argument of the declaration that the parser is delivering.
     void report(RuleId rule, Argument argument, std::string text);
-    /// Adds a finding about a further declaration of a record, unless the parser cannot tell which class it is in.
+    /// Adds a finding about a further declaration of a record, unless the parser does not know its class.
     void reportRepeated(RuleId rule, std::string text, const void *first);
     Finding withSuggestion(Finding finding, const std::vector<std::string> &candidates) const;
     const std::vector<std::string> &candidatesFor(const Finding &finding) const;

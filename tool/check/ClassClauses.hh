@@ -8,7 +8,7 @@
 /// The idea: while the clauses are inside a repeated class, a subclass that the first declaration has as well is no
 /// news. One that only the repetition declares counts as part of the first class, so that a duplicate of it within the
 /// repetition is found. The two are told apart by the number of the clause that declared the subclass. This relies on
-/// the parser delivering each class directly before its subclasses; where it cannot tell the nesting, the checker
+/// the parser delivering each class directly before its subclasses; where it does not know the nesting, the checker
 /// reports no repetition at all.
 class ClassClauses {
 public:

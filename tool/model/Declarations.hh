@@ -19,7 +19,7 @@ public:
     /// `text` is the text that declares the records; it must outlive this object.
     explicit Declarations(const RtiFedParser &text) : _text(text) {}
 
-    /// Adds a record that the parser delivers just now, in the class clause of this number.
+    /// Adds the record that the parser is delivering, in the class clause of this number.
     void add(const void *record, unsigned long classClause);
 
     /// Adds a further declaration of a record: a duplicate in its class, or one in a subclass.

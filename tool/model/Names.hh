@@ -11,5 +11,6 @@ std::string_view lastComponent(std::string_view path);
 /// Whether `path` is `name`, or ends in a dot and `name`.
 bool endsIn(std::string_view path, std::string_view name);
 
-/// Returns the last components of `path`, as many as `name` has, for comparing the two; the whole path if it has fewer.
+/// Returns the trailing components of `path`, in the number that `name` has, for comparing the two; the whole path if
+/// it has fewer.
 std::string_view endLike(std::string_view path, std::string_view name);
