@@ -148,6 +148,20 @@ TEST(Image, RefusesACounterBelowAHandleInUse) {
     }
 }
 
+TEST(Image, CountersOverflowAtTheirLastHandle) {
+    std::string image = bytesOf(*smallDatabase());
+    const auto counter = [&image](std::size_t fromEnd) { return image.size() - 9 - 4 * fromEnd; };
+    image.replace(counter(5), 12, "\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF\0\0\0\0"s); // spaces, object classes, attributes
+    const auto database = restored(image);
+    EXPECT_EQ(reasonOf<RTI::RTIinternalError>([&] { database->addObjectClass("Z"); }),
+              "\"RtiFedDatabase\", line 125: the handle 0 is in use or no handle: none is left");
+    reasonOf<RTI::RTIinternalError>([&] { database->addObjectClass("Z"); });
+    reasonOf<RTI::RTIinternalError>([&] { database->addSpace("Z"); });
+    RtiFedObjectClass *node = database->find(RtiObjectClassHandle(2));
+    reasonOf<RTI::ErrorReadingFED>([&] { database->addObjectClassAttribute(node, "b", 1, 1, 0); }); // handle 1 again
+    EXPECT_EQ(database->getRealObjectClassHandle(0, 1), 1);
+}
+
 // A host may add members to a class directly, with handles of its own that do not ascend.
 TEST(Image, KeepsMembersInTheOrderOfTheirAddition) {
     const auto origin = smallDatabase();
