@@ -210,9 +210,8 @@ RtiFedSpace *RtiFedDatabase::insertSpace(std::unique_ptr<RtiFedSpace> space) {
     const RtiSpaceHandle handle = added->getHandle();
     _spaceHandleMap.insert(handle, std::move(space));
     try {
-        _spaceNameMap.insert(
-            added->getName(),
-            added); // no effect if the name is in use; NOLINT(clang-analyzer-cplusplus.NewDelete): the map owns it
+        // No effect if the name is in use.
+        _spaceNameMap.insert(added->getName(), added); // NOLINT(clang-analyzer-cplusplus.NewDelete): the map owns it
     } catch (...) {
         _spaceHandleMap.erase(handle);
         throw;

@@ -33,6 +33,7 @@ std::vector<OptionTexts> optionsOf(const CommandTexts &command, const CommandTex
 
 std::vector<std::string> commandNames(const std::vector<CommandTexts> &all) {
     std::vector<std::string> names;
+    names.reserve(all.size());
     for (const CommandTexts &command : all)
         names.push_back(command.name);
     return names;
