@@ -50,7 +50,7 @@ TEST(Repair, IsAllowedAsFarAsTheWholeTextIsOutOfBalance) {
 TEST(Repair, ShowsWhereTheIndentationContradictsTheParentheses) {
     EXPECT_EQ(suspectsOf("(a\n  (b\n    (c\n  )\n)"), "0: 12 17 5; "); // the ")" of c is aligned with b
     EXPECT_EQ(suspectsOf("(a\n  (b\n  (c)\n)"), "1: 5 10 0; ");        // the "(" of c is aligned with b
-    EXPECT_EQ(suspectsOf("(a\n  (b))\n  (c)\n)"), "2: 0 8 0; ");       // a goes on after its ")"
+    EXPECT_EQ(suspectsOf("(a\n  (b))\n  (c)\n)"), "2: 0 8 0; ");       // a continues after its ")"
     EXPECT_EQ(suspectsOf("(a\n  (b))\n  (c))\n  (d)\n)\n("), "");      // two such places, but one ")" too many
     EXPECT_EQ(suspectsOf("(a (b (c))"), "");
     EXPECT_EQ(suspectsOf("(a\n(b\n(c\n"), "");
