@@ -7,7 +7,8 @@ using AllExceptions =
     testing::Types<RTI::NameNotFound, RTI::ObjectClassNotDefined, RTI::AttributeNotDefined,
                    RTI::InteractionClassNotDefined, RTI::InteractionParameterNotDefined, RTI::SpaceNotDefined,
                    RTI::DimensionNotDefined, RTI::InvalidTransportationHandle, RTI::InvalidOrderingHandle,
-                   RTI::CouldNotOpenFED, RTI::ErrorReadingFED, RTI::RTIinternalError, RtiBufferUnderflow>;
+                   RTI::CouldNotOpenFED, RTI::ErrorReadingFED, RTI::RTIinternalError, RtiBufferUnderflow,
+                   RtiBufferOverflow, RTI::ArrayIndexOutOfBounds>;
 TYPED_TEST_SUITE(ExceptionTest, AllExceptions);
 
 TYPED_TEST(ExceptionTest, IsClonedAndThrownAsItself) {

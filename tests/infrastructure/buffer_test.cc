@@ -64,3 +64,21 @@ TEST(Buffer, SaysWhatWasWantedAndWhatIsLeft) {
     EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { RtiStringUtility::getString(string); }),
               "byte 4: a string of 2147483647 bytes, 1 left");
 }
+
+// A derived class sees each handle as an object, and is not asked for counts of bytes.
+TEST(Buffer, OfADerivedClassGetsHandlesAsObjects) {
+    struct Counting : RtiBuffer {
+        using RtiBuffer::get, RtiBuffer::put;
+        void put(RtiSaveableType &object) override { RtiBuffer::put((++numObjects, object)); }
+        void get(RtiSaveableType &object) override { RtiBuffer::get((++numObjects, object)); }
+        int numObjects = 0;
+    } buffer;
+    const std::string longName(200000, 'x');
+    const auto database = emptyDatabase();
+    database->addObjectClassAttribute(database->addObjectClass("R"), longName, 1, 1, 0);
+    database->save(buffer);
+    EXPECT_EQ(buffer.numObjects, 15); // two records; handles: two of the class, four of the attribute, a pair, counters
+    const RtiFedDatabase copy(buffer);
+    EXPECT_EQ(buffer.numObjects, 28);
+    EXPECT_EQ(copy.getAttributeName(1, 1), longName);
+}
