@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <unordered_map>
 
@@ -101,7 +102,7 @@ private:
         Finding finding{&ruleOf(rule), span, std::move(text)};
         if (_findings.size() < kMaxErrors)
             return _findings.emplace_back(std::move(finding));
-        return _surplus = std::move(finding);
+        return _surplus.emplace(std::move(finding));
     }
 
     void warnOfSpace(const RtiFedSpace &space) {
@@ -242,7 +243,7 @@ private:
     const bool _allNamesKnown; // else a word that was not understood may be the name of a space
     std::set<RtiSpaceHandle> _usedSpaces;
     std::vector<Finding> _findings;
-    Finding _surplus{}; // the last one that is not kept
+    std::optional<Finding> _surplus; // the last one that is not kept
 };
 
 } // namespace

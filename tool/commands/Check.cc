@@ -21,7 +21,7 @@ Status check(const CheckOptions &options, const Console &console) {
     const auto report = options.format(options.quiet ? nowhere : console.out, console.color, console.width);
     const auto checkFile = [&](const Input &input) {
         const Tally tally = reportFindings(input, Severity::warning, numShown(options), *report);
-        return tally.errors == 0 && (options.failOn == Severity::error || tally.warnings == 0);
+        return tally.errors == 0 && !tally.refused && (options.failOn == Severity::error || tally.warnings == 0);
     };
     const auto failFile = [&](const std::string &name, const std::string &reason) {
         report->failFile(name, withoutName(reason, name));

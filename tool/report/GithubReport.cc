@@ -33,7 +33,7 @@ public:
         std::string text = finding.textWithDetails();
         for (const RtiFedParser::Note &note : finding.notes)
             text += '\n' + source.place(note.span) + ": " + note.text;
-        _out << "::" << nameOf(finding.rule->severity) << " file=" << property(source.name())
+        _out << "::" << nameOf(finding.severity) << " file=" << property(source.name())
              << (finding.span ? propertiesOf(source, *finding.span) : "") << ",title=" << property(finding.rule->id)
              << "::" << escaped(text) << '\n';
     }

@@ -10,7 +10,7 @@ Json rangeOf(const Source &source, RtiFedSpan span) {
 }
 
 Json jsonOf(const Source &source, const Finding &finding) {
-    Json json = {{"rule", finding.rule->id}, {"severity", nameOf(finding.rule->severity)}, {"text", finding.text}};
+    Json json = {{"rule", finding.rule->id}, {"severity", nameOf(finding.severity)}, {"text", finding.text}};
     if (finding.span)
         json["range"] = rangeOf(source, *finding.span);
     if (!finding.details.empty())

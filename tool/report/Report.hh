@@ -9,9 +9,12 @@
 #include <ostream>
 #include <string>
 
-/// The number of findings of a file. The first `most` are shown, errors before warnings.
+/// The number of findings of a file, without the suppressed ones. The first `most` are shown, errors before warnings.
 struct Tally {
     std::size_t errors, warnings, most;
+    std::size_t suppressed = 0;
+    bool refused = false;    ///< The library refuses the file, and not only for errors that a baseline lists.
+    std::string remark = {}; ///< Says that such errors are not shown as errors; empty if all are.
 
     std::size_t shownErrors() const { return std::min(errors, most); }
     std::size_t shownWarnings() const { return std::min(warnings, most - shownErrors()); }
@@ -32,7 +35,9 @@ public:
 
     virtual void begin() {}
     virtual void beginFile(const Source &) {}
+    /// Writes a finding; a suppressed one only if the report shows these.
     virtual void add(const Source &source, const Finding &finding) = 0;
+    virtual bool showsSuppressed() const { return false; }
     virtual void endFile(const Source &source, const Tally &tally) = 0;
     /// Reports a file that cannot be read, with its name and the reason, in place of the operations of a file.
     virtual void failFile(const std::string &, const std::string &) {}

@@ -61,7 +61,7 @@ Json fixesOf(const Source &source, const Finding &finding) {
 Json resultOf(const Source &source, const Finding &finding) {
     Json result = {{"ruleId", finding.rule->id},
                    {"ruleIndex", finding.rule->index},
-                   {"level", nameOf(finding.rule->severity)},
+                   {"level", nameOf(finding.severity)},
                    {"message", message(finding.textWithDetails())},
                    {"locations", Json::array({locationOf(source, finding.span)})}};
     if (!finding.notes.empty())

@@ -23,8 +23,8 @@ public:
         : _out(out), _color(color), _width(width > 0 ? std::max(width, kNarrowest + kMargin) - kMargin : kUsual) {}
 
     void add(const Source &source, const Finding &finding) override {
-        const bool isError = finding.rule->severity == Severity::error;
-        printHead(source.place(finding.span), isError ? kRed : kMagenta, nameOf(finding.rule->severity),
+        const bool isError = finding.severity == Severity::error;
+        printHead(source.place(finding.span), isError ? kRed : kMagenta, nameOf(finding.severity),
                   finding.text + " [" + finding.rule->id + ']');
         printExcerpt(source, finding.span);
         for (const std::string &line : finding.details)
@@ -38,6 +38,8 @@ public:
     void endFile(const Source &source, const Tally &tally) override {
         if (tally.hidden() > 0)
             printHead(source.name(), kCyan, "note", describeHidden(tally));
+        if (!tally.remark.empty())
+            printHead(source.name(), kCyan, "note", tally.remark);
     }
 
 private:
