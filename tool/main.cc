@@ -1,5 +1,5 @@
 #include "infrastructure/RTI.hh"
-#include "tool/CommandLine.hh"
+#include "tool/commandline/CommandLine.hh"
 #include "tool/console/TerminalBuffer.hh"
 
 #include <cerrno>

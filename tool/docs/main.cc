@@ -1,4 +1,4 @@
-#include "tool/CommandLine.hh"
+#include "tool/commandline/CommandLine.hh"
 #include "tool/docs/Completion.hh"
 #include "tool/docs/ManPage.hh"
 

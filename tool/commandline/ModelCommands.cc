@@ -1,0 +1,67 @@
+#include "tool/commandline/CommandLine.hh"
+
+#include "tool/commandline/Options.hh"
+
+void CommandLine::addTree() {
+    CLI::App *command = addCommand("tree", "Show the class trees with their members, and the routing spaces",
+                                   "CLASS is a full dotted name, with or without its root, or the end of one. If the "
+                                   "file does not load, only what\n"
+                                   "can be understood is shown, and the exit status is 1.\n\n"
+                                   "Examples:\n"
+                                   "  rtifed tree harbour.fed\n"
+                                   "  rtifed tree --inherited harbour.fed Craft",
+                                   [this] { return tree(_tree, _console); });
+    addOperand(command, "FILE", _tree.fileName, kFile)->required();
+    addOperand(command, "CLASS", _tree.className, "Show only this class and its descendants");
+    command->add_flag("--inherited", _tree.inherited,
+                      "Show inherited members as well, with the class that declares them");
+    command->add_flag("--classes", _tree.classesOnly, "Show no members");
+    command->add_option("--depth", _tree.depth, "Show the outermost N levels of classes")
+        ->check(CLI::Range(std::size_t(1), std::size_t(1000)))
+        ->option_text("N");
+}
+
+void CommandLine::addFind() {
+    CLI::App *command = addCommand(
+        "find", "Find where a name is declared, and which classes inherit it",
+        "NAME names a class, attribute, parameter, space or dimension, in any letter case, with or without its class\n"
+        "or space: Position, Craft.Position, ObjectRoot.Craft.Position. The class may also be one that inherits the\n"
+        "member. If the file does not load, only what can be understood is searched, and the exit status is 1.\n\n"
+        "Example:\n"
+        "  rtifed find harbour.fed Position",
+        [this] { return find(_find, _console); });
+    addOperand(command, "FILE", _find.fileName, kFile)->required();
+    addOperand(command, "NAME", _find.name, "The name to find")->required();
+    command->add_flag("--all", _find.all, "Show long lists in full");
+    command->add_flag("--quiet", _find.quiet, "Print nothing, only set the exit status");
+}
+
+void CommandLine::addJson() {
+    CLI::App *command =
+        addCommand("json", "Print the whole model as JSON",
+                   "model.schema.json of the documentation describes the keys. If the file does not load, "
+                   "only what can be\nunderstood is printed, and the exit status is 1.\n\n"
+                   "Examples:\n"
+                   "  rtifed json harbour.fed\n"
+                   "  rtifed json harbour.fed | jq -r '.objectClasses[].name'",
+                   [this] { return json(_json, _console); });
+    addOperand(command, "FILE", _json.fileName, kFile)->required();
+    command->add_flag("--effective", _json.effective, "List the inherited members of each class as well");
+}
+
+void CommandLine::addList() {
+    CLI::App *command = addCommand("list", "Print the model's readable listing, with all handles",
+                                   "Example:\n"
+                                   "  rtifed list harbour.fed",
+                                   [this] { return list(_fileName, _console); });
+    addOperand(command, "FILE", _fileName, kFile)->required();
+}
+
+void CommandLine::addCalls() {
+    CLI::App *command = addCommand("calls", "Print the declarations as call text, whether or not they load",
+                                   "Needs FED text, and only that it parses.\n\n"
+                                   "Example:\n"
+                                   "  rtifed calls harbour.fed",
+                                   [this] { return calls(_fileName, _console); });
+    addOperand(command, "FILE", _fileName, "FED text; - is standard input")->required();
+}
