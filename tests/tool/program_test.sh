@@ -58,7 +58,7 @@ expect 0 '' '' "$program" check --quiet warned.fed
 expect 2 '' 'rtifed: --format: expected text, json, sarif or github, found "jsn"; did you mean "json"?
 Run rtifed check --help for more information.
 ' "$program" check --format jsn warned.fed
-expect 2 '{"files":[
+expect 2 '{"formatVersion":2,"files":[
 ],"failures":[{"file":"none.fed","text":"No such file or directory"}]}
 ' 'rtifed: none.fed: No such file or directory
 ' "$program" check --format json none.fed

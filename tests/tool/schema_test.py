@@ -12,7 +12,9 @@ program, docs, examples = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(s
 
 
 def validate(document, kind):
-    validator = jsonschema.Draft202012Validator(json.loads((docs / (kind + ".schema.json")).read_text()))
+    schema = json.loads((docs / (kind + ".schema.json")).read_text())
+    resolver = jsonschema.RefResolver(docs.as_uri() + "/", schema)  # finds the schemas that this one refers to
+    validator = jsonschema.Draft202012Validator(schema, resolver=resolver)
     validator.check_schema(validator.schema)
     validator.validate(document)
 

@@ -1,6 +1,7 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/JsonWriter.hh"
 #include "tool/model/Model.hh"
+#include "tool/report/JsonPlace.hh"
 
 #include <algorithm>
 
@@ -93,13 +94,14 @@ private:
     void writeDeclaration(const Declared &declared) {
         _json.member("name", declared.name);
         _json.member("handle", _outline.loads ? Json(declared.handle) : Json());
-        if (!declared.place) {
-            _json.member("place", Json());
+        const Json place = placeAsJson(declared.place);
+        if (place.is_null()) {
+            _json.member("place", place);
             return;
         }
         _json.key("place").beginObject();
-        _json.member("line", declared.place->line);
-        _json.member("column", declared.place->column);
+        for (const auto &[key, value] : place.items())
+            _json.member(key, value);
         _json.endObject();
     }
 

@@ -4,6 +4,7 @@
 #include "tool/console/TerminalBuffer.hh"
 #include "tool/console/Text.hh"
 #include "tool/report/ChangeGroup.hh"
+#include "tool/report/JsonPlace.hh"
 
 #include <algorithm>
 
@@ -12,6 +13,8 @@ namespace {
 using Verdict = Comparison::Verdict;
 using Change = Comparison::Change;
 using Element = Comparison::Element;
+
+constexpr int kFormatVersion = 2; // of the JSON; to be raised when a key is removed or changes its meaning
 
 std::size_t numOf(Change::Kind kind, const Comparison &comparison) {
     const std::vector<Change> &changes = comparison.changes();
@@ -145,12 +148,12 @@ Json jsonOf(const ComparedFile &side) {
             {"version", side.outline.version}};
 }
 
-Json jsonOf(const std::optional<RtiFedPosition> &place) {
-    return place ? Json{{"line", place->line}, {"column", place->column}} : Json();
-}
-
 Json jsonOf(const Element &element) {
     return {{"subject", Comparison::nameOf(element.kind)}, {"in", element.owner}, {"name", element.name}};
+}
+
+Json placeOf(const std::optional<Element> &element) {
+    return element ? placeAsJson(element->place) : Json();
 }
 
 /// Returns a handle as a number, other values as text, null for none.
@@ -165,23 +168,18 @@ Json jsonOf(const Change &change) {
     Json json{{"kind", Comparison::nameOf(change.kind)},
               {"meaning", Comparison::nameOf(Comparison::meaning(change.kind))}};
     json.update(jsonOf(change.element()));
-    if (change.before && change.after) {
-        json["from"] = valueOf(change, *change.before);
-        json["to"] = valueOf(change, *change.after);
-    }
-    if (change.before && change.before->place)
-        json["old_place"] = jsonOf(change.before->place);
-    if (change.after && change.after->place)
-        json["new_place"] = jsonOf(change.after->place);
-    if (change.contents.empty())
-        return json;
-    Json contents = Json::array();
+    const bool onBothSides = change.before && change.after;
+    json["from"] = onBothSides ? valueOf(change, *change.before) : Json();
+    json["to"] = onBothSides ? valueOf(change, *change.after) : Json();
+    json["oldPlace"] = placeOf(change.before);
+    json["newPlace"] = placeOf(change.after);
+    json["contents"] = Json::array();
+    json["movedDownTo"] = Json::array();
+    Json &contents = json[change.element().hasMembers() ? "contents" : "movedDownTo"];
     for (const Element &element : change.contents) {
         contents.push_back(jsonOf(element));
-        if (element.place)
-            contents.back()["place"] = jsonOf(element.place);
+        contents.back()["place"] = placeAsJson(element.place);
     }
-    json[change.element().hasMembers() ? "contents" : "moved_down_to"] = std::move(contents);
     return json;
 }
 
@@ -195,11 +193,12 @@ void writeDifferenceAsJson(const Difference &difference, std::ostream &out) {
     const Comparison &comparison = difference.comparison;
     const bool comparesHandles = comparison.handlesCompared();
     JsonWriter json(out, JsonWriter::Layout::compact);
-    json.beginObject().member("verdict", Comparison::nameOf(comparison.verdict()));
+    json.beginObject().member("formatVersion", kFormatVersion);
+    json.breakLine().member("verdict", Comparison::nameOf(comparison.verdict()));
     json.breakLine().member("old", jsonOf(difference.before));
     json.breakLine().member("new", jsonOf(difference.after));
-    json.breakLine().member("handles_compared", comparesHandles);
-    json.breakLine().member("checksums_agree", comparesHandles ? Json(difference.checksumsAgree()) : Json());
+    json.breakLine().member("handlesCompared", comparesHandles);
+    json.breakLine().member("checksumsAgree", comparesHandles ? Json(difference.checksumsAgree()) : Json());
     json.breakLine().key("changes").beginArray();
     for (const Change &change : comparison.changes())
         json.breakLine().value(jsonOf(change));

@@ -1,32 +1,31 @@
 #include "tool/console/JsonWriter.hh"
+#include "tool/report/JsonPlace.hh"
 #include "tool/report/Report.hh"
 
 namespace {
 
-Json rangeOf(const Source &source, RtiFedSpan span) {
-    const RtiFedPosition begin = source.begin(span), end = source.end(span);
-    return {{"startLine", begin.line}, {"startColumn", begin.column}, {"endLine", end.line},
-            {"endColumn", end.column}, {"byteOffset", span.begin},    {"byteLength", span.length}};
-}
+constexpr int kFormatVersion = 2; // to be raised when a key is removed or changes its meaning
 
 Json jsonOf(const Source &source, const Finding &finding) {
-    Json json = {{"rule", finding.rule->id}, {"severity", nameOf(finding.severity)}, {"text", finding.text}};
-    if (finding.span)
-        json["range"] = rangeOf(source, *finding.span);
-    if (!finding.details.empty())
-        json["details"] = finding.details;
+    Json notes = Json::array(), fix = Json::array();
     for (const RtiFedParser::Note &note : finding.notes)
-        json["notes"].push_back({{"text", note.text}, {"range", rangeOf(source, note.span)}});
+        notes.push_back({{"text", note.text}, {"place", placeAsJson(source, note.span)}});
     for (const Replacement &replacement : finding.fix)
-        json["fix"].push_back({{"range", rangeOf(source, replacement.span)}, {"text", replacement.text}});
-    return json;
+        fix.push_back({{"text", replacement.text}, {"place", placeAsJson(source, replacement.span)}});
+    return {{"rule", finding.rule->id},
+            {"severity", nameOf(finding.severity)},
+            {"text", finding.text},
+            {"place", placeAsJson(source, finding.span)},
+            {"details", finding.details},
+            {"notes", std::move(notes)},
+            {"fix", std::move(fix)}};
 }
 
 class JsonReport : public Report {
 public:
     explicit JsonReport(std::ostream &out) : _json(out, JsonWriter::Layout::compact) {}
 
-    void begin() override { _json.beginObject().key("files").beginArray(); }
+    void begin() override { _json.beginObject().member("formatVersion", kFormatVersion).key("files").beginArray(); }
 
     void beginFile(const Source &source) override {
         _json.breakLine().beginObject().member("file", source.name()).key("findings").beginArray();

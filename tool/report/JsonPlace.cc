@@ -1,0 +1,17 @@
+#include "tool/report/JsonPlace.hh"
+
+Json placeAsJson(const std::optional<RtiFedPosition> &place) {
+    return place ? Json{{"line", place->line}, {"column", place->column}} : Json();
+}
+
+Json placeAsJson(const Source &source, const std::optional<RtiFedSpan> &span) {
+    if (!span)
+        return {};
+    Json place = placeAsJson(source.begin(*span));
+    const RtiFedPosition end = source.end(*span);
+    place.update({{"endLine", end.line},
+                  {"endColumn", end.column},
+                  {"byteOffset", span->begin},
+                  {"byteLength", span->length}});
+    return place;
+}

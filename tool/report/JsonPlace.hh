@@ -1,0 +1,13 @@
+#pragma once
+
+#include "infrastructure/RtiFedParser.hh"
+#include "tool/console/JsonWriter.hh"
+#include "tool/report/Source.hh"
+
+#include <optional>
+
+/// Returns a place in a FED text as all JSON output has it, described by docs/place.schema.json; null if there is none.
+Json placeAsJson(const std::optional<RtiFedPosition> &place);
+
+/// The same with the end of the span and its bytes.
+Json placeAsJson(const Source &source, const std::optional<RtiFedSpan> &span);
