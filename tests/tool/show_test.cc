@@ -16,9 +16,9 @@ constexpr const char *kCoast = R"((FED (Federation Coast) (FEDversion v1.3)
    (class Ship best_effort timestamp Sea (parameter Cause)))))
 )";
 
-/// The complaint about a file that the library refuses.
-const std::string kRefused =
-    "! FILE: the library refuses this file (rtifed check shows why); only what can be understood is shown\n";
+/// The complaint about a file that the library refuses, with the errors replaced by "ERRORS".
+const std::string kRefused = "! rtifed: FILE: the library refuses this file, so that only what can be understood is "
+                             "shown: ERRORS; see rtifed check FILE\n";
 
 /// Returns the output of a command on a text: its results, "! " and its complaints, if any, and its status.
 template <class Options, class Command>
@@ -31,6 +31,9 @@ std::string said(const std::string &text, Options options, Command command, std:
     std::string all = out.str() + (err.str().empty() ? "" : "! " + err.str()) + std::to_string(status);
     for (std::size_t at = 0; (at = all.find(file.path(), at)) != std::string::npos;)
         all.replace(at, file.path().size(), "FILE");
+    const std::size_t errors = all.find(" shown: ") + 8;
+    if (errors >= 8 && all.find("; see", errors) != std::string::npos)
+        all.replace(errors, all.find("; see", errors) - errors, "ERRORS");
     return all;
 }
 

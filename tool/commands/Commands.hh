@@ -4,6 +4,7 @@
 #include "tool/model/Comparison.hh"
 #include "tool/model/Input.hh"
 #include "tool/report/FileFindings.hh"
+#include "tool/report/Loading.hh"
 #include "tool/report/Report.hh"
 
 #include <algorithm>

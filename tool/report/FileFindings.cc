@@ -1,6 +1,5 @@
 #include "tool/report/FileFindings.hh"
 
-#include "tool/check/ReadOutline.hh"
 #include "tool/check/Warnings.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Model.hh"
@@ -99,23 +98,4 @@ Tally reportFindings(const Input &input, Severity least, std::size_t most, Repor
     if (control)
         control(text ? &*text : nullptr, findings);
     return reportAll(Source(input.name, text ? &text->parser() : nullptr), std::move(findings), most, report);
-}
-
-std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
-    const auto report = textReport(complaints, false, 0);
-    return reportFindings(input, Severity::error, kUsuallyShown, *report).errors > 0 ? nullptr : buildModel(input);
-}
-
-std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints) {
-    try {
-        Outline outline = readOutline(input);
-        if (!outline.loads)
-            complaints
-                << input.name
-                << ": the library refuses this file (rtifed check shows why); only what can be understood is shown\n";
-        return outline;
-    } catch (const RTI::Exception &refused) {
-        complaints << input.name << ": error: " << reasonOf(refused) << '\n';
-        return {};
-    }
 }

@@ -9,9 +9,7 @@ Json placeAsJson(const Source &source, const std::optional<RtiFedSpan> &span) {
         return {};
     Json place = placeAsJson(source.begin(*span));
     const RtiFedPosition end = source.end(*span);
-    place.update({{"endLine", end.line},
-                  {"endColumn", end.column},
-                  {"byteOffset", span->begin},
-                  {"byteLength", span->length}});
+    place.update(
+        {{"endLine", end.line}, {"endColumn", end.column}, {"byteOffset", span->begin}, {"byteLength", span->length}});
     return place;
 }

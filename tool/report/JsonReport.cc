@@ -12,12 +12,9 @@ Json jsonOf(const Source &source, const Finding &finding) {
         notes.push_back({{"text", note.text}, {"place", placeAsJson(source, note.span)}});
     for (const Replacement &replacement : finding.fix)
         fix.push_back({{"text", replacement.text}, {"place", placeAsJson(source, replacement.span)}});
-    return {{"rule", finding.rule->id},
-            {"severity", nameOf(finding.severity)},
-            {"text", finding.text},
-            {"place", placeAsJson(source, finding.span)},
-            {"details", finding.details},
-            {"notes", std::move(notes)},
+    return {{"rule", finding.rule->id},   {"severity", nameOf(finding.severity)},
+            {"text", finding.text},       {"place", placeAsJson(source, finding.span)},
+            {"details", finding.details}, {"notes", std::move(notes)},
             {"fix", std::move(fix)}};
 }
 

@@ -1,0 +1,63 @@
+#include "tool/report/Loading.hh"
+
+#include "tool/check/ReadOutline.hh"
+#include "tool/console/Text.hh"
+#include "tool/model/Model.hh"
+#include "tool/report/FileFindings.hh"
+
+namespace {
+
+/// Keeps the first finding of a file.
+class FirstFinding : public Report {
+public:
+    void add(const Source &source, const Finding &finding) override {
+        if (finding.span)
+            _place = textOf(source.begin(*finding.span));
+        _text = finding.text;
+        if (!finding.details.empty() && _text.back() == ':') // which announces the details
+            _text.pop_back();
+    }
+
+    void endFile(const Source &, const Tally &tally) override { _numErrors = tally.errors; }
+
+    bool found() const { return _numErrors > 0; }
+
+    /// Describes the errors, such as `3 errors, the first at 4:3: TEXT`.
+    std::string summary() const {
+        if (_place.empty())
+            return _text;
+        return counted(_numErrors, "error") + (_numErrors == 1 ? " at " : ", the first at ") + _place + ": " + _text;
+    }
+
+private:
+    std::string _place, _text;
+    std::size_t _numErrors = 0;
+};
+
+/// Returns whether the library refuses a file; if so, says why, and `consequence`.
+bool complain(const Input &input, const char *consequence, std::ostream &complaints) {
+    FirstFinding first;
+    reportFindings(input, Severity::error, 1, first);
+    if (first.found())
+        complaints << "rtifed: " << input.name << ": the library refuses this file" << consequence << ": "
+                   << first.summary() << (input.isImage() ? "" : "; see rtifed check " + input.name) << '\n';
+    return first.found();
+}
+
+} // namespace
+
+std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
+    return complain(input, "", complaints) ? nullptr : buildModel(input);
+}
+
+std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints) {
+    try {
+        Outline outline = readOutline(input);
+        if (!outline.loads)
+            complain(input, ", so that only what can be understood is shown", complaints);
+        return outline;
+    } catch (const RTI::Exception &) {
+        complain(input, "", complaints);
+        return {};
+    }
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "fed/RtiFedDatabase.hh"
+#include "tool/model/Input.hh"
+#include "tool/model/Outline.hh"
+
+#include <memory>
+#include <optional>
+#include <ostream>
+
+/// How commands other than check load a file. If the library refuses it, they say so in one line, with the first error,
+/// and name `rtifed check` for the others.
+
+/// Returns the database of a FED text or saved image. Null if the library refuses it.
+std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints);
+
+/// Returns the outline of a file, also of a FED text that the library refuses. Nothing for an image that cannot be
+/// restored.
+std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints);
