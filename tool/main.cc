@@ -1,15 +1,17 @@
 #include "infrastructure/RTI.hh"
 #include "tool/commandline/CommandLine.hh"
+#include "tool/console/Interruption.hh"
+#include "tool/console/Progress.hh"
 #include "tool/console/TerminalBuffer.hh"
 
 #include <cerrno>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <optional>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -30,19 +32,40 @@ bool localeIsUtf8() {
     return false;
 }
 
-/// Returns standard output and standard error. If standard output is a terminal, it has its width, shows colours unless
-/// NO_COLOR is set, and shows characters outside ASCII if the locale is UTF-8.
+/// Whether the terminal knows escape codes.
+bool terminalIsDumb() {
+    return variable("TERM").empty() || variable("TERM") == "dumb";
+}
+
+/// Whether the environment asks for colours, by the conventions NO_COLOR and CLICOLOR_FORCE; the first has precedence.
+bool wantsColor(bool terminal) {
+    if (!variable("NO_COLOR").empty())
+        return false;
+    const std::string force = variable("CLICOLOR_FORCE");
+    return (!force.empty() && force != "0") || (terminal && !terminalIsDumb());
+}
+
+/// Returns the width that COLUMNS gives, else that of standard output if it is a terminal, else 0.
+std::size_t widthHere(bool terminal) {
+    const std::string columns = variable("COLUMNS");
+    std::size_t width = 0;
+    const auto [end, error] = std::from_chars(columns.data(), columns.data() + columns.size(), width);
+    if (error == std::errc() && end == columns.data() + columns.size() && width > 0)
+        return width;
+    return terminal ? terminalWidth(STDOUT_FILENO) : 0;
+}
+
+/// Returns standard output and standard error. Lines are cut to the width of a terminal only, help fits any width.
 Console consoleHere() {
     Console console{std::cout, std::clog};
     console.terminal = isatty(STDOUT_FILENO) != 0;
-    if (!console.terminal)
-        return console;
-    const bool dumb = variable("TERM").empty() || variable("TERM") == "dumb";
-    console.color = !dumb && variable("NO_COLOR").empty();
-    console.unicode = !dumb && localeIsUtf8();
-    winsize size{};
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0)
-        console.width = size.ws_col;
+    console.color = wantsColor(console.terminal);
+    console.unicode = console.terminal && !terminalIsDumb() && localeIsUtf8();
+    const std::size_t width = widthHere(console.terminal);
+    if (console.terminal)
+        console.width = width;
+    if (width > 0)
+        console.helpWidth = width;
     return console;
 }
 
@@ -80,6 +103,10 @@ int main(int argc, char **argv) {
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); // exceeding the file size limit is a write error like others
     std::ios::sync_with_stdio(false);                 // each command writes through streams or stdio, never both
     std::cout.exceptions(std::ios::badbit);           // stop early when output cannot be written
+    cleanUpWhenInterrupted();
+    std::optional<Progress> progress;
+    if (isatty(STDERR_FILENO) && !terminalIsDumb())
+        progress.emplace();
     std::optional<TerminalBuffer> out, err;
     if (isatty(STDOUT_FILENO))
         out.emplace(std::cout);

@@ -24,14 +24,16 @@ cd "$work" || exit 1
 cp "$examples/harbour.fed" "$examples/minimal.fed" .
 printf '(FED)\n' >wrong.fed
 "$rtifed" save minimal.fed minimal.img && "$rtifed" save harbour.fed harbour.img || failures=1
+"$rtifed" save - by-stdin.img <harbour.fed || failures=1
 "$rtifed" checksum minimal.fed >list
+truncate -s 1073741825 long.fed && { printf '\0' >long.img; truncate -s 5G long.img; }
 mkdir folder
 mkfifo pipe
 
 # Standard output is full, closed or no longer read; standard error is closed.
 for arguments in 'check wrong.fed' 'check --format json wrong.fed' 'check --format sarif wrong.fed' explain \
     'diff minimal.fed harbour.fed' 'tree harbour.fed' 'find harbour.fed Position' 'json harbour.fed' 'list harbour.fed' \
-    'calls harbour.fed' 'checksum harbour.fed' 'checksum --check list' --help --version; do
+    'calls harbour.fed' 'save harbour.fed -' 'checksum harbour.fed' 'checksum --check list' --help --version; do
     gives 2 'standard output cannot be written: Bad file descriptor' "\$rtifed $arguments >&-"
     if [ -c /dev/full ]; then
         gives 2 'standard output cannot be written: No space left on device' "\$rtifed $arguments >/dev/full"
@@ -52,7 +54,9 @@ printf '96881752  minimal.fed\n96881752  folder\n' >listed-folder
 gives 2 'folder: the file cannot be read: Is a directory
 rtifed: WARNING: 1 listed file could not be read' '$rtifed checksum --check listed-folder'
 { cat list; head -c 70000 /dev/zero; echo; echo '00000000  harbour.fed'; } >zeros
-gives 2 'zeros: a list of checksums has no zero byte and at most 1 GiB' '$rtifed checksum --check zeros'
+gives 2 'zeros: a list of checksums has no zero byte' '$rtifed checksum --check zeros'
+gives 2 'long.fed: expected at most 1073741824 bytes, found 1073741825' '$rtifed check long.fed'
+gives 2 '-: expected at most 1073741824 bytes, found 5368709120' '$rtifed list - <long.img'
 printf '(FED\0)' >zero
 gives 0 '' '$rtifed diff --quiet zero zero'
 gives 2 '-: standard input was already read' 'cat zeros harbour.fed | $rtifed checksum --check - - 2>&1 | tail -1 >&2; exit 2'
@@ -70,6 +74,8 @@ gives 2 'folder: Is a directory' '$rtifed save harbour.fed folder'
 gives 2 'minimal.img: File too large' 'ulimit -f 1; $rtifed save harbour.fed minimal.img'
 gives 2 'standard output cannot be written: File too large' 'ulimit -f 1; $rtifed calls harbour.fed >limited'
 gives 0 '' '$rtifed save harbour.fed pipe & cmp pipe harbour.img'
+gives 0 '' '$rtifed save - - <harbour.fed | cmp - by-stdin.img'
+gives 0 '' 'cd folder; $rtifed save ../harbour.fed ./- && rm ./-'
 gives 0 '' '$rtifed save harbour.fed /dev/stdout | cmp - harbour.img'
 chmod a-r wrong.fed
 if [ -r wrong.fed ]; then
@@ -78,7 +84,7 @@ else
     gives 2 'wrong.fed: Permission denied' '$rtifed save harbour.fed wrong.fed'
 fi
 "$rtifed" checksum minimal.img >/dev/null || failures=1
-[ "$(echo *.img* link* wrong.fed*)" = 'closed.img harbour.img minimal.img link link-target wrong.fed' ] ||
+[ "$(echo *.img* link* wrong.fed*)" = 'by-stdin.img closed.img harbour.img long.img minimal.img link link-target wrong.fed' ] ||
     { echo "FAILED: files are left behind: $(ls)"; failures=1; }
 
 # If memory runs out for one file, the others are still processed.

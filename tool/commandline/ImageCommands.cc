@@ -26,10 +26,12 @@ void CommandLine::addChecksum() {
 void CommandLine::addSave() {
     CLI::App *command =
         addCommand("save", "Write the saved image of a model, for other processes to restore",
-                   "An existing image is replaced whole, or not at all. A file of another kind is not replaced.\n\n"
-                   "Example:\n"
-                   "  rtifed save harbour.fed harbour.img",
+                   "An existing image is replaced whole, or not at all, even if the command is interrupted. A file of "
+                   "another kind is not replaced. A file that is called - is written as ./-.\n\n"
+                   "Examples:\n"
+                   "  rtifed save harbour.fed harbour.img\n"
+                   "  rtifed save harbour.fed - | ssh host 'cat >harbour.img'",
                    [this] { return save(_fileName, _otherName, _console); });
     addOperand(command, "FED", _fileName, kFile)->required();
-    addOperand(command, "IMAGE", _otherName, "The image to write")->required();
+    addOperand(command, "IMAGE", _otherName, "The image to write; - is standard output")->required();
 }

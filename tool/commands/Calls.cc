@@ -1,5 +1,6 @@
 #include "tool/check/Checker.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/Progress.hh"
 #include "tool/console/Text.hh"
 
 namespace {
@@ -47,6 +48,8 @@ Status calls(const std::string &fileName, const Console &console) {
         printErrors(parser, input.name, console.err);
         return wrong;
     }
+    if (console.terminal)
+        Progress::stop(); // the calls are printed without the console, which would erase the line
     RtiFedParserCodegen printer;
     TerminalCalls terminalPrinter;
     parser.deliver(console.terminal ? terminalPrinter : printer);

@@ -96,7 +96,7 @@ public:
 
     Status check(const Input &manifest) {
         if (!manifest.whole || manifest.contents.find('\0') != std::string::npos)
-            throw CannotWork(manifest.name + ": a list of checksums has no zero byte and at most 1 GiB");
+            throw CannotWork(manifest.name + ": a list of checksums has no zero byte");
         for (std::size_t begin = 0, end = 0; begin < manifest.contents.size(); begin = end + 1) {
             end = std::min(manifest.contents.find('\n', begin), manifest.contents.size());
             checkLine(std::string_view(manifest.contents).substr(begin, end - begin));

@@ -26,13 +26,19 @@ bool isNoImage(const std::string &fileName) {
 } // namespace
 
 Status save(const std::string &fileName, const std::string &imageName, const Console &console) {
+    const bool toStdout = imageName == "-";
+    if (toStdout && console.terminal)
+        throw CannotWork("standard output is a terminal, which cannot show an image; name a file or redirect it");
     const auto model = loadModel(readInput(fileName, console.stdinName), console.err);
     if (!model)
         return wrong;
-    if (isNoImage(imageName))
+    if (!toStdout && isNoImage(imageName))
         throw CannotWork(imageName + ": the file is not a saved image, so it is not replaced by one");
     RtiBuffer image;
     model->save(image);
-    writeFile(imageName, image.data(), image.size());
+    if (toStdout)
+        console.out.write(reinterpret_cast<const char *>(image.data()), static_cast<std::streamsize>(image.size()));
+    else
+        writeFile(imageName, image.data(), image.size());
     return done;
 }

@@ -16,7 +16,8 @@ struct Console {
     bool unicode = false;  ///< Whether the program may write characters outside ASCII to `out`.
     std::size_t width = 0; ///< Columns of `out`; 0 if it is not a terminal.
     std::string stdinName = "-";
-    bool terminal = false; ///< Whether `out` is a terminal.
+    bool terminal = false;      ///< Whether `out` is a terminal.
+    std::size_t helpWidth = 80; ///< Columns that help may have.
 };
 
 /// A failure that keeps a command from doing its work, such as a file that cannot be opened.

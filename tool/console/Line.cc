@@ -12,19 +12,18 @@ bool beginsCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
 }
 
-/// Returns the first `count` columns of a text.
+} // namespace
+
+std::size_t columns(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
+}
+
 std::string_view firstColumns(std::string_view text, std::size_t count) {
     std::size_t end = 0;
     for (; end < text.size(); ++end)
         if (beginsCharacter(text[end]) && count-- == 0)
             break;
     return text.substr(0, end);
-}
-
-} // namespace
-
-std::size_t columns(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
 }
 
 Line &Line::add(std::string_view text, Style style) {

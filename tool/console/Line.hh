@@ -33,3 +33,6 @@ private:
 
 /// The width of a UTF-8 text in columns: the number of characters that begin in it.
 std::size_t columns(std::string_view text);
+
+/// Returns the first `count` columns of a text.
+std::string_view firstColumns(std::string_view text, std::size_t count);

@@ -1,6 +1,7 @@
 #include "tool/console/OutputFile.hh"
 
 #include "tool/console/Console.hh"
+#include "tool/console/Interruption.hh"
 
 #include <cerrno>
 #include <cstdio>
@@ -23,7 +24,7 @@ std::string linkTarget(const std::string &fileName) {
     return target;
 }
 
-/// The new file until it is complete; closed and removed if it does not get that far.
+/// The new file until it is complete; closed and removed if it does not get that far, or if a signal ends the program.
 class Draft {
 public:
     explicit Draft(const std::string &fileName) : _fileName(fileName) {
@@ -37,7 +38,9 @@ public:
             _mode = exists ? status.st_mode & 07777 : 0666 & ~mask;
             _target = linkTarget(fileName);
             _draftName = _target + ".XXXXXX";
+            const InterruptionDelay delay; // until the signal handler knows the new file
             _file = mkstemp(_draftName.data());
+            removeIfInterrupted(_file < 0 ? nullptr : _draftName.c_str());
         }
         if (_file < 0)
             throwError();
@@ -48,6 +51,7 @@ public:
             close(_file);
         if (_file >= 0 && !_draftName.empty())
             unlink(_draftName.c_str());
+        removeIfInterrupted(nullptr);
         errno = error;
     }
     Draft(const Draft &) = delete;
@@ -66,9 +70,8 @@ public:
     }
 
     void finish() {
-        if (!_draftName.empty() &&
-            (fchmod(_file, _mode) != 0 || fsync(_file) != 0 || rename(_draftName.c_str(), _target.c_str()) != 0))
-            throwError();
+        if (!_draftName.empty())
+            replaceTarget();
         const int file = _file;
         _file = -1;
         if (close(file) != 0)
@@ -76,6 +79,15 @@ public:
     }
 
 private:
+    void replaceTarget() {
+        if (fchmod(_file, _mode) != 0 || fsync(_file) != 0)
+            throwError();
+        const InterruptionDelay delay; // until the signal handler has forgotten the name, which is free then
+        if (rename(_draftName.c_str(), _target.c_str()) != 0)
+            throwError();
+        removeIfInterrupted(nullptr);
+    }
+
     [[noreturn]] void throwError() const {
         const std::string reason = std::strerror(errno);
         throw CannotWork(_fileName + ": " + reason);

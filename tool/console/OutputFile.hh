@@ -5,5 +5,6 @@
 
 /// Replaces a file, whole or not at all: the bytes are written to a new file beside it, which is renamed. A symbolic
 /// link is followed; its target must exist. Anything but a regular file, such as a device or pipe, is written in place.
-/// Throws CannotWork and leaves the old file as it is.
+/// Throws CannotWork and leaves the old file as it is. A signal that ends the program while it writes leaves no new
+/// file, if cleanUpWhenInterrupted was called.
 void writeFile(const std::string &fileName, const void *bytes, std::size_t size);

@@ -1,8 +1,15 @@
 #include "tool/console/TerminalBuffer.hh"
 
 #include "infrastructure/RtiFedParser.hh"
+#include "tool/console/Progress.hh"
 
 #include <algorithm>
+#include <sys/ioctl.h>
+
+std::size_t terminalWidth(int file) {
+    winsize size{};
+    return ioctl(file, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
 
 TerminalBuffer::~TerminalBuffer() {
     passLine();
@@ -35,8 +42,12 @@ bool TerminalBuffer::passLine() {
         at += std::max<std::size_t>(fit, 1);
     }
     _line.clear();
-    return _terminal->sputn(shown.data(), static_cast<std::streamsize>(shown.size())) ==
-           static_cast<std::streamsize>(shown.size());
+    if (shown.empty())
+        return true;
+    const bool progress = Progress::erase();
+    const auto size = static_cast<std::streamsize>(shown.size());
+    // What is written later, from a buffer, would follow a progress line that is drawn by then.
+    return _terminal->sputn(shown.data(), size) == size && (!progress || _terminal->pubsync() == 0);
 }
 
 std::ostream &operator<<(std::ostream &os, const Colored &colored) {

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <ostream>
 #include <streambuf>
 #include <string>
 #include <string_view>
+
+/// The columns of the terminal that is open as this file; 80 if it does not know them.
+std::size_t terminalWidth(int file);
 
 /// Filters what a stream writes to a terminal, during its lifetime: bytes that a terminal may take for a command are
 /// written as \xNN. So a hostile name in a file cannot overwrite earlier output or feed input to the shell. Only the

@@ -2,31 +2,54 @@
 
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiFedParser.hh"
+#include "tool/console/Progress.hh"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
 
-std::string readAll(std::FILE *file) {
-    const int first = std::getc(file);
-    if (first != '\0') {
-        std::ungetc(first, file); // NOLINT(cert-err33-c): one byte can always be put back
-        return RtiFedParser::readText(file);
-    }
-    std::string image(1, '\0');
+[[noreturn]] void refuseSize(const std::string &found) {
+    throw "expected at most " + std::to_string(kMaxTextSize) + " bytes, found " + found;
+}
+
+/// Refuses a regular file by its size, before anything of it is read.
+void checkSize(std::FILE *file) {
+    struct stat status {};
+    if (fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode) &&
+        static_cast<std::uintmax_t>(status.st_size) > kMaxTextSize)
+        refuseSize(std::to_string(status.st_size));
+}
+
+std::string readImage(std::FILE *file) {
+    std::string image;
     std::string chunk(65536, '\0');
     while (const std::size_t size = std::fread(chunk.data(), 1, chunk.size(), file)) {
         image.append(chunk, 0, size);
         if (image.size() > kMaxTextSize)
-            throw "expected an image of at most " + std::to_string(kMaxTextSize) + " bytes, found a longer one";
+            break;
     }
     if (std::ferror(file))
         throw std::string("the file cannot be read: ") + std::strerror(errno);
     return image;
+}
+
+/// Reads a file to its end, or to the first NUL byte of a text. What is not a regular file is read to the greatest size
+/// before it is refused.
+std::string readAll(std::FILE *file) {
+    checkSize(file);
+    const int first = std::getc(file);
+    std::ungetc(first, file); // NOLINT(cert-err33-c): one byte can always be put back
+    std::string contents = first == '\0' ? readImage(file) : RtiFedParser::readText(file);
+    if (contents.size() > kMaxTextSize)
+        refuseSize("more");
+    return contents;
 }
 
 } // namespace
@@ -38,6 +61,10 @@ Input readInput(const std::string &fileName, const std::string &stdinName) {
     static bool stdinWasRead = false; // perhaps not to its end
     if (fileName == "-" && std::exchange(stdinWasRead, true))
         throw CannotWork(name + ": standard input was already read");
+    if (fileName == "-" && isatty(STDIN_FILENO))
+        Progress::wait();
+    else
+        Progress::workOn(name);
     if (fileName != "-") {
         file = std::fopen(fileName.c_str(), "rb");
         if (!file)
@@ -46,6 +73,7 @@ Input readInput(const std::string &fileName, const std::string &stdinName) {
     }
     try {
         std::string contents = readAll(file);
+        Progress::workOn(name);
         return {name, std::move(contents), std::feof(file) != 0};
     } catch (const std::string &reason) {
         throw CannotWork(name + ": " + reason);
