@@ -227,5 +227,7 @@ TEST(Diff, HasTheWordsOfItsSchema) {
     };
     EXPECT_EQ(schema["properties"]["verdict"]["enum"], names(Verdict::incompatible));
     EXPECT_EQ(schema["$defs"]["change"]["properties"]["kind"]["enum"], names(Comparison::Change::Kind::unclear));
+    EXPECT_EQ(schema["$defs"]["change"]["properties"]["rename"]["properties"]["likelihood"]["enum"],
+              names(Comparison::Change::Likelihood::probable));
     EXPECT_EQ(schema["$defs"]["subject"]["enum"], names(Comparison::Element::Kind::parameter));
 }

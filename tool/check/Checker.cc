@@ -80,13 +80,20 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
     }
 }
 
-bool Checker::keepsAll() const {
+std::optional<RtiFedPosition> Checker::firstLoss() const {
     constexpr RuleId kRulesThatDropDeclarations[] = {RuleId::repeatedClass,   RuleId::ambiguousClass,
                                                      RuleId::refusedClass,    RuleId::repeatedMember,
                                                      RuleId::inheritedMember, RuleId::repeatedDimension};
-    return _parser.numErrors() == 0 &&
-           std::none_of(std::begin(kRulesThatDropDeclarations), std::end(kRulesThatDropDeclarations),
-                        [this](RuleId id) { return finds(id); });
+    const auto dropped = std::find_if(_findings.begin(), _findings.end(), [&](const Finding &finding) {
+        return std::any_of(std::begin(kRulesThatDropDeclarations), std::end(kRulesThatDropDeclarations),
+                           [&](RuleId id) { return finding.rule == &ruleOf(id); });
+    });
+    std::optional<RtiFedSpan> first;
+    if (_parser.numErrors() > 0)
+        first = _parser.error(0).span;
+    if (dropped != _findings.end() && (!first || dropped->span->begin < first->begin))
+        first = dropped->span;
+    return first ? std::optional(_parser.positionAt(first->begin)) : std::nullopt;
 }
 
 bool Checker::finds(RuleId id) const {

@@ -9,6 +9,7 @@
 #include "tool/model/DeliveryWords.hh"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,8 +34,9 @@ public:
     /// Object Model comes last. Syntax errors and suggestions are worded only here: a hostile text may have very many.
     void forEachFinding(const std::function<bool(const Finding &)> &visit) const;
 
-    /// Whether all that the text declares is in the database: everything was understood, and nothing is a duplicate.
-    bool keepsAll() const;
+    /// The first place where the text declares something that is not in the database because it was not understood or
+    /// is a duplicate. Absent if all is in it.
+    std::optional<RtiFedPosition> firstLoss() const;
 
     /// Whether there is an error of this rule.
     bool finds(RuleId id) const;

@@ -8,6 +8,7 @@ Outline readOutline(const Input &input) {
         return {*restoreImage(input.contents), nullptr, true};
     const Checker text(input.contents);
     Outline outline(text.database(), &text.declarations(), text.findsNoError());
-    outline.complete = outline.loads || text.keepsAll();
+    if (!outline.loads)
+        outline.incompleteAt = text.firstLoss();
     return outline;
 }

@@ -3,6 +3,7 @@
 #include "fed/RtiFedDatabase.hh"
 #include "fed/storage/RtiFedNameMap.hh"
 #include "infrastructure/RtiStringUtility.hh"
+#include "tool/model/Renames.hh"
 
 #include <algorithm>
 #include <map>
@@ -227,13 +228,25 @@ Comparison::Comparison(const Outline &before, const Outline &after, bool sameByt
     const Element newFederation{Element::Kind::federation, {}, after.federation};
     if (before.loads && !after.loads)
         change(Change::Kind::refused, federation, newFederation);
-    if (!sameBytes && (!before.complete || !after.complete))
-        change(Change::Kind::unclear, federation, newFederation);
+    if (!sameBytes)
+        noteUnclear(before, after);
     compareElements(federation, newFederation);
     compareElements({Element::Kind::version, {}, before.version}, {Element::Kind::version, {}, after.version});
     compareSpaces(before, after);
     for (const TreeKind *kind : kTreeKinds)
         ClassTreeComparison(*this, *kind, before, after).run();
+    findRenames(_changes, before, after);
+}
+
+/// Adds a change for each model that was not understood completely.
+void Comparison::noteUnclear(const Outline &before, const Outline &after) {
+    const auto unclear = [](const Outline &outline) {
+        return Element{Element::Kind::federation, {}, outline.federation, 0, nullptr, outline.incompleteAt};
+    };
+    if (before.incompleteAt)
+        change(Change::Kind::unclear, unclear(before), {});
+    if (after.incompleteAt)
+        change(Change::Kind::unclear, {}, unclear(after));
 }
 
 std::string Comparison::Element::fullName() const {
@@ -291,6 +304,10 @@ const char *Comparison::nameOf(Change::Kind kind) {
                                       "transportation", "ordering",   "space", "reordered", "refused", "unclear"};
     static_assert(std::size(kNames) == static_cast<std::size_t>(Change::Kind::unclear) + 1);
     return kNames[static_cast<std::size_t>(kind)];
+}
+
+const char *Comparison::nameOf(Change::Likelihood likelihood) {
+    return likelihood == Change::Likelihood::probable ? "probable" : "possible";
 }
 
 Comparison::Verdict Comparison::meaning(Change::Kind kind) {

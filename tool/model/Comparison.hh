@@ -56,7 +56,19 @@ public:
             space,
             reordered, ///< A dimension, within its space.
             refused,   ///< The federation: the library accepts the old file but not the new one.
-            unclear,   ///< The federation: a file was not understood completely, so there may be more changes.
+            unclear,   ///< The federation: a file was not understood completely, so there may be more changes. Only
+                       ///< its element is present; its place is that of the first part that was not understood.
+        };
+
+        enum class Likelihood {
+            possible, ///< Most of its contents are the same; or a member has the same neighbours and properties.
+            probable, ///< All its contents are the same.
+        };
+
+        /// A hint that a removed and an added element may be one that was renamed.
+        struct Rename {
+            std::string_view name; ///< The name of the other element; both have the same owner.
+            Likelihood likelihood;
         };
 
         Kind kind;
@@ -65,6 +77,7 @@ public:
         /// For an added or removed class or space: everything in it. For a removed member: the members of its name that
         /// subclasses now declare.
         std::vector<Element> contents = {};
+        std::optional<Rename> rename = {}; ///< Only of an added or removed element.
 
         /// The element that changed, as it is now, or as it was if it was removed. For a member that moved up or down,
         /// the element in the lower class, where it is available in both models.
@@ -78,6 +91,7 @@ public:
     static const char *descriptionOf(Verdict verdict);
     static const char *nameOf(Element::Kind kind);
     static const char *nameOf(Change::Kind kind);
+    static const char *nameOf(Change::Likelihood likelihood);
 
     /// `sameBytes` is whether the two files are equal.
     Comparison(const Outline &before, const Outline &after, bool sameBytes);
@@ -95,6 +109,7 @@ public:
 private:
     class ClassTreeComparison;
 
+    void noteUnclear(const Outline &before, const Outline &after);
     void compareSpaces(const Outline &before, const Outline &after);
     void compareDimensions(const Outline::Space &before, const Outline::Space &after);
     void compareElements(const Element &before, const Element &after);

@@ -67,9 +67,9 @@ struct Outline {
     bool loads = false;
     unsigned long checksum = 0; ///< Of the model; only if the file loads.
 
-    /// Whether everything that the file declares is in the outline. Declarations with a syntax error and duplicate
-    /// declarations are not.
-    bool complete = true;
+    /// The first place where the file declares something that is not in the outline: declarations with a syntax error
+    /// and duplicate declarations are not. Absent if everything is in it.
+    std::optional<RtiFedPosition> incompleteAt;
 
     /// Reads a database; `isAccepted` is false for one that was built from as much of a text as can be understood.
     /// `declarations` is null for an image.

@@ -24,6 +24,8 @@ Key keyOf(const Change &change) {
     case Change::Kind::added:
     case Change::Kind::removed:
         return of(element.hasMembers() ? element.fullName() : std::string(element.owner));
+    case Change::Kind::unclear:
+        return of(change.before ? "old" : "new");
     case Change::Kind::movedUp:
         return of(change.after->fullName());
     case Change::Kind::reordered:
@@ -70,6 +72,14 @@ std::string shownContents(const Change &change) {
     return text;
 }
 
+/// The hint that a removed or added element may have been renamed.
+std::string shownRename(const Change &change) {
+    if (!change.rename)
+        return {};
+    return std::string(change.rename->likelihood == Change::Likelihood::probable ? "probably" : "perhaps") +
+           (change.kind == Change::Kind::removed ? " renamed to " : " renamed from ") + shownName(change.rename->name);
+}
+
 } // namespace
 
 std::string shownFullName(const Element &element) {
@@ -110,7 +120,8 @@ std::string ChangeGroup::headline() const {
     switch (first().kind) {
     case Change::Kind::added:
     case Change::Kind::removed:
-        return one ? noun + ' ' + shownFullName(element) + shownContents(first())
+        return one ? noun + ' ' + shownFullName(element) + shownContents(first()) +
+                         (first().rename ? ", " + shownRename(first()) : "")
                    : what + " of " + shownName(element.owner);
     case Change::Kind::movedUp:
         return noun + ' ' + shownFullName(*first().after) + ", moved up from " +
@@ -124,7 +135,8 @@ std::string ChangeGroup::headline() const {
     case Change::Kind::refused:
         return "the new file does not load";
     case Change::Kind::unclear:
-        return "the files were not understood completely, there may be more changes";
+        return std::string("the ") + (first().before ? "old" : "new") +
+               " file was not understood completely, there may be more changes; first problem";
     case Change::Kind::reordered:
         return "order in the space " + shownName(element.owner) + ": " + what;
     case Change::Kind::transportation:
@@ -141,7 +153,8 @@ std::string ChangeGroup::item(std::size_t index) const {
     switch (change.kind) {
     case Change::Kind::added:
     case Change::Kind::removed:
-        return shownName(element.name) + shownContents(change);
+        return shownName(element.name) + shownContents(change) +
+               (change.rename ? " (" + shownRename(change) + ')' : "");
     case Change::Kind::movedUp:
         return shownName(change.before->owner);
     case Change::Kind::renamed:

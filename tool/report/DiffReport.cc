@@ -127,6 +127,8 @@ private:
     }
 
     static std::string placeOf(const Element &element, const ComparedFile &side) {
+        if (element.kind == Element::Kind::federation && element.place)
+            return ": " + textOf(side.input.name, element.place);
         return element.place ? " (" + side.input.name + ':' + std::to_string(element.place->line) + ')' : "";
     }
 
@@ -173,6 +175,9 @@ Json jsonOf(const Change &change) {
     json["to"] = onBothSides ? valueOf(change, *change.after) : Json();
     json["oldPlace"] = placeOf(change.before);
     json["newPlace"] = placeOf(change.after);
+    json["rename"] = change.rename ? Json{{"name", change.rename->name},
+                                          {"likelihood", Comparison::nameOf(change.rename->likelihood)}}
+                                   : Json();
     json["contents"] = Json::array();
     json["movedDownTo"] = Json::array();
     Json &contents = json[change.element().hasMembers() ? "contents" : "movedDownTo"];
