@@ -7,6 +7,7 @@
 #include "tool/model/ClassTrees.hh"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -50,10 +51,20 @@ Checker::Checker(std::string text)
 }
 
 void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) const {
-    std::size_t numSuggestions = 0;
+    std::map<std::string, std::string> suggestions; // by what is wrong: the same mistake at many places needs one
     const auto visitWithSuggestion = [&](const Finding &finding, const std::vector<std::string> &candidates) {
-        const bool suggests = !candidates.empty() && ++numSuggestions <= kMaxSuggestions;
-        return visit(suggests ? withSuggestion(finding, candidates) : finding);
+        if (candidates.empty())
+            return visit(finding);
+        const std::string_view word = _declarations.wordAt(*finding.span);
+        const std::string mistake =
+            std::string(word) + '\0' + finding.rule->id + '\0' + std::string(finding.textAfter());
+        const auto known = suggestions.find(mistake);
+        if (known != suggestions.end())
+            return visit(withSuggestion(finding, known->second));
+        if (suggestions.size() == kMaxSuggestions)
+            return visit(finding);
+        const std::string &meant = suggestions.emplace(mistake, suggestionFor(word, candidates)).first->second;
+        return visit(withSuggestion(finding, meant));
     };
     std::size_t next = 0;
     // The next syntax error, made into a finding once, and the keywords that may have been meant.
@@ -198,12 +209,12 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
         const auto *first = Tree::findMember(*node, name);
         if (!first)
             continue;
-        const std::string subject = std::string("duplicate ") + Tree::kind.memberName + " " + inQuotes(name) + " in " +
-                                    inQuotes(owner->getName());
+        const std::string inOwner = " in " + inQuotes(owner->getName());
+        const std::string subject = std::string("duplicate ") + Tree::kind.memberName + " " + inQuotes(name) + inOwner;
         const bool isInClause = _declarations.classClause(first) == _clauses.number();
         if (node != owner)
             reportRepeated(RuleId::inheritedMember, subject + ": it is inherited from " + inQuotes(node->getName()),
-                           first);
+                           first, inOwner);
         else if (isInClause) // else the whole class is a duplicate, which was reported
             reportRepeated(RuleId::repeatedMember, subject, first);
         return;
@@ -283,14 +294,16 @@ void Checker::reportSwap(const Words &words, const std::string &owner) {
     const RtiFedSpan first = _parser.span(Argument::transportation), second = _parser.span(Argument::ordering);
     report(RuleId::swappedWords, Argument::transportation,
            "the transportation and the ordering of " + owner + " are swapped" +
-               didYouMean(words.ordering + " " + words.transportation));
+               didYouMean(words.ordering + " " + words.transportation),
+           " of " + owner);
     _findings.back().span->length = second.begin + second.length - first.begin;
     _findings.back().fix = {{first, words.ordering}, {second, words.transportation}};
 }
 
 void Checker::reportUnknownWord(RuleId rule, Argument argument, const std::string &noun, const std::string &word,
                                 const std::string &owner, const std::string &expected) {
-    report(rule, argument, "unknown " + noun + " " + inQuotes(word) + " of " + owner + ", expected " + expected);
+    report(rule, argument, "unknown " + noun + " " + inQuotes(word) + " of " + owner + ", expected " + expected,
+           " of " + owner);
 }
 
 void Checker::checkMom() {
@@ -316,15 +329,17 @@ void Checker::giveMomItsSpace() {
         _database.setMomDefaultSpaceForInteractionClasses(interaction, space);
 }
 
-void Checker::report(RuleId rule, Argument argument, std::string text) {
-    if (_findings.size() < kMaxErrors)
-        _findings.push_back({&ruleOf(rule), _parser.span(argument), std::move(text)});
+void Checker::report(RuleId rule, Argument argument, std::string text, std::string_view particular) {
+    if (_findings.size() == kMaxErrors)
+        return;
+    _findings.push_back({&ruleOf(rule), _parser.span(argument), std::move(text)});
+    _findings.back().setParticular(particular);
 }
 
-void Checker::reportRepeated(RuleId rule, std::string text, const void *first) {
+void Checker::reportRepeated(RuleId rule, std::string text, const void *first, std::string_view particular) {
     if (!_parser.nestingKnown() || _findings.size() == kMaxErrors)
         return;
-    report(rule, Argument::name, std::move(text));
+    report(rule, Argument::name, std::move(text), particular);
     _findings.back().notes.push_back({*_declarations.span(first), "the first declaration is here"});
     _declarations.addLater(first, _parser.span());
 }
@@ -340,10 +355,9 @@ const std::vector<std::string> &Checker::candidatesFor(const Finding &finding) c
     return finding.rule == &ruleOf(RuleId::unknownSpace) ? _spaceNames : none;
 }
 
-/// Adds the candidate closest to the word of the finding, if any is close, to its text and as its fix.
-Finding Checker::withSuggestion(Finding finding, const std::vector<std::string> &candidates) const {
+/// Adds the word that was meant in place of that of the finding, if any, to its text and as its fix.
+Finding Checker::withSuggestion(Finding finding, const std::string &meant) const {
     const std::string_view word = _declarations.wordAt(*finding.span);
-    const std::string meant = suggestionFor(word, candidates);
     if (meant.empty() || RtiStringUtility::toupper(word) == RtiStringUtility::toupper(meant))
         return finding;
     finding.text += didYouMean(meant);

@@ -95,11 +95,12 @@ private:
     void giveMomItsSpace();
 
     void addDeclaration(const void *record) { _declarations.add(record, _clauses.number()); }
-    /// Adds a finding about an argument of the declaration that the parser is delivering.
-    void report(RuleId rule, Argument argument, std::string text);
+    /// Adds a finding about an argument of the declaration that the parser is delivering. `particular` is the part of
+    /// the text that concerns only this declaration.
+    void report(RuleId rule, Argument argument, std::string text, std::string_view particular = {});
     /// Adds a finding about a further declaration of a record, unless the parser does not know its class.
-    void reportRepeated(RuleId rule, std::string text, const void *first);
-    Finding withSuggestion(Finding finding, const std::vector<std::string> &candidates) const;
+    void reportRepeated(RuleId rule, std::string text, const void *first, std::string_view particular = {});
+    Finding withSuggestion(Finding finding, const std::string &meant) const;
     const std::vector<std::string> &candidatesFor(const Finding &finding) const;
 
     RtiFedParser _parser;

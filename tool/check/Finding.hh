@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// A span of a text, and the text to replace it with.
@@ -22,6 +23,13 @@ struct Suppression {
     std::string justification; ///< The reason that a person gave; may be empty.
 };
 
+/// Another place of the same mistake.
+struct FurtherPlace {
+    RtiFedSpan span;
+    std::string particular;       ///< What the text says about this place only, as Finding::particularText().
+    std::vector<Replacement> fix; ///< What was probably meant there.
+};
+
 /// One problem of a file, in the words of a person who edits it.
 struct Finding {
     const Rule *rule;
@@ -32,9 +40,29 @@ struct Finding {
     std::vector<Replacement> fix = {};          ///< What was probably meant; empty if unknown.
     Severity severity = rule->severity;         ///< As reported; a configuration may change it.
     std::optional<Suppression> suppression = {};
+    /// The part of the text that concerns this place only, such as ` of the attribute "Height"`. Findings that are
+    /// equal but for this part are one mistake; reports join them.
+    RtiFedSpan particular = {};
+    std::vector<FurtherPlace> furtherPlaces = {}; ///< Filled by reports that join findings.
+
+    /// Marks a part of the text as particular to its place.
+    void setParticular(std::string_view part);
+
+    std::string_view textBefore() const { return std::string_view(text).substr(0, particular.begin); }
+    std::string_view particularText() const {
+        return std::string_view(text).substr(particular.begin, particular.length);
+    }
+    std::string_view textAfter() const { return std::string_view(text).substr(particular.begin + particular.length); }
+    /// The text as it is at another place.
+    std::string textAt(const FurtherPlace &place) const;
+    /// The text with the number of further places.
+    std::string textWithCount() const;
 
     /// Whether the library refuses the file for it, whatever severity it is reported with.
     bool refusesFile() const { return rule->severity == Severity::error; }
 
-    std::string textWithDetails() const { return text + (details.empty() ? "" : '\n' + joined(details, "\n")); }
+    /// The text with the number of further places, and the details below it.
+    std::string textWithDetails() const {
+        return textWithCount() + (details.empty() ? "" : '\n' + joined(details, "\n"));
+    }
 };

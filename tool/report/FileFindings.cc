@@ -3,6 +3,7 @@
 #include "tool/check/Warnings.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Model.hh"
+#include "tool/report/Grouping.hh"
 
 #include <algorithm>
 
@@ -76,6 +77,8 @@ Tally tallyOf(const std::vector<Finding> &findings, std::size_t most) {
 /// Reports those of the findings that are to be shown.
 Tally reportAll(const Source &source, std::vector<Finding> findings, std::size_t most, Report &report) {
     std::stable_partition(findings.begin(), findings.end(), isError);
+    if (report.joinsFindings())
+        findings = grouped(std::move(findings));
     const Tally tally = tallyOf(findings, most);
     report.beginFile(source);
     std::size_t left = most;

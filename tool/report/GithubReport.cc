@@ -29,6 +29,8 @@ class GithubReport : public Report {
 public:
     explicit GithubReport(std::ostream &out) : _out(out) {}
 
+    bool joinsFindings() const override { return false; } // the host shows each annotation at one line
+
     void add(const Source &source, const Finding &finding) override {
         std::string text = finding.textWithDetails();
         for (const RtiFedParser::Note &note : finding.notes)

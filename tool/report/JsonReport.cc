@@ -6,16 +6,29 @@ namespace {
 
 constexpr int kFormatVersion = 2; // to be raised when a key is removed or changes its meaning
 
+/// Lists texts with their places, such as notes.
+template <class TextAt>
+Json jsonOf(const Source &source, const std::vector<TextAt> &texts) {
+    Json list = Json::array();
+    for (const auto &[span, text] : texts)
+        list.push_back({{"text", text}, {"place", placeAsJson(source, span)}});
+    return list;
+}
+
 Json jsonOf(const Source &source, const Finding &finding) {
-    Json notes = Json::array(), fix = Json::array();
-    for (const RtiFedParser::Note &note : finding.notes)
-        notes.push_back({{"text", note.text}, {"place", placeAsJson(source, note.span)}});
-    for (const Replacement &replacement : finding.fix)
-        fix.push_back({{"text", replacement.text}, {"place", placeAsJson(source, replacement.span)}});
-    return {{"rule", finding.rule->id},   {"severity", nameOf(finding.severity)},
-            {"text", finding.text},       {"place", placeAsJson(source, finding.span)},
-            {"details", finding.details}, {"notes", std::move(notes)},
-            {"fix", std::move(fix)}};
+    Json furtherPlaces = Json::array();
+    for (const FurtherPlace &further : finding.furtherPlaces)
+        furtherPlaces.push_back({{"text", finding.textAt(further)},
+                                 {"place", placeAsJson(source, further.span)},
+                                 {"fix", jsonOf(source, further.fix)}});
+    return {{"rule", finding.rule->id},
+            {"severity", nameOf(finding.severity)},
+            {"text", finding.text},
+            {"place", placeAsJson(source, finding.span)},
+            {"furtherPlaces", std::move(furtherPlaces)},
+            {"details", finding.details},
+            {"notes", jsonOf(source, finding.notes)},
+            {"fix", jsonOf(source, finding.fix)}};
 }
 
 class JsonReport : public Report {

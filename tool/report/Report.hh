@@ -9,7 +9,8 @@
 #include <ostream>
 #include <string>
 
-/// The number of findings of a file, without the suppressed ones. The first `most` are shown, errors before warnings.
+/// The number of findings of a file, without the suppressed ones; a mistake at several places is one finding if the
+/// report joins findings. The first `most` are shown, errors before warnings.
 struct Tally {
     std::size_t errors, warnings, most;
     std::size_t suppressed = 0;
@@ -38,6 +39,8 @@ public:
     /// Writes a finding; a suppressed one only if the report shows these.
     virtual void add(const Source &source, const Finding &finding) = 0;
     virtual bool showsSuppressed() const { return false; }
+    /// Whether a mistake at several places is one finding; else each place is a finding.
+    virtual bool joinsFindings() const { return true; }
     virtual void endFile(const Source &source, const Tally &tally) = 0;
     /// Reports a file that cannot be read, with its name and the reason, in place of the operations of a file.
     virtual void failFile(const std::string &, const std::string &) {}

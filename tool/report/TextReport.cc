@@ -15,6 +15,7 @@ constexpr const char *kGreen = "\033[1;32m";
 
 constexpr int kNumberWidth = 5;
 constexpr std::size_t kMargin = kNumberWidth + 3; // before the lines of a text
+constexpr std::size_t kFewPlaces = 3;             // further places of a finding that are shown
 constexpr std::size_t kNarrowest = 40, kUsual = 120;
 
 class TextReport : public Report {
@@ -25,10 +26,11 @@ public:
     void add(const Source &source, const Finding &finding) override {
         const bool isError = finding.severity == Severity::error;
         printHead(source.place(finding.span), isError ? kRed : kMagenta, nameOf(finding.severity),
-                  finding.text + " [" + finding.rule->id + ']');
+                  finding.textWithCount() + " [" + finding.rule->id + ']');
         printExcerpt(source, finding.span);
         for (const std::string &line : finding.details)
-            _out << std::string(kMargin, ' ') << line << '\n';
+            printIndented(line);
+        printFurtherPlaces(source, finding);
         for (const RtiFedParser::Note &note : finding.notes) {
             printHead(source.place(note.span), kCyan, "note", note.text);
             printExcerpt(source, note.span);
@@ -45,6 +47,18 @@ public:
 private:
     void printHead(const std::string &place, const char *color, const char *kind, const std::string &text) {
         _out << in(kBold, place + ':') << ' ' << in(color, std::string(kind) + ':') << ' ' << text << '\n';
+    }
+
+    void printIndented(const std::string &line) { _out << std::string(kMargin, ' ') << line << '\n'; }
+
+    void printFurtherPlaces(const Source &source, const Finding &finding) {
+        const std::vector<FurtherPlace> &places = finding.furtherPlaces;
+        const std::size_t few = places.size() <= kFewPlaces + 1 ? places.size() : kFewPlaces;
+        for (std::size_t i = 0; i < few; ++i)
+            printHead(source.place(places[i].span), kCyan, "note",
+                      "also" + (places[i].particular.empty() ? " here" : places[i].particular));
+        if (places.size() > few)
+            printIndented("... and " + counted(places.size() - few, "more place") + " (--format concise lists all)");
     }
 
     void printExcerpt(const Source &source, const std::optional<RtiFedSpan> &span) {
