@@ -4,6 +4,8 @@
 
 namespace {
 
+constexpr std::size_t kMostLinks = 10; // to further places, in a message
+
 /// A file name as an absolute or relative URI, encoded byte by byte.
 std::string uriOf(const std::string &fileName) {
     std::string uri = fileName[0] == '/' ? "file://" : "";
@@ -17,8 +19,19 @@ std::string uriOf(const std::string &fileName) {
     return uri;
 }
 
+/// Escapes what viewers could take for a link, `[TEXT](TARGET)`: a hostile name may contain one.
+std::string unlinked(const std::string &text) {
+    std::string escaped;
+    for (const char c : text) {
+        if (std::string_view("[]\\").find(c) != std::string_view::npos)
+            escaped += '\\';
+        escaped += c;
+    }
+    return escaped;
+}
+
 Json message(const std::string &text) {
-    return {{"text", text}};
+    return {{"text", text.find("](") == std::string::npos ? text : unlinked(text)}};
 }
 
 Json regionOf(const Source &source, RtiFedSpan span) {
@@ -38,22 +51,50 @@ Json locationOf(const Source &source, const std::optional<RtiFedSpan> &span) {
     return {{"physicalLocation", std::move(place)}};
 }
 
-Json relatedLocationsOf(const Source &source, const Finding &finding) {
-    Json locations = Json::array();
-    for (const RtiFedParser::Note &note : finding.notes) {
-        Json location = {{"id", locations.size() + 1}};
-        location.update(locationOf(source, note.span));
-        location["message"] = message(note.text);
-        locations.push_back(std::move(location));
-    }
-    return locations;
+/// Adds a related location and returns the link to it.
+std::string link(const std::string &text, const Json &location, const std::string &description, Json &locations) {
+    const std::size_t id = locations.size() + 1;
+    locations.push_back({{"id", id}});
+    locations.back().update(location);
+    locations.back()["message"] = message(description);
+    return '[' + unlinked(text) + "](" + std::to_string(id) + ')';
 }
 
+/// Sets the message, and the locations that it links to.
+///
+/// Viewers show a result at its first location, and others only where the message links to a related location. So the
+/// notes and the first of the further places are links; the related locations list all of them.
+void describe(const Source &source, const Finding &finding, Json &result) {
+    auto text = message(finding.textWithDetails()).at("text").get<std::string>();
+    Json locations = Json::array();
+    for (const RtiFedParser::Note &note : finding.notes)
+        text += '\n' + link(note.text, locationOf(source, note.span), note.text, locations);
+    std::vector<std::string> also;
+    for (const FurtherPlace &place : finding.furtherPlaces) {
+        const std::string at =
+            link(textOf(source.begin(place.span)), locationOf(source, place.span), finding.textAt(place), locations);
+        if (also.size() < kMostLinks)
+            also.push_back(at);
+    }
+    if (!also.empty())
+        text += "\nalso at " + joined(also) + (also.size() < finding.furtherPlaces.size() ? ", ..." : "");
+    result["message"] = {{"text", text}};
+    if (!locations.empty())
+        result["relatedLocations"] = std::move(locations);
+}
+
+void addReplacements(const Source &source, const std::vector<Replacement> &fix, Json &replacements) {
+    for (const Replacement &replacement : fix)
+        replacements.push_back(
+            {{"deletedRegion", regionOf(source, replacement.span)}, {"insertedContent", {{"text", replacement.text}}}});
+}
+
+/// One fix, for all places of the finding.
 Json fixesOf(const Source &source, const Finding &finding) {
     Json replacements = Json::array();
-    for (const Replacement &replacement : finding.fix)
-        replacements.push_back(
-            {{"deletedRegion", regionOf(source, replacement.span)}, {"insertedContent", message(replacement.text)}});
+    addReplacements(source, finding.fix, replacements);
+    for (const FurtherPlace &place : finding.furtherPlaces)
+        addReplacements(source, place.fix, replacements);
     const Json change = {{"artifactLocation", artifact(source.name())}, {"replacements", std::move(replacements)}};
     return Json::array({{{"artifactChanges", Json::array({change})}}});
 }
@@ -62,10 +103,9 @@ Json resultOf(const Source &source, const Finding &finding) {
     Json result = {{"ruleId", finding.rule->id},
                    {"ruleIndex", finding.rule->index},
                    {"level", nameOf(finding.severity)},
-                   {"message", message(finding.textWithDetails())},
+                   {"message", Json()},
                    {"locations", Json::array({locationOf(source, finding.span)})}};
-    if (!finding.notes.empty())
-        result["relatedLocations"] = relatedLocationsOf(source, finding);
+    describe(source, finding, result);
     if (!finding.fix.empty())
         result["fixes"] = fixesOf(source, finding);
     return result;
