@@ -7,7 +7,7 @@ share=$2
 failures=0
 fail() { echo "FAILED: $*"; failures=1; }
 
-commands=$("$program" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
+commands=$("$program" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
 [ "$(echo "$commands" | wc -l)" -ge 5 ] || fail "the commands of --help: $commands"
 
 for command in '' $commands; do

@@ -119,10 +119,50 @@ printf '(FED (Federation "\377\033"))' >bytes.fed
 [ $? = 1 ] && [ ! -s out ] && [ "$(wc -l <err)" = 1 ] &&
     grep -q '^rtifed: small.fed: the library refuses this file: 1 error at .*Manage.*see rtifed check small.fed$' err ||
     { echo 'FAILED: list of a file without the MOM'; failures=1; }
-for arguments in '' 'frobnicate' 'check' 'list' 'list a b'; do
+# Mistakes on the command line, as ARGUMENTS|MESSAGE|COMMAND, where --help of the command is named.
+while IFS='|' read -r arguments message command; do
     # shellcheck disable=SC2086
-    "$program" $arguments >out 2>err
-    [ $? = 2 ] && [ ! -s out ] && [ -s err ] || { echo "FAILED: usage '$arguments'"; failures=1; }
+    expect 2 '' "rtifed: $message
+Run rtifed $command--help for more information.
+" "$program" $arguments
+done <<'END'
+|expected a command|
+chek small.fed|unknown command "chek"; did you mean "check"?|
+--verison|unknown option "--verison"; did you mean "--version"?|
+--colr always list|unknown option "--colr"; did you mean "--color"?|list 
+check --formt=json x|unknown option "--formt"; did you mean "--format"?|check 
+check --max small.fed|unknown option "--max"; did you mean "--max-findings"?|check 
+save --forc a|unknown option "--forc"|save 
+check --format|--format: expected one of text, json, sarif, github, found nothing|check 
+find small.fed --stdin-name|--stdin-name: expected NAME, found nothing|find 
+list|FILE is required|list 
+list a b|unexpected operand "b"|list 
+END
+expect 2 '' 'rtifed: unknown command "lst"; did you mean "list"?
+' "$program" help lst
+
+# Help fits the width; commands in it are not broken. At no width is a word lost.
+"$program" --help >help && grep -q '^  check  ' help && "$program" help | cmp - help || { echo 'FAILED: help'; failures=1; }
+for command in $(sed -n '/^Commands:/,/^$/s/^  \([a-z]*\)  .*/\1/p' help) ''; do
+    # shellcheck disable=SC2086
+    "$program" help $command | tr -s ' \n' '\n' >words
+    for width in 40 60 100; do
+        COLUMNS=$width "$program" help $command >out
+        tr -s ' \n' '\n' <out | cmp - words && ! grep -v '^  rtifed ' out | grep ".\{$((width + 1))\}" ||
+            { echo "FAILED: help $command in $width columns"; failures=1; }
+    done
 done
-"$program" --help >out && grep -q 'check' out || { echo 'FAILED: --help'; failures=1; }
+
+# Colours to a file: --color, then NO_COLOR, then CLICOLOR_FORCE.
+while IFS='|' read -r variables options colors; do
+    # shellcheck disable=SC2086
+    got=$(env -u NO_COLOR -u CLICOLOR_FORCE $variables "$program" check $options wrong.fed | grep -c "$(printf '\033')")
+    [ "$((got > 0))" = "$colors" ] || { echo "FAILED: colours with $variables $options"; failures=1; }
+done <<'END'
+CLICOLOR_FORCE=1||1
+CLICOLOR_FORCE=0||0
+CLICOLOR_FORCE=1 NO_COLOR=1||0
+CLICOLOR_FORCE=1|--color never|0
+NO_COLOR=1|--color always|1
+END
 exit "$failures"

@@ -36,14 +36,15 @@ private:
     void addFind();
     void addJson();
     void addDiff();
+    void addHelp();
 
-    Status refuseUsage(const std::string &reason) const;
+    Status help() const;
 
     Console _console;
     CLI::App _app;
     Status _status = done;
     // The arguments of the commands; each command uses its own.
-    std::string _fileName, _otherName;
+    std::string _fileName, _otherName, _helpOn;
     ChecksumOptions _checksum;
     TreeOptions _tree;
     FindOptions _find;

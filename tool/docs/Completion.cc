@@ -25,9 +25,8 @@ std::vector<std::string> namesOf(const std::vector<OptionTexts> &options) {
 /// The options of a command: its own and those that all commands have.
 std::vector<OptionTexts> optionsOf(const CommandTexts &command, const CommandTexts &program) {
     std::vector<OptionTexts> options = command.options;
-    for (const OptionTexts &common : program.options)
-        if (!common.argument.empty())
-            options.push_back(common);
+    const std::vector<OptionTexts> common = commonOptions(program);
+    options.insert(options.end(), common.begin(), common.end());
     return options;
 }
 
@@ -77,6 +76,13 @@ std::string zshArgument(const OptionTexts &option) {
     const std::string exclusive = "(" + joined(option.names, " ") + ")";
     return (names.size() == 1 ? names.front() : shellQuoted(exclusive) + "{" + joined(names, ",") + "}") +
            shellQuoted(argument);
+}
+
+/// Returns an operand in the same form.
+std::string zshOperand(const OptionTexts &operand) {
+    const std::string position = operand.repeated ? "*:" : operand.required ? ":" : "::";
+    const std::string words = operand.isFile() ? "_files" : "(" + joined(operand.values, " ") + ")";
+    return shellQuoted(position + operand.names.front() + ":" + words);
 }
 
 } // namespace
@@ -139,13 +145,11 @@ std::string zshCompletion(const ProgramTexts &all) {
         script += "                " + command.name + ")\n                    _arguments";
         for (const OptionTexts &option : optionsOf(command, all.program))
             script += " \\\n                        " + zshArgument(option);
-        for (const OptionTexts &operand : command.operands)
-            script += " \\\n                        " +
-                      shellQuoted((operand.repeated   ? "*:"
-                                   : operand.required ? ":"
-                                                      : "::") +
-                                  operand.names.front() + ":" +
-                                  (operand.isFile() ? "_files" : "(" + joined(operand.values, " ") + ")"));
+        for (const OptionTexts &operand : command.operands) {
+            script += " \\\n                        " + zshOperand(operand);
+            if (operand.repeated) // zsh cannot know where the next operand begins
+                break;
+        }
         script += "\n                    ;;\n";
     }
     return script + "            esac\n"

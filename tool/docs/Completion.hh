@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tool/docs/CommandTexts.hh"
+#include "tool/commandline/CommandTexts.hh"
 
 #include <string>
 

@@ -127,9 +127,9 @@ std::string manPage(const CommandTexts &command, const ProgramTexts &all) {
     roff += ".SH OPTIONS\n";
     for (const OptionTexts &option : command.options)
         roff += entry(option);
-    if (!ofProgram) // the options that all commands have
-        for (const OptionTexts &option : program.options)
-            roff += option.argument.empty() ? "" : entry(option);
+    if (!ofProgram)
+        for (const OptionTexts &option : commonOptions(program))
+            roff += entry(option);
     roff += prose(command.details.substr(sections));
     if (command.details.find(kExitStatus) == std::string::npos) {
         const std::size_t begin = program.details.find(kExitStatus);

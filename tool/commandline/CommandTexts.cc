@@ -1,4 +1,4 @@
-#include "tool/docs/CommandTexts.hh"
+#include "tool/commandline/CommandTexts.hh"
 
 #include "tool/console/Text.hh"
 
@@ -14,6 +14,17 @@ std::vector<std::string> valuesOf(const CLI::Option &option) {
     return end == std::string::npos ? std::vector<std::string>() : split(type.substr(begin, end - begin), ',');
 }
 
+/// The options that this one needs or excludes, such as ` (with --check)`.
+std::string conditionsOf(const CLI::Option &option) {
+    std::vector<std::string> conditions;
+    for (const CLI::Option *other : option.get_needs())
+        conditions.push_back("with " + other->get_name());
+    for (const CLI::Option *other : option.get_excludes())
+        conditions.push_back("not with " + other->get_name());
+    std::sort(conditions.begin(), conditions.end()); // the library orders them by address
+    return conditions.empty() ? "" : " (" + joined(conditions) + ")";
+}
+
 OptionTexts textsOf(const CLI::Option &option) {
     OptionTexts texts;
     if (option.get_positional()) {
@@ -27,21 +38,10 @@ OptionTexts textsOf(const CLI::Option &option) {
             texts.argument = option.get_option_text();
     }
     texts.values = valuesOf(option);
-    texts.purpose = option.get_description();
+    texts.purpose = option.get_description() + conditionsOf(option);
     std::replace(texts.purpose.begin(), texts.purpose.end(), '\n', ' ');
     texts.required = option.get_required();
     texts.repeated = option.get_expected_max() > 1;
-    return texts;
-}
-
-CommandTexts textsOf(const CLI::App &app, const std::string &name) {
-    CommandTexts texts{name, app.get_description(), app.get_footer(), {}, {}};
-    for (const CLI::Option *option : app.get_options()) {
-        if (option->get_group().empty()) // which hides it
-            continue;
-        OptionTexts shown = textsOf(*option);
-        (shown.isOperand() ? texts.operands : texts.options).push_back(std::move(shown));
-    }
     return texts;
 }
 
@@ -54,9 +54,28 @@ bool OptionTexts::isFile() const {
     return false;
 }
 
+CommandTexts commandTexts(const CLI::App &app, const std::string &name) {
+    CommandTexts texts{name, app.get_description(), app.get_footer(), {}, {}};
+    for (const CLI::Option *option : app.get_options()) {
+        if (option->get_group().empty()) // which hides it
+            continue;
+        OptionTexts shown = textsOf(*option);
+        (shown.isOperand() ? texts.operands : texts.options).push_back(std::move(shown));
+    }
+    return texts;
+}
+
+std::vector<OptionTexts> commonOptions(const CommandTexts &program) {
+    std::vector<OptionTexts> common;
+    for (const OptionTexts &option : program.options)
+        if (!option.argument.empty()) // the others print something instead of running a command
+            common.push_back(option);
+    return common;
+}
+
 ProgramTexts programTexts(const CLI::App &app) {
-    ProgramTexts all{textsOf(app, "rtifed"), {}};
+    ProgramTexts all{commandTexts(app, "rtifed"), {}};
     for (const CLI::App *command : app.get_subcommands([](const CLI::App *) { return true; }))
-        all.commands.push_back(textsOf(*command, command->get_name()));
+        all.commands.push_back(commandTexts(*command, command->get_name()));
     return all;
 }

@@ -33,3 +33,9 @@ struct ProgramTexts {
 };
 
 ProgramTexts programTexts(const CLI::App &app);
+
+/// Returns the texts of one command, or of the program, under the given name.
+CommandTexts commandTexts(const CLI::App &app, const std::string &name);
+
+/// Returns the options of the program that all its commands have as well.
+std::vector<OptionTexts> commonOptions(const CommandTexts &program);
