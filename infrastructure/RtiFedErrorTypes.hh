@@ -25,7 +25,9 @@ struct RtiFedErrorTypes {
         trailingText, ///< Text after the FED clause.
         nulByte,
         textTooLong,
-        tooManyErrors
+        tooManyErrors,
+        foreignComment, ///< A comment as another language writes it.
+        foreignBlank    ///< A character that looks like a blank and is none.
     };
 
     /// A second place that explains an error, such as the parenthesis that was left open.
@@ -36,8 +38,8 @@ struct RtiFedErrorTypes {
 
     struct Error {
         Problem problem;
-        RtiFedPosition position; ///< The beginning of the unexpected token.
-        RtiFedSpan span;         ///< The whole unexpected token; of length 0 at the end of the text.
+        RtiFedPosition position; ///< Where the text must be changed: in most cases, the unexpected token.
+        RtiFedSpan span;         ///< The whole unexpected token; of length 0 where something is missing.
         std::string text;        ///< What was expected and what was found.
         std::vector<Note> notes;
         std::vector<std::string> keywords; ///< If a keyword was expected: the keywords allowed there.

@@ -38,7 +38,8 @@ std::size_t bytesLeft(std::FILE *file) {
 
 struct RtiFedParser::Contents {
     explicit Contents(std::string bytes) : text(std::move(bytes)), read(text) {
-        std::sort(read.skippedNames.begin(), read.skippedNames.end(), lessInAnyCase);
+        std::sort(read.skippedNames.begin(), read.skippedNames.end(),
+                  [](const auto &a, const auto &b) { return lessInAnyCase(a.name, b.name); });
     }
 
     /// Calls `onClass` with the full name of each class and its number of members, and `onMember` for each member.
@@ -63,6 +64,12 @@ struct RtiFedParser::Contents {
                 onMember();
             }
         }
+    }
+
+    /// The places at which a name was skipped.
+    auto skipped(std::string_view name) const {
+        return std::equal_range(read.skippedNames.begin(), read.skippedNames.end(), RtiFedReader::Skipped{name, 0},
+                                [](const auto &a, const auto &b) { return lessInAnyCase(a.name, b.name); });
     }
 
     /// A word of the current declaration.
@@ -181,12 +188,30 @@ bool RtiFedParser::classesKnown() const {
 }
 
 std::size_t RtiFedParser::numLostNames() const {
-    return _contents->read.lostNames;
+    return _contents->read.ownersOfLostNames.size();
+}
+
+std::size_t RtiFedParser::numLostNames(std::uint32_t owner) const {
+    const auto &owners = _contents->read.ownersOfLostNames;
+    return static_cast<std::size_t>(std::count(owners.begin(), owners.end(), owner));
 }
 
 bool RtiFedParser::skipped(std::string_view name) const {
-    const auto &names = _contents->read.skippedNames;
-    return std::binary_search(names.begin(), names.end(), name, lessInAnyCase);
+    const auto [begin, end] = _contents->skipped(name);
+    return begin != end;
+}
+
+bool RtiFedParser::skipped(std::string_view name, std::uint32_t owner) const {
+    const auto [begin, end] = _contents->skipped(name);
+    return std::any_of(begin, end, [owner](const RtiFedReader::Skipped &skipped) { return skipped.owner == owner; });
+}
+
+std::string RtiFedParser::foreignPartOf(std::string_view word) {
+    const std::size_t blank = findForeignBlank(word);
+    if (blank != std::string_view::npos)
+        return nameOfForeignBlank(word.substr(blank));
+    const RtiFedCommentMark mark = commentMarkAt(word);
+    return mark == RtiFedCommentMark::none ? "" : '"' + std::string(textOf(mark)) + '"';
 }
 
 std::size_t RtiFedParser::printableSize(std::string_view bytes) {

@@ -74,9 +74,18 @@ public:
 
     /// The number of clauses that lack a word, which may be the name of what they declare.
     std::size_t numLostNames() const;
+    /// The same, directly in the class whose name is at offset `owner`.
+    std::size_t numLostNames(std::uint32_t owner) const;
 
     /// Whether a part of the text that was not understood may declare this name. Letter case does not matter.
     bool skipped(std::string_view name) const;
+    /// The same, in the class whose name is at offset `owner` but not in a class clause within it; 0 stands for the
+    /// text outside of classes.
+    bool skipped(std::string_view name, std::uint32_t owner) const;
+
+    /// What in a word is probably not meant as a part of it: a character that looks like a blank, or the mark by which
+    /// other languages begin a comment. Empty if there is nothing of the kind.
+    static std::string foreignPartOf(std::string_view word);
 
     /// The size of the leading character if it is printable UTF-8. Otherwise 0: for a control character, a byte order
     /// mark, a mark that reverses the direction of writing, or bytes that are not UTF-8.

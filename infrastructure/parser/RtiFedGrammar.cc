@@ -11,24 +11,26 @@ using C = RtiFedClause;
 // In the order of the enumeration.
 // clang-format off
 constexpr RtiFedClauseForm kForms[] = {
-    // keyword, noun, arguments, a space may follow, named, clauses in it, the members of a class or space first
-    {"FED", "", 0, {}, false, false,
+    // keyword, noun, arguments, a space may follow, named, place, clauses in it, the members of a class or space first
+    {"FED", "", 0, {}, false, false, "",
      6, {C::federation, C::version, C::federate, C::spaces, C::objects, C::interactions}},
-    {"Federation", "clause", 1, {"a name"}, false, false, 0, {}},
-    {"FEDversion", "clause", 1, {"a version"}, false, false, 0, {}},
-    {"Federate", "federate", 2, {"a name", "a security level"}, false, true, 0, {}},
-    {"spaces", "section", 0, {}, false, false, 1, {C::space}},
-    {"space", "space", 1, {"a name"}, false, true, 1, {C::dimension}},
-    {"dimension", "dimension", 1, {"a name"}, false, true, 0, {}},
-    {"objects", "section", 0, {}, false, false, 1, {C::objectClass}},
-    {"class", "class", 1, {"a name"}, false, true, 3, {C::attribute, C::objectClass, C::secLevel}},
-    {"attribute", "attribute", 3, {"a name", "a transportation", "an ordering"}, true, true, 1, {C::secLevel}},
-    {"interactions", "section", 0, {}, false, false, 1, {C::interactionClass}},
-    {"class", "class", 3, {"a name", "a transportation", "an ordering"}, true, true,
+    {"Federation", "clause", 1, {"a name"}, false, false, "directly in FED", 0, {}},
+    {"FEDversion", "clause", 1, {"a version"}, false, false, "directly in FED", 0, {}},
+    {"Federate", "federate", 2, {"a name", "a security level"}, false, true, "directly in FED", 0, {}},
+    {"spaces", "section", 0, {}, false, false, "directly in FED", 1, {C::space}},
+    {"space", "space", 1, {"a name"}, false, true, "in the section \"spaces\"", 1, {C::dimension}},
+    {"dimension", "dimension", 1, {"a name"}, false, true, "in a space", 0, {}},
+    {"objects", "section", 0, {}, false, false, "directly in FED", 1, {C::objectClass}},
+    {"class", "class", 1, {"a name"}, false, true, "in the section \"objects\" or \"interactions\"",
+     3, {C::attribute, C::objectClass, C::secLevel}},
+    {"attribute", "attribute", 3, {"a name", "a transportation", "an ordering"}, true, true, "in an object class",
+     1, {C::secLevel}},
+    {"interactions", "section", 0, {}, false, false, "directly in FED", 1, {C::interactionClass}},
+    {"class", "class", 3, {"a name", "a transportation", "an ordering"}, true, true, "in the section \"interactions\"",
      3, {C::parameter, C::interactionClass, C::secLevel}},
-    {"parameter", "parameter", 1, {"a name"}, false, true, 0, {}},
-    {"sec_level", "clause", 1, {"a security level"}, false, false, 0, {}},
-    {"", "clause", 0, {}, false, false, 0, {}},
+    {"parameter", "parameter", 1, {"a name"}, false, true, "in an interaction class", 0, {}},
+    {"sec_level", "clause", 1, {"a security level"}, false, false, "in a class or an attribute, after their words", 0, {}},
+    {"", "clause", 0, {}, false, false, "", 0, {}},
 };
 // clang-format on
 

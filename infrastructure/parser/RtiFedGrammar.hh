@@ -30,6 +30,7 @@ struct RtiFedClauseForm {
     const char *arguments[3]; ///< Each argument in a message.
     bool maySpace;            ///< The name of a routing space may follow the arguments.
     bool named;               ///< The first argument is its name.
+    const char *place;        ///< In a message, where it belongs.
     std::size_t numChildren;
     RtiFedClause children[6]; ///< The clauses allowed in it.
 };

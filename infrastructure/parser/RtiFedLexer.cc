@@ -65,10 +65,9 @@ RtiFedToken RtiFedLexer::next() {
     return token;
 }
 
-void RtiFedLexer::next(RtiFedToken &token) {
+void RtiFedLexer::next(RtiFedToken &token, std::vector<RtiFedOffset> *foreign) {
     token.strayQuote = RtiFedToken::kNoQuote;
-    for (skipBlanksAndComments(); _at < _bytes.size() && _bytes[_at] == '"' && endOfQuoted() == _at;
-         skipBlanksAndComments()) {
+    for (skip(foreign); _at < _bytes.size() && _bytes[_at] == '"' && endOfQuoted() == _at; skip(foreign)) {
         if (!token.afterStrayQuote())
             token.strayQuote = _at;
         ++_at; // read on as if the quote were not there
@@ -93,6 +92,9 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
     }
     const RtiFedOffset begin = token.quoted ? _at + 1 : _at;
     _at = token.quoted ? endOfQuoted() : endOfWord(_bytes, _at);
+    if (_habits.blanks && !token.quoted)
+        _at = begin + static_cast<RtiFedOffset>(
+                          std::min<std::size_t>(findForeignBlank(_bytes.substr(begin, _at - begin)), _at - begin));
     const bool closed = token.quoted && _at > begin && _bytes[_at - 1] == '"';
     token.kind = Kind::name;
     token.text = {begin, (closed ? _at - 1 : _at) - begin};
@@ -100,7 +102,7 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
 
 std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words,
                                         std::size_t longest) {
-    if (_bytes.compare(_at, keyword.size(), keyword) != 0)
+    if (_bytes.compare(_at, keyword.size(), keyword) != 0 || _habits.any())
         return kNotPlain;
     const char *const bytes = _bytes.data(); // ends in a NUL byte
     RtiFedOffset at = _at + static_cast<RtiFedOffset>(keyword.size());
@@ -149,6 +151,35 @@ RtiFedOffset RtiFedLexer::endOfQuoted() const {
         return end + 1;
     const bool cut = end == _bytes.size() || _bytes[end] == '\0';
     return cut && _bytes.substr(_at, end - _at).find(')') == std::string_view::npos ? end : _at;
+}
+
+void RtiFedLexer::skip(std::vector<RtiFedOffset> *foreign) {
+    skipBlanksAndComments();
+    if (!_habits.any())
+        return;
+    for (RtiFedOffset begin = _at; skipForeign(); begin = _at) {
+        if (foreign)
+            foreign->push_back(begin);
+        skipBlanksAndComments();
+    }
+}
+
+/// Skips one comment of another language, or a run of characters that look like blanks, as far as the text is known to
+/// have such. Returns whether there is one.
+bool RtiFedLexer::skipForeign() {
+    const RtiFedOffset begin = _at;
+    const std::string_view rest = _bytes.substr(begin);
+    const RtiFedCommentMark mark = commentMarkAt(rest);
+    if (_habits.has(mark)) {
+        const std::size_t size = _unclosed.has(mark) ? std::string_view::npos : closedCommentSize(mark, rest);
+        if (size == std::string_view::npos)
+            _unclosed.add(mark);
+        _at = size == std::string_view::npos ? endOfLine(_bytes, _at) : begin + static_cast<RtiFedOffset>(size);
+        return true;
+    }
+    while (_habits.blanks && foreignBlankSize(_bytes.substr(_at)) > 0)
+        _at += static_cast<RtiFedOffset>(foreignBlankSize(_bytes.substr(_at)));
+    return _at > begin;
 }
 
 void RtiFedLexer::skipBlanksAndComments() {

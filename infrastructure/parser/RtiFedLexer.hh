@@ -3,6 +3,7 @@
 #include "infrastructure/parser/RtiFedText.hh"
 
 #include <array>
+#include <vector>
 
 /// One token of a FED text.
 struct RtiFedToken {
@@ -21,18 +22,22 @@ struct RtiFedToken {
 
 /// Cuts a FED text into parentheses and names, and skips blanks and comments. A NUL byte and the end of the text are
 /// tokens that every further call returns again.
+///
+/// If the text is known to have comments of other languages or characters that look like blanks, they are skipped too.
 class RtiFedLexer {
 public:
     /// Begins at `at`. The text ends at `end`.
     RtiFedLexer(const RtiFedText &text, RtiFedOffset at, std::size_t end = std::string_view::npos)
-        : _bytes(text.bytes().substr(0, end)), _at(at) {}
+        : _bytes(text.bytes().substr(0, end)), _at(at), _habits(text.habits) {}
 
     /// The offset after the last byte that was read.
     RtiFedOffset at() const { return _at; }
 
     RtiFedToken next();
     /// The same, into an existing token: copying a token that was just written takes longer than reading it.
-    void next(RtiFedToken &token);
+    void next(RtiFedToken &token) { next(token, nullptr); }
+    /// The same, and adds the offset of each foreign comment and run of foreign blanks that is skipped.
+    void next(RtiFedToken &token, std::vector<RtiFedOffset> *foreign);
 
     /// Reads a keyword, spelt exactly so, and the plain words after it, up to a parenthesis. Returns the number of
     /// words. If anything else is there, too many words or one longer than `longest`, nothing is read and kNotPlain is
@@ -46,10 +51,14 @@ public:
     bool nextClose();
 
 private:
+    void skip(std::vector<RtiFedOffset> *foreign);
     void skipBlanksAndComments();
+    bool skipForeign();
     void readToken(RtiFedToken &token);
     RtiFedOffset endOfQuoted() const;
 
     std::string_view _bytes;
     RtiFedOffset _at;
+    RtiFedHabits _habits;
+    RtiFedHabits _unclosed; // the comment marks whose closing mark does not follow
 };

@@ -8,6 +8,13 @@ bool RtiFedNesting::isKeywordNearby(std::string_view word) const {
     return childOf(kind(), word) != RtiFedClause::unknown || childOf(parent().name.kind, word) != RtiFedClause::unknown;
 }
 
+RtiFedOffset RtiFedNesting::ownerOfInnermost() const {
+    for (std::size_t i = _open.size(); i > 1; --i)
+        if (isClass(_open[i - 2].name.kind))
+            return _open[i - 2].name.label.begin;
+    return 0;
+}
+
 RtiFedSyntaxError &RtiFedNesting::addError(Problem problem, RtiFedOffset at) {
     if (errors.size() > kMaxErrors)
         return errors.back();
@@ -18,7 +25,7 @@ RtiFedSyntaxError &RtiFedNesting::addError(Problem problem, RtiFedOffset at) {
     RtiFedSyntaxError error;
     error.problem = problem;
     error.at = at;
-    error.clause = _open.empty() ? RtiFedClauseName{RtiFedClause::fed, fed, {}} : _open.back().name;
+    error.clause = _open.empty() ? RtiFedClauseName{RtiFedClause::fed, fed, fedKeyword} : _open.back().name;
     error.afterFirst = !_open.empty() && _open.back().hasClauses;
     errors.push_back(error);
     return errors.back();

@@ -35,6 +35,9 @@ public:
     }
     void drop(std::size_t count = 1) { _open.resize(_open.size() - count); }
 
+    /// The offset of the name of the innermost class, not counting the innermost clause; 0 if there is none.
+    RtiFedOffset ownerOfInnermost() const;
+
     /// Whether this word begins a clause that is allowed in the innermost clause or beside it.
     bool isKeywordNearby(std::string_view word) const;
 
@@ -57,9 +60,10 @@ public:
 
     RtiFedRepair repair;
     std::vector<RtiFedSyntaxError> errors;
-    bool known = true;    ///< Each clause that was read is known to be in the clause its author meant.
-    bool stopped = false; ///< The text is not read any further.
-    RtiFedOffset fed = 0; ///< The "(" of the FED clause.
+    bool known = true;     ///< Each clause that was read is known to be in the clause its author meant.
+    bool stopped = false;  ///< The text is not read any further.
+    RtiFedOffset fed = 0;  ///< The "(" of the FED clause.
+    RtiFedSpan fedKeyword; ///< Of length 0 before it was read.
     Clause lastClosed;
     RtiFedOffset lastClose = 0; ///< Its ")".
 

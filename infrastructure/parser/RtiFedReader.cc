@@ -16,12 +16,18 @@ RtiFedReader::RtiFedReader(const RtiFedText &text) : nesting(text), _text(text),
         step();
     spacesKnown = spacesKnown && (_spacesRead || !nesting.stopped);
     std::stable_sort(nesting.errors.begin(), nesting.errors.end(),
-                     [](const RtiFedSyntaxError &a, const RtiFedSyntaxError &b) { return a.at < b.at; });
+                     [](const RtiFedSyntaxError &a, const RtiFedSyntaxError &b) { return a.place() < b.place(); });
 }
 
 void RtiFedReader::advance() {
-    _lexer.next(_token);
+    _lastEnd = _lexer.at();
+    _lexer.next(_token, &_foreign);
     _afterClose = false;
+    for (const RtiFedOffset at : _foreign) {
+        const bool comment = commentMarkAt(_text.bytes().substr(at)) != RtiFedCommentMark::none;
+        nesting.addError(comment ? Problem::foreignComment : Problem::foreignBlank, at);
+    }
+    _foreign.clear();
     if (_token.afterStrayQuote())
         nesting.addError(Problem::strayQuote, _token.strayQuote);
 }
@@ -30,9 +36,14 @@ void RtiFedReader::openFed() {
     if (_text.bytes().size() > kMaxTextSize)
         return nesting.stop(Problem::textTooLong, _text.begin());
     advance();
+    if (foreignFormatOf(_text.bytes().substr(_text.begin())))
+        return nesting.stop(Problem::expectedFed, _text.begin());
+    rereadForeign();
     if (_token.kind == Kind::open) {
         nesting.fed = _token.begin;
         advance();
+        rereadForeign();
+        nesting.fedKeyword = _token.text;
         if (isKeywordOf(RtiFedClause::fed, wordOf(_token))) {
             nesting.open({RtiFedClause::fed, nesting.fed, _token.text});
             declarations.objects.members.reserve(_text.bytes().size() / kBytesPerAttribute);
@@ -138,7 +149,7 @@ void RtiFedReader::readClause() {
 /// `afterClose` says whether it directly follows the ")" of another clause. If the innermost clause does not allow it,
 /// the nesting is repaired so that it does, if an enclosing clause does or the one closed just before.
 void RtiFedReader::readFromKeyword(RtiFedOffset begin, bool afterClose) {
-    if (childHere() == RtiFedClause::unknown) {
+    if (childHere() == RtiFedClause::unknown && !rereadForeign()) {
         nesting.insertForgottenCloses(wordOf(_token), begin);
         if (afterClose && childOf(nesting.lastClosed.name.kind, wordOf(_token)) != RtiFedClause::unknown)
             nesting.reopenLastClosed(Problem::expectedClause, _token.begin);
@@ -173,6 +184,10 @@ void RtiFedReader::refuseClause(RtiFedOffset begin) {
 /// Reports a NUL byte or the end of the text, which may cut a word, if the current token is that. Returns whether the
 /// text is not read any further.
 bool RtiFedReader::stopAtEnd() {
+    if (isCut() && _token.quoted) {
+        nesting.stop(Problem::strayQuote, _token.begin);
+        return true;
+    }
     if (isCut())
         advance();
     if (_token.kind == Kind::nul)
@@ -201,14 +216,23 @@ void RtiFedReader::readArguments() {
     const RtiFedClauseForm &form = formOf(nesting.kind());
     RtiFedArguments arguments;
     std::size_t count = 0;
-    while (count < form.numArguments + (form.maySpace ? 1 : 0) && readArgument(count, arguments))
+    const std::size_t most = form.numArguments + (form.maySpace ? 1 : 0);
+    for (;;) {
+        const bool isWord = _token.kind == Kind::name;
+        const bool wrong = count < form.numArguments ? !isWord : count == most && isWord;
+        if (wrong && rereadForeign(arguments, count))
+            continue;
+        if (count == most || !readArgument(count, arguments))
+            break;
         ++count;
+    }
     if (nesting.stopped)
         return;
     if (nesting.innermost().hasStrayQuote)
         std::fill(arguments.begin() + 1, arguments.end(), RtiFedSpan());
     if (count < form.numArguments) { // the missing word may be the name
-        ++lostNames;
+        nesting.errors.back().numMissing = form.numArguments - count;
+        ownersOfLostNames.push_back(nesting.ownerOfInnermost());
         classesKnown = classesKnown && !isClass(nesting.kind());
     }
     if (count == 0 && form.numArguments > 0) { // with a name, it is declared nevertheless
@@ -220,7 +244,7 @@ void RtiFedReader::readArguments() {
 
 void RtiFedReader::declareOrSkip(const RtiFedArguments &arguments) {
     if (!declare(arguments)) {
-        skippedNames.push_back(_text.at(arguments[0]));
+        addSkipped(arguments[0]);
         skipClause(2);
     }
 }
@@ -243,6 +267,46 @@ bool RtiFedReader::readArgument(std::size_t index, RtiFedArguments &arguments) {
         nesting.innermost().hasStrayQuote = true;
     advance();
     return true;
+}
+
+/// If an argument of the innermost clause or the current token has something in it that other languages write, lets the
+/// lexer skip that from now on, and reads again from there: then `count` arguments are left. Returns whether it did.
+bool RtiFedReader::rereadForeign(RtiFedArguments &arguments, std::size_t &count) {
+    for (std::size_t i = 0; i < count && !nesting.innermost().hasStrayQuote; ++i) {
+        const bool quoted = _text.withQuotes(arguments[i]).begin < arguments[i].begin;
+        const bool mayBeComment = i > 0; // a name may begin with any of the marks
+        if (quoted || !learnForeign(_text.at(arguments[i]), mayBeComment))
+            continue;
+        _lexer = RtiFedLexer(_text, arguments[i].begin);
+        std::fill(arguments.begin() + static_cast<std::ptrdiff_t>(i), arguments.end(), RtiFedSpan());
+        count = i;
+        advance();
+        return true;
+    }
+    return rereadForeign();
+}
+
+bool RtiFedReader::rereadForeign() {
+    if (!learnForeign(wordOf(_token), true))
+        return false;
+    const bool afterClose = _afterClose;
+    _lexer = RtiFedLexer(_text, _token.begin);
+    advance();
+    _afterClose = afterClose;
+    return true;
+}
+
+/// Notes what a word has in it that other languages write, if that is new. Returns whether it is.
+bool RtiFedReader::learnForeign(std::string_view word, bool mayBeComment) {
+    RtiFedHabits &known = _text.habits;
+    const RtiFedCommentMark mark = commentMarkAt(word);
+    if (mayBeComment && mark != RtiFedCommentMark::none && !known.has(mark)) {
+        known.add(mark);
+        return true;
+    }
+    if (known.blanks || findForeignBlank(word) == std::string_view::npos)
+        return false;
+    return known.blanks = true;
 }
 
 /// Declares the innermost clause. Returns false if it is beyond a limit, so that the clauses in it cannot be read.
@@ -294,6 +358,8 @@ void RtiFedReader::closeClause() {
 /// the clause closed just before, or superfluous words. Skips all but the keyword, up to the next parenthesis or to a
 /// keyword whose "(" may be inserted.
 void RtiFedReader::readStrayWords() {
+    if (rereadForeign())
+        return;
     if (childHere() != RtiFedClause::unknown && nesting.repair.mayInsertOpen()) {
         nesting.addError(Problem::expectedClose, _token.begin);
         nesting.repair.insertOpen();
@@ -306,11 +372,17 @@ void RtiFedReader::readStrayWords() {
         forgetArguments();
     }
     const RtiFedNesting::Clause &clause = nesting.innermost();
-    skippedNames.push_back(_text.at(_token.text));
+    addSkipped(_token.text);
     if (isClass(clause.name.kind) && !clause.hasClauses) // a stray word may be the name that was meant
         classesKnown = false;
     while (_token.kind == Kind::name && (childHere() == RtiFedClause::unknown || !nesting.repair.mayInsertOpen()))
-        advance();
+        if (!rereadForeign())
+            advance();
+}
+
+/// Notes a word of the innermost clause that was not understood.
+void RtiFedReader::addSkipped(RtiFedSpan name) {
+    skippedNames.push_back({_text.at(name), nesting.ownerOfInnermost()});
 }
 
 /// If a clause has a superfluous word, it may be any of them. Forgets all words of the innermost one but its name.
@@ -323,7 +395,7 @@ void RtiFedReader::forgetArguments() {
         arguments = &declarations.interactions.classes[clause.declaration].arguments;
     if (!arguments)
         return;
-    skippedNames.push_back(_text.at((*arguments)[1]));
+    addSkipped((*arguments)[1]);
     std::fill(arguments->begin() + 1, arguments->end(), RtiFedSpan());
 }
 
@@ -343,7 +415,7 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
             break;
         case Kind::name:
             if (words++ < 3)
-                skippedNames.push_back(_text.at(_token.text));
+                addSkipped(_token.text);
             break;
         default:
             return void(stopAtEnd());
@@ -355,6 +427,7 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
 /// Reads what follows the FED clause: nothing, or sections if the FED clause was closed too early. Returns whether that
 /// clause was reopened. If it was not, and nothing follows, reports the clauses that it lacks.
 bool RtiFedReader::readAfterFed() {
+    rereadForeign();
     if (_token.kind == Kind::nul)
         return !stopAtEnd();
     if (_token.kind == Kind::end) {
@@ -377,8 +450,12 @@ bool RtiFedReader::readAfterFed() {
 
 /// Reports that a word was expected. If it follows a surplus parenthesis, drops that. Returns whether it did.
 bool RtiFedReader::dropBeforeArgument(std::size_t index) {
-    if (!stopAtEnd())
-        nesting.addError(Problem::expectedArgument, _token.begin).argument = index;
+    if (!stopAtEnd()) {
+        const std::string_view gap = _text.bytes().substr(_lastEnd, _token.begin - _lastEnd);
+        RtiFedSyntaxError &error = nesting.addError(Problem::expectedArgument, _token.begin);
+        error.argument = index;
+        error.wordsEnd = gap.find_first_of("\r\n") == std::string_view::npos ? 0 : _lastEnd;
+    }
     const RtiFedToken next = peek();
     if (nesting.stopped || next.kind != Kind::name)
         return false;

@@ -17,9 +17,15 @@ public:
     RtiFedNesting nesting;    ///< With the errors, in the order of the text.
     bool spacesKnown = true;  ///< All spaces are known: none may be in text that was not read.
     bool classesKnown = true; ///< Each class is known to have the name its author meant.
-    /// The first words of each clause that was not understood: it may have declared one of these names.
-    std::vector<std::string_view> skippedNames;
-    std::size_t lostNames = 0; ///< Clauses that lack a word, which may be a name.
+    /// A word of a clause that was not understood: it may have declared this name.
+    struct Skipped {
+        std::string_view name;
+        RtiFedOffset owner; ///< The name of the innermost class that encloses the clause; 0 if there is none.
+    };
+    /// The first words of each such clause.
+    std::vector<Skipped> skippedNames;
+    /// The same owners, of the clauses that lack a word, which may be a name.
+    std::vector<RtiFedOffset> ownersOfLostNames;
 
 private:
     using Problem = RtiFedSyntaxError::Problem;
@@ -36,6 +42,9 @@ private:
     void readFromKeyword(RtiFedOffset begin, bool afterClose);
     void readArguments();
     bool readArgument(std::size_t index, RtiFedArguments &arguments);
+    bool rereadForeign(RtiFedArguments &arguments, std::size_t &count);
+    bool rereadForeign();
+    bool learnForeign(std::string_view word, bool mayBeComment);
     void closeClause();
     bool refuseSecond();
     void refuseClause(RtiFedOffset begin);
@@ -53,6 +62,8 @@ private:
     // Repairing parentheses
     bool dropBeforeArgument(std::size_t index);
 
+    void addSkipped(RtiFedSpan name);
+
     std::string_view wordOf(const RtiFedToken &token) const;
     RtiFedClause childHere() const { return childOf(nesting.kind(), wordOf(_token)); }
     bool isCut() const;
@@ -60,6 +71,8 @@ private:
     const RtiFedText &_text;
     RtiFedLexer _lexer;
     RtiFedToken _token;
+    RtiFedOffset _lastEnd = 0; // of the token before the current one
+    std::vector<RtiFedOffset> _foreign;
     bool _afterClose = false;   // the current token directly follows the last ")"
     bool _spacesRead = false;   // the section of spaces, up to its end
     bool _skippedInFed = false; // a clause directly in the FED clause was not understood

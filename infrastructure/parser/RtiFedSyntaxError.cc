@@ -4,6 +4,8 @@
 #include "infrastructure/parser/RtiFedLexer.hh"
 #include "infrastructure/parser/RtiFedPrintable.hh"
 
+#include <algorithm>
+
 namespace {
 
 std::string quoted(std::string_view bytes) {
@@ -72,6 +74,37 @@ std::vector<RtiFedErrorTypes::Note> explain(const RtiFedText &text, const RtiFed
     return {{{suspect.clause, 1}, judging + clause + " was left open"}, {{suspect.at, 1}, parenthesis + aligned}};
 }
 
+/// The keyword of the clause whose "(" or keyword is at an offset.
+RtiFedToken keywordAt(const RtiFedText &text, RtiFedOffset at) {
+    RtiFedLexer lexer(text, at);
+    const RtiFedToken token = lexer.next();
+    return token.kind == RtiFedToken::Kind::open ? lexer.next() : token;
+}
+
+/// The name in `(space NAME)`, if the keyword `space` ends at `at`; otherwise of length 0.
+RtiFedSpan nameOfSimpleSpace(const RtiFedText &text, RtiFedOffset at) {
+    RtiFedLexer lexer(text, at);
+    const RtiFedToken name = lexer.next();
+    const bool simple = name.kind == RtiFedToken::Kind::name && lexer.next().kind == RtiFedToken::Kind::close;
+    return simple ? text.withQuotes(name.text) : RtiFedSpan();
+}
+
+/// The offset after the words of a clause, its keyword included.
+RtiFedOffset endOfWords(const RtiFedText &text, RtiFedOffset begin) {
+    RtiFedLexer lexer(text, begin);
+    lexer.next();
+    RtiFedOffset end = lexer.at();
+    while (lexer.next().kind == RtiFedToken::Kind::name)
+        end = lexer.at();
+    return end;
+}
+
+/// The offset after the last byte of the text that is not a blank.
+RtiFedOffset endOfText(const RtiFedText &text) {
+    const std::size_t last = text.bytes().find_last_not_of(" \t\r\n\v\f");
+    return last == std::string_view::npos ? text.begin() : static_cast<RtiFedOffset>(last + 1);
+}
+
 std::string listOf(const std::vector<std::string> &keywords) {
     std::string list;
     for (std::size_t i = 0; i < keywords.size(); ++i)
@@ -82,7 +115,20 @@ std::string listOf(const std::vector<std::string> &keywords) {
 } // namespace
 
 RtiFedErrorTypes::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const {
-    return {problem, text.position(at), span(text), describe(text), notes(text), keywords()};
+    return {problem, text.position(place()), span(text), describe(text), notes(text), keywords()};
+}
+
+/// Whether the indentation shows that a clause was left open.
+bool RtiFedSyntaxError::showsOpenClause() const {
+    return suspect && suspect->evidence != RtiFedBalance::Suspect::textAfterClose;
+}
+
+RtiFedOffset RtiFedSyntaxError::place() const {
+    if (problem == Problem::leftOpen)
+        return showsOpenClause() ? suspect->clause : clause.begin;
+    if (problem == Problem::missingClause && clause.label.length > 0)
+        return clause.label.begin;
+    return problem == Problem::expectedArgument && wordsEnd > 0 ? wordsEnd : at;
 }
 
 /// The unexpected token; of a clause that is refused as a whole, its "(", keyword and name.
@@ -92,15 +138,28 @@ RtiFedSpan RtiFedSyntaxError::span(const RtiFedText &text) const {
         problem == Problem::secondClause || problem == Problem::nestedTooDeeply || problem == Problem::namesTooLong;
     if (problem == Problem::textTooLong)
         return upTo(at);
+    if (problem == Problem::leftOpen)
+        return {place(), 1};
+    if (problem == Problem::missingClause)
+        return {place(), clause.label.length};
+    if (place() != at) // a word is missing at the end of a line
+        return {place(), 0};
     if (refused && clause.label.length > 0) {
         const RtiFedSpan name = text.withQuotes(clause.label);
         return upTo(name.begin + name.length);
     }
+    const std::string_view rest = text.bytes().substr(at);
+    if (problem == Problem::strayQuote)
+        return {at, static_cast<RtiFedOffset>(std::min(rest.find_first_of("\r\n"), rest.size()))};
+    if (problem == Problem::foreignComment)
+        return {at, static_cast<RtiFedOffset>(textOf(commentMarkAt(rest)).size())};
+    if (problem == Problem::foreignBlank)
+        return {at, static_cast<RtiFedOffset>(foreignBlankSize(rest))};
     RtiFedLexer lexer(text, at);
     const RtiFedToken::Kind first = lexer.next().kind;
     if (refused && first == RtiFedToken::Kind::open)
         lexer.next();
-    return upTo(problem == Problem::strayQuote || first == RtiFedToken::Kind::nul ? at + 1 : lexer.at());
+    return upTo(first == RtiFedToken::Kind::nul ? at + 1 : lexer.at());
 }
 
 std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &text) const {
@@ -110,11 +169,19 @@ std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &t
         notes.push_back({{earlier, 1}, "the first is here"});
     else if (problem == Problem::trailingText)
         notes.push_back({{earlier, 1}, "this \")\" closed " + nounOf(text, clause)});
-    else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && !suspected)
+    else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && !suspected &&
+             place() != clause.begin)
         notes.push_back({{clause.begin, 1}, nounOf(text, clause) + " begins here"});
+    else if (problem == Problem::expectedClause && afterFirst &&
+             isKeywordOf(RtiFedClause::secLevel, text.at(keywordAt(text, at).text)))
+        notes.push_back({{endOfWords(text, clause.begin), 0}, "it belongs here"});
     if (suspect)
         for (RtiFedErrorTypes::Note &note : explain(text, *suspect, false))
             notes.push_back(std::move(note));
+    if (problem == Problem::leftOpen && at == text.bytes().size())
+        notes.push_back({{endOfText(text), 0}, "the file ends here"});
+    else if (problem == Problem::leftOpen && (!suspect || suspect->at != at))
+        notes.push_back({{at, 1}, "this \"(\" is not allowed in " + nounOf(text, clause)});
     return notes;
 }
 
@@ -131,6 +198,35 @@ std::vector<std::string> RtiFedSyntaxError::keywords() const {
     return keywords;
 }
 
+/// The words that are missing: "a transportation and an ordering".
+std::string RtiFedSyntaxError::missingWords() const {
+    const RtiFedClauseForm &form = formOf(clause.kind);
+    std::string words = form.arguments[argument];
+    for (std::size_t i = 1; i < numMissing; ++i)
+        words += (i + 1 < numMissing ? ", " : " and ") + std::string(form.arguments[argument + i]);
+    return words;
+}
+
+/// Where a clause that is not allowed here belongs, as the end of a message; empty if that is not known.
+std::string RtiFedSyntaxError::belongs(const RtiFedText &text) const {
+    const RtiFedToken keyword = keywordAt(text, at);
+    const std::string_view word = keyword.quoted ? std::string_view() : text.at(keyword.text);
+    if (isKeywordOf(RtiFedClause::space, word) && (isClass(clause.kind) || clause.kind == RtiFedClause::attribute)) {
+        const RtiFedSpan name = nameOfSimpleSpace(text, keyword.text.begin + keyword.text.length);
+        if (name.length > 0 && clause.kind != RtiFedClause::objectClass)
+            return "; to name the space, write " + printable(text.at(name)) + " after the ordering, without \"(space\"";
+    }
+    if (isKeywordOf(RtiFedClause::secLevel, word) && afterFirst)
+        return "; \"sec_level\" belongs directly after the words of its class";
+    auto kind = RtiFedClause::federation;
+    while (kind != RtiFedClause::unknown && !isKeywordOf(kind, word))
+        kind = static_cast<RtiFedClause>(static_cast<unsigned char>(kind) + 1);
+    const bool likelyUnclosed = problem == Problem::expectedClose && kind != RtiFedClause::secLevel;
+    if (kind == RtiFedClause::unknown || likelyUnclosed || childOf(clause.kind, word) != RtiFedClause::unknown)
+        return {};
+    return "; \"" + std::string(formOf(kind).keyword) + "\" belongs " + formOf(kind).place;
+}
+
 std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     std::string evidence;
     if (suspect)
@@ -139,24 +235,25 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     const std::string butFound = ", found " + found(text, at);
     switch (problem) {
     case Problem::expectedFed:
+        if (const char *const format = foreignFormatOf(text.bytes().substr(text.begin())))
+            return std::string("expected \"(FED\", found ") + format;
         return "expected \"(FED\"" + butFound;
     case Problem::expectedArgument:
-        return std::string("expected ") + formOf(clause.kind).arguments[argument] + butFound;
+        return "expected " + missingWords() + butFound + (place() == at ? "" : " at " + positionOf(text, at));
     case Problem::expectedClause:
-        return "expected " + listOf(keywords()) + butFound + evidence;
+        return "expected " + listOf(keywords()) + butFound + (suspect ? evidence : belongs(text));
     case Problem::expectedClose:
         if (!isLeaf(clause.kind))
             return "expected \"(\" or \")\" in " + nameOf(text, clause) + butFound + evidence;
-        return "expected \")\" to close " + nameOf(text, clause) + butFound;
+        return "expected \")\" to close " + nameOf(text, clause) + butFound + belongs(text);
     case Problem::leftOpen:
-        return "expected \")\" to close " + nameOf(text, clause) + butFound +
+        return "expected \")\" to close " + (place() == clause.begin ? nounOf : nameOf)(text, clause) + butFound +
                (suspect && suspect->clause != clause.begin ? evidence : "");
     case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
                "\" clause, found a second; the first is at " + positionOf(text, earlier);
     case Problem::missingClause:
-        return "expected a \"" + std::string(formOf(missing).keyword) + "\" clause in " + nameOf(text, clause) +
-               butFound;
+        return "expected a \"" + std::string(formOf(missing).keyword) + "\" clause in \"FED\", found none";
     case Problem::nestedTooDeeply:
         return "expected at most " + std::to_string(kMaxClassNesting) +
                " levels of classes, found one more: " + nameOf(text, clause) + " is nested too deeply";
@@ -170,7 +267,8 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
         return "expected full class names of at most " + std::to_string(kMaxFullNames) +
                " bytes together, found more with " + nameOf(text, clause);
     case Problem::strayQuote:
-        return "expected a closing quote, found the end of the line";
+        return std::string("expected a closing quote, found the end of the ") +
+               (place() + span(text).length == text.bytes().size() ? "file" : "line");
     case Problem::trailingText:
         return "expected the end of the file" + butFound + ": the \")\" at " + positionOf(text, earlier) + " closed " +
                nameOf(text, clause) + evidence;
@@ -181,6 +279,11 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     case Problem::tooManyErrors:
         return "expected at most " + std::to_string(kMaxErrors) +
                " errors, found more; the rest of the text was not read";
+    case Problem::foreignComment:
+        return "expected \";\" to begin a comment, found \"" +
+               std::string(textOf(commentMarkAt(text.bytes().substr(at)))) + '"';
+    case Problem::foreignBlank:
+        return "expected a blank, found " + nameOfForeignBlank(text.bytes().substr(at));
     }
     return {};
 }

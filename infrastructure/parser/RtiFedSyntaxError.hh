@@ -25,13 +25,21 @@ struct RtiFedSyntaxError {
     RtiFedOffset at = 0;                          ///< The first byte of the unexpected token.
     RtiFedOffset earlier = 0;                     ///< Of secondClause: the first; of trailingText: the ")" of FED.
     RtiFedClauseName clause;                      ///< The innermost clause.
-    std::size_t argument = 0;                     ///< Of expectedArgument: its index.
-    std::size_t nameLength = 0;                   ///< Of nameTooLong and fullNameTooLong.
+    std::size_t argument = 0;                     ///< Of expectedArgument: the index of the first one.
+    std::size_t numMissing = 1;                   ///< Of expectedArgument.
+    RtiFedOffset wordsEnd = 0;  ///< Of expectedArgument: the end of the words before it, if these end an earlier line.
+    std::size_t nameLength = 0; ///< Of nameTooLong and fullNameTooLong.
     std::optional<RtiFedBalance::Suspect> suspect;
+
+    /// Where the text must be changed: where something is missing, or the unexpected token.
+    RtiFedOffset place() const;
 
     RtiFedErrorTypes::Error resolve(const RtiFedText &text) const;
 
 private:
+    bool showsOpenClause() const;
+    std::string missingWords() const;
+    std::string belongs(const RtiFedText &text) const;
     std::string describe(const RtiFedText &text) const;
     RtiFedSpan span(const RtiFedText &text) const;
     std::vector<RtiFedErrorTypes::Note> notes(const RtiFedText &text) const;

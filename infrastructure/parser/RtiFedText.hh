@@ -1,6 +1,7 @@
 #pragma once
 
 #include "infrastructure/RtiFedPosition.hh"
+#include "infrastructure/parser/RtiFedForeign.hh"
 
 #include <cstdint>
 #include <string>
@@ -25,6 +26,9 @@ public:
 
     /// A name with its quotes, if it is in quotes.
     RtiFedSpan withQuotes(RtiFedSpan name) const;
+
+    /// What the reader has found out about the text, for each lexer that is made from then on.
+    mutable RtiFedHabits habits;
 
     /// The offset of the first byte after a byte order mark, if there is one.
     RtiFedOffset begin() const;

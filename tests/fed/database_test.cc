@@ -35,7 +35,7 @@ TEST(Database, ReportsASyntaxErrorWithItsPlace) {
               file.path());
     EXPECT_EQ(errors.text(),
               "\"RtiFedDatabase\", line 73: \nCould not parse FED file " + file.path() +
-                  "\n\"RtiFedDatabase\", line 75: line 2, column 17: expected \")\" to close \"FED\" at 1:1, found the "
+                  "\n\"RtiFedDatabase\", line 75: line 1, column 1: expected \")\" to close \"FED\", found the "
                   "end of the file\n");
 
     const std::string text = errors.text();

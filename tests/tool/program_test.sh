@@ -26,9 +26,9 @@ expect() {
 cd "$work" || exit 1
 printf '(FED (Federation F)\n (FEDversion v)\n (spaces (space S (dimension D))))\n' >small.fed
 printf '(FED (Federation F))\n' >wrong.fed
-wrong='1:20: error: expected a "FEDversion" clause in "FED" at 1:1, found ")" [missing-clause]
+wrong='1:2: error: expected a "FEDversion" clause in "FED", found none [missing-clause]
     1 | (FED (Federation F))
-      |                    ^
+      |  ^~~
 '
 expect 0 '' '' "$program" check "$examples/minimal.fed" "$examples/harbour.fed" "$examples/tolerances.fed"
 expect 0 'setFederate("F");

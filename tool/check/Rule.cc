@@ -91,6 +91,17 @@ constexpr Rules kRules = {
      {indexOf(RtiFedParser::tooManyErrors), "too-many-errors", error, "The text has more errors than are kept",
       "Reading stops after 100,000 errors.", "Fix the first errors: later ones often follow from them.",
       "(FED ((((((...", "(FED (Federation Coast) ...)"},
+     {indexOf(RtiFedParser::foreignComment), "foreign-comment", error, "A comment is written as in another language",
+      "A comment begins with \";\" and ends with its line. Other marks, such as //, /*, # and --, are words like any "
+      "other.",
+      "Begin the comment with \";\", on each of its lines.", "(class Boat) // and ships", "(class Boat) ; and ships"},
+     {indexOf(RtiFedParser::foreignBlank), "foreign-blank", error, "A character looks like a blank and is none",
+      "Word processors, web pages and messengers replace blanks by characters that look like them, such as the "
+      "no-break "
+      "space U+00A0. In a FED text only the blank, the tab and the line end separate words; any other character is "
+      "part of a word.",
+      "Replace the character by a blank, or remove it. The finding points to the character.",
+      "(attribute\\xc2\\xa0Height reliable timestamp)", "(attribute Height reliable timestamp)"},
 
      {indexOf(RuleId::unknownTransportation), "unknown-transportation", error, "Unknown transportation",
       "The transportation of an attribute or interaction class is reliable (every message arrives) or best_effort "
@@ -157,6 +168,12 @@ constexpr Rules kRules = {
       "One class Manager is directly below ObjectRoot, and another one directly below InteractionRoot.",
       "Move the class Manager into its root. Often a superfluous \")\" closes the root too early.",
       "(class ObjectRoot)\n(class Manager ...)", "(class ObjectRoot\n  (class Manager ...))"},
+     {indexOf(RuleId::misspeltRoot), "misspelt-root", error, "The root of a class tree has another name",
+      "All object classes are below ObjectRoot, and all interaction classes below InteractionRoot. Later standards "
+      "have "
+      "other names for them.",
+      "Rename the class.", "(objects\n  (class HLAobjectRoot (class Manager ...)))",
+      "(objects\n  (class ObjectRoot (class Manager ...)))"},
      {indexOf(RuleId::damagedImage), "damaged-image", error, "A saved image cannot be restored",
       "A file that begins with a NUL byte is read as a saved image. This one is incomplete, was changed, or is "
       "another kind of file.",
@@ -190,6 +207,11 @@ constexpr Rules kRules = {
       "timestamp))\n(class Quay (attribute Length reliable timestamp))",
       "(class Boat (attribute Length reliable timestamp))\n(class Crane (attribute Length reliable "
       "timestamp))\n(class Quay (attribute Length reliable timestamp))"},
+     {indexOf(RuleId::blankInName), "blank-in-name", warning, "A name has a character in it that looks like a blank",
+      "The file loads, but nobody can type the name: a character such as the no-break space U+00A0 cannot be told from "
+      "a blank, or is not visible at all.",
+      "Remove the character, or replace it by a blank and put the name into quotes.", "(class Pilot\\xc2\\xa0Boat)",
+      "(class \"Pilot Boat\")"},
      {indexOf(RuleId::noPrivilegeToDelete), "no-privilege-to-delete", warning,
       "ObjectRoot lacks the attribute privilegeToDelete",
       "The federate that owns this attribute of an object may delete the object. An RTI looks it up by name in every "

@@ -41,12 +41,14 @@ enum class RuleId : unsigned char {
     repeatedDimension,
     momIncomplete,
     momMisplaced,
+    misspeltRoot,
     damagedImage,
     unusedSpace,
     spaceWithoutDimensions,
     repeatedSpace,
     hiddenDimension,
     letterCase,
+    blankInName,
     noPrivilegeToDelete,
     noRtiPrivate,
     danglingReference
@@ -55,7 +57,7 @@ enum class RuleId : unsigned char {
 const Rule &ruleOf(RtiFedParser::Problem problem);
 const Rule &ruleOf(RuleId id);
 
-inline constexpr std::size_t kNumProblems = RtiFedParser::tooManyErrors + 1;
+inline constexpr std::size_t kNumProblems = RtiFedParser::foreignBlank + 1;
 using Rules = std::array<Rule, kNumProblems + static_cast<std::size_t>(RuleId::danglingReference) + 1>;
 
 /// All rules: those of syntax errors in the order of RtiFedParser::Problem, then those of RuleId, the warnings last.
