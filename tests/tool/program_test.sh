@@ -115,6 +115,49 @@ printf '(FED (Federation "\377\033"))' >bytes.fed
     "$program" diff --format json small.fed bytes.fed 2>err | iconv -f UTF-8 -t UTF-8 >out ||
     { echo 'FAILED: diff of strange bytes'; failures=1; }
 
+# Files at revisions in git. A file whose name is like that of one is read as it is; nothing becomes an option of git.
+(
+    mkdir -p repository/models
+    cd repository || exit 1
+    export GIT_CONFIG_GLOBAL=/dev/null GIT_AUTHOR_NAME=A GIT_AUTHOR_EMAIL=a GIT_COMMITTER_NAME=C GIT_COMMITTER_EMAIL=c
+    cp "$examples/harbour.fed" models/harbour.fed
+    cp ../relabelled.fed models/a:b.fed
+    git init -q && git add . && git commit -q -m 'A first version' && git tag v1 || exit 1
+    sed 's/(class Ferry/(class CarFerry/' "$examples/harbour.fed" >models/harbour.fed
+    cd models || exit 1
+    renamed='v1:./harbour.fed -> harbour.fed: incompatible
+Something in the old model was removed or changed: federates made for it may fail with the new one.
+  - object class ObjectRoot.Craft.MerchantVessel.Ferry, with 3 attributes, probably renamed to CarFerry (v1:./harbour.fed:72)
+  + object class ObjectRoot.Craft.MerchantVessel.CarFerry, with 3 attributes, probably renamed from Ferry (harbour.fed:72)
+'
+    expect 1 "$renamed" '' "$program" diff --against v1 harbour.fed
+    for arguments in "--against HEAD $PWD/harbour.fed" '--against v1:models/harbour.fed harbour.fed' \
+        'v1:models/harbour.fed ./harbour.fed' ':./harbour.fed harbour.fed' '--against HEAD@{0} ../models/harbour.fed'; do
+        # shellcheck disable=SC2086
+        expect 1 '' '' "$program" diff --quiet $arguments
+    done
+    expect 0 '' '' "$program" diff --quiet --fail-on renumbered a:b.fed v1:./harbour.fed
+    while IFS='|' read -r arguments message; do
+        # shellcheck disable=SC2086
+        expect 2 '' "rtifed: $message
+" "$program" diff $arguments
+    done <<'END'
+v1:models harbour.fed|v1:models: Is a directory
+v9:./harbour.fed harbour.fed|v9:./harbour.fed: invalid object name 'v9'
+v1:harbour.fed harbour.fed|v1:harbour.fed: path 'models/harbour.fed' exists, but not 'harbour.fed'; Did you mean 'v1:models/harbour.fed' aka 'v1:./harbour.fed'?
+--against=--output=x:y harbour.fed|--output=x:y: expected a revision, or REV:PATH
+--against :/first harbour.fed|:/first: expected a revision, or REV:PATH
+--against v1 -|standard input is in no revision: write v1:PATH for the old file
+-- --output=x:y harbour.fed|--output=x:y: No such file or directory
+END
+    expect 2 '' 'rtifed: --against: expected only the operand NEW, found OLD as well
+Run rtifed diff --help for more information.
+' "$program" diff --against v1 harbour.fed harbour.fed
+    expect 2 '' 'rtifed: v1:./harbour.fed: git, which reads revisions, cannot be started: No such file or directory
+' env PATH=/nowhere "$program" diff --against v1 harbour.fed
+    exit "$failures"
+) || failures=1
+
 "$program" list small.fed >out 2>err
 [ $? = 1 ] && [ ! -s out ] && [ "$(wc -l <err)" = 1 ] &&
     grep -q '^rtifed: small.fed: the library refuses this file: 1 error at .*Manage.*see rtifed check small.fed$' err ||

@@ -68,11 +68,13 @@ Status checksum(const ChecksumOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);
 
 struct DiffOptions {
-    std::string oldName, newName;
+    std::string oldName; ///< Unless `against` is given. This and the new name may be REV:PATH.
+    std::string newName;
     bool all = false;   ///< Whether every change is listed, not only the first few of each group.
     bool quiet = false; ///< Whether nothing is printed.
     bool json = false;  ///< Whether the output is JSON, else text.
     Comparison::Verdict failOn = Comparison::Verdict::relabelled; ///< The mildest that gives exit status 1.
+    std::string against = {}; ///< A revision in git of the new file, or REV:PATH, which is the old file.
 };
 Status diff(const DiffOptions &options, const Console &console);
 

@@ -1,6 +1,7 @@
 #include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/Text.hh"
+#include "tool/model/Revision.hh"
 #include "tool/report/DiffReport.hh"
 
 #include <utility>
@@ -32,7 +33,9 @@ void noteRefused(const Difference &difference, std::ostream &err) {
 Status diff(const DiffOptions &options, const Console &console) {
     if (options.oldName == "-" && options.newName == "-")
         throw CannotWork("standard input can be one of the files, not both");
-    Input before = readInput(options.oldName, console.stdinName), after = readInput(options.newName, console.stdinName);
+    Input before = options.against.empty() ? readInputOrRevision(options.oldName, console.stdinName)
+                                           : readRevision(options.against, options.newName);
+    Input after = readInputOrRevision(options.newName, console.stdinName);
     ComparedFile old = outlined(std::move(before));
     const Difference difference(std::move(old), outlined(std::move(after)));
     if (!options.quiet) {

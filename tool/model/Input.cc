@@ -54,6 +54,16 @@ std::string readAll(std::FILE *file) {
 
 } // namespace
 
+Input readStream(std::FILE *file, const std::string &name) {
+    try {
+        std::string contents = readAll(file);
+        Progress::workOn(name);
+        return {name, std::move(contents), std::feof(file) != 0};
+    } catch (const std::string &reason) {
+        throw CannotWork(name + ": " + reason);
+    }
+}
+
 Input readInput(const std::string &fileName, const std::string &stdinName) {
     const std::string &name = fileName == "-" ? stdinName : fileName;
     std::unique_ptr<std::FILE, int (*)(std::FILE *)> opened(nullptr, &std::fclose);
@@ -71,11 +81,5 @@ Input readInput(const std::string &fileName, const std::string &stdinName) {
             throw CannotWork(name + ": " + std::strerror(errno));
         opened.reset(file);
     }
-    try {
-        std::string contents = readAll(file);
-        Progress::workOn(name);
-        return {name, std::move(contents), std::feof(file) != 0};
-    } catch (const std::string &reason) {
-        throw CannotWork(name + ": " + reason);
-    }
+    return readStream(file, name);
 }

@@ -2,6 +2,7 @@
 
 #include "tool/console/Console.hh"
 
+#include <cstdio>
 #include <string>
 
 /// A file that the command line or a list of checksums names.
@@ -13,6 +14,9 @@ struct Input {
     /// An image begins with the length of a name, whose first byte is zero; FED text never begins so.
     bool isImage() const { return !contents.empty() && contents[0] == '\0'; }
 };
+
+/// Reads an open file from its current position; `name` is for the result. Throws CannotWork.
+Input readStream(std::FILE *file, const std::string &name);
 
 /// Reads a file, or standard input for the name "-", which `stdinName` then replaces. Throws CannotWork, also for
 /// more than kMaxTextSize bytes: a longer regular file is not read at all.

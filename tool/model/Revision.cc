@@ -1,0 +1,85 @@
+#include "tool/model/Revision.hh"
+
+#include "tool/console/ChildProcess.hh"
+#include "tool/console/Text.hh"
+
+#include <cerrno>
+#include <filesystem>
+#include <sys/stat.h>
+#include <vector>
+
+namespace {
+
+/// Returns the offset of the colon between revision and path, or npos. A revision may have colons in braces, as in
+/// main@{12:00}.
+std::size_t colonOf(const std::string &name) {
+    int depth = 0;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        depth += name[i] == '{' ? 1 : name[i] == '}' ? -1 : 0;
+        if (name[i] == ':' && depth == 0)
+            return i;
+    }
+    return std::string::npos;
+}
+
+/// Whether git may know an object by this name. Nothing that git would read as an option does, nor the name of a
+/// folder, which git would list, nor ":/TEXT", which searches messages.
+bool maybeRevision(const std::string &name) {
+    const std::size_t colon = colonOf(name);
+    return colon != std::string::npos && name[0] != '-' && colon + 1 < name.size() && name.compare(0, 2, ":/") != 0;
+}
+
+bool exists(const std::string &fileName) {
+    struct stat status {};
+    return stat(fileName.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
+/// Returns the first line of git's complaint, or with a hint, the first two, without "fatal:".
+std::string complaintOf(const ChildProcess &git) {
+    std::vector<std::string> lines = split(git.complaint(), '\n');
+    if (lines.empty())
+        return "git failed";
+    for (const char *prefix : {"fatal: ", "error: "})
+        if (lines[0].rfind(prefix, 0) == 0)
+            lines[0].erase(0, std::char_traits<char>::length(prefix));
+    if (!lines[0].empty() && lines[0].back() == '.')
+        lines[0].pop_back();
+    const bool hint = lines.size() > 1 && lines[1].rfind("hint: ", 0) == 0;
+    return shown(lines[0] + (hint ? "; " + lines[1].substr(6) : ""), kTextLimit);
+}
+
+/// Reads an object of git, named REV:PATH. "./" in PATH is relative to `folder`.
+Input readObject(const std::string &object, const std::string &folder, const std::string &name) {
+    try {
+        // Without text conversion, which could run any program that the configuration names.
+        ChildProcess git({"git", "-C", folder, "show", "--no-textconv", "--end-of-options", object});
+        Input input = readStream(git.output(), name);
+        if (!git.succeeds() && input.whole)
+            throw CannotWork(name + ": " + complaintOf(git));
+        if (input.contents.rfind("tree " + object + "\n", 0) == 0)
+            throw CannotWork(name + ": Is a directory");
+        return input;
+    } catch (const std::string &reason) {
+        throw CannotWork(name + ": git, which reads revisions, cannot be started: " + reason);
+    }
+}
+
+} // namespace
+
+Input readInputOrRevision(const std::string &name, const std::string &stdinName) {
+    return maybeRevision(name) && !exists(name) ? readObject(name, ".", name) : readInput(name, stdinName);
+}
+
+Input readRevision(const std::string &revision, const std::string &fileName) {
+    if (maybeRevision(revision))
+        return readObject(revision, ".", revision);
+    if (revision[0] == '-' || colonOf(revision) != std::string::npos)
+        throw CannotWork(revision + ": expected a revision, or REV:PATH");
+    if (fileName == "-")
+        throw CannotWork("standard input is in no revision: write " + revision + ":PATH for the old file");
+    // git need not know the whole path: it may be absolute, or in another repository.
+    const std::filesystem::path path(fileName);
+    const std::string folder = path.parent_path().empty() ? "." : path.parent_path().string();
+    const bool above = fileName.rfind("../", 0) == 0 || fileName.rfind("./", 0) == 0 || path.is_absolute();
+    return readObject(revision + ":./" + path.filename().string(), folder, revision + (above ? ":" : ":./") + fileName);
+}
