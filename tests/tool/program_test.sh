@@ -91,8 +91,50 @@ manager='ObjectRoot.Manager  (2 classes below)
 expect 0 "$manager" '' "$program" tree --classes --depth 1 "$examples/minimal.fed" objectroot.manager
 expect 0 "$manager      privilegeToDelete  reliable     timestamp  from ObjectRoot
 " '' "$program" tree --inherited --depth 1 "$examples/minimal.fed" ObjectRoot.Manager
-expect 0 '' '' "$program" find --quiet "$examples/minimal.fed" lbts
-expect 1 '' '' "$program" find --quiet "$examples/minimal.fed" none
+
+# find in several files: found, not found, and not found where something cannot be read or understood, as
+# STATUS|FILES AND NAME|MESSAGE.
+printf '(FED (Federation F) (FEDversion v) (objects (class R (attribute))))' >partly.fed
+printf '(FED (Federation F) (FEDversion v) (objects (class Q)))' >understood.fed
+partly='rtifed: partly.fed: the library refuses this file, so that only what can be understood is shown'
+while IFS='|' read -r status words message; do
+    # shellcheck disable=SC2086
+    "$program" find $words >out 2>err
+    got=$?
+    sed 's/ shown: .*/ shown/' err >short
+    # shellcheck disable=SC2086
+    [ "$got" = "$status" ] && [ "$(cat short)" = "$(printf "$message")" ] && [ "$(wc -l <out)" = "$((status == 0))" ] ||
+        { echo "FAILED: find $words: status $got, expected $status"; cat out err; failures=1; }
+    "$program" find --quiet $words >out 2>err
+    [ $? = "$status" ] && [ ! -s out ] || { echo "FAILED: find --quiet $words"; failures=1; }
+done <<END
+0|small.fed s.d|rtifed: small.fed: the library refuses this file, so that only what can be understood is shown
+0|understood.fed partly.fed r|$partly
+0|partly.fed $examples/minimal.fed lbts|
+1|understood.fed r|understood.fed: nothing is called "r"
+1|understood.fed small.fed q?|rtifed: nothing is called "q?" in 2 files; with --glob, * and ? stand for other characters
+2|partly.fed q|$partly\\npartly.fed: nothing is called "q" in what can be understood
+2|partly.fed small.fed r.a|$partly\\nrtifed: nothing is called "r.a" in what can be understood of 2 files
+2|none.fed r|rtifed: none.fed: No such file or directory
+END
+
+# A folder stands for the FED files in it.
+mkdir -p folder/sub/.hidden folder/sub/empty folder/z.fed
+cp "$examples/minimal.fed" folder/sub/B.FED && cp folder/sub/B.FED folder/c.fed && cp folder/c.fed folder/sub/.hidden/
+cp folder/c.fed folder/.c.fed && cp folder/c.fed folder/z.fed/text && ln -s .. folder/sub/up && ln -s ../c.fed folder/z.fed/d.fed
+expect 0 '96881752  folder/c.fed
+96881752  folder/sub/B.FED
+96881752  folder/z.fed/d.fed
+' '' "$program" checksum folder
+expect 0 '' '' "$program" check folder/ folder/sub/up
+ln -s nowhere folder/a.fed
+expect 2 '' 'rtifed: folder/a.fed: No such file or directory
+rtifed: folder/sub/empty: the folder has no FED files, which end in .fed
+' "$program" check folder folder/sub/empty
+expect 2 '{"formatVersion":2,"files":[
+],"failures":[{"file":"folder/sub/empty","text":"the folder has no FED files, which end in .fed"}]}
+' 'rtifed: folder/sub/empty: the folder has no FED files, which end in .fed
+' "$program" check --format json folder/sub/empty
 [ "$("$program" find "$examples/minimal.fed" Manager.Federate.Federate | wc -l)" = 8 ] &&
     [ "$("$program" find --all "$examples/minimal.fed" Manager.Federate.Federate | wc -l)" = 66 ] ||
     { echo 'FAILED: find --all'; failures=1; }

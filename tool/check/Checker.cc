@@ -107,6 +107,10 @@ std::optional<RtiFedPosition> Checker::firstLoss() const {
     return first ? std::optional(_parser.positionAt(first->begin)) : std::nullopt;
 }
 
+bool Checker::hasAllNames() const {
+    return _parser.numErrors() == 0 && !finds(RuleId::ambiguousClass) && !finds(RuleId::refusedClass);
+}
+
 bool Checker::finds(RuleId id) const {
     return std::any_of(_findings.begin(), _findings.end(), [id](const Finding &f) { return f.rule == &ruleOf(id); });
 }

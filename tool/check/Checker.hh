@@ -38,6 +38,9 @@ public:
     /// is a duplicate. Absent if all is in it.
     std::optional<RtiFedPosition> firstLoss() const;
 
+    /// Whether each name that the text declares is certainly in the database. A duplicate is, as its earlier declaration.
+    bool hasAllNames() const;
+
     /// Whether there is an error of this rule.
     bool finds(RuleId id) const;
 

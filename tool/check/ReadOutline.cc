@@ -10,5 +10,6 @@ Outline readOutline(const Input &input) {
     Outline outline(text.database(), &text.declarations(), text.findsNoError());
     if (!outline.loads)
         outline.incompleteAt = text.firstLoss();
+    outline.hasAllNames = text.hasAllNames();
     return outline;
 }

@@ -12,7 +12,7 @@ void CommandLine::addCheck() {
                    "  rtifed check --format sarif *.fed >findings.sarif\n"
                    "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy",
                    [this] { return check(_check, _console); });
-    addOperand(command, "FILE", _check.files, kFile)->required();
+    addOperand(command, "FILE", _check.files, kFileOrFolder)->required();
     addChoice(command, "--format", _check.format,
               {{"text", textReport}, {"json", jsonReport}, {"sarif", sarifReport}, {"github", githubReport}}, "FORMAT",
               "Output format: text (default), for people; json; sarif, for code scanning and editors;\n"

@@ -13,7 +13,7 @@ void CommandLine::addChecksum() {
         "  rtifed checksum --sha256 *.fed >MANIFEST\n"
         "  rtifed checksum --check MANIFEST",
         [this] { return checksum(_checksum, _console); });
-    addOperand(command, "FILE", _checksum.fileNames, std::string(kFile) + "; with --check, a list of checksums")
+    addOperand(command, "FILE", _checksum.fileNames, std::string(kFileOrFolder) + "; with --check, a list of checksums")
         ->required();
     CLI::Option *check = command->add_flag("--check,-c", _checksum.check, "Check the files that FILE lists");
     command->add_flag("--sha256", _checksum.sha256, "Print SHA-256 fingerprints")->excludes(check);

@@ -24,15 +24,23 @@ void CommandLine::addTree() {
 void CommandLine::addFind() {
     CLI::App *command = addCommand(
         "find", "Find where a name is declared, and which classes inherit it",
-        "NAME names a class, attribute, parameter, space or dimension, in any letter case, with or without its class\n"
-        "or space: Position, Craft.Position, ObjectRoot.Craft.Position. The class may also be one that inherits the\n"
-        "member. If the file does not load, only what can be understood is searched, and the exit status is 1.\n\n"
-        "Example:\n"
-        "  rtifed find harbour.fed Position",
+        "NAME names a class, attribute, parameter, space or dimension, in any letter case, with or without its class "
+        "or space: Position, Craft.Position, ObjectRoot.Craft.Position. The class may also be one that inherits the "
+        "member.\n\n"
+        "A FILE that is a folder means the FED files in it and in its folders, those that end in .fed. Of a file that "
+        "does not load, what can be understood is searched.\n\n"
+        "Exit status:\n"
+        "  0  the name was found\n"
+        "  1  the name was not found\n"
+        "  2  wrong usage, a file cannot be read, or the name was not found, but may be where a file is not "
+        "understood\n\n"
+        "Examples:\n"
+        "  rtifed find harbour.fed Position\n"
+        "  rtifed find --glob models/ 'Craft.*Name'",
         [this] { return find(_find, _console); });
-    addOperand(command, "FILE", _find.fileName, kFile)->required();
-    addOperand(command, "NAME", _find.name, "The name to find")->required();
+    addFilesAndName(command, _find.files, kFileOrFolder, _find.name, "The name to find");
     command->add_flag("--all", _find.all, "Show long lists in full");
+    command->add_flag("--glob", _find.glob, "Let * in NAME stand for any characters but a dot, and ? for one");
     command->add_flag("--quiet", _find.quiet, "Print nothing, only set the exit status");
 }
 

@@ -13,6 +13,8 @@
 
 /// The purpose of most operands.
 inline constexpr const char *kFile = "FED text or a saved image; - is standard input";
+inline constexpr const char *kFileOrFolder =
+    "FED text or a saved image; - is standard input, a folder stands for the FED files in it";
 
 /// Lists the values of an option or operand in place of its type, where completions read them.
 inline std::string typeOf(const std::vector<std::string> &words) {
@@ -47,4 +49,21 @@ void addChoice(CLI::App *command, const std::string &name, Value &value,
 template <class Value>
 CLI::Option *addOperand(CLI::App *command, const char *name, Value &value, const std::string &purpose) {
     return command->add_option(name, value, purpose)->option_text(" ");
+}
+
+/// Adds operands of the form `FILE... NAME`. The library gives all values to the first operand, whose last value is
+/// then passed on to the second, unless it is the only one: the second is missing then.
+inline void addFilesAndName(CLI::App *command, std::vector<std::string> &files, const std::string &purposeOfFiles,
+                            std::string &name, const std::string &purposeOfName) {
+    const auto divide = [command, &files](std::vector<std::string> values) {
+        if (values.size() > 1) {
+            command->get_option("NAME")->add_result(values.back());
+            values.pop_back();
+        }
+        files = std::move(values);
+    };
+    command->add_option_function<std::vector<std::string>>("FILE", divide, purposeOfFiles)
+        ->option_text(" ")
+        ->required();
+    addOperand(command, "NAME", name, purposeOfName)->required(); // second, so that the library processes it second
 }

@@ -27,7 +27,7 @@ Status check(const CheckOptions &options, const Console &console) {
         report->failFile(name, withoutName(reason, name));
     };
     report->begin();
-    const Status status = forEachFile(options.files, console, checkFile, failFile);
+    const Status status = forEachFile(withoutFolders(options.files), console, checkFile, failFile);
     report->end();
     return status;
 }

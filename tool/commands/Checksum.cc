@@ -138,7 +138,7 @@ private:
                 _console.out << name << (agrees ? ": OK\n" : ": FAILED\n");
             return agrees;
         };
-        forEachFile({line.fileName}, _console, compare, [&](const std::string &, const std::string &) {
+        forEachFile({FileToRead{line.fileName}}, _console, compare, [&](const std::string &, const std::string &) {
             ++_numUnread;
             _console.out << name << ": FAILED open or read\n";
         });
@@ -169,7 +169,12 @@ Status checksum(const ChecksumOptions &options, const Console &console) {
             console.out << manifestText({digits, input.name}) << '\n';
         return !digits.empty();
     };
-    const Status opened =
-        forEachFile(options.fileNames, console, work, [](const std::string &, const std::string &) {});
+    std::vector<FileToRead> files;
+    if (options.check)
+        for (const std::string &manifest : options.fileNames)
+            files.push_back({manifest});
+    else
+        files = withoutFolders(options.fileNames);
+    const Status opened = forEachFile(files, console, work, [](const std::string &, const std::string &) {});
     return std::max(opened, checked);
 }

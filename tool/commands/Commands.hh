@@ -1,7 +1,9 @@
 #pragma once
 
 #include "tool/console/Console.hh"
+#include "tool/console/Progress.hh"
 #include "tool/model/Comparison.hh"
+#include "tool/model/FedFiles.hh"
 #include "tool/model/Input.hh"
 #include "tool/report/FileFindings.hh"
 #include "tool/report/Loading.hh"
@@ -24,9 +26,11 @@ struct TreeOptions {
 };
 
 struct FindOptions {
-    std::string fileName, name;
+    std::vector<std::string> files; ///< Or folders.
+    std::string name;
     bool all = false;   ///< Whether long lists are shown in full.
     bool quiet = false; ///< Whether nothing is printed.
+    bool glob = false;  ///< Whether * and ? in the name stand for other characters.
 };
 
 struct JsonOptions {
@@ -35,7 +39,7 @@ struct JsonOptions {
 };
 
 struct ChecksumOptions {
-    std::vector<std::string> fileNames;
+    std::vector<std::string> fileNames; ///< Or folders.
     bool sha256 = false;
     bool check = false;  ///< Whether the files are manifests, for which the following options are.
     bool quiet = false;  ///< Whether matching files are not named.
@@ -45,7 +49,7 @@ struct ChecksumOptions {
 };
 
 struct CheckOptions {
-    std::vector<std::string> files;
+    std::vector<std::string> files; ///< Or folders.
     ReportMaker *format = textReport;
     std::size_t maxFindings = kUsuallyShown; ///< Of each file; 0 for all.
     Severity failOn = Severity::error;       ///< The least severity that gives exit status 1.
@@ -81,17 +85,20 @@ Status diff(const DiffOptions &options, const Console &console);
 /// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other:
 /// its reason is written to `console.err`, and `fail` is called with its name and the reason.
 template <class Work, class Fail>
-Status forEachFile(const std::vector<std::string> &fileNames, const Console &console, Work work, Fail fail) {
+Status forEachFile(const std::vector<FileToRead> &files, const Console &console, Work work, Fail fail) {
     Status status = done;
-    for (const std::string &fileName : fileNames) {
-        const std::string &name = fileName == "-" ? console.stdinName : fileName;
+    for (const FileToRead &file : files) {
+        const std::string &name = file.name == "-" ? console.stdinName : file.name;
         const auto failWith = [&](const std::string &reason) {
             console.err << "rtifed: " << reason << '\n';
             fail(name, reason);
             status = cannotWork;
         };
+        Progress::count(static_cast<std::size_t>(&file - files.data()) + 1, files.size());
         try {
-            if (!work(readInput(fileName, console.stdinName)))
+            if (!file.failure.empty())
+                throw CannotWork(file.failure);
+            if (!work(readInput(file.name, console.stdinName)))
                 status = std::max(status, wrong);
         } catch (const CannotWork &why) {
             failWith(why.what());

@@ -1,10 +1,12 @@
-#include "fed/storage/RtiFedName.hh"
+#include "infrastructure/RtiStringUtility.hh"
 #include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Names.hh"
 
+#include <sstream>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace {
@@ -54,9 +56,10 @@ void forEachDeclaration(const Outline &outline, Visit visit) {
 /// Finds the declarations of a name; if there are none, the inherited member that the name may mean.
 class Finder {
 public:
-    Finder(const Outline &outline, const std::string &name) : _outline(outline), _name(name) {
+    Finder(const Outline &outline, const NamePattern &name) : _outline(outline), _name(name) {
         collect([&](const Declaration &declaration) {
-            return name.size() >= declaration.ownNameSize && endsIn(declaration.path, name);
+            const std::string_view end = endLike(declaration.path, name.text());
+            return end.size() >= declaration.ownNameSize && name.matches(end);
         });
         if (hits.empty())
             collectInherited();
@@ -67,9 +70,10 @@ public:
     /// A similar name, for a name without declarations.
     std::string suggestion() const {
         std::vector<std::string> near;
-        forEachDeclaration(
-            _outline, [&](const Declaration &declaration) { near.emplace_back(endLike(declaration.path, _name)); });
-        return suggestionFor(_name, near);
+        forEachDeclaration(_outline, [&](const Declaration &declaration) {
+            near.emplace_back(endLike(declaration.path, _name.text()));
+        });
+        return suggestionFor(_name.text(), near);
     }
 
 private:
@@ -86,12 +90,13 @@ private:
     /// The idea: collect the classes that declare a member of this name, then walk up from each class that CLASS may
     /// mean to the first of them. Names of classes are compared only once a class, whatever the number of members.
     void collectInherited() {
-        const std::size_t dot = _name.rfind('.');
+        const std::size_t dot = _name.text().rfind('.');
         if (dot == std::string::npos)
             return;
-        const std::string_view name(_name), className = name.substr(0, dot), memberName = name.substr(dot + 1);
+        const NamePattern className(_name.text().substr(0, dot), _name.isGlob());
+        const NamePattern memberName(_name.text().substr(dot + 1), _name.isGlob());
         const auto hasMemberName = [&](const Declaration &declaration) {
-            return declaration.isMember() && RtiFedName::equal(declaration.ownName(), memberName);
+            return declaration.isMember() && memberName.matches(declaration.ownName());
         };
         std::unordered_set<const Outline::Class *> declaring, inherited;
         forEachDeclaration(_outline, [&](const Declaration &declaration) {
@@ -102,7 +107,7 @@ private:
             const Outline::Classes &classes = _outline.classes(*tree);
             for (const Outline::Class &node : classes) {
                 const Outline::Class *ancestor = &node;
-                if (endsIn(node.name, className))
+                if (className.matchesEnd(node.name))
                     while (ancestor->parent != Outline::kNone && declaring.count(ancestor) == 0)
                         ancestor = &classes[ancestor->parent];
                 if (ancestor != &node && declaring.count(ancestor) > 0)
@@ -115,20 +120,30 @@ private:
     }
 
     const Outline &_outline;
-    const std::string &_name;
+    const NamePattern &_name;
 };
 
-/// Counts the attributes and interaction classes in a space.
-std::string usesOf(const std::string &space, const Outline &outline) {
-    std::size_t attributes = 0, interactions = 0;
-    const auto isIn = [&](const Outline::Properties &properties) { return RtiFedName::equal(properties.space, space); };
-    for (const Outline::Class &node : outline.objects)
-        for (const Outline::Member &attribute : node.members)
-            attributes += isIn(attribute.properties) ? 1 : 0;
-    for (const Outline::Class &node : outline.interactions)
-        interactions += isIn(node.properties) ? 1 : 0;
-    return "used by " + counted(attributes, "attribute") + " and " + counted(interactions, "interaction class");
-}
+/// The attributes and interaction classes in each space, counted once for all spaces.
+class SpaceUses {
+public:
+    explicit SpaceUses(const Outline &outline) {
+        for (const Outline::Class &node : outline.objects)
+            for (const Outline::Member &attribute : node.members)
+                ++_attributes[keyOf(attribute.properties.space)];
+        for (const Outline::Class &node : outline.interactions)
+            ++_interactions[keyOf(node.properties.space)];
+    }
+
+    std::string of(const std::string &space) {
+        return "used by " + counted(_attributes[keyOf(space)], "attribute") + " and " +
+               counted(_interactions[keyOf(space)], "interaction class");
+    }
+
+    static std::string keyOf(const std::string &space) { return RtiStringUtility::toupper(space); }
+
+private:
+    std::unordered_map<std::string, std::size_t> _attributes, _interactions;
+};
 
 class HitPrinter {
 public:
@@ -184,10 +199,11 @@ private:
 
     std::string describeSpace(const Outline::Space &space) {
         const std::string dimensions = counted(space.dimensions.size(), "dimension") + ", ";
-        if (_spaceSeen) // all hits have one name
+        if (!_spacesSeen.insert(SpaceUses::keyOf(space.name)).second)
             return dimensions + "found by its handle only, because an earlier space has its name";
-        _spaceSeen = true;
-        return dimensions + usesOf(space.name, _outline);
+        if (!_spaceUses)
+            _spaceUses.emplace(_outline);
+        return dimensions + _spaceUses->of(space.name);
     }
 
     void printLaterPlaces(const std::vector<RtiFedPosition> &places) const {
@@ -223,26 +239,94 @@ private:
     const std::string &_fileName;
     const Outline &_outline;
     const Console &_console;
-    bool _spaceSeen = false;
+    std::unordered_set<std::string> _spacesSeen;
+    std::optional<SpaceUses> _spaceUses;
+};
+
+/// Looks for a name in one file after another.
+class Search {
+public:
+    Search(const FindOptions &options, const Console &console)
+        : _options(options), _console(console), _name(options.name, options.glob) {}
+
+    /// Returns false for a file that cannot be searched at all.
+    bool look(const Input &input) {
+        std::ostringstream complaint;
+        const auto outline = outlineToShow(input, complaint);
+        if (!outline) {
+            tell(complaint.str());
+            return false;
+        }
+        ++_numFiles;
+        _fileName = input.name;
+        const Finder finder(*outline, _name);
+        if (finder.hits.empty()) {
+            miss(finder, *outline, complaint.str());
+            return true;
+        }
+        _isFound = true;
+        tell(complaint.str());
+        HitPrinter printer(_options, input.name, *outline, _console);
+        if (!_options.quiet)
+            for (const Declaration &hit : finder.hits)
+                printer.print(hit);
+        return true;
+    }
+
+    /// Returns the status of the search, and says if nothing was found.
+    Status finish() const {
+        if (_isFound)
+            return done;
+        if (_numFiles > 0)
+            tell(_doubts + nothingFound());
+        return _isUnsure ? cannotWork : wrong;
+    }
+
+private:
+    void miss(const Finder &finder, const Outline &outline, const std::string &complaint) {
+        if (_suggestion.empty() && !_options.glob && !_options.quiet)
+            _suggestion = finder.suggestion();
+        if (outline.hasAllNames)
+            return;
+        _isUnsure = true;
+        _doubts += complaint;
+    }
+
+    void tell(const std::string &text) const {
+        if (!_options.quiet)
+            _console.err << text;
+    }
+
+    std::string nothingFound() const {
+        std::string text = (_numFiles == 1 ? _fileName : "rtifed") + ": nothing is called " +
+                           inQuotes(_options.name, std::string::npos);
+        if (_isUnsure)
+            text += " in what can be understood";
+        if (_numFiles > 1)
+            text += (_isUnsure ? " of " : " in ") + counted(_numFiles, "file");
+        text += didYouMean(_suggestion);
+        if (!_options.glob && _options.name.find_first_of("*?") != std::string::npos)
+            text += "; with --glob, * and ? stand for other characters";
+        return text + '\n';
+    }
+
+    const FindOptions &_options;
+    const Console &_console;
+    const NamePattern _name;
+    std::size_t _numFiles = 0;
+    std::string _fileName;   // of the last file
+    std::string _suggestion; // the first of all files
+    bool _isFound = false;
+    bool _isUnsure = false; // whether a file may declare the name where it was not understood
+    std::string _doubts;    // what was not understood; of no interest if the name is found elsewhere
 };
 
 } // namespace
 
 Status find(const FindOptions &options, const Console &console) {
-    const Input input = readInput(options.fileName, console.stdinName);
-    std::ostream nowhere(nullptr);
-    const auto outline = outlineToShow(input, options.quiet ? nowhere : console.err);
-    if (!outline)
-        return wrong;
-    const Finder finder(*outline, options.name);
-    const Status status = !finder.hits.empty() && outline->loads ? done : wrong;
-    if (options.quiet)
-        return status;
-    if (finder.hits.empty())
-        console.err << input.name << ": nothing is called " << inQuotes(options.name, std::string::npos)
-                    << didYouMean(finder.suggestion()) << '\n';
-    HitPrinter printer(options, input.name, *outline, console);
-    for (const Declaration &hit : finder.hits)
-        printer.print(hit);
-    return status;
+    Search search(options, console);
+    const auto look = [&search](const Input &input) { return search.look(input); };
+    const Status read =
+        forEachFile(withoutFolders(options.files), console, look, [](const std::string &, const std::string &) {});
+    return std::max(search.finish(), read == done ? done : cannotWork);
 }

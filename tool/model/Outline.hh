@@ -71,6 +71,10 @@ struct Outline {
     /// and duplicate declarations are not. Absent if everything is in it.
     std::optional<RtiFedPosition> incompleteAt;
 
+    /// Whether each name that the file declares is certainly in the outline, so that a name that is not in it is not in
+    /// the file either.
+    bool hasAllNames = true;
+
     /// Reads a database; `isAccepted` is false for one that was built from as much of a text as can be understood.
     /// `declarations` is null for an image.
     Outline(const RtiFedDatabase &database, const Declarations *declarations, bool isAccepted);

@@ -1,0 +1,56 @@
+#include "tool/model/FedFiles.hh"
+
+#include "fed/storage/RtiFedName.hh"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isFedFile(const fs::directory_entry &entry) {
+    std::error_code unreadable;
+    const fs::file_type type = entry.status(unreadable).type();
+    // A link that leads nowhere shall be reported when it is opened.
+    const bool mayBeFile =
+        type == fs::file_type::regular || type == fs::file_type::not_found || type == fs::file_type::none;
+    return mayBeFile && RtiFedName::equal(entry.path().extension().string(), ".fed");
+}
+
+/// Adds the FED files in a folder and in its folders, in the order of their names.
+void addFilesIn(const fs::path &folder, std::vector<FileToRead> &files) {
+    std::error_code error;
+    std::vector<fs::directory_entry> entries;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        if (entry->path().filename().string()[0] != '.')
+            entries.push_back(*entry);
+    if (error)
+        files.push_back({folder.string(), folder.string() + ": " + error.message()});
+    std::sort(entries.begin(), entries.end());
+    for (const fs::directory_entry &entry : entries) {
+        std::error_code unreadable;
+        if (entry.symlink_status(unreadable).type() == fs::file_type::directory)
+            addFilesIn(entry.path(), files);
+        else if (isFedFile(entry))
+            files.push_back({entry.path().string()});
+    }
+}
+
+} // namespace
+
+std::vector<FileToRead> withoutFolders(const std::vector<std::string> &operands) {
+    std::vector<FileToRead> files;
+    for (const std::string &operand : operands) {
+        std::error_code unreadable;
+        if (operand == "-" || !fs::is_directory(operand, unreadable)) {
+            files.push_back({operand});
+            continue;
+        }
+        const std::size_t before = files.size();
+        addFilesIn(operand, files);
+        if (files.size() == before)
+            files.push_back({operand, operand + ": the folder has no FED files, which end in .fed"});
+    }
+    return files;
+}
