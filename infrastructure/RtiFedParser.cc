@@ -37,7 +37,7 @@ std::size_t bytesLeft(std::FILE *file) {
 } // namespace
 
 struct RtiFedParser::Contents {
-    explicit Contents(std::string bytes) : text(std::move(bytes)), read(text) {
+    explicit Contents(std::string bytes) : text(std::move(bytes)), read(RtiFedReader::read(text)) {
         std::sort(read.skippedNames.begin(), read.skippedNames.end(),
                   [](const auto &a, const auto &b) { return lessInAnyCase(a.name, b.name); });
     }

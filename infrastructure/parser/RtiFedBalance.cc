@@ -1,166 +1,143 @@
 #include "infrastructure/parser/RtiFedBalance.hh"
 
-#include "infrastructure/RtiFedLimits.hh"
-#include "infrastructure/parser/RtiFedLexer.hh"
+#include "infrastructure/parser/RtiFedBalanceSearch.hh"
 
 #include <algorithm>
-#include <optional>
-#include <utility>
+#include <cmath>
 
 namespace {
 
 using Suspect = RtiFedBalance::Suspect;
-using Indentation = std::optional<std::string_view>; // if a token begins its line
+using Search = RtiFedBalanceSearch;
+using Change = Search::Change;
 
-struct Open {
-    RtiFedOffset offset;
-    Indentation indentation;
-};
+/// Parentheses of the longest text that is searched, some 100,000 lines. A search takes a few microseconds for each.
+constexpr std::size_t kMostSigns = 1 << 18;
 
-/// The blanks before the byte at `offset`, if nothing else precedes it on its line.
-Indentation indentationOf(std::string_view bytes, RtiFedOffset offset) {
-    RtiFedOffset begin = offset;
-    while (begin > 0 && (bytes[begin - 1] == ' ' || bytes[begin - 1] == '\t'))
-        --begin;
-    if (begin > 0 && bytes[begin - 1] != '\n' && bytes[begin - 1] != '\r')
-        return std::nullopt;
-    return bytes.substr(begin, offset - begin);
+/// The ways to correct a text are weighed by their costs. The habits of a text depend on each other, so that costs are
+/// exaggerated.
+constexpr float kTrust = 0.8F;
+/// The share of the weight that the places which are named must have together.
+constexpr float kConfident = 0.85F;
+
+bool isInsertedClose(Change change) {
+    return change == Change::insertClose || change == Change::insertCloseOnOwnLine;
 }
 
-bool isRightOf(const Indentation &a, const Indentation &b) {
-    return a && b && a->size() > b->size() && a->substr(0, b->size()) == b;
-}
-
-/// Walks over the parentheses of a text. Clauses nested deeper than in any correct text are only counted, so that a
-/// text of nothing but "(" needs no memory for each.
-class Walk {
+/// Turns ways to correct a text into suspects.
+class Judge {
 public:
-    explicit Walk(const RtiFedText &text) : _text(text) {}
+    Judge(const RtiFedText &text, const RtiFedLayout &layout, const Search &search)
+        : _text(text), _layout(layout), _search(search) {}
 
-    /// Calls `onOpen` with each token that is not a ")", before a "(" opens its clause; only a "(" has an indentation.
-    /// Calls `onClose` after each ")", with the clause that it closed.
-    template <class OnOpen, class OnClose>
-    void run(OnOpen onOpen, OnClose onClose) {
-        RtiFedLexer lexer(_text, _text.begin());
-        for (RtiFedToken token = lexer.next();
-             token.kind != RtiFedToken::Kind::end && token.kind != RtiFedToken::Kind::nul; token = lexer.next()) {
-            if (token.kind == RtiFedToken::Kind::open) {
-                const Open open{token.begin, indentationOf(_text.bytes(), token.begin)};
-                onOpen(open);
-                ++missingCloses;
-                if (opens.size() < kDeepest)
-                    opens.push_back(open);
-                else
-                    ++_deeper;
-            } else if (token.kind == RtiFedToken::Kind::close) {
-                --missingCloses;
-                if (_deeper > 0) {
-                    --_deeper;
-                } else if (!opens.empty()) {
-                    const Open closed = opens.back();
-                    opens.pop_back();
-                    onClose(closed, token.begin);
-                }
-            } else {
-                onOpen({token.begin, std::nullopt});
-            }
+    std::vector<Suspect> suspects() {
+        std::vector<Suspect> suspects;
+        if (_search.ways().empty())
+            return suspects;
+        const std::vector<Search::Edit> edits = _search.editsOf(_search.ways().front());
+        for (std::size_t i = 0; i < edits.size(); ++i) {
+            const Search::Edit &edit = edits[i];
+            if (isShownByGrammar(edit))
+                continue;
+            Suspect suspect{};
+            suspect.change = isInsertedClose(edit.change)       ? Suspect::missingClose
+                             : edit.change == Change::dropClose ? Suspect::surplusClose
+                                                                : Suspect::surplusOpen;
+            suspect.at = isInsertedClose(edit.change) ? signOf(edit).after : signOf(edit).at;
+            if (addPlaces(i, suspect) && !isAtEnd(edit, suspect))
+                suspects.push_back(suspect);
         }
+        return suspects;
     }
-
-    /// Closes the innermost clause that begins its line with this indentation, and those in it. Returns nothing if
-    /// there is none. The outermost one, FED, is closed only if `mayCloseFed`.
-    std::optional<Open> closeAligned(const Indentation &indentation, bool mayCloseFed) {
-        const auto outer =
-            std::find_if(opens.rbegin(), opens.rend(), [&](const Open &o) { return o.indentation == indentation; });
-        if (!indentation || outer == opens.rend() || (!mayCloseFed && outer + 1 == opens.rend()))
-            return std::nullopt;
-        const Open closed = *outer;
-        opens.erase(outer.base() - 1, opens.end());
-        return closed;
-    }
-
-    std::vector<Open> opens;
-    long missingCloses = 0; // of the text as it is
 
 private:
-    static constexpr std::size_t kDeepest = kMaxClassNesting + 4; // FED, a section, a member, its sec_level
+    const RtiFedLayout::Sign &signOf(const Search::Edit &edit) const { return _layout.signs[edit.sign]; }
+
+    RtiFedOffset lineOf(const Search::Edit &edit) const {
+        const RtiFedLayout::Sign &sign = signOf(edit);
+        if (!isInsertedClose(edit.change))
+            return sign.line;
+        const bool traced = edit.change == Change::insertCloseOnOwnLine && sign.trace != RtiFedLayout::Trace::none;
+        return traced ? sign.traceLine : sign.lineBefore;
+    }
+
+    RtiFedOffset placeOf(const Search::Edit &edit) const {
+        const RtiFedLayout::Sign &sign = signOf(edit);
+        if (!isInsertedClose(edit.change))
+            return sign.at;
+        const bool traced = edit.change == Change::insertCloseOnOwnLine && sign.trace != RtiFedLayout::Trace::none;
+        return traced ? sign.traceAt : sign.after - 1;
+    }
+
+    /// The reader finds these by itself, at their place.
+    bool isShownByGrammar(const Search::Edit &edit) const {
+        const RtiFedLayout::Sign &sign = signOf(edit);
+        if (edit.change == Change::insertOpen)
+            return true;
+        if (!isInsertedClose(edit.change))
+            return edit.change == Change::dropClose && sign.words > 0;
+        return false;
+    }
+
+    /// Whether nothing is judged: a ")" is missing at the end of the text, or the text is cut after a "(".
+    bool isAtEnd(const Search::Edit &edit, const Suspect &suspect) const {
+        if (signOf(edit).kind != RtiFedLayout::Kind::end)
+            return false;
+        const RtiFedLayout::Sign &last = _layout.signs[edit.sign - 1];
+        return suspect.numPlaces == 1 || (last.kind == RtiFedLayout::Kind::open && last.words == 0);
+    }
+
+    /// Adds the places of one of the changes of the best way, as many as are needed to be confident. Returns whether
+    /// three are enough.
+    bool addPlaces(std::size_t index, Suspect &suspect) const {
+        struct Candidate {
+            RtiFedOffset line, place;
+            float weight;
+        };
+        const std::vector<Search::Edit> best = _search.editsOf(_search.ways().front());
+        std::vector<Candidate> candidates;
+        float total = 0;
+        for (const Search::Way &way : _search.ways()) {
+            const float weight = std::exp((_search.ways().front().cost - way.cost) * kTrust);
+            total += weight;
+            const std::vector<Search::Edit> edits = _search.editsOf(way);
+            if (edits.size() != best.size() ||
+                isInsertedClose(edits[index].change) != isInsertedClose(best[index].change))
+                continue; // it explains the text otherwise, and has no place for this change
+            const RtiFedOffset line = lineOf(edits[index]);
+            const auto same = std::find_if(candidates.begin(), candidates.end(),
+                                           [line](const Candidate &c) { return c.line == line; });
+            if (same == candidates.end())
+                candidates.push_back({line, placeOf(edits[index]), weight});
+            else
+                same->weight += weight;
+        }
+        std::vector<RtiFedOffset> places;
+        float covered = 0;
+        for (const Candidate &candidate : candidates) {
+            if (places.size() == Suspect::kMostPlaces || covered >= kConfident * total)
+                break;
+            places.push_back(candidate.place);
+            covered += candidate.weight;
+        }
+        std::sort(places.begin(), places.end());
+        std::copy(places.begin(), places.end(), suspect.places);
+        suspect.numPlaces = places.size();
+        return covered >= kConfident * total;
+    }
 
     const RtiFedText &_text;
-    std::size_t _deeper = 0;
+    const RtiFedLayout &_layout;
+    const Search &_search;
 };
-
-/// A ")" that begins a line is aligned with the clause that it is meant to close. If that is an enclosing one, the
-/// innermost clause was left open.
-std::vector<Suspect> closesUnderOuter(const RtiFedText &text) {
-    std::vector<Suspect> suspects;
-    Walk walk(text);
-    walk.run([](const Open &) {},
-             [&](const Open &closed, RtiFedOffset at) {
-                 const Indentation indentation = indentationOf(text.bytes(), at);
-                 if (!closed.indentation || !indentation || indentation == closed.indentation)
-                     return;
-                 if (const auto outer = walk.closeAligned(indentation, true))
-                     suspects.push_back({Suspect::closeUnderOuter, closed.offset, at, outer->offset});
-             });
-    return suspects;
-}
-
-/// A "(" that is aligned with an open clause is meant as its sibling: that clause was left open. Where all clauses
-/// begin in one column this finds a contradiction nearly everywhere.
-std::vector<Suspect> opensUnderClause(const RtiFedText &text) {
-    std::vector<Suspect> suspects;
-    Walk walk(text);
-    walk.run(
-        [&](const Open &open) {
-            if (const auto left = walk.closeAligned(open.indentation, false))
-                suspects.push_back({Suspect::openUnderClause, left->offset, open.offset});
-        },
-        [](const Open &, RtiFedOffset) {});
-    return suspects;
-}
-
-/// A line that begins to the right of a clause belongs to it. If the ")" of the clause precedes that line, it is
-/// superfluous, and the clause is opened again.
-std::vector<Suspect> textAfterCloses(const RtiFedText &text) {
-    std::vector<Suspect> suspects;
-    Walk walk(text);
-    std::optional<Open> lastClosed;
-    RtiFedOffset lastClose = 0;
-    const auto reopen = [&](const Open &closed, RtiFedOffset at) {
-        suspects.push_back({Suspect::textAfterClose, closed.offset, at});
-        walk.opens.push_back(closed);
-    };
-    walk.run(
-        [&](const Open &open) {
-            if (lastClosed && isRightOf(open.indentation, lastClosed->indentation))
-                reopen(*lastClosed, lastClose);
-            lastClosed.reset();
-        },
-        [&](const Open &closed, RtiFedOffset at) {
-            lastClosed.reset();
-            if (isRightOf(indentationOf(text.bytes(), at), closed.indentation))
-                return reopen(closed, at);
-            lastClosed = closed;
-            lastClose = at;
-        });
-    return suspects;
-}
 
 } // namespace
 
 RtiFedBalance::RtiFedBalance(const RtiFedText &text) {
-    Walk walk(text);
-    walk.run([](const Open &) {}, [](const Open &, RtiFedOffset) {});
-    missingCloses = walk.missingCloses;
-    if (missingCloses < 0) {
-        suspects = textAfterCloses(text);
-    } else if (missingCloses > 0) {
-        // The check that fires first is closest to the mistake. The "(" are trusted only if they explain exactly the
-        // ")" that are missing.
-        suspects = closesUnderOuter(text);
-        std::vector<Suspect> opens = opensUnderClause(text);
-        if (opens.size() == static_cast<std::size_t>(missingCloses) &&
-            (suspects.empty() || opens.front().at < suspects.front().at))
-            suspects = std::move(opens);
-    }
+    const RtiFedLayout layout(text, kMostSigns);
+    missingCloses = layout.missingCloses;
+    if (missingCloses == 0 || !layout.complete)
+        return;
+    const Search search(text, layout);
+    suspects = Judge(text, layout, search).suspects();
 }

@@ -4,31 +4,33 @@
 
 #include <vector>
 
-/// How the parentheses of a whole text balance, and where its indentation contradicts them.
+/// How the parentheses of a whole text balance, and if they do not, where the mistakes are, as far as the text shows
+/// it.
 ///
 /// The count alone does not show where a parenthesis is missing or superfluous, and the grammar may notice it many
-/// lines later. But most texts are indented, and people indent by the nesting they mean: so the first line whose
-/// indentation does not fit the nesting is close to the mistake. Three checks compare the two, each walking the text
-/// and correcting the nesting wherever it finds a contradiction, so that one mistake is found once. What they find only
-/// directs the reader of a message to a place; it never changes how the text is read. They find nothing in a text that
-/// is written on one line, and may be misled by a text whose indentation does not follow its nesting, or mixes tabs and
-/// blanks.
+/// lines later. RtiFedBalanceSearch compares the ways in which the text can be corrected. If one is clearly the best,
+/// it is the suspect; if up to three are about equally good, the suspect names all of them; otherwise there is none. So
+/// a suspect is a judgement, not a fact, and a message must say so.
 struct RtiFedBalance {
     struct Suspect {
-        enum Evidence : unsigned char {
-            closeUnderOuter, ///< `at`, the ")" of `clause`, begins a line and is aligned with `outer` around it.
-            openUnderClause, ///< `at`, the "(" of a clause in `clause`, begins a line and is aligned with `clause`.
-            textAfterClose   ///< After `at`, the ")" of `clause`, a line begins to the right of `clause`.
+        enum Change : unsigned char {
+            missingClose, ///< A ")" is missing at `at`, which is directly after a token.
+            surplusClose, ///< The ")" at `at` is superfluous.
+            surplusOpen   ///< The "(" at `at` is superfluous.
         };
-        Evidence evidence;
-        RtiFedOffset clause; ///< The "(" of a clause.
+        static constexpr std::size_t kMostPlaces = 3;
+
+        Change change;
         RtiFedOffset at;
-        RtiFedOffset outer = 0;
+        /// Where a person is shown the mistake, in the order of the text. If a ")" seems to be lost from a line of its
+        /// own, that is in that line.
+        RtiFedOffset places[kMostPlaces];
+        std::size_t numPlaces;
     };
 
     explicit RtiFedBalance(const RtiFedText &text);
 
     long missingCloses = 0; ///< Negative if there are too many.
-    /// In the order of the text: where a ")" is missing or, if there are too many, superfluous.
+    /// In the order of the text. Not among them are the mistakes that the grammar shows where they are.
     std::vector<Suspect> suspects;
 };

@@ -31,24 +31,27 @@ RtiFedSyntaxError &RtiFedNesting::addError(Problem problem, RtiFedOffset at) {
     return errors.back();
 }
 
-RtiFedSyntaxError &RtiFedNesting::addErrorWithSuspect(Problem problem, RtiFedOffset at) {
-    RtiFedSyntaxError &error = addError(problem, at);
-    if (const auto suspect = repair.takeSuspect(error.at))
-        error.suspect = suspect;
-    return error;
-}
-
 void RtiFedNesting::stop(Problem problem, RtiFedOffset at) {
     addError(problem, at);
     stopped = true;
 }
 
-void RtiFedNesting::reportLeftOpen(RtiFedOffset at) {
-    do {
-        addErrorWithSuspect(Problem::leftOpen, at);
-        repair.insertClose();
-    } while (repair.mayInsertClose() && repair.hasSuspect());
-    stopped = true;
+bool RtiFedNesting::insertSuspectedClose(RtiFedOffset at, RtiFedOffset next) {
+    const auto *suspect = depth() > 0 ? repair.takeSuspect(RtiFedRepair::Suspect::missingClose, at) : nullptr;
+    if (!suspect)
+        return false;
+    addError(Problem::leftOpen, next).suspect = *suspect;
+    known = false;
+    return true;
+}
+
+bool RtiFedNesting::dropSuspected(RtiFedRepair::Suspect::Change change, RtiFedOffset at) {
+    const auto *suspect = repair.takeSuspect(change, at);
+    if (!suspect)
+        return false;
+    addError(Problem::expectedClose, at).suspect = *suspect;
+    known = false;
+    return true;
 }
 
 void RtiFedNesting::insertForgottenCloses(std::string_view keyword, RtiFedOffset at) {
@@ -60,7 +63,7 @@ void RtiFedNesting::insertForgottenCloses(std::string_view keyword, RtiFedOffset
     const auto forgotten = static_cast<std::size_t>(parent - _open.rbegin());
     if (parent == _open.rend() || !repair.mayInsertClose(forgotten))
         return;
-    addErrorWithSuspect(Problem::leftOpen, at);
+    addError(Problem::leftOpen, at);
     if (!isLeaf(kind()) || forgotten > 1)
         known = false;
     repair.insertClose(forgotten);
@@ -70,7 +73,7 @@ void RtiFedNesting::insertForgottenCloses(std::string_view keyword, RtiFedOffset
 bool RtiFedNesting::reopenLastClosed(Problem problem, RtiFedOffset at) {
     if (!repair.mayDropClose())
         return false;
-    addErrorWithSuspect(problem, at);
+    addError(problem, at);
     known = false;
     repair.dropClose();
     _open.push_back(lastClosed);

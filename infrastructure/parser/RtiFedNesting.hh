@@ -19,7 +19,7 @@ public:
         std::size_t fullNameLength = 0; ///< Of a class.
     };
 
-    explicit RtiFedNesting(const RtiFedText &text) : repair(text) {}
+    explicit RtiFedNesting(RtiFedRepair repairs) : repair(std::move(repairs)) {}
 
     std::size_t depth() const { return _open.size(); }
     Clause &innermost() { return _open.back(); }
@@ -43,14 +43,14 @@ public:
 
     /// Adds an error in the innermost clause; the last one allowed becomes tooManyErrors.
     RtiFedSyntaxError &addError(Problem problem, RtiFedOffset at);
-    /// Adds an error that a parenthesis too many or too few may have caused, with the next place where the indentation
-    /// contradicts the parentheses.
-    RtiFedSyntaxError &addErrorWithSuspect(Problem problem, RtiFedOffset at);
     /// Adds an error after which the text is not read any further.
     void stop(Problem problem, RtiFedOffset at);
-    /// The text ends at `at`: reports the innermost clause, and each further one that the indentation shows to be left
-    /// open.
-    void reportLeftOpen(RtiFedOffset at);
+
+    /// Whether a ")" is judged to be missing at this offset, before the token at `next`. If so, reports the innermost
+    /// clause.
+    bool insertSuspectedClose(RtiFedOffset at, RtiFedOffset next);
+    /// Whether the parenthesis at this offset is judged to be superfluous. If so, reports it.
+    bool dropSuspected(RtiFedRepair::Suspect::Change change, RtiFedOffset at);
 
     /// Inserts the ")" of the clauses inside of the nearest one that allows this keyword, if as many are missing. The
     /// innermost clause does not allow it.

@@ -10,7 +10,36 @@ namespace {
 constexpr std::size_t kBytesPerAttribute = 64; // of a large text, in which most clauses are attributes
 }
 
-RtiFedReader::RtiFedReader(const RtiFedText &text) : nesting(text), _text(text), _lexer(text, text.begin()) {
+RtiFedReader RtiFedReader::read(const RtiFedText &text) {
+    RtiFedReader first(text, RtiFedRepair(text));
+    if (first.nesting.errors.empty())
+        return first;
+    // If the reader came to know foreign comments since then, they are not counted any more.
+    RtiFedBalance balance = text.habits.any() ? RtiFedBalance(text) : *first.nesting.repair.balance();
+    const auto isFound = [&](const RtiFedBalance::Suspect &suspect) { return first.findsByGrammar(suspect); };
+    balance.suspects.erase(std::remove_if(balance.suspects.begin(), balance.suspects.end(), isFound),
+                           balance.suspects.end());
+    if (balance.suspects.empty())
+        return first;
+    RtiFedReader second(text, RtiFedRepair(text, std::make_shared<const RtiFedBalance>(std::move(balance))));
+    // Without the suspects, one error may stand for several missing ")".
+    const std::size_t more = second.nesting.repair.numSuspects() - 1;
+    return second.nesting.errors.size() <= first.nesting.errors.size() + more ? std::move(second) : std::move(first);
+}
+
+/// Whether the grammar alone led to the place of a suspect: an error is at the superfluous parenthesis, or at the token
+/// before which a clause that contains no clauses should be closed.
+bool RtiFedReader::findsByGrammar(const RtiFedBalance::Suspect &suspect) const {
+    const bool isMissing = suspect.change == RtiFedBalance::Suspect::missingClose;
+    const RtiFedOffset at = isMissing ? RtiFedLexer(_text, suspect.at).next().begin : suspect.at;
+    return std::any_of(nesting.errors.begin(), nesting.errors.end(), [&](const RtiFedSyntaxError &error) {
+        return error.at == at &&
+               (!isMissing || (isLeaf(error.clause.kind) && error.clause.kind != RtiFedClause::unknown));
+    });
+}
+
+RtiFedReader::RtiFedReader(const RtiFedText &text, RtiFedRepair repair)
+    : nesting(std::move(repair)), _text(text), _lexer(text, text.begin()) {
     openFed();
     while (!nesting.stopped && (nesting.depth() > 0 || readAfterFed()))
         step();
@@ -20,16 +49,47 @@ RtiFedReader::RtiFedReader(const RtiFedText &text) : nesting(text), _text(text),
 }
 
 void RtiFedReader::advance() {
-    _lastEnd = _lexer.at();
-    _lexer.next(_token, &_foreign);
-    _afterClose = false;
+    do {
+        _lastEnd = _lexer.at();
+        if (nesting.repair.isJudging() && insertSuspectedClose())
+            return;
+        _lexer.next(_token, &_foreign);
+        _afterClose = false;
+        reportForeign();
+        if (_token.afterStrayQuote())
+            nesting.addError(Problem::strayQuote, _token.strayQuote);
+    } while (nesting.repair.isJudging() && dropSuspected());
+}
+
+void RtiFedReader::reportForeign() {
     for (const RtiFedOffset at : _foreign) {
         const bool comment = commentMarkAt(_text.bytes().substr(at)) != RtiFedCommentMark::none;
         nesting.addError(comment ? Problem::foreignComment : Problem::foreignBlank, at);
     }
     _foreign.clear();
-    if (_token.afterStrayQuote())
-        nesting.addError(Problem::strayQuote, _token.strayQuote);
+}
+
+/// If a ")" is judged to be missing here, makes it the current token.
+bool RtiFedReader::insertSuspectedClose() {
+    const RtiFedOffset at = _lexer.at();
+    const RtiFedToken next = peek();
+    if (!nesting.insertSuspectedClose(at, next.begin))
+        return false;
+    if (next.kind == Kind::end) // one error stands for all clauses that are left open there
+        nesting.stopped = true;
+    _token = {};
+    _token.kind = Kind::close;
+    _token.begin = at;
+    _afterClose = false;
+    return true;
+}
+
+/// Whether the current token is a parenthesis that is judged to be superfluous.
+bool RtiFedReader::dropSuspected() {
+    using Change = RtiFedRepair::Suspect::Change;
+    if (_token.kind != Kind::open && _token.kind != Kind::close)
+        return false;
+    return nesting.dropSuspected(_token.kind == Kind::open ? Change::surplusOpen : Change::surplusClose, _token.begin);
 }
 
 void RtiFedReader::openFed() {
@@ -56,7 +116,7 @@ void RtiFedReader::openFed() {
 void RtiFedReader::step() {
     switch (_token.kind) {
     case Kind::open:
-        return readPlainMembers() || readPlainClass() ? void() : readClause();
+        return !nesting.repair.isJudging() && (readPlainMembers() || readPlainClass()) ? void() : readClause();
     case Kind::close:
         return closeClause();
     default:
@@ -193,7 +253,7 @@ bool RtiFedReader::stopAtEnd() {
     if (_token.kind == Kind::nul)
         nesting.stop(Problem::nulByte, _token.begin);
     else if (_token.kind == Kind::end)
-        nesting.reportLeftOpen(_token.begin);
+        nesting.stop(Problem::leftOpen, _token.begin);
     return nesting.stopped;
 }
 
@@ -440,7 +500,7 @@ bool RtiFedReader::readAfterFed() {
         _token.kind == Kind::open && childOf(RtiFedClause::fed, wordOf(peek())) != RtiFedClause::unknown;
     const bool reopened = sectionFollows && nesting.reopenLastClosed(Problem::trailingText, _token.begin);
     if (!reopened) {
-        nesting.addErrorWithSuspect(Problem::trailingText, _token.begin);
+        nesting.addError(Problem::trailingText, _token.begin);
         nesting.known = false;
         spacesKnown = spacesKnown && _spacesRead;
     }

@@ -11,7 +11,8 @@
 /// superfluous (RtiFedRepair), and otherwise after the clause that has the error.
 class RtiFedReader {
 public:
-    explicit RtiFedReader(const RtiFedText &text);
+    /// Reads a text. If it has errors, it is read again with the suspects of RtiFedBalance, if there are any.
+    static RtiFedReader read(const RtiFedText &text);
 
     RtiFedDeclarations declarations;
     RtiFedNesting nesting;    ///< With the errors, in the order of the text.
@@ -30,9 +31,12 @@ public:
 private:
     using Problem = RtiFedSyntaxError::Problem;
 
+    RtiFedReader(const RtiFedText &text, RtiFedRepair repair);
+
     // Reading
     RtiFedToken peek() const { return RtiFedLexer(_lexer).next(); }
     void advance();
+    void reportForeign();
     void openFed();
     void step();
     bool readPlainMembers();
@@ -60,6 +64,9 @@ private:
     bool declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArguments &arguments);
 
     // Repairing parentheses
+    bool findsByGrammar(const RtiFedBalance::Suspect &suspect) const;
+    bool insertSuspectedClose();
+    bool dropSuspected();
     bool dropBeforeArgument(std::size_t index);
 
     void addSkipped(RtiFedSpan name);

@@ -2,7 +2,8 @@
 
 #include "infrastructure/parser/RtiFedBalance.hh"
 
-#include <optional>
+#include <memory>
+#include <utility>
 
 /// Limits the repairs of parentheses: says whether one more is allowed, and counts those that were made. The reader and
 /// RtiFedNesting make them.
@@ -16,11 +17,21 @@
 /// This is safe because a repair is made only where an error is reported, so a correct text is never changed; and
 /// because there are never more repairs than the whole text needs, so one mistake cannot cause an unlimited number of
 /// them. It gives up on mistakes that cancel out, such as a missing ")" and later a superfluous one, since such a text
-/// is balanced. And the grammar may notice a mistake much later than where it was made; the indentation, which
-/// RtiFedBalance compares with the parentheses, then shows the likely place in the message.
+/// is balanced.
+///
+/// The grammar may notice a mistake much later than where it was made. So a text with errors is read a second time,
+/// with the suspects of RtiFedBalance: where one is, the reader repairs without waiting for the grammar.
 class RtiFedRepair {
 public:
+    using Suspect = RtiFedBalance::Suspect;
+
     explicit RtiFedRepair(const RtiFedText &text) : _text(text) {}
+    /// For the second reading.
+    RtiFedRepair(const RtiFedText &text, std::shared_ptr<const RtiFedBalance> balance)
+        : _text(text), _balance(std::move(balance)), _suspects(&_balance->suspects) {
+        for (const Suspect &suspect : *_suspects)
+            _netCloses += suspect.change == Suspect::surplusClose ? -1 : 1;
+    }
 
     bool mayInsertClose(std::size_t count = 1) { return remainingCloses() >= static_cast<long>(count); }
     bool mayDropOpen() { return remainingCloses() > 0; }
@@ -32,28 +43,35 @@ public:
     void dropClose() { --_netCloses; }
     void insertOpen() { --_netCloses; }
 
-    bool hasSuspect() { return _nextSuspect < balance().suspects.size(); }
-    /// Returns the next place where the indentation contradicts the parentheses, if it is before `end` and can be
-    /// trusted. Each is returned once. Where ")" are missing, each suspect explains one of them. Where there are too
-    /// many, the indentation is trusted only if it shows exactly that many: with more or fewer places it does not
-    /// follow the nesting.
-    std::optional<RtiFedBalance::Suspect> takeSuspect(RtiFedOffset end) {
-        const long total = balance().missingCloses;
-        const bool trusted =
-            total > 0 ? remainingCloses() > 0 : balance().suspects.size() == static_cast<std::size_t>(-total);
-        if (!trusted || !hasSuspect() || balance().suspects[_nextSuspect].at >= end)
-            return std::nullopt;
-        return balance().suspects[_nextSuspect++];
+    /// Made at the first error, since it reads the whole text.
+    const std::shared_ptr<const RtiFedBalance> &balance() {
+        if (!_balance)
+            _balance = std::make_shared<const RtiFedBalance>(_text);
+        return _balance;
+    }
+
+    /// Whether this is the second reading.
+    bool isJudging() const { return _suspects != nullptr; }
+    std::size_t numSuspects() const { return _suspects ? _suspects->size() : 0; }
+    /// The next suspect, if it is this change at this offset; null otherwise. Each is returned once. They are part of
+    /// the count of repairs from the beginning, since the reader will come to them.
+    const Suspect *takeSuspect(Suspect::Change change, RtiFedOffset at) {
+        if (!_suspects || _nextSuspect == _suspects->size())
+            return nullptr;
+        const Suspect &next = (*_suspects)[_nextSuspect];
+        if (next.change != change || next.at != at)
+            return nullptr;
+        ++_nextSuspect;
+        return &next;
     }
 
 private:
-    /// Made at the first error, since it reads the whole text.
-    const RtiFedBalance &balance() { return _balance ? *_balance : _balance.emplace(_text); }
     /// Closing parentheses still missing after the repairs so far; negative if there are too many.
-    long remainingCloses() { return balance().missingCloses - _netCloses; }
+    long remainingCloses() { return balance()->missingCloses - _netCloses; }
 
     const RtiFedText &_text;
-    std::optional<RtiFedBalance> _balance;
+    std::shared_ptr<const RtiFedBalance> _balance;
+    const std::vector<Suspect> *_suspects = nullptr;
     std::size_t _nextSuspect = 0;
     long _netCloses = 0; // what the repairs added: ")" inserted and "(" dropped, minus ")" dropped and "(" inserted
 };

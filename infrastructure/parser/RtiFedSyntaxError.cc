@@ -42,38 +42,6 @@ std::string nameOf(const RtiFedText &text, const RtiFedClauseName &clause) {
     return nounOf(text, clause) + " at " + positionOf(text, clause.begin);
 }
 
-RtiFedClauseName clauseAt(const RtiFedText &text, RtiFedOffset begin) {
-    constexpr RtiFedOffset kNear = 4096; // many errors may refer to one clause; do not rescan a long comment for each
-    RtiFedLexer lexer(text, begin, begin + kNear);
-    lexer.next();
-    const RtiFedToken keyword = lexer.next();
-    auto kind = RtiFedClause::fed;
-    while (kind != RtiFedClause::unknown && !isKeywordOf(kind, text.at(keyword.text)))
-        kind = static_cast<RtiFedClause>(static_cast<unsigned char>(kind) + 1);
-    return {kind, begin, kind == RtiFedClause::unknown ? keyword.text : lexer.next().text};
-}
-
-/// Explains a suspect by a note at each of its places. With `positions` the notes name these places, so that they can
-/// be read away from them.
-std::vector<RtiFedErrorTypes::Note> explain(const RtiFedText &text, const RtiFedBalance::Suspect &suspect,
-                                            bool positions) {
-    using Suspect = RtiFedBalance::Suspect;
-    const auto name = [&](RtiFedOffset begin) {
-        const RtiFedClauseName clause = clauseAt(text, begin);
-        return positions ? nameOf(text, clause) : nounOf(text, clause);
-    };
-    const std::string judging = "judging by the indentation, ", clause = name(suspect.clause);
-    const std::string sign = suspect.evidence == Suspect::openUnderClause ? "\"(\"" : "\")\"";
-    const std::string parenthesis = positions ? "the " + sign + " at " + positionOf(text, suspect.at) : "this " + sign;
-    if (suspect.evidence == Suspect::textAfterClose)
-        return {{{suspect.at, 1},
-                 judging + parenthesis + " is superfluous: it closes " + clause + ", which continues after it"}};
-    const std::string aligned = suspect.evidence == Suspect::openUnderClause
-                                    ? " is aligned with it"
-                                    : " closes it, but is aligned with " + name(suspect.outer);
-    return {{{suspect.clause, 1}, judging + clause + " was left open"}, {{suspect.at, 1}, parenthesis + aligned}};
-}
-
 /// The keyword of the clause whose "(" or keyword is at an offset.
 RtiFedToken keywordAt(const RtiFedText &text, RtiFedOffset at) {
     RtiFedLexer lexer(text, at);
@@ -118,14 +86,9 @@ RtiFedErrorTypes::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const
     return {problem, text.position(place()), span(text), describe(text), notes(text), keywords()};
 }
 
-/// Whether the indentation shows that a clause was left open.
-bool RtiFedSyntaxError::showsOpenClause() const {
-    return suspect && suspect->evidence != RtiFedBalance::Suspect::textAfterClose;
-}
-
 RtiFedOffset RtiFedSyntaxError::place() const {
     if (problem == Problem::leftOpen)
-        return showsOpenClause() ? suspect->clause : clause.begin;
+        return clause.begin;
     if (problem == Problem::missingClause && clause.label.length > 0)
         return clause.label.begin;
     return problem == Problem::expectedArgument && wordsEnd > 0 ? wordsEnd : at;
@@ -163,25 +126,57 @@ RtiFedSpan RtiFedSyntaxError::span(const RtiFedText &text) const {
 }
 
 std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &text) const {
+    if (suspect)
+        return notesOfSuspect(text);
     std::vector<RtiFedErrorTypes::Note> notes;
-    const bool suspected = suspect && suspect->clause == clause.begin;
     if (problem == Problem::secondClause)
         notes.push_back({{earlier, 1}, "the first is here"});
     else if (problem == Problem::trailingText)
         notes.push_back({{earlier, 1}, "this \")\" closed " + nounOf(text, clause)});
-    else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && !suspected &&
-             place() != clause.begin)
+    else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && place() != clause.begin)
         notes.push_back({{clause.begin, 1}, nounOf(text, clause) + " begins here"});
     else if (problem == Problem::expectedClause && afterFirst &&
              isKeywordOf(RtiFedClause::secLevel, text.at(keywordAt(text, at).text)))
         notes.push_back({{endOfWords(text, clause.begin), 0}, "it belongs here"});
-    if (suspect)
-        for (RtiFedErrorTypes::Note &note : explain(text, *suspect, false))
-            notes.push_back(std::move(note));
     if (problem == Problem::leftOpen && at == text.bytes().size())
         notes.push_back({{endOfText(text), 0}, "the file ends here"});
-    else if (problem == Problem::leftOpen && (!suspect || suspect->at != at))
+    else if (problem == Problem::leftOpen)
         notes.push_back({{at, 1}, "this \"(\" is not allowed in " + nounOf(text, clause)});
+    return notes;
+}
+
+/// The text of an error that is judged by the layout. It says so, and names the lines to look at.
+std::string RtiFedSyntaxError::describeSuspect(const RtiFedText &text) const {
+    using Suspect = RtiFedBalance::Suspect;
+    std::string lines;
+    for (std::size_t i = 0; i < suspect->numPlaces; ++i)
+        lines += (i == 0                       ? ""
+                  : i + 1 < suspect->numPlaces ? ", "
+                                               : " or ") +
+                 std::to_string(text.position(suspect->places[i]).line);
+    const bool isOneOf = suspect->numPlaces > 1;
+    if (suspect->change == Suspect::missingClose) {
+        const std::string butFound = at == text.bytes().size() ? ", found " + found(text, at) : "";
+        return "expected \")\" to close " + nounOf(text, clause) + butFound + "; judging by the layout, " +
+               (isOneOf ? "a \")\" is missing in one of these lines: " : "it is missing in line ") + lines;
+    }
+    const std::string sign = suspect->change == Suspect::surplusOpen ? "\"(\"" : "\")\"";
+    if (isOneOf)
+        return "unexpected " + sign + "; judging by the layout, one is superfluous in one of these lines: " + lines;
+    return "unexpected " + sign + "; judging by the layout, it is superfluous, and " + nameOf(text, clause) +
+           " continues after it";
+}
+
+std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notesOfSuspect(const RtiFedText &text) const {
+    const bool isMissing = suspect->change == RtiFedBalance::Suspect::missingClose;
+    const bool isOneOf = suspect->numPlaces > 1;
+    std::vector<RtiFedErrorTypes::Note> notes;
+    if (!isMissing && !isOneOf)
+        return {{{clause.begin, 1}, nounOf(text, clause) + " begins here"}};
+    for (std::size_t i = 0; i < suspect->numPlaces; ++i)
+        notes.push_back({{suspect->places[i], 1},
+                         std::string("judging by the layout, ") + (isMissing ? "the \")\" is missing " : "") +
+                             (isOneOf ? "perhaps here" : "here")});
     return notes;
 }
 
@@ -228,10 +223,8 @@ std::string RtiFedSyntaxError::belongs(const RtiFedText &text) const {
 }
 
 std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
-    std::string evidence;
     if (suspect)
-        for (const RtiFedErrorTypes::Note &note : explain(text, *suspect, true))
-            evidence += (evidence.empty() ? "; " : ": ") + note.text;
+        return describeSuspect(text);
     const std::string butFound = ", found " + found(text, at);
     switch (problem) {
     case Problem::expectedFed:
@@ -241,14 +234,13 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     case Problem::expectedArgument:
         return "expected " + missingWords() + butFound + (place() == at ? "" : " at " + positionOf(text, at));
     case Problem::expectedClause:
-        return "expected " + listOf(keywords()) + butFound + (suspect ? evidence : belongs(text));
+        return "expected " + listOf(keywords()) + butFound + belongs(text);
     case Problem::expectedClose:
         if (!isLeaf(clause.kind))
-            return "expected \"(\" or \")\" in " + nameOf(text, clause) + butFound + evidence;
+            return "expected \"(\" or \")\" in " + nameOf(text, clause) + butFound;
         return "expected \")\" to close " + nameOf(text, clause) + butFound + belongs(text);
     case Problem::leftOpen:
-        return "expected \")\" to close " + (place() == clause.begin ? nounOf : nameOf)(text, clause) + butFound +
-               (suspect && suspect->clause != clause.begin ? evidence : "");
+        return "expected \")\" to close " + (place() == clause.begin ? nounOf : nameOf)(text, clause) + butFound;
     case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
                "\" clause, found a second; the first is at " + positionOf(text, earlier);
@@ -271,7 +263,7 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
                (place() + span(text).length == text.bytes().size() ? "file" : "line");
     case Problem::trailingText:
         return "expected the end of the file" + butFound + ": the \")\" at " + positionOf(text, earlier) + " closed " +
-               nameOf(text, clause) + evidence;
+               nameOf(text, clause);
     case Problem::nulByte:
         return "expected FED text, found a NUL byte";
     case Problem::textTooLong:

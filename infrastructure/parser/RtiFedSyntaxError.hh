@@ -29,7 +29,7 @@ struct RtiFedSyntaxError {
     std::size_t numMissing = 1;                   ///< Of expectedArgument.
     RtiFedOffset wordsEnd = 0;  ///< Of expectedArgument: the end of the words before it, if these end an earlier line.
     std::size_t nameLength = 0; ///< Of nameTooLong and fullNameTooLong.
-    std::optional<RtiFedBalance::Suspect> suspect;
+    std::optional<RtiFedBalance::Suspect> suspect; ///< The error is not a fact, but judged by the layout of the text.
 
     /// Where the text must be changed: where something is missing, or the unexpected token.
     RtiFedOffset place() const;
@@ -37,11 +37,12 @@ struct RtiFedSyntaxError {
     RtiFedErrorTypes::Error resolve(const RtiFedText &text) const;
 
 private:
-    bool showsOpenClause() const;
     std::string missingWords() const;
     std::string belongs(const RtiFedText &text) const;
     std::string describe(const RtiFedText &text) const;
     RtiFedSpan span(const RtiFedText &text) const;
     std::vector<RtiFedErrorTypes::Note> notes(const RtiFedText &text) const;
+    std::string describeSuspect(const RtiFedText &text) const;
+    std::vector<RtiFedErrorTypes::Note> notesOfSuspect(const RtiFedText &text) const;
     std::vector<std::string> keywords() const;
 };

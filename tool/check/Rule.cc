@@ -38,8 +38,9 @@ constexpr Rules kRules = {
       "(parameter \"Wind Force\")"},
      {indexOf(RtiFedParser::leftOpen), "unclosed-clause", error, "A \")\" is missing",
       "Each \"(\" needs its \")\". Where one is missing, everything after it is in the wrong clause.",
-      "Add a \")\" to the clause that was left open. The notes say which one it is, judging by the indentation of "
-      "the text.",
+      "Add a \")\" to the clause that was left open. Where the grammar does not show which one it is, the finding "
+      "judges by the layout of the text and says so; where the layout does not show it either, the finding is at the "
+      "clause in which reading could not go on.",
       "(class Boat\n  (attribute Length reliable timestamp)\n(class Tug)",
       "(class Boat\n  (attribute Length reliable timestamp))\n(class Tug)"},
      {indexOf(RtiFedParser::secondClause), "repeated-clause", error, "A clause that is allowed once is repeated",
