@@ -81,6 +81,21 @@ Interaction classes
               "Federation \\x1b[2J, version v\n" + kRefused + "1");
 }
 
+TEST(Tree, AlignsWhatIsInherited) {
+    EXPECT_EQ(said(kCoast, TreeOptions{"", "Ship", true}, tree), std::string(R"(Base.Ship
+|     Id          reliable     timestamp       from Base
+|     Course      best_effort  receive    Sea
+`-- Tug
+          Id      reliable     timestamp       from Base
+          Course  best_effort  receive    Sea  from Ship
+          Pull    reliable     timestamp
+
+Call.Ship   best_effort  timestamp  Sea
+      Text  from Call
+      Cause
+)") + kRefused + "1");
+}
+
 TEST(Tree, FitsTheTerminal) {
     EXPECT_EQ(said(kCoast, TreeOptions{"", "base", true}, tree, 42, true), std::string(R"(Base
 │     Id              reliable     time...

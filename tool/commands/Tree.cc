@@ -26,7 +26,13 @@ struct Row {
     std::string name;
     Line::Style style;
     const Outline::Properties &properties;
-    std::string note;
+    std::string note;        // follows the name and the properties
+    std::string origin = {}; // of an inherited member; has a column of its own
+};
+
+/// Where the columns after the name begin.
+struct Columns {
+    std::size_t properties = 0, origin = 0;
 };
 
 const Outline::Properties kNoProperties;
@@ -70,25 +76,46 @@ private:
         printAligned(forEachRow);
     }
 
-    /// Prints the rows with their properties in one column. `forEachRow` walks over them and calls its argument.
+    /// Prints the rows with their properties and origins in columns. `forEachRow` walks over them and calls its
+    /// argument.
     template <class Walk>
     void printAligned(Walk forEachRow) const {
-        const std::size_t furthest =
-            _console.width == 0 ? 60 : std::max(_console.width, 2 * kPropertiesWidth) - kPropertiesWidth;
-        std::size_t column = 0;
-        forEachRow([&](const Row &row) {
-            const std::size_t end = columns(row.branches) + columns(row.name) + 2;
-            if (row.properties.any() && end <= furthest)
-                column = std::max(column, end);
-        });
-        forEachRow([&](const Row &row) { print(row, column); });
+        const Columns begins = columnsOf(forEachRow);
+        forEachRow([&](const Row &row) { print(row, begins); });
     }
 
-    void print(const Row &row, std::size_t column) const {
+    /// Origins are in one column after the longest space that is before one, unless the terminal is too narrow: then
+    /// they follow what is before them, so that fewer are cut.
+    template <class Walk>
+    Columns columnsOf(Walk forEachRow) const {
+        const std::size_t furthest =
+            _console.width == 0 ? 60 : std::max(_console.width, 2 * kPropertiesWidth) - kPropertiesWidth;
+        Columns begins;
+        std::size_t properties = 0, origin = 0; // the greatest widths before and in the column of origins
+        forEachRow([&](const Row &row) {
+            const std::size_t end = columns(row.branches) + columns(row.name) + 2;
+            if ((row.properties.any() || !row.origin.empty()) && end <= furthest)
+                begins.properties = std::max(begins.properties, end);
+            origin = std::max(origin, columns(row.origin));
+            if (!row.origin.empty() && row.properties.any())
+                properties = std::max(properties, widthOf(row.properties));
+        });
+        const std::size_t column = begins.properties + (properties == 0 ? 0 : properties + 2);
+        if (_console.width == 0 || column + origin <= _console.width)
+            begins.origin = column;
+        return begins;
+    }
+
+    static std::size_t widthOf(const Outline::Properties &properties) {
+        const std::size_t space = columns(shown(properties.space));
+        return kTransportationWidth + 2 + kOrderingWidth + (space == 0 ? 0 : space + 2);
+    }
+
+    void print(const Row &row, const Columns &begins) const {
         Line line;
         line.add(row.branches, Line::faint).add(row.name, row.style);
         if (row.properties.any()) {
-            column = std::max(column, line.width() + 2);
+            std::size_t column = std::max(begins.properties, line.width() + 2);
             line.pad(column).add(shown(row.properties.transportation), Line::faint);
             column = std::max(column + kTransportationWidth, line.width()) + 2;
             line.pad(column).add(shown(row.properties.ordering), Line::faint);
@@ -97,6 +124,8 @@ private:
         }
         if (!row.note.empty())
             line.add("  ").add(row.note, Line::faint);
+        if (!row.origin.empty())
+            line.pad(begins.origin).add(row.origin, Line::faint);
         line.print(_console);
     }
 
@@ -158,7 +187,7 @@ private:
         for (auto owner = from.rbegin(); owner != from.rend(); ++owner)
             for (const Outline::Member &member : classes[*owner].members) {
                 const bool inherited = *owner != index;
-                visit(Row{branches, shown(member.name), inherited ? Line::faint : Line::plain, member.properties,
+                visit(Row{branches, shown(member.name), inherited ? Line::faint : Line::plain, member.properties, "",
                           inherited ? "from " + ownName(classes[*owner]) : ""});
             }
     }

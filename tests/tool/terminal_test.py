@@ -1,0 +1,82 @@
+"""Runs the program on a terminal. Usage: terminal_test.py PROGRAM EXAMPLES"""
+import fcntl
+import os
+import pty
+import re
+import select
+import signal
+import struct
+import sys
+import tempfile
+import termios
+import time
+
+PROGRAM, EXAMPLES = sys.argv[1:]
+MINIMAL = EXAMPLES + "/minimal.fed"
+ERASED = "\r\033[K"
+failures = 0
+
+
+def run(arguments, feed=None, interrupt=None, errors_to="", columns=60, patience=20.0):
+    """Returns what the terminal gets, with progress that is drawn repeatedly once, and the exit status or the negative
+    signal. `feed` is given to the pipe, or the signal sent, when progress is shown, and after `patience` seconds anyway."""
+    pid, terminal = pty.fork()
+    if pid == 0:
+        fcntl.ioctl(1, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+        for name in ("NO_COLOR", "CLICOLOR_FORCE", "COLUMNS"):
+            os.environ.pop(name, None)
+        os.environ["TERM"] = "xterm"
+        if errors_to:
+            os.dup2(os.open(errors_to, os.O_WRONLY | os.O_CREAT), 2)
+        os.execv(PROGRAM, [PROGRAM, *arguments])
+    text, end, waiting = b"", time.monotonic() + patience, feed or interrupt
+    while True:
+        if waiting and (b"Working" in text or time.monotonic() > end):
+            waiting = None
+            if interrupt:
+                os.kill(pid, interrupt)
+            if feed:
+                with open("pipe", "w", encoding="utf-8") as pipe:
+                    pipe.write(feed)
+        try:
+            if select.select([terminal], [], [], 0.05)[0]:
+                text += os.read(terminal, 4096)
+        except OSError:  # how Linux reports that the program has closed the terminal
+            break
+    os.close(terminal)
+    shown = re.sub(r"(\rWorking for )\d+", r"\1N", text.decode().replace("\r\n", "\n"))
+    return re.sub(r"(\rWorking[^\r]*)+", r"\1", shown), os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1])
+
+
+def expect(name, got, wanted):
+    global failures
+    if got != wanted:
+        print(f"FAILED: {name}: {got}, expected {wanted}")
+        failures += 1
+
+
+with tempfile.TemporaryDirectory() as folder:
+    os.chdir(folder)
+    os.mkfifo("pipe")
+    good = open(MINIMAL, encoding="utf-8").read()
+    shown = "\rWorking for N s: pipe\033[K" + ERASED
+
+    expect("no image to a terminal", run(["save", MINIMAL, "-"]), (
+        "rtifed: standard output is a terminal, which cannot show an image; name a file or redirect it\n", 2))
+    width = max(map(len, run(["help"], columns=50)[0].split("\n")))
+    expect("the width of help", width in range(45, 51), True)
+    # Each waits for a pipe: shown, cut to the width, erased before the output, and left out where it would disturb.
+    expect("progress", run(["checksum", "pipe"], good), (shown + "96881752  pipe\n", 0))
+    expect("progress in a narrow terminal", run(["checksum", "pipe"], good, columns=15)[0].split(ERASED)[0] + ERASED,
+           "\rWorking for N \033[K" + ERASED)
+    expect("progress through files", run(["checksum", MINIMAL, "pipe"], good)[0].split("\n", 1)[1],
+           "\rWorking for N s, file 2 of 2: pipe\033[K" + ERASED + "96881752  pipe\n")
+    expect("no progress without a terminal", run(["checksum", "pipe"], good, errors_to="err", patience=1.5),
+           ("96881752  pipe\n", 0))
+    expect("no progress with --quiet", run(["check", "--quiet", "pipe"], good, patience=1.5), ("", 0))
+    expect("no progress while a person types", run(["check", "-"], interrupt=signal.SIGTERM, patience=1.5),
+           ("", -signal.SIGTERM))
+    expect("an interruption", run(["check", "pipe"], interrupt=signal.SIGINT), (shown, -signal.SIGINT))
+    signal.signal(signal.SIGHUP, signal.SIG_IGN)
+    expect("nohup", run(["checksum", "pipe"], good, signal.SIGHUP)[1], 0)
+sys.exit(failures > 0)
