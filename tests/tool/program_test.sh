@@ -127,6 +127,8 @@ expect 0 '96881752  folder/c.fed
 96881752  folder/z.fed/d.fed
 ' '' "$program" checksum folder
 expect 0 '' '' "$program" check folder/ folder/sub/up
+expect 0 '96881752  B.FED
+' '' sh -c 'cd folder/sub && "$0" checksum .' "$program"
 ln -s nowhere folder/a.fed
 expect 2 '' 'rtifed: folder/a.fed: No such file or directory
 rtifed: folder/sub/empty: the folder has no FED files, which end in .fed

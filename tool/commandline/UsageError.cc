@@ -46,9 +46,10 @@ std::string unknownCommand(const CLI::App &program, const std::string &name) {
 std::string usageError(const CLI::App &program, const CLI::ParseError &error) {
     const std::vector<CLI::App *> given = program.get_subcommands();
     const CLI::App *command = given.empty() ? nullptr : given.front();
-    const std::vector<std::string> rest = program.remaining(true);
+    std::vector<std::string> rest = program.remaining(true);
+    rest.erase(std::remove(rest.begin(), rest.end(), "--"), rest.end()); // which only ends the options
     for (const std::string &word : rest) // an unknown option first: other errors may follow from it
-        if (word.size() > 1 && word[0] == '-' && word != "--") {
+        if (word.size() > 1 && word[0] == '-') {
             const std::string option = word.substr(0, word.find('='));
             return "unknown option " + inQuotes(option) + didYouMean(similarOption(option, program, command));
         }

@@ -18,6 +18,11 @@ bool isFedFile(const fs::directory_entry &entry) {
     return mayBeFile && RtiFedName::equal(entry.path().extension().string(), ".fed");
 }
 
+/// The files in "." are named as people and reports name them. None of them is "-", which would be standard input.
+std::string withoutDot(const std::string &name) {
+    return name.rfind("./", 0) == 0 ? name.substr(std::min(name.find_first_not_of('/', 1), name.size())) : name;
+}
+
 /// Adds the FED files in a folder and in its folders, in the order of their names.
 void addFilesIn(const fs::path &folder, std::vector<FileToRead> &files) {
     std::error_code error;
@@ -33,7 +38,7 @@ void addFilesIn(const fs::path &folder, std::vector<FileToRead> &files) {
         if (entry.symlink_status(unreadable).type() == fs::file_type::directory)
             addFilesIn(entry.path(), files);
         else if (isFedFile(entry))
-            files.push_back({entry.path().string()});
+            files.push_back({withoutDot(entry.path().string())});
     }
 }
 
