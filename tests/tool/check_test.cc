@@ -8,6 +8,7 @@
 
 #include <map>
 #include <random>
+#include <regex>
 #include <set>
 
 namespace {
@@ -29,9 +30,9 @@ std::string errorsOf(const std::string &fed) {
 }
 
 /// Returns the report on one file called "a.fed".
-std::string reportOn(const std::string &fed, ReportMaker *format, std::size_t most = kUsuallyShown) {
+std::string reportOn(const std::string &fed, ReportMaker *format, std::size_t most = 50) {
     std::ostringstream out;
-    const auto report = format(out, false, 0);
+    const auto report = format(out, {});
     report->begin();
     reportFindings({"a.fed", fed}, Severity::warning, most, *report);
     report->end();
@@ -131,10 +132,10 @@ TEST(Check, ReportsEachMistakeInEachFormat) {
     EXPECT_EQ(notSeen, std::set<std::string>());
 }
 
-/// Reports on files that are right, wrong, damaged and missing.
+/// Reports on files that are right, wrong, damaged and missing, and on one with the same mistake at six places.
 std::string reportOnFiles(ReportMaker *format, const std::string &missing = "none.fed") {
     std::ostringstream out;
-    const auto report = format(out, false, 0);
+    const auto report = format(out, {});
     report->begin();
     reportFindings({"a b.fed", "(FED\xE4 x"}, Severity::warning, 50, *report);
     reportFindings({"/i,:%.img", std::string(3, '\0')}, Severity::warning, 50, *report);
@@ -142,14 +143,21 @@ std::string reportOnFiles(ReportMaker *format, const std::string &missing = "non
     const std::string threeErrors = replaced(inPlace(kSound), "dimension X", "dimensions X");
     reportFindings({"more.fed", replaced(threeErrors, "Width reliable receive", "Width fast never")}, Severity::warning,
                    1, *report);
+    const std::string again = inPlace(std::regex_replace(kSound, std::regex("reliable"), "relaible"));
+    reportFindings({"./again.fed", again}, Severity::warning, 50, *report);
     report->failFile(missing, "No such file or directory");
     report->end();
     return out.str();
 }
 
 TEST(Check, ReportsFilesInEachFormat) {
-    const std::map<std::string, ReportMaker *> formats = {
-        {"text", textReport}, {"json", jsonReport}, {"github", githubReport}};
+    const std::map<std::string, ReportMaker *> formats = {{"text", textReport},
+                                                          {"concise", conciseReport},
+                                                          {"json", jsonReport},
+                                                          {"github", githubReport},
+                                                          {"gitlab", gitlabReport},
+                                                          {"junit", junitReport},
+                                                          {"statistics", statisticsReport}};
     forEachCase("reports.txt", [&](const std::string &format, const std::string &expected) {
         EXPECT_EQ(reportOnFiles(formats.at(format)), expected);
     });
@@ -177,7 +185,7 @@ TEST(Check, WritesWhatSarifNeeds) {
         const auto &place = result.at("locations").at(0).at("physicalLocation");
         uris += place.at("artifactLocation").at("uri").get<std::string>() + " ";
     }
-    EXPECT_EQ(uris, "a%20b.fed file:///i%2C%3A%25.img more.fed ");
+    EXPECT_EQ(uris, "a%20b.fed file:///i%2C%3A%25.img more.fed again.fed ");
     const auto &invocation = run.at("invocations").at(0);
     EXPECT_FALSE(invocation.at("executionSuccessful"));
     const auto &notifications = invocation.at("toolExecutionNotifications");

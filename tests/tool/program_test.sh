@@ -30,7 +30,8 @@ wrong='1:2: error: expected a "FEDversion" clause in "FED", found none [missing-
     1 | (FED (Federation F))
       |  ^~~
 '
-expect 0 '' '' "$program" check "$examples/minimal.fed" "$examples/harbour.fed" "$examples/tolerances.fed"
+expect 0 '3 load
+' '' "$program" check "$examples/minimal.fed" "$examples/harbour.fed" "$examples/tolerances.fed"
 expect 0 'setFederate("F");
 setFederateVersion("v");
 
@@ -55,7 +56,7 @@ expect 0 'warned.fed: note: 2 more warnings are not shown
 ' '' sh -c '"$0" check --color never --max-findings 1 "$1" | tail -n 1' "$program" warned.fed
 expect 1 '' '' "$program" check --quiet --fail-on warning warned.fed
 expect 0 '' '' "$program" check --quiet warned.fed
-expect 2 '' 'rtifed: --format: expected text, json, sarif or github, found "jsn"; did you mean "json"?
+expect 2 '' 'rtifed: --format: expected text, concise, json, sarif, github, gitlab or junit, found "jsn"; did you mean "json"?
 Run rtifed check --help for more information.
 ' "$program" check --format jsn warned.fed
 expect 2 '{"formatVersion":2,"files":[

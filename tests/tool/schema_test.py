@@ -5,6 +5,7 @@ import pathlib
 import subprocess
 import sys
 import tempfile
+import xml.etree.ElementTree
 
 import jsonschema
 
@@ -70,7 +71,27 @@ with tempfile.TemporaryDirectory() as folder:
     pathlib.Path(new).write_text(changed.replace("(class Tanker", "(class Tank", 1).replace("v1.3", "v1.4"))
     pathlib.Path(wrong).write_text("(FED (Federation F) (objects (class A (attribute a slow)) (class A)))")
     for kind, status, arguments in (("diff", 1, ["diff", old, new]), ("diff", 1, ["diff", old, wrong]),
-                                    ("findings", 1, ["check", old, wrong]), ("findings", 2, ["check", wrong, folder + "/none"])):
+                                    ("findings", 1, ["check", old, wrong]), ("findings", 2, ["check", wrong, folder + "/none"]),
+                                    ("statistics", 2, ["check", "--statistics", wrong, folder + "/none"])):
         run = subprocess.run([program, arguments[0], "--format", "json", *arguments[1:]], stdout=subprocess.PIPE)
         assert run.returncode == status, arguments
         validate(json.loads(run.stdout), kind)
+
+    # Machine formats list every finding, and are valid whatever is in names and texts.
+    hostile = bytes(folder, "utf-8") + b"/\x01\xff\n<&\"']]>[x](y)%25.fed"
+    name = b"\xff\x02\xef\xbf\xbe]]>&amp;<x>'\xe2\x80\xae[x](http://y)"
+    with open(hostile, "wb") as file:
+        file.write(b"(FED (Federation F) (FEDversion v) (objects (class ObjectRoot"
+                   + b"".join(b"(attribute \"%s%d\" slow%d receive)" % (name, i, i) for i in range(99)) + b")))")
+    for fail_on, failures in (("error", 100), ("warning", 102)): # with the missing MOM, privilegeToDelete and RTIprivate
+        outputs = {kind: subprocess.run([program, "check", "--fail-on", fail_on, "--format", kind, hostile],
+                                        stdout=subprocess.PIPE).stdout for kind in ("json", "sarif", "gitlab", "junit")}
+        documents = {kind: json.loads(outputs[kind]) for kind in ("json", "sarif", "gitlab")}
+        validate(documents["json"], "findings")
+        assert len(documents["json"]["files"][0]["findings"]) == 102
+        assert len(documents["sarif"]["runs"][0]["results"]) == 102
+        assert len({entry["fingerprint"] for entry in documents["gitlab"]}) == len(documents["gitlab"]) == 102
+        suite, = xml.etree.ElementTree.fromstring(outputs["junit"])
+        assert suite.get("tests") == str(len(suite)) == "102"
+        assert suite.get("failures") == str(len(suite.findall("testcase/failure"))) == str(failures)
+        assert suite.get("name").endswith("/\\x01\\xff\n<&\"']]>[x](y)%25.fed")

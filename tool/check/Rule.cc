@@ -2,6 +2,10 @@
 
 #include "infrastructure/RtiFedLimits.hh"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 namespace {
 
 constexpr auto error = Severity::error;
@@ -232,6 +236,33 @@ constexpr Rules kRules = {
       "saved from a FED text never has this problem.",
       "Save the image again from its FED text.", "rtifed list model.img", "rtifed save model.fed model.img"}}};
 
+/// The words of summaryOf. Rules that are one thing to the author of a file have the same words; a rule that is not
+/// listed has its identifier.
+constexpr std::pair<std::size_t, const char *> kSummaries[] = {
+    {indexOf(RtiFedParser::expectedFed), "not FED text"},
+    {indexOf(RtiFedParser::expectedArgument), "with missing words"},
+    {indexOf(RtiFedParser::expectedClause), "with unexpected clauses"},
+    {indexOf(RtiFedParser::expectedClose), "with unexpected words"},
+    {indexOf(RtiFedParser::leftOpen), "unclosed"},
+    {indexOf(RtiFedParser::secondClause), "with repeated clauses"},
+    {indexOf(RtiFedParser::missingClause), "without federation or version"},
+    {indexOf(RtiFedParser::strayQuote), "with unclosed quotes"},
+    {indexOf(RtiFedParser::trailingText), "with text after the end"},
+    {indexOf(RtiFedParser::nulByte), "not FED text"},
+    {indexOf(RuleId::unknownTransportation), "with unknown words"},
+    {indexOf(RuleId::unknownOrdering), "with unknown words"},
+    {indexOf(RuleId::unknownSpace), "with undeclared spaces"},
+    {indexOf(RuleId::swappedWords), "with misplaced words"},
+    {indexOf(RuleId::shiftedWords), "with misplaced words"},
+    {indexOf(RuleId::repeatedClass), "with repeated classes"},
+    {indexOf(RuleId::ambiguousClass), "with repeated classes"},
+    {indexOf(RuleId::repeatedMember), "with repeated members"},
+    {indexOf(RuleId::inheritedMember), "with repeated members"},
+    {indexOf(RuleId::repeatedDimension), "with repeated dimensions"},
+    {indexOf(RuleId::momIncomplete), "without a complete MOM"},
+    {indexOf(RuleId::momMisplaced), "without a complete MOM"},
+    {indexOf(RuleId::damagedImage), "damaged"}};
+
 constexpr bool isOrdered() {
     for (std::size_t i = 0; i < kRules.size(); ++i)
         if (kRules[i].index != i)
@@ -259,4 +290,10 @@ const Rule &ruleOf(RuleId id) {
 
 const Rules &allRules() {
     return kRules;
+}
+
+std::string summaryOf(const Rule &rule) {
+    const auto *summary = std::find_if(std::begin(kSummaries), std::end(kSummaries),
+                                       [&rule](const auto &candidate) { return candidate.first == rule.index; });
+    return summary == std::end(kSummaries) ? std::string("with ") + rule.id : summary->second;
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 
 enum class Severity : unsigned char {
     warning, ///< The database accepts it, but it is probably a mistake.
@@ -62,3 +63,7 @@ using Rules = std::array<Rule, kNumProblems + static_cast<std::size_t>(RuleId::d
 
 /// All rules: those of syntax errors in the order of RtiFedParser::Problem, then those of RuleId, the warnings last.
 const Rules &allRules();
+
+/// Returns the words for the files that the library refuses for an error of this rule, after their number, such as
+/// `with repeated members`.
+std::string summaryOf(const Rule &rule);

@@ -14,17 +14,26 @@ void CommandLine::addCheck() {
                    [this] { return check(_check, _console); });
     addOperand(command, "FILE", _check.files, kFileOrFolder)->required();
     addChoice(command, "--format", _check.format,
-              {{"text", textReport}, {"json", jsonReport}, {"sarif", sarifReport}, {"github", githubReport}}, "FORMAT",
-              "Output format: text (default), for people; json; sarif, for code scanning and editors;\n"
-              "github, for annotations in a workflow");
+              {{"text", textReport},
+               {"concise", conciseReport},
+               {"json", jsonReport},
+               {"sarif", sarifReport},
+               {"github", githubReport},
+               {"gitlab", gitlabReport},
+               {"junit", junitReport}},
+              "FORMAT",
+              "Output format: text (default), for people; concise, one line for each place;\n"
+              "json; sarif, for code scanning and editors; github, for annotations in a workflow;\n"
+              "gitlab, for code quality in merge requests; junit, for test servers");
     command
         ->add_option("--max-findings", _check.maxFindings,
-                     "Print at most N findings of each file, " + std::to_string(kUsuallyShown) +
-                         " by default; 0 for all")
+                     "Print at most N findings of each file; by default 50 as text, all in other formats; 0 for all")
         ->check(CLI::Range(std::size_t(0), std::size_t(1000000000)))
         ->option_text("N");
     addChoice(command, "--fail-on", _check.failOn, {{"error", Severity::error}, {"warning", Severity::warning}},
               "SEVERITY", "The least severity that gives exit status 1: error (default) or warning");
+    command->add_flag("--statistics", _check.statistics,
+                      "Print how often each rule finds something, the most frequent first, and no findings");
     command->add_flag("--quiet", _check.quiet, "Print nothing, only set the exit status");
 }
 

@@ -6,9 +6,9 @@
 namespace {
 
 void printErrors(const RtiFedParser &parser, const std::string &name, std::ostream &os) {
-    const auto report = textReport(os, false, 0);
+    const auto report = textReport(os, {});
     const Source source(name, &parser);
-    const Tally tally{parser.numErrors(), 0, kUsuallyShown};
+    const Tally tally{parser.numErrors(), 0, report->usuallyShown()};
     for (std::size_t i = 0; i < tally.shownErrors(); ++i)
         report->add(source, findingOf(parser.error(i)));
     report->endFile(source, tally);

@@ -4,10 +4,21 @@
 
 namespace {
 
-std::size_t numShown(const CheckOptions &options) {
+std::size_t numShown(const CheckOptions &options, const Report &report) {
     if (options.quiet)
         return 0;
-    return options.maxFindings > 0 ? options.maxFindings : std::numeric_limits<std::size_t>::max();
+    const std::size_t most = options.maxFindings.value_or(report.usuallyShown());
+    return most > 0 ? most : std::numeric_limits<std::size_t>::max();
+}
+
+/// Returns the report in the format that was asked for, or the statistics. Throws CannotWork for statistics in a format
+/// that has none.
+ReportMaker *formatOf(const CheckOptions &options) {
+    if (!options.statistics)
+        return options.format;
+    if (options.format != textReport && options.format != jsonReport)
+        throw CannotWork("--statistics has the formats text and json only");
+    return options.format == jsonReport ? jsonStatisticsReport : statisticsReport;
 }
 
 std::string withoutName(const std::string &failure, const std::string &name) {
@@ -18,9 +29,10 @@ std::string withoutName(const std::string &failure, const std::string &name) {
 
 Status check(const CheckOptions &options, const Console &console) {
     std::ostream nowhere(nullptr);
-    const auto report = options.format(options.quiet ? nowhere : console.out, console.color, console.width);
+    const auto report =
+        formatOf(options)(options.quiet ? nowhere : console.out, {console.color, console.width, options.failOn});
     const auto checkFile = [&](const Input &input) {
-        const Tally tally = reportFindings(input, Severity::warning, numShown(options), *report);
+        const Tally tally = reportFindings(input, Severity::warning, numShown(options, *report), *report);
         return tally.errors == 0 && !tally.refused && (options.failOn == Severity::error || tally.warnings == 0);
     };
     const auto failFile = [&](const std::string &name, const std::string &reason) {

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,7 +52,8 @@ struct ChecksumOptions {
 struct CheckOptions {
     std::vector<std::string> files; ///< Or folders.
     ReportMaker *format = textReport;
-    std::size_t maxFindings = kUsuallyShown; ///< Of each file; 0 for all.
+    std::optional<std::size_t> maxFindings; ///< Of each file; 0 for all. If absent, the format decides.
+    bool statistics = false;                ///< Whether the findings are counted by rule, not shown.
     Severity failOn = Severity::error;       ///< The least severity that gives exit status 1.
     bool quiet = false;                      ///< Whether nothing is printed.
 };

@@ -1,12 +1,11 @@
 #include "tool/model/Model.hh"
 
+#include "tool/console/Digest.hh"
 #include "tool/console/Text.hh"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <openssl/evp.h>
-#include <stdexcept>
 
 std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image) {
     RtiBuffer buffer(image.data(), image.size());
@@ -53,12 +52,5 @@ std::string fingerprint(const RtiFedDatabase &database) {
     database.save(image);
     const std::size_t lengthSize = 4; // before the bytes of a string
     const std::size_t size = image.size() - lengthSize - database.getFileName().size();
-    unsigned char digest[EVP_MAX_MD_SIZE];
-    unsigned digestSize = 0;
-    if (EVP_Digest(image.data(), size, digest, &digestSize, EVP_sha256(), nullptr) != 1)
-        throw std::runtime_error("SHA-256 cannot be computed");
-    std::string digits;
-    for (unsigned i = 0; i < digestSize; ++i)
-        digits += hexDigits(digest[i]);
-    return digits;
+    return sha256({reinterpret_cast<const char *>(image.data()), size});
 }

@@ -63,11 +63,18 @@ std::string describeRefusals(const std::vector<Finding> &findings) {
     return parts.empty() ? "" : joined(parts, ", ") + "; the library refuses the file";
 }
 
+/// A syntax error is graver than any other error: others may follow from it.
+bool isGraver(const Rule &a, const Rule &b) {
+    return a.index < kNumProblems && b.index >= kNumProblems;
+}
+
 Tally tallyOf(const std::vector<Finding> &findings, std::size_t most) {
     Tally tally{0, 0, most};
     for (const Finding &finding : findings) {
         const bool known = finding.suppression && finding.suppression->kind == Suppression::Kind::byBaseline;
         tally.refused = tally.refused || (finding.refusesFile() && !known);
+        if (finding.refusesFile() && (!tally.gravest || isGraver(*finding.rule, *tally.gravest)))
+            tally.gravest = finding.rule;
         ++(!isReported(finding) ? tally.suppressed : isError(finding) ? tally.errors : tally.warnings);
     }
     tally.remark = describeRefusals(findings);
@@ -80,7 +87,7 @@ Tally reportAll(const Source &source, std::vector<Finding> findings, std::size_t
     if (report.joinsFindings())
         findings = grouped(std::move(findings));
     const Tally tally = tallyOf(findings, most);
-    report.beginFile(source);
+    report.beginFile(source, tally);
     std::size_t left = most;
     for (const Finding &finding : findings)
         if (isReported(finding) ? left > 0 : report.showsSuppressed()) {

@@ -6,9 +6,6 @@
 
 #include <functional>
 
-/// The number of findings shown of a file by default; later ones often follow from earlier ones.
-inline constexpr std::size_t kUsuallyShown = 50;
-
 /// Decides about the findings of a file: changes severities, marks findings as suppressed, adds findings about
 /// suppressions. `text` is null for a saved image.
 using Control = std::function<void(const Checker *text, std::vector<Finding> &findings)>;

@@ -15,6 +15,10 @@ std::string property(std::string_view value) {
     return escaped(value, "%\r\n:,");
 }
 
+std::string fileProperty(const std::string &fileName) {
+    return " file=" + property(pathInRepository(fileName));
+}
+
 /// A span of several lines gets no columns: the host refuses them.
 std::string propertiesOf(const Source &source, RtiFedSpan span) {
     const RtiFedPosition begin = source.characterPosition(span.begin);
@@ -35,18 +39,18 @@ public:
         std::string text = finding.textWithDetails();
         for (const RtiFedParser::Note &note : finding.notes)
             text += '\n' + source.place(note.span) + ": " + note.text;
-        _out << "::" << nameOf(finding.severity) << " file=" << property(source.name())
+        _out << "::" << nameOf(finding.severity) << fileProperty(source.name())
              << (finding.span ? propertiesOf(source, *finding.span) : "") << ",title=" << property(finding.rule->id)
              << "::" << escaped(text) << '\n';
     }
 
     void endFile(const Source &source, const Tally &tally) override {
         if (tally.hidden() > 0)
-            _out << "::notice file=" << property(source.name()) << "::" << escaped(describeHidden(tally)) << '\n';
+            _out << "::notice" << fileProperty(source.name()) << "::" << escaped(describeHidden(tally)) << '\n';
     }
 
     void failFile(const std::string &fileName, const std::string &reason) override {
-        _out << "::error file=" << property(fileName) << "::" << escaped(reason) << '\n';
+        _out << "::error" << fileProperty(fileName) << "::" << escaped(reason) << '\n';
     }
 
 private:
@@ -55,6 +59,6 @@ private:
 
 } // namespace
 
-std::unique_ptr<Report> githubReport(std::ostream &out, bool, std::size_t) {
+std::unique_ptr<Report> githubReport(std::ostream &out, const ReportStyle &) {
     return std::make_unique<GithubReport>(out);
 }

@@ -37,7 +37,7 @@ public:
 
     void begin() override { _json.beginObject().member("formatVersion", kFormatVersion).key("files").beginArray(); }
 
-    void beginFile(const Source &source) override {
+    void beginFile(const Source &source, const Tally &) override {
         _json.breakLine().beginObject().member("file", source.name()).key("findings").beginArray();
     }
 
@@ -64,6 +64,6 @@ private:
 
 } // namespace
 
-std::unique_ptr<Report> jsonReport(std::ostream &out, bool, std::size_t) {
+std::unique_ptr<Report> jsonReport(std::ostream &out, const ReportStyle &) {
     return std::make_unique<JsonReport>(out);
 }

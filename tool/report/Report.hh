@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -14,8 +15,9 @@
 struct Tally {
     std::size_t errors, warnings, most;
     std::size_t suppressed = 0;
-    bool refused = false;    ///< The library refuses the file, and not only for errors that a baseline lists.
-    std::string remark = {}; ///< Says that such errors are not shown as errors; empty if all are.
+    bool refused = false;          ///< The library refuses the file, and not only for errors that a baseline lists.
+    std::string remark = {};       ///< Says that such errors are not shown as errors; empty if all are.
+    const Rule *gravest = nullptr; ///< The gravest rule for which the library refuses the file; null if it loads.
 
     std::size_t shownErrors() const { return std::min(errors, most); }
     std::size_t shownWarnings() const { return std::min(warnings, most - shownErrors()); }
@@ -35,10 +37,12 @@ public:
     virtual ~Report() = default;
 
     virtual void begin() {}
-    virtual void beginFile(const Source &) {}
+    virtual void beginFile(const Source &, const Tally &) {}
     /// Writes a finding; a suppressed one only if the report shows these.
     virtual void add(const Source &source, const Finding &finding) = 0;
     virtual bool showsSuppressed() const { return false; }
+    /// The number of findings of a file that are shown by default.
+    virtual std::size_t usuallyShown() const { return std::numeric_limits<std::size_t>::max(); }
     /// Whether a mistake at several places is one finding; else each place is a finding.
     virtual bool joinsFindings() const { return true; }
     virtual void endFile(const Source &source, const Tally &tally) = 0;
@@ -47,11 +51,22 @@ public:
     virtual void end() {}
 };
 
-/// Returns a report that writes to `out`, which may show colours and may be a terminal of this width, else 0.
-using ReportMaker = std::unique_ptr<Report>(std::ostream &out, bool color, std::size_t width);
+/// How a report is written.
+struct ReportStyle {
+    bool color = false;                ///< Whether the output shows colours.
+    std::size_t width = 0;             ///< Columns of the terminal; 0 if the output is not one.
+    Severity failOn = Severity::error; ///< The least severity of findings that fail the check.
+};
 
-/// For people: each finding as `FILE:LINE:COLUMN: error: TEXT [RULE]`, with the line of the file below it.
+/// Returns a report that writes to `out`.
+using ReportMaker = std::unique_ptr<Report>(std::ostream &out, const ReportStyle &style);
+
+/// For people: each finding as `FILE:LINE:COLUMN: error: TEXT [RULE]`, with the line of the file below it. A summary
+/// follows the findings of several files.
 ReportMaker textReport;
+
+/// For people and scripts: only the first line of each finding, for each of its places.
+ReportMaker conciseReport;
 
 /// For programs: one JSON document, described by docs/findings.schema.json. Each file and each finding begins a line.
 ReportMaker jsonReport;
@@ -59,5 +74,17 @@ ReportMaker jsonReport;
 /// For code scanning and editors: a SARIF 2.1.0 log of one run. Each result begins a line.
 ReportMaker sarifReport;
 
-/// For workflows on a code host: each finding as a command that makes the host show it next to the line.
+/// For workflows on a code host: each place as a command that makes the host show it next to the line.
 ReportMaker githubReport;
+
+/// For merge requests on a code host: a JSON array with an entry for each place, which the host shows next to the line.
+ReportMaker gitlabReport;
+
+/// For test servers: an XML document with a test suite for each file and a test case for each finding.
+ReportMaker junitReport;
+
+/// For people: the number of findings of each rule in all files, the most frequent first.
+ReportMaker statisticsReport;
+
+/// The same as JSON, described by docs/statistics.schema.json.
+ReportMaker jsonStatisticsReport;

@@ -41,7 +41,7 @@ Json regionOf(const Source &source, RtiFedSpan span) {
 }
 
 Json artifact(const std::string &fileName) {
-    return {{"uri", uriOf(fileName)}};
+    return {{"uri", uriOf(pathInRepository(fileName))}};
 }
 
 Json locationOf(const Source &source, const std::optional<RtiFedSpan> &span) {
@@ -172,6 +172,6 @@ private:
 
 } // namespace
 
-std::unique_ptr<Report> sarifReport(std::ostream &out, bool, std::size_t) {
+std::unique_ptr<Report> sarifReport(std::ostream &out, const ReportStyle &) {
     return std::make_unique<SarifReport>(out);
 }

@@ -3,6 +3,8 @@
 #include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::size_t kCheckpoint = 4096;
@@ -29,4 +31,10 @@ std::size_t Source::charactersBefore(std::uint32_t offset) const {
     }
     const std::size_t checkpoint = offset / kCheckpoint;
     return _characters[checkpoint] + columns(text().substr(checkpoint * kCheckpoint, offset % kCheckpoint));
+}
+
+std::string pathInRepository(std::string fileName) {
+    while (fileName.compare(0, 2, "./") == 0)
+        fileName.erase(0, std::min(fileName.find_first_not_of('/', 1), fileName.size()));
+    return fileName;
 }

@@ -34,3 +34,6 @@ private:
     const RtiFedParser *_text;
     mutable std::vector<std::size_t> _characters; // before each checkpoint, filled on first use
 };
+
+/// Returns the name of a file as code hosts want it: without a leading "./".
+std::string pathInRepository(std::string fileName);

@@ -1,6 +1,7 @@
 #include "tool/console/TerminalBuffer.hh"
 #include "tool/report/Excerpt.hh"
 #include "tool/report/Report.hh"
+#include "tool/report/Summary.hh"
 
 #include <algorithm>
 #include <iomanip>
@@ -15,18 +16,20 @@ constexpr const char *kGreen = "\033[1;32m";
 
 constexpr int kNumberWidth = 5;
 constexpr std::size_t kMargin = kNumberWidth + 3; // before the lines of a text
+constexpr std::size_t kUsuallyShown = 50;         // findings of a file: later ones often follow from earlier ones
 constexpr std::size_t kFewPlaces = 3;             // further places of a finding that are shown
 constexpr std::size_t kNarrowest = 40, kUsual = 120;
 
 class TextReport : public Report {
 public:
-    TextReport(std::ostream &out, bool color, std::size_t width)
-        : _out(out), _color(color), _width(width > 0 ? std::max(width, kNarrowest + kMargin) - kMargin : kUsual) {}
+    TextReport(std::ostream &out, const ReportStyle &style)
+        : _out(out), _color(style.color),
+          _width(style.width > 0 ? std::max(style.width, kNarrowest + kMargin) - kMargin : kUsual) {}
+
+    std::size_t usuallyShown() const override { return kUsuallyShown; }
 
     void add(const Source &source, const Finding &finding) override {
-        const bool isError = finding.severity == Severity::error;
-        printHead(source.place(finding.span), isError ? kRed : kMagenta, nameOf(finding.severity),
-                  finding.textWithCount() + " [" + finding.rule->id + ']');
+        printFinding(source, finding, finding.textWithCount());
         printExcerpt(source, finding.span);
         for (const std::string &line : finding.details)
             printIndented(line);
@@ -42,6 +45,21 @@ public:
             printHead(source.name(), kCyan, "note", describeHidden(tally));
         if (!tally.remark.empty())
             printHead(source.name(), kCyan, "note", tally.remark);
+        _summary.addFile(tally);
+    }
+
+    void failFile(const std::string &, const std::string &) override { _summary.addFailure(); }
+
+    void end() override {
+        if (_summary.isUseful())
+            _out << _summary.text() << '\n';
+    }
+
+protected:
+    void printFinding(const Source &source, const Finding &finding, const std::string &text) {
+        const bool isError = finding.severity == Severity::error;
+        printHead(source.place(finding.span), isError ? kRed : kMagenta, nameOf(finding.severity),
+                  text + " [" + finding.rule->id + ']');
     }
 
 private:
@@ -78,10 +96,36 @@ private:
     std::ostream &_out;
     bool _color;
     std::size_t _width; // of the lines of a text
+    Summary _summary;
+};
+
+/// One line for each place.
+class ConciseReport : public TextReport {
+public:
+    using TextReport::TextReport;
+
+    std::size_t usuallyShown() const override { return Report::usuallyShown(); }
+    bool joinsFindings() const override { return false; }
+
+    void add(const Source &source, const Finding &finding) override {
+        const bool announced = finding.text.back() == ':'; // the text announces the details
+        printFinding(source, finding,
+                     finding.text +
+                         (finding.details.empty() ? ""
+                          : announced             ? " "
+                                                  : ": ") +
+                         joined(finding.details));
+    }
+
+    void end() override {}
 };
 
 } // namespace
 
-std::unique_ptr<Report> textReport(std::ostream &out, bool color, std::size_t width) {
-    return std::make_unique<TextReport>(out, color, width);
+std::unique_ptr<Report> textReport(std::ostream &out, const ReportStyle &style) {
+    return std::make_unique<TextReport>(out, style);
+}
+
+std::unique_ptr<Report> conciseReport(std::ostream &out, const ReportStyle &style) {
+    return std::make_unique<ConciseReport>(out, style);
 }
