@@ -221,7 +221,7 @@ chek small.fed|unknown command "chek"; did you mean "check"?|
 check --formt=json x|unknown option "--formt"; did you mean "--format"?|check 
 check --max small.fed|unknown option "--max"; did you mean "--max-findings"?|check 
 save --forc a|unknown option "--forc"|save 
-check --format|--format: expected one of text, json, sarif, github, found nothing|check 
+check --format|--format: expected one of text, concise, json, sarif, github, gitlab, junit, found nothing|check 
 find small.fed --stdin-name|--stdin-name: expected NAME, found nothing|find 
 list|FILE is required|list 
 list a b|unexpected operand "b"|list 
