@@ -127,11 +127,13 @@ expect 0 '96881752  folder/c.fed
 96881752  folder/sub/B.FED
 96881752  folder/z.fed/d.fed
 ' '' "$program" checksum folder
-expect 0 '' '' "$program" check folder/ folder/sub/up
+expect 0 '6 load
+' '' "$program" check folder/ folder/sub/up
 expect 0 '96881752  B.FED
 ' '' sh -c 'cd folder/sub && "$0" checksum .' "$program"
 ln -s nowhere folder/a.fed
-expect 2 '' 'rtifed: folder/a.fed: No such file or directory
+expect 2 '3 load, 2 cannot be read
+' 'rtifed: folder/a.fed: No such file or directory
 rtifed: folder/sub/empty: the folder has no FED files, which end in .fed
 ' "$program" check folder folder/sub/empty
 expect 2 '{"formatVersion":2,"files":[
