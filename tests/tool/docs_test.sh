@@ -30,6 +30,7 @@ offers() {
 }
 [ "$(offers rtifed chec)" = 'check checksum' ] || fail "bash: commands: $(offers rtifed chec)"
 [ "$(offers rtifed check --col)" = --color ] || fail "bash: options: $(offers rtifed check --col)"
+[ "$(offers rtifed help chec)" = 'check checksum' ] || fail "bash: operands: $(offers rtifed help chec)"
 [ "$(offers rtifed check --color = a)" = 'auto always' ] || fail "bash: values: $(offers rtifed check --color = a)"
 [ "$(offers rtifed list "$share/man/m")" = "$share/man/man1" ] || fail "bash: files: $(offers rtifed list "$share/man/m")"
 

@@ -65,6 +65,13 @@ CommandTexts commandTexts(const CLI::App &app, const std::string &name) {
     return texts;
 }
 
+std::optional<TableRow> tableRow(const std::string &line) {
+    const std::size_t gap = line.find("  ", 2);
+    if (line.rfind("  ", 0) != 0 || line.rfind("  rtifed ", 0) == 0 || gap == std::string::npos)
+        return {};
+    return TableRow{line.substr(2, gap - 2), line.substr(line.find_first_not_of(' ', gap))};
+}
+
 std::vector<OptionTexts> commonOptions(const CommandTexts &program) {
     std::vector<OptionTexts> common;
     for (const OptionTexts &option : program.options)

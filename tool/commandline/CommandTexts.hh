@@ -2,6 +2,7 @@
 
 #include <CLI/App.hpp>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,13 @@ ProgramTexts programTexts(const CLI::App &app);
 
 /// Returns the texts of one command, or of the program, under the given name.
 CommandTexts commandTexts(const CLI::App &app, const std::string &name);
+
+/// The two columns of a row of a table among the details, such as `  0  done and nothing found`.
+struct TableRow {
+    std::string name, meaning;
+};
+/// Returns the row that a line of the details is; nothing for other lines, such as examples.
+std::optional<TableRow> tableRow(const std::string &line);
 
 /// Returns the options of the program that all its commands have as well.
 std::vector<OptionTexts> commonOptions(const CommandTexts &program);

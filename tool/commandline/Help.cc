@@ -8,10 +8,9 @@
 
 namespace {
 
-constexpr std::size_t kWidest = 100;          // longer lines are hard to read
-constexpr std::size_t kNarrowest = 30;        // in a narrower terminal, the terminal breaks lines
-constexpr std::size_t kWidestNames = 28;      // of options and commands, before their purposes
-constexpr const char *kCommand = "  rtifed "; // begins an example
+constexpr std::size_t kWidest = 100;     // longer lines are hard to read
+constexpr std::size_t kNarrowest = 30;   // in a narrower terminal, the terminal breaks lines
+constexpr std::size_t kWidestNames = 28; // of options and commands, before their purposes
 
 /// A name and its purpose.
 using Row = std::pair<std::string, std::string>;
@@ -74,15 +73,11 @@ public:
                 continue;
             }
             endParagraph();
-            if (line.rfind(kCommand, 0) == 0)
-                put(line);
-            const std::size_t gap = line.find("  ", 2);
-            if (_column == 0 && gap != std::string::npos) { // a row of a table: its second column is filled
-                put(line.substr(0, gap));
-                fill(line.substr(gap), line.find_first_not_of(' ', gap));
-            } else if (_column == 0 && !line.empty()) {
-                fill(line, 2);
+            if (const auto row = tableRow(line)) {
+                put("  " + row->name);
+                fill(row->meaning, line.size() - row->meaning.size());
             } else {
+                put(line); // an example, to be copied
                 breakLine();
             }
         }

@@ -14,7 +14,7 @@
 /// The purpose of most operands.
 inline constexpr const char *kFile = "FED text or a saved image; - is standard input";
 inline constexpr const char *kFileOrFolder =
-    "FED text or a saved image; - is standard input, a folder stands for the FED files in it";
+    "FED text or a saved image; - is standard input, a folder stands for the .fed files in it and its folders";
 
 /// Lists the values of an option or operand in place of its type, where completions read them.
 inline std::string typeOf(const std::vector<std::string> &words) {

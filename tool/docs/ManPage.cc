@@ -36,10 +36,12 @@ bool isHeading(const std::string &line) {
     return !line.empty() && line.back() == ':' && line[0] != ' ' && std::count(line.begin(), line.end(), ' ') < 2;
 }
 
-/// Converts paragraphs, and sections with headings. Indented lines keep their line ends.
+/// Converts paragraphs, tables, and sections with headings. Examples keep their line ends.
 std::string prose(const std::string &text) {
     const std::vector<std::string> lines = split(text, '\n');
-    const auto asItIs = [&lines](std::size_t i) { return i < lines.size() && lines[i].rfind("  ", 0) == 0; };
+    const auto asItIs = [&lines](std::size_t i) {
+        return i < lines.size() && lines[i].rfind("  ", 0) == 0 && !tableRow(lines[i]);
+    };
     std::string roff;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (asItIs(i)) {
@@ -47,6 +49,8 @@ std::string prose(const std::string &text) {
                 roff += line(lines[i].substr(2));
             roff += ".fi\n";
             --i;
+        } else if (const auto row = tableRow(lines[i])) {
+            roff += ".TP\n" + line(row->name) + line(row->meaning);
         } else if (lines[i].empty()) {
             roff += asItIs(i + 1) || i + 1 == lines.size() ? "" : ".PP\n";
         } else if (isHeading(lines[i])) {
