@@ -31,18 +31,23 @@ private:
 } // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string> &arguments) : _errors(std::tmpfile()) {
-    int ends[2]; // of the pipe: for reading and for writing
-    if (!_errors || pipe2(ends, O_CLOEXEC) != 0)
-        throw std::string(std::strerror(errno));
-    _output.reset(fdopen(ends[0], "rb"));
     std::vector<char *> argv;
     argv.reserve(arguments.size() + 1);
     for (const std::string &argument : arguments)
         argv.push_back(
             const_cast<char *>(argument.c_str())); // NOLINT(cppcoreguidelines-pro-type-const-cast): not changed
     argv.push_back(nullptr);
-    const ChildFiles files(ends[1], fileno(_errors.get()));
-    const int error = posix_spawnp(&_id, argv[0], files.actions(), nullptr, argv.data(), environ);
+    int ends[2]; // of the pipe: for reading and for writing
+    if (!_errors || pipe2(ends, O_CLOEXEC) != 0)
+        throw std::string(std::strerror(errno));
+    _output.reset(fdopen(ends[0], "rb"));
+    int error = errno;
+    if (_output) {
+        const ChildFiles files(ends[1], fileno(_errors.get()));
+        error = posix_spawnp(&_id, argv[0], files.actions(), nullptr, argv.data(), environ);
+    } else {
+        close(ends[0]);
+    }
     close(ends[1]);
     if (error != 0) {
         _id = -1;
