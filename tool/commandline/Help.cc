@@ -105,6 +105,7 @@ private:
 
 std::vector<Row> rowsOf(const std::vector<OptionTexts> &options) {
     std::vector<Row> rows;
+    rows.reserve(options.size());
     for (const OptionTexts &option : options)
         rows.emplace_back(joined(option.names) + (option.argument.empty() ? "" : ' ' + option.argument),
                           option.purpose);

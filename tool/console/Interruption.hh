@@ -25,5 +25,5 @@ public:
     InterruptionDelay &operator=(const InterruptionDelay &) = delete;
 
 private:
-    sigset_t _before;
+    sigset_t _before{};
 };
