@@ -15,22 +15,6 @@ Json jsonOf(const Source &source, const std::vector<TextAt> &texts) {
     return list;
 }
 
-Json jsonOf(const Source &source, const Finding &finding) {
-    Json furtherPlaces = Json::array();
-    for (const FurtherPlace &further : finding.furtherPlaces)
-        furtherPlaces.push_back({{"text", finding.textAt(further)},
-                                 {"place", placeAsJson(source, further.span)},
-                                 {"fix", jsonOf(source, further.fix)}});
-    return {{"rule", finding.rule->id},
-            {"severity", nameOf(finding.severity)},
-            {"text", finding.text},
-            {"place", placeAsJson(source, finding.span)},
-            {"furtherPlaces", std::move(furtherPlaces)},
-            {"details", finding.details},
-            {"notes", jsonOf(source, finding.notes)},
-            {"fix", jsonOf(source, finding.fix)}};
-}
-
 class JsonReport : public Report {
 public:
     explicit JsonReport(std::ostream &out) : _json(out, JsonWriter::Layout::compact) {}
@@ -42,12 +26,20 @@ public:
     }
 
     void add(const Source &source, const Finding &finding) override {
-        const Json json = jsonOf(source, finding);
-        _json.breakLine().value(json);
+        _json.breakLine().beginObject().member("rule", finding.rule->id);
+        _json.member("severity", nameOf(finding.severity)).member("text", finding.text);
+        _json.member("place", placeAsJson(source, finding.span)).key("furtherPlaces").beginArray();
+        for (const FurtherPlace &further : finding.furtherPlaces) // of which there may be very many
+            _json.value({{"text", finding.textAt(further)},
+                         {"place", placeAsJson(source, further.span)},
+                         {"fix", jsonOf(source, further.fix)}});
+        _json.endArray().member("details", finding.details).member("notes", jsonOf(source, finding.notes));
+        _json.member("fix", jsonOf(source, finding.fix)).endObject();
     }
 
     void endFile(const Source &, const Tally &tally) override {
-        _json.endArray().member("errors", tally.errors).member("warnings", tally.warnings);
+        _json.endArray().member("loads", tally.gravest == nullptr);
+        _json.member("errors", tally.errors).member("warnings", tally.warnings);
         _json.member("notShown", tally.hidden()).endObject();
     }
 

@@ -27,8 +27,8 @@ struct Tally {
 /// Returns how many findings are not shown, such as `2 more errors and 1 more warning are not shown`.
 std::string describeHidden(const Tally &tally);
 
-/// Writes the findings of files in one format. Each finding is written when it is added, so that the memory does not
-/// grow with their number. The operations are called in this order, those of a file once for each file.
+/// Writes the findings of files in one format. Each finding is written when it is added, place by place, so that the
+/// report adds no memory for them. The operations are called in this order, those of a file once for each file.
 class Report {
 public:
     Report() = default;

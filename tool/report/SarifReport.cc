@@ -2,6 +2,8 @@
 #include "tool/console/Text.hh"
 #include "tool/report/Report.hh"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::size_t kMostLinks = 10; // to further places, in a message
@@ -51,63 +53,40 @@ Json locationOf(const Source &source, const std::optional<RtiFedSpan> &span) {
     return {{"physicalLocation", std::move(place)}};
 }
 
-/// Adds a related location and returns the link to it.
-std::string link(const std::string &text, const Json &location, const std::string &description, Json &locations) {
-    const std::size_t id = locations.size() + 1;
-    locations.push_back({{"id", id}});
-    locations.back().update(location);
-    locations.back()["message"] = message(description);
+/// A place that the message of a result can link to by its number, counted from 1.
+Json relatedLocation(std::size_t id, const Source &source, RtiFedSpan span, const std::string &text) {
+    Json location = {{"id", id}};
+    location.update(locationOf(source, span));
+    location["message"] = message(text);
+    return location;
+}
+
+std::string link(const std::string &text, std::size_t id) {
     return '[' + unlinked(text) + "](" + std::to_string(id) + ')';
 }
 
-/// Sets the message, and the locations that it links to.
+/// Returns the message with links to related locations: first the notes, then the further places.
 ///
 /// Viewers show a result at its first location, and others only where the message links to a related location. So the
 /// notes and the first of the further places are links; the related locations list all of them.
-void describe(const Source &source, const Finding &finding, Json &result) {
+Json linkedMessage(const Source &source, const Finding &finding) {
     auto text = message(finding.textWithDetails()).at("text").get<std::string>();
-    Json locations = Json::array();
+    std::size_t id = 0;
     for (const RtiFedParser::Note &note : finding.notes)
-        text += '\n' + link(note.text, locationOf(source, note.span), note.text, locations);
-    std::vector<std::string> also;
-    for (const FurtherPlace &place : finding.furtherPlaces) {
-        const std::string at =
-            link(textOf(source.begin(place.span)), locationOf(source, place.span), finding.textAt(place), locations);
-        if (also.size() < kMostLinks)
-            also.push_back(at);
-    }
-    if (!also.empty())
-        text += "\nalso at " + joined(also) + (also.size() < finding.furtherPlaces.size() ? ", ..." : "");
-    result["message"] = {{"text", text}};
-    if (!locations.empty())
-        result["relatedLocations"] = std::move(locations);
+        text += '\n' + link(note.text, ++id);
+    const std::size_t numLinks = std::min(finding.furtherPlaces.size(), kMostLinks);
+    for (std::size_t i = 0; i < numLinks; ++i)
+        text += (i == 0 ? "\nalso at " : ", ") + link(textOf(source.begin(finding.furtherPlaces[i].span)), ++id);
+    return {{"text", text + (numLinks < finding.furtherPlaces.size() ? ", ..." : "")}};
 }
 
-void addReplacements(const Source &source, const std::vector<Replacement> &fix, Json &replacements) {
-    for (const Replacement &replacement : fix)
-        replacements.push_back(
-            {{"deletedRegion", regionOf(source, replacement.span)}, {"insertedContent", {{"text", replacement.text}}}});
-}
-
-/// One fix, for all places of the finding.
-Json fixesOf(const Source &source, const Finding &finding) {
-    Json replacements = Json::array();
-    addReplacements(source, finding.fix, replacements);
-    for (const FurtherPlace &place : finding.furtherPlaces)
-        addReplacements(source, place.fix, replacements);
-    const Json change = {{"artifactLocation", artifact(source.name())}, {"replacements", std::move(replacements)}};
-    return Json::array({{{"artifactChanges", Json::array({change})}}});
-}
-
+/// Returns a result without its related locations and fixes.
 Json resultOf(const Source &source, const Finding &finding) {
     Json result = {{"ruleId", finding.rule->id},
                    {"ruleIndex", finding.rule->index},
                    {"level", nameOf(finding.severity)},
-                   {"message", Json()},
+                   {"message", linkedMessage(source, finding)},
                    {"locations", Json::array({locationOf(source, finding.span)})}};
-    describe(source, finding, result);
-    if (!finding.fix.empty())
-        result["fixes"] = fixesOf(source, finding);
     return result;
 }
 
@@ -142,8 +121,15 @@ public:
     }
 
     void add(const Source &source, const Finding &finding) override {
+        _json.breakLine().beginObject();
         const Json result = resultOf(source, finding);
-        _json.breakLine().value(result);
+        for (const auto &[key, value] : result.items())
+            _json.member(key, value);
+        if (finding.notes.size() + finding.furtherPlaces.size() > 0)
+            writeRelatedLocations(source, finding);
+        if (!finding.fix.empty())
+            writeFix(source, finding);
+        _json.endObject();
     }
 
     void endFile(const Source &source, const Tally &tally) override {
@@ -165,6 +151,33 @@ public:
     }
 
 private:
+    // A finding may have very many places, so that their lists are written piece by piece.
+
+    void writeRelatedLocations(const Source &source, const Finding &finding) {
+        _json.key("relatedLocations").beginArray();
+        std::size_t id = 0;
+        for (const RtiFedParser::Note &note : finding.notes)
+            _json.value(relatedLocation(++id, source, note.span, note.text));
+        for (const FurtherPlace &place : finding.furtherPlaces)
+            _json.value(relatedLocation(++id, source, place.span, finding.textAt(place)));
+        _json.endArray();
+    }
+
+    /// Writes one fix for all places.
+    void writeFix(const Source &source, const Finding &finding) {
+        _json.key("fixes").beginArray().beginObject().key("artifactChanges").beginArray().beginObject();
+        _json.member("artifactLocation", artifact(source.name())).key("replacements").beginArray();
+        writeReplacements(source, finding.fix);
+        for (const FurtherPlace &place : finding.furtherPlaces)
+            writeReplacements(source, place.fix);
+        _json.endArray().endObject().endArray().endObject().endArray();
+    }
+
+    void writeReplacements(const Source &source, const std::vector<Replacement> &fix) {
+        for (const auto &[span, text] : fix)
+            _json.value({{"deletedRegion", regionOf(source, span)}, {"insertedContent", {{"text", text}}}});
+    }
+
     JsonWriter _json;
     bool _allRead = true;
     std::vector<Json> _notifications; // written at the end
