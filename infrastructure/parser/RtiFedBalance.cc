@@ -16,7 +16,7 @@ constexpr std::size_t kMostSigns = 1 << 18;
 
 /// The ways to correct a text are weighed by their costs. The habits of a text depend on each other, so that costs are
 /// exaggerated.
-constexpr float kTrust = 0.8F;
+constexpr float kTrust = 0.5F;
 /// The share of the weight that the places which are named must have together.
 constexpr float kConfident = 0.85F;
 
@@ -57,16 +57,14 @@ private:
         const RtiFedLayout::Sign &sign = signOf(edit);
         if (!isInsertedClose(edit.change))
             return sign.line;
-        const bool traced = edit.change == Change::insertCloseOnOwnLine && sign.trace != RtiFedLayout::Trace::none;
-        return traced ? sign.traceLine : sign.lineBefore;
+        return isTraced(edit) ? sign.traceLine : sign.lineBefore;
     }
 
     RtiFedOffset placeOf(const Search::Edit &edit) const {
         const RtiFedLayout::Sign &sign = signOf(edit);
         if (!isInsertedClose(edit.change))
             return sign.at;
-        const bool traced = edit.change == Change::insertCloseOnOwnLine && sign.trace != RtiFedLayout::Trace::none;
-        return traced ? sign.traceAt : sign.after - 1;
+        return isTraced(edit) ? sign.traceAt : sign.after - 1;
     }
 
     /// The reader finds these by itself, at their place.
@@ -79,12 +77,18 @@ private:
         return false;
     }
 
-    /// Whether nothing is judged: a ")" is missing at the end of the text, or the text is cut after a "(".
+    /// Whether there is nothing to judge: a ")" is missing at the end of the text, and no line shows that it was there;
+    /// or the text is cut after a "(".
     bool isAtEnd(const Search::Edit &edit, const Suspect &suspect) const {
         if (signOf(edit).kind != RtiFedLayout::Kind::end)
             return false;
         const RtiFedLayout::Sign &last = _layout.signs[edit.sign - 1];
-        return suspect.numPlaces == 1 || (last.kind == RtiFedLayout::Kind::open && last.words == 0);
+        const bool isCut = last.kind == RtiFedLayout::Kind::open && last.words == 0;
+        return isCut || (suspect.numPlaces == 1 && !isTraced(edit));
+    }
+
+    bool isTraced(const Search::Edit &edit) const {
+        return edit.change == Change::insertCloseOnOwnLine && signOf(edit).trace != RtiFedLayout::Trace::none;
     }
 
     /// Adds the places of one of the changes of the best way, as many as are needed to be confident. Returns whether

@@ -35,6 +35,7 @@ RtiFedBalanceSearch::RtiFedBalanceSearch(const RtiFedText &text, const RtiFedLay
 /// Counts the habits of the text, read with these changes. Returns whether it is nested no deeper than a correct text.
 bool RtiFedBalanceSearch::learn(const std::vector<Edit> &edits) {
     _habits = {};
+    RtiFedTrial::expect(_habits);
     const RtiFedTrial::Context context{_text, _habits, true};
     RtiFedTrial trial;
     auto edit = edits.begin();

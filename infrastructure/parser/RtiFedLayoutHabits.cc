@@ -7,6 +7,8 @@ namespace {
 
 constexpr float kHighestCost = 9; // a single unusual thing may have any reason
 
+constexpr float kUnknown = 0.3F; // what is expected of a value of which nothing is known
+
 /// The weight of what was seen `count` times, if one of them may be the mistake.
 float trusted(std::uint32_t count) {
     return count == 0 ? 0 : static_cast<float>(count - 1);
@@ -23,11 +25,15 @@ float expected(RtiFedLayoutHabits::Habit habit, int difference) {
 } // namespace
 
 RtiFedLayoutHabits::RtiFedLayoutHabits()
-    : _counts(kNumHabits * kContexts * kValues), _costs(kNumHabits * kContexts * kValues) {}
+    : _counts(kNumHabits * kContexts * kValues), _expected(_counts.size(), kUnknown), _costs(_counts.size()) {}
 
 std::size_t RtiFedLayoutHabits::index(Habit habit, int context, int value) {
     const int inRange = std::clamp(value, -kMiddle, kMiddle) + kMiddle;
     return static_cast<std::size_t>((habit * kContexts + context) * kValues + inRange);
+}
+
+void RtiFedLayoutHabits::expect(Habit habit, int context, int value, float times) {
+    _expected[index(habit, context, value)] = times;
 }
 
 void RtiFedLayoutHabits::count(Habit habit, int context, int value) {
@@ -35,7 +41,7 @@ void RtiFedLayoutHabits::count(Habit habit, int context, int value) {
 }
 
 void RtiFedLayoutHabits::learn() {
-    for (const Habit habit : {indentOfSibling, indentOfFirst, indentOfClose})
+    for (const Habit habit : {indentOfSibling, indentOfFirst, indentAfter, indentOfClose})
         learnIndents(habit);
     for (const Habit habit : {placeOfClose, sequence, netOfLine, traceBefore})
         learnFew(habit);
@@ -67,10 +73,10 @@ void RtiFedLayoutHabits::learnIndents(Habit habit) {
 
 /// Habits with few values that have no order.
 void RtiFedLayoutHabits::learnFew(Habit habit) {
-    constexpr float kEach = 0.3F;
     for (int context = 0; context < kContexts; ++context) {
         for (int v = -kMiddle; v <= kMiddle; ++v)
-            _costs[index(habit, context, v)] = kEach + trusted(_counts[index(habit, context, v)]);
+            _costs[index(habit, context, v)] =
+                _expected[index(habit, context, v)] + trusted(_counts[index(habit, context, v)]);
         weightsToCosts(habit, context);
     }
 }

@@ -18,17 +18,21 @@ public:
     enum Habit : unsigned char {
         indentOfSibling, ///< Its indentation less that of the clause of its kind before it.
         indentOfFirst,   ///< Less that of the enclosing clause, of the first of its kind.
+        indentAfter,     ///< Less that of the clause of another kind before it, of the first of its kind.
         indentOfClose,   ///< Of a ")" that begins its line, less that of the clause.
         placeOfClose,    ///< Whether a ")" is on the line of its "(", at the end of another line, or begins a line.
         sequence,        ///< The kind of the next clause in a clause, or its ")", after the kind of the one before.
         netOfLine,       ///< By how many levels a line changes the nesting.
         traceBefore      ///< RtiFedLayout::Trace, of the lines before a line.
     };
-    static constexpr std::size_t kNumHabits = 7;
+    static constexpr std::size_t kNumHabits = 8;
     static constexpr int kContexts = 64;
 
     RtiFedLayoutHabits();
 
+    /// Sets what is expected of one of the habits that are no indentation, before anything is counted: as if it had been
+    /// seen so many times.
+    void expect(Habit habit, int context, int value, float times);
     void count(Habit habit, int context, int value);
     /// To be called after the last count().
     void learn();
@@ -43,5 +47,6 @@ private:
     void weightsToCosts(Habit habit, int context);
 
     std::vector<std::uint32_t> _counts;
+    std::vector<float> _expected;
     std::vector<float> _costs;
 };

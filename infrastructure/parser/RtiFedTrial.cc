@@ -59,6 +59,20 @@ RtiFedClause RtiFedTrial::guess(const RtiFedText &text, RtiFedClause parent, Rti
     return kind;
 }
 
+void RtiFedTrial::expect(RtiFedLayoutHabits &habits) {
+    const auto follows = [&](Category parent, Category last, Category next, float times) {
+        habits.expect(Habit::sequence, parent * kCategories + last, next, times);
+    };
+    follows(section, someClass, close_, 3);
+    follows(section, someClass, someClass, 0.1F);
+    for (const Category next : {member, someClass, close_}) {
+        follows(someClass, close_, next, 1); // the first one in a class
+        follows(someClass, member, next, 1);
+    }
+    follows(someClass, someClass, someClass, 1);
+    follows(someClass, someClass, close_, 1);
+}
+
 std::uint64_t RtiFedTrial::hash() const {
     std::uint64_t hash = _clauses.empty() ? 1 : _clauses.back().hash;
     hash = mix(hash, bitsOf(_column) << 32 | bitsOf(_net));
@@ -132,10 +146,15 @@ float RtiFedTrial::observeChild(const Context &context, Category category, bool 
     float cost = observe(context, Habit::sequence, categoryOf(parent.kind), parent.last, category);
     parent.last = category;
     if (beginsLine) {
-        int &before = category == someClass ? parent.lastClass : parent.lastMember;
-        cost += before == kNoColumn
-                    ? observe(context, Habit::indentOfFirst, categoryOf(parent.kind), category, _column - parent.column)
-                    : observe(context, Habit::indentOfSibling, category, 0, _column - before);
+        const bool isClass = category == someClass;
+        int &before = isClass ? parent.lastClass : parent.lastMember;
+        const int otherKind = isClass ? parent.lastMember : parent.lastClass;
+        if (before != kNoColumn)
+            cost += observe(context, Habit::indentOfSibling, category, 0, _column - before);
+        else
+            cost += observe(context, Habit::indentOfFirst, categoryOf(parent.kind), category, _column - parent.column);
+        if (before == kNoColumn && otherKind != kNoColumn)
+            cost += observe(context, Habit::indentAfter, category, 0, _column - otherKind);
         before = _column;
     }
     rehash(_clauses.size() - 1);

@@ -27,6 +27,9 @@ public:
     bool isSameLine() const { return !_clauses.empty() && _clauses.back().onThisLine; }
     std::uint64_t hash() const;
 
+    /// What every text is expected to be like: a section has one outermost class, and members come before subclasses.
+    static void expect(RtiFedLayoutHabits &habits);
+
     // Each step returns its cost.
     float open(const Context &context, const RtiFedLayout::Sign &sign);
     float close(const Context &context, const RtiFedLayout::Sign &sign);
