@@ -27,14 +27,13 @@ bool isInsertedClose(Change change) {
 /// Turns ways to correct a text into suspects.
 class Judge {
 public:
-    Judge(const RtiFedText &text, const RtiFedLayout &layout, const Search &search)
-        : _text(text), _layout(layout), _search(search) {}
+    Judge(const RtiFedLayout &layout, const Search &search) : _layout(layout), _search(search) {}
 
-    std::vector<Suspect> suspects() {
-        std::vector<Suspect> suspects;
+    void judge(RtiFedBalance &balance) const {
         if (_search.ways().empty())
-            return suspects;
+            return;
         const std::vector<Search::Edit> edits = _search.editsOf(_search.ways().front());
+        balance.numMistakes = edits.size();
         for (std::size_t i = 0; i < edits.size(); ++i) {
             const Search::Edit &edit = edits[i];
             if (isShownByGrammar(edit))
@@ -44,10 +43,11 @@ public:
                              : edit.change == Change::dropClose ? Suspect::surplusClose
                                                                 : Suspect::surplusOpen;
             suspect.at = isInsertedClose(edit.change) ? signOf(edit).after : signOf(edit).at;
-            if (addPlaces(i, suspect) && !isAtEnd(edit, suspect))
-                suspects.push_back(suspect);
+            if (!addPlaces(i, suspect))
+                balance.isUnclear = true;
+            else if (!isAtEnd(edit, suspect))
+                balance.suspects.push_back(suspect);
         }
-        return suspects;
     }
 
 private:
@@ -69,12 +69,7 @@ private:
 
     /// The reader finds these by itself, at their place.
     bool isShownByGrammar(const Search::Edit &edit) const {
-        const RtiFedLayout::Sign &sign = signOf(edit);
-        if (edit.change == Change::insertOpen)
-            return true;
-        if (!isInsertedClose(edit.change))
-            return edit.change == Change::dropClose && sign.words > 0;
-        return false;
+        return edit.change == Change::insertOpen || (edit.change == Change::dropClose && signOf(edit).words > 0);
     }
 
     /// Whether there is nothing to judge: a ")" is missing at the end of the text, and no line shows that it was there;
@@ -130,7 +125,6 @@ private:
         return covered >= kConfident * total;
     }
 
-    const RtiFedText &_text;
     const RtiFedLayout &_layout;
     const Search &_search;
 };
@@ -143,5 +137,5 @@ RtiFedBalance::RtiFedBalance(const RtiFedText &text) {
     if (missingCloses == 0 || !layout.complete)
         return;
     const Search search(text, layout);
-    suspects = Judge(text, layout, search).suspects();
+    Judge(layout, search).judge(*this);
 }

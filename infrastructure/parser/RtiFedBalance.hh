@@ -33,4 +33,6 @@ struct RtiFedBalance {
     long missingCloses = 0; ///< Negative if there are too many.
     /// In the order of the text. Not among them are the mistakes that the grammar shows where they are.
     std::vector<Suspect> suspects;
+    std::size_t numMistakes = 0; ///< The least number of parentheses that must change, suspects or not, if it is known.
+    bool isUnclear = false;      ///< There is a mistake that may be at more than three places.
 };

@@ -149,7 +149,7 @@ bool RtiFedBalanceSearch::mayLeaveOut(const State &state, std::size_t sign) cons
     const Sign &next = _layout.signs[sign + 1];
     if (read.kind == Kind::close)
         return next.kind != Kind::close || next.beginsLine || read.words > 0;
-    if (sign == 0 || (next.kind == Kind::end && read.words == 0)) // the text is cut
+    if (sign == 0 || next.kind == Kind::end) // the text is cut
         return false;
     const bool doubled = _layout.signs[sign - 1].kind == Kind::open && _layout.signs[sign - 1].words == 0;
     return doubled || childOf(state.trial.kind(), _text.at(read.keyword)) == RtiFedClause::unknown;

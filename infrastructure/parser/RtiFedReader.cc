@@ -19,11 +19,14 @@ RtiFedReader RtiFedReader::read(const RtiFedText &text) {
     const auto isFound = [&](const RtiFedBalance::Suspect &suspect) { return first.findsByGrammar(suspect); };
     balance.suspects.erase(std::remove_if(balance.suspects.begin(), balance.suspects.end(), isFound),
                            balance.suspects.end());
-    if (balance.suspects.empty())
+    if (balance.suspects.empty()) {
+        for (RtiFedSyntaxError &error : first.nesting.errors)
+            error.isUnclear = balance.isUnclear &&
+                              error.problem == (balance.missingCloses < 0 ? Problem::trailingText : Problem::leftOpen);
         return first;
+    }
+    const std::size_t more = balance.numMistakes - 1; // without the suspects, one error may stand for several mistakes
     RtiFedReader second(text, RtiFedRepair(text, std::make_shared<const RtiFedBalance>(std::move(balance))));
-    // Without the suspects, one error may stand for several missing ")".
-    const std::size_t more = second.nesting.repair.numSuspects() - 1;
     return second.nesting.errors.size() <= first.nesting.errors.size() + more ? std::move(second) : std::move(first);
 }
 

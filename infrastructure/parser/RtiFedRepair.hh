@@ -52,7 +52,6 @@ public:
 
     /// Whether this is the second reading.
     bool isJudging() const { return _suspects != nullptr; }
-    std::size_t numSuspects() const { return _suspects ? _suspects->size() : 0; }
     /// The next suspect, if it is this change at this offset; null otherwise. Each is returned once. They are part of
     /// the count of repairs from the beginning, since the reader will come to them.
     const Suspect *takeSuspect(Suspect::Change change, RtiFedOffset at) {

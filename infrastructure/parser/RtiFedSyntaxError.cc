@@ -240,7 +240,8 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
             return "expected \"(\" or \")\" in " + nameOf(text, clause) + butFound;
         return "expected \")\" to close " + nameOf(text, clause) + butFound + belongs(text);
     case Problem::leftOpen:
-        return "expected \")\" to close " + (place() == clause.begin ? nounOf : nameOf)(text, clause) + butFound;
+        return "expected \")\" to close " + (place() == clause.begin ? nounOf : nameOf)(text, clause) + butFound +
+               (isUnclear && !isLeaf(clause.kind) ? "; the layout does not show where a \")\" is missing" : "");
     case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
                "\" clause, found a second; the first is at " + positionOf(text, earlier);
@@ -263,7 +264,7 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
                (place() + span(text).length == text.bytes().size() ? "file" : "line");
     case Problem::trailingText:
         return "expected the end of the file" + butFound + ": the \")\" at " + positionOf(text, earlier) + " closed " +
-               nameOf(text, clause);
+               nameOf(text, clause) + (isUnclear ? "; the layout does not show which \")\" is superfluous" : "");
     case Problem::nulByte:
         return "expected FED text, found a NUL byte";
     case Problem::textTooLong:

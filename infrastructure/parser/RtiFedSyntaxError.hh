@@ -20,6 +20,7 @@ struct RtiFedSyntaxError {
     using Problem = RtiFedErrorTypes::Problem;
 
     Problem problem{};
+    bool isUnclear = false;                       ///< The layout does not show where the mistake is.
     bool afterFirst = false;                      ///< The clause already has others in it, so a sec_level is too late.
     RtiFedClause missing = RtiFedClause::unknown; ///< Of missingClause: its kind.
     RtiFedOffset at = 0;                          ///< The first byte of the unexpected token.

@@ -71,6 +71,8 @@ void RtiFedTrial::expect(RtiFedLayoutHabits &habits) {
     }
     follows(someClass, someClass, someClass, 1);
     follows(someClass, someClass, close_, 1);
+    for (const Category category : {member, leaf}) // they are closed on their line
+        habits.expect(Habit::placeOfClose, category * kCategories, 0, 5);
 }
 
 std::uint64_t RtiFedTrial::hash() const {

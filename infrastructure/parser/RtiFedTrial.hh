@@ -27,7 +27,8 @@ public:
     bool isSameLine() const { return !_clauses.empty() && _clauses.back().onThisLine; }
     std::uint64_t hash() const;
 
-    /// What every text is expected to be like: a section has one outermost class, and members come before subclasses.
+    /// What every text is expected to be like: a section has one outermost class, members come before subclasses
+    /// and are closed on their line.
     static void expect(RtiFedLayoutHabits &habits);
 
     // Each step returns its cost.
