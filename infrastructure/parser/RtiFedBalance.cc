@@ -72,14 +72,9 @@ private:
         return edit.change == Change::insertOpen || (edit.change == Change::dropClose && signOf(edit).words > 0);
     }
 
-    /// Whether there is nothing to judge: a ")" is missing at the end of the text, and no line shows that it was there;
-    /// or the text is cut after a "(".
+    /// Whether there is nothing to judge: a ")" is missing at the end of the text, and no line shows that it was there.
     bool isAtEnd(const Search::Edit &edit, const Suspect &suspect) const {
-        if (signOf(edit).kind != RtiFedLayout::Kind::end)
-            return false;
-        const RtiFedLayout::Sign &last = _layout.signs[edit.sign - 1];
-        const bool isCut = last.kind == RtiFedLayout::Kind::open && last.words == 0;
-        return isCut || (suspect.numPlaces == 1 && !isTraced(edit));
+        return signOf(edit).kind == RtiFedLayout::Kind::end && suspect.numPlaces == 1 && !isTraced(edit);
     }
 
     bool isTraced(const Search::Edit &edit) const {
@@ -135,6 +130,9 @@ RtiFedBalance::RtiFedBalance(const RtiFedText &text) {
     const RtiFedLayout layout(text, kMostSigns);
     missingCloses = layout.missingCloses;
     if (missingCloses == 0 || !layout.complete)
+        return;
+    const bool isCut = layout.signs.size() < 2 || layout.signs.end()[-2].kind == RtiFedLayout::Kind::open;
+    if (isCut) // what is missing is missing at the end
         return;
     const Search search(text, layout);
     Judge(layout, search).judge(*this);
