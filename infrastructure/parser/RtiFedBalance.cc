@@ -27,12 +27,15 @@ bool isInsertedClose(Change change) {
 /// Turns ways to correct a text into suspects.
 class Judge {
 public:
-    Judge(const RtiFedLayout &layout, const Search &search) : _layout(layout), _search(search) {}
+    Judge(const RtiFedLayout &layout, const Search &search) : _layout(layout) {
+        for (const Search::Way &way : search.ways())
+            _ways.push_back({std::exp((search.ways().front().cost - way.cost) * kTrust), search.editsOf(way)});
+    }
 
     void judge(RtiFedBalance &balance) const {
-        if (_search.ways().empty())
+        if (_ways.empty())
             return;
-        const std::vector<Search::Edit> edits = _search.editsOf(_search.ways().front());
+        const std::vector<Search::Edit> &edits = _ways.front().edits;
         balance.numMistakes = edits.size();
         for (std::size_t i = 0; i < edits.size(); ++i) {
             const Search::Edit &edit = edits[i];
@@ -88,13 +91,11 @@ private:
             RtiFedOffset line, place;
             float weight;
         };
-        const std::vector<Search::Edit> best = _search.editsOf(_search.ways().front());
+        const std::vector<Search::Edit> &best = _ways.front().edits;
         std::vector<Candidate> candidates;
         float total = 0;
-        for (const Search::Way &way : _search.ways()) {
-            const float weight = std::exp((_search.ways().front().cost - way.cost) * kTrust);
+        for (const auto &[weight, edits] : _ways) {
             total += weight;
-            const std::vector<Search::Edit> edits = _search.editsOf(way);
             if (edits.size() != best.size() ||
                 isInsertedClose(edits[index].change) != isInsertedClose(best[index].change))
                 continue; // it explains the text otherwise, and has no place for this change
@@ -120,8 +121,13 @@ private:
         return covered >= kConfident * total;
     }
 
+    struct Weighed {
+        float weight;
+        std::vector<Search::Edit> edits;
+    };
+
     const RtiFedLayout &_layout;
-    const Search &_search;
+    std::vector<Weighed> _ways; // the best first
 };
 
 } // namespace
