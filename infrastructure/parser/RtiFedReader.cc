@@ -3,6 +3,7 @@
 #include "infrastructure/RtiFedLimits.hh"
 
 #include <algorithm>
+#include <cstdlib>
 
 using Kind = RtiFedToken::Kind;
 
@@ -25,7 +26,9 @@ RtiFedReader RtiFedReader::read(const RtiFedText &text) {
                               error.problem == (balance.missingCloses < 0 ? Problem::trailingText : Problem::leftOpen);
         return first;
     }
-    const std::size_t more = balance.numMistakes - 1; // without the suspects, one error may stand for several mistakes
+    // Without the suspects, one error may stand for several mistakes; but not for some that cancel out.
+    const auto imbalance = static_cast<std::size_t>(std::abs(balance.missingCloses));
+    const std::size_t more = balance.numMistakes == imbalance ? imbalance - 1 : 0;
     RtiFedReader second(text, RtiFedRepair(text, std::make_shared<const RtiFedBalance>(std::move(balance))));
     return second.nesting.errors.size() <= first.nesting.errors.size() + more ? std::move(second) : std::move(first);
 }
