@@ -249,6 +249,14 @@ constexpr std::pair<std::size_t, const char *> kSummaries[] = {
     {indexOf(RtiFedParser::strayQuote), "with unclosed quotes"},
     {indexOf(RtiFedParser::trailingText), "with text after the end"},
     {indexOf(RtiFedParser::nulByte), "not FED text"},
+    {indexOf(RtiFedParser::dotInClassName), "with dots in class names"},
+    {indexOf(RtiFedParser::nestedTooDeeply), "beyond a limit"},
+    {indexOf(RtiFedParser::nameTooLong), "beyond a limit"},
+    {indexOf(RtiFedParser::fullNameTooLong), "beyond a limit"},
+    {indexOf(RtiFedParser::namesTooLong), "beyond a limit"},
+    {indexOf(RtiFedParser::textTooLong), "beyond a limit"},
+    {indexOf(RtiFedParser::foreignComment), "with comments of another language"},
+    {indexOf(RtiFedParser::foreignBlank), "with unusual blanks"},
     {indexOf(RuleId::unknownTransportation), "with unknown words"},
     {indexOf(RuleId::unknownOrdering), "with unknown words"},
     {indexOf(RuleId::unknownSpace), "with undeclared spaces"},
@@ -261,6 +269,7 @@ constexpr std::pair<std::size_t, const char *> kSummaries[] = {
     {indexOf(RuleId::repeatedDimension), "with repeated dimensions"},
     {indexOf(RuleId::momIncomplete), "without a complete MOM"},
     {indexOf(RuleId::momMisplaced), "without a complete MOM"},
+    {indexOf(RuleId::misspeltRoot), "with a misspelt root"},
     {indexOf(RuleId::damagedImage), "damaged"}};
 
 constexpr bool isOrdered() {

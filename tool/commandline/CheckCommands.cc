@@ -3,15 +3,17 @@
 #include "tool/commandline/Options.hh"
 
 void CommandLine::addCheck() {
-    CLI::App *command =
-        addCommand("check", "Find every problem of FED files",
-                   "Prints each problem as FILE:LINE:COLUMN: error: TEXT [RULE], with the line of the file under it.\n"
-                   "Likely mistakes that the database accepts are warnings. rtifed explain RULE explains a rule.\n\n"
-                   "Examples:\n"
-                   "  rtifed check harbour.fed\n"
-                   "  rtifed check --format sarif *.fed >findings.sarif\n"
-                   "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy",
-                   [this] { return check(_check, _console); });
+    CLI::App *command = addCommand(
+        "check", "Find every problem of FED files",
+        "Prints each problem as FILE:LINE:COLUMN: error: TEXT [RULE], with the line of the file under it.\n"
+        "Likely mistakes that the database accepts are warnings. rtifed explain RULE explains a rule.\n"
+        "The same mistake at several places is one finding as text, json, sarif and junit; the other formats\n"
+        "print each place. A summary follows the findings of several files as text.\n\n"
+        "Examples:\n"
+        "  rtifed check harbour.fed\n"
+        "  rtifed check --format sarif *.fed >findings.sarif\n"
+        "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy",
+        [this] { return check(_check, _console); });
     addOperand(command, "FILE", _check.files, kFileOrFolder)->required();
     addChoice(command, "--format", _check.format,
               {{"text", textReport},

@@ -1,14 +1,12 @@
 #include "tool/commands/Commands.hh"
 
-#include <limits>
-
 namespace {
 
 std::size_t numShown(const CheckOptions &options, const Report &report) {
     if (options.quiet)
         return 0;
     const std::size_t most = options.maxFindings.value_or(report.usuallyShown());
-    return most > 0 ? most : std::numeric_limits<std::size_t>::max();
+    return most > 0 ? most : kAllShown;
 }
 
 /// Returns the report in the format that was asked for, or the statistics. Throws CannotWork for statistics in a format

@@ -63,9 +63,10 @@ std::string describeRefusals(const std::vector<Finding> &findings) {
     return parts.empty() ? "" : joined(parts, ", ") + "; the library refuses the file";
 }
 
-/// A syntax error is graver than any other error: others may follow from it.
-bool isGraver(const Rule &a, const Rule &b) {
-    return a.index < kNumProblems && b.index >= kNumProblems;
+/// Syntax errors are the gravest, since others may follow from them; the note that there are too many errors says
+/// nothing about the text.
+int gravityOf(const Rule &rule) {
+    return &rule == &ruleOf(RtiFedParser::tooManyErrors) ? 0 : rule.index < kNumProblems ? 2 : 1;
 }
 
 Tally tallyOf(const std::vector<Finding> &findings, std::size_t most) {
@@ -73,7 +74,7 @@ Tally tallyOf(const std::vector<Finding> &findings, std::size_t most) {
     for (const Finding &finding : findings) {
         const bool known = finding.suppression && finding.suppression->kind == Suppression::Kind::byBaseline;
         tally.refused = tally.refused || (finding.refusesFile() && !known);
-        if (finding.refusesFile() && (!tally.gravest || isGraver(*finding.rule, *tally.gravest)))
+        if (finding.refusesFile() && (!tally.gravest || gravityOf(*finding.rule) > gravityOf(*tally.gravest)))
             tally.gravest = finding.rule;
         ++(!isReported(finding) ? tally.suppressed : isError(finding) ? tally.errors : tally.warnings);
     }
@@ -86,7 +87,7 @@ Tally reportAll(const Source &source, std::vector<Finding> findings, std::size_t
     std::stable_partition(findings.begin(), findings.end(), isError);
     if (report.joinsFindings())
         findings = grouped(std::move(findings));
-    const Tally tally = tallyOf(findings, most);
+    Tally tally = tallyOf(findings, most);
     report.beginFile(source, tally);
     std::size_t left = most;
     for (const Finding &finding : findings)

@@ -27,6 +27,8 @@ struct Tally {
 /// Returns how many findings are not shown, such as `2 more errors and 1 more warning are not shown`.
 std::string describeHidden(const Tally &tally);
 
+inline constexpr std::size_t kAllShown = std::numeric_limits<std::size_t>::max(); ///< Findings of a file.
+
 /// Writes the findings of files in one format. Each finding is written when it is added, place by place, so that the
 /// report adds no memory for them. The operations are called in this order, those of a file once for each file.
 class Report {
@@ -42,7 +44,7 @@ public:
     virtual void add(const Source &source, const Finding &finding) = 0;
     virtual bool showsSuppressed() const { return false; }
     /// The number of findings of a file that are shown by default.
-    virtual std::size_t usuallyShown() const { return std::numeric_limits<std::size_t>::max(); }
+    virtual std::size_t usuallyShown() const { return kAllShown; }
     /// Whether a mistake at several places is one finding; else each place is a finding.
     virtual bool joinsFindings() const { return true; }
     virtual void endFile(const Source &source, const Tally &tally) = 0;

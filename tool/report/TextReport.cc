@@ -104,7 +104,7 @@ class ConciseReport : public TextReport {
 public:
     using TextReport::TextReport;
 
-    std::size_t usuallyShown() const override { return Report::usuallyShown(); }
+    std::size_t usuallyShown() const override { return kAllShown; }
     bool joinsFindings() const override { return false; }
 
     void add(const Source &source, const Finding &finding) override {
