@@ -171,6 +171,17 @@ RtiFedPosition RtiFedParser::positionAt(std::uint32_t offset) const {
     return _contents->text.position(offset);
 }
 
+RtiFedPiece RtiFedParser::pieceAt(std::uint32_t offset) const {
+    const RtiFedOffset begin = _contents->text.begin();
+    if (offset < begin)
+        return {RtiFedPiece::Kind::byteOrderMark, {0, begin}};
+    return RtiFedLexer(_contents->text, offset).nextPiece();
+}
+
+std::string_view RtiFedParser::keyword(std::string_view word) {
+    return keywordOf(word);
+}
+
 bool RtiFedParser::given(std::size_t argument) const {
     return _contents->current.at(argument).begin > 0;
 }

@@ -2,6 +2,7 @@
 
 #include "infrastructure/RtiExport.hh"
 #include "infrastructure/RtiFedErrorTypes.hh"
+#include "infrastructure/RtiFedPiece.hh"
 #include "infrastructure/RtiFedPosition.hh"
 
 #include <cstddef>
@@ -60,6 +61,13 @@ public:
     /// The text that was read, and the position of one of its bytes.
     std::string_view text() const;
     RtiFedPosition positionAt(std::uint32_t offset) const;
+
+    /// The piece of the text that begins at `offset`: 0, or the end of another piece before the end of the text. For
+    /// programs that change a text; it also cuts text that the parser did not read because of an error.
+    RtiFedPiece pieceAt(std::uint32_t offset) const;
+
+    /// The usual spelling of a keyword given in any letter case; empty for a word that is not a keyword.
+    static std::string_view keyword(std::string_view word);
 
     /// Whether each clause is known to be in the clause its author meant. If parentheses are missing or superfluous it
     /// is not, and findings about inheritance or about something missing may be mere consequences.

@@ -48,6 +48,14 @@ bool isKeywordOf(RtiFedClause clause, std::string_view word) {
     return word == keyword || std::equal(word.begin(), word.end(), keyword.begin(), keyword.end(), same);
 }
 
+std::string_view keywordOf(std::string_view word) {
+    const auto *end = std::end(kForms) - 1; // without the unknown clause
+    const auto *form = std::find_if(std::begin(kForms), end, [&](const RtiFedClauseForm &f) {
+        return isKeywordOf(static_cast<RtiFedClause>(&f - kForms), word);
+    });
+    return form == end ? std::string_view() : form->keyword;
+}
+
 RtiFedClause childOf(RtiFedClause parent, std::string_view keyword) {
     const RtiFedClauseForm &form = formOf(parent);
     const auto *end = form.children + form.numChildren;

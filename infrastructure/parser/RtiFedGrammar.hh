@@ -40,6 +40,9 @@ const RtiFedClauseForm &formOf(RtiFedClause clause);
 /// Whether a word is the keyword of this kind of clause, in any letter case.
 bool isKeywordOf(RtiFedClause clause, std::string_view word);
 
+/// What RtiFedParser::keyword promises.
+std::string_view keywordOf(std::string_view word);
+
 /// The kind of clause that a keyword begins in `parent`, or RtiFedClause::unknown.
 RtiFedClause childOf(RtiFedClause parent, std::string_view keyword);
 

@@ -100,6 +100,46 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
     token.text = {begin, (closed ? _at - 1 : _at) - begin};
 }
 
+RtiFedPiece RtiFedLexer::nextPiece() {
+    const RtiFedOffset begin = _at;
+    const char first = _bytes[_at];
+    RtiFedPiece::Kind kind = RtiFedPiece::Kind::word;
+    switch (first) {
+    case '(':
+    case ')':
+    case '\0':
+        kind = first == '('   ? RtiFedPiece::Kind::open
+               : first == ')' ? RtiFedPiece::Kind::close
+                              : RtiFedPiece::Kind::nul;
+        ++_at;
+        break;
+    case '\r':
+    case '\n':
+        kind = RtiFedPiece::Kind::lineEnd;
+        _at += first == '\r' && _bytes.substr(_at + 1, 1) == "\n" ? 2 : 1;
+        break;
+    case ';':
+        kind = RtiFedPiece::Kind::comment;
+        _at = endOfLine(_bytes, _at);
+        break;
+    case '"':
+        _at = endOfQuoted();
+        kind = _at == begin ? RtiFedPiece::Kind::strayQuote : RtiFedPiece::Kind::quotedWord;
+        _at += _at == begin ? 1 : 0;
+        break;
+    case ' ':
+    case '\t':
+    case '\v':
+    case '\f':
+        kind = RtiFedPiece::Kind::blanks;
+        _at = static_cast<RtiFedOffset>(std::min(_bytes.find_first_not_of(" \t\v\f", _at), _bytes.size()));
+        break;
+    default:
+        _at = endOfWord(_bytes, _at);
+    }
+    return {kind, {begin, _at - begin}};
+}
+
 std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words,
                                         std::size_t longest) {
     if (_bytes.compare(_at, keyword.size(), keyword) != 0 || _habits.any())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "infrastructure/RtiFedPiece.hh"
 #include "infrastructure/parser/RtiFedText.hh"
 
 #include <array>
@@ -38,6 +39,9 @@ public:
     void next(RtiFedToken &token) { next(token, nullptr); }
     /// The same, and adds the offset of each foreign comment and run of foreign blanks that is skipped.
     void next(RtiFedToken &token, std::vector<RtiFedOffset> *foreign);
+
+    /// Reads the next piece, of whatever kind. There must be one, and it must begin here.
+    RtiFedPiece nextPiece();
 
     /// Reads a keyword, spelt exactly so, and the plain words after it, up to a parenthesis. Returns the number of
     /// words. If anything else is there, too many words or one longer than `longest`, nothing is read and kNotPlain is
