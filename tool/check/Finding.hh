@@ -3,17 +3,12 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/check/Rule.hh"
 #include "tool/console/Text.hh"
+#include "tool/syntax/Replacement.hh"
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-/// A span of a text, and the text to replace it with.
-struct Replacement {
-    RtiFedSpan span;
-    std::string text;
-};
 
 /// Why a finding is not reported.
 struct Suppression {

@@ -36,6 +36,7 @@ private:
     void addFind();
     void addJson();
     void addDiff();
+    void addFmt();
     void addHelp();
 
     Status help() const;
@@ -50,6 +51,7 @@ private:
     FindOptions _find;
     JsonOptions _json;
     DiffOptions _diff;
+    FmtOptions _fmt;
     CheckOptions _check;
     ExplainOptions _explain;
 };

@@ -1,18 +1,8 @@
-#include "tool/check/Checker.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/Progress.hh"
 #include "tool/console/Text.hh"
 
 namespace {
-
-void printErrors(const RtiFedParser &parser, const std::string &name, std::ostream &os) {
-    const auto report = textReport(os, {});
-    const Source source(name, &parser);
-    const Tally tally{parser.numErrors(), 0, report->usuallyShown()};
-    for (std::size_t i = 0; i < tally.shownErrors(); ++i)
-        report->add(source, findingOf(parser.error(i)));
-    report->endFile(source, tally);
-}
 
 /// Prints calls with printable names.
 class TerminalCalls : public RtiFedParserCodegen {
@@ -44,10 +34,8 @@ Status calls(const std::string &fileName, const Console &console) {
         return wrong;
     }
     RtiFedParser parser(std::move(input.contents));
-    if (parser.numErrors() > 0) {
-        printErrors(parser, input.name, console.err);
+    if (reportSyntaxErrors(parser, input.name, console.err))
         return wrong;
-    }
     if (console.terminal)
         Progress::stop(); // the calls are printed without the console, which would erase the line
     RtiFedParserCodegen printer;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "tool/commands/Rewriting.hh"
 #include "tool/console/Console.hh"
 #include "tool/console/Progress.hh"
+#include "tool/format/Format.hh"
 #include "tool/model/Comparison.hh"
 #include "tool/model/FedFiles.hh"
 #include "tool/model/Input.hh"
@@ -83,6 +85,12 @@ struct DiffOptions {
     std::string against = {}; ///< A revision in git of the new file, or REV:PATH, which is the old file.
 };
 Status diff(const DiffOptions &options, const Console &console);
+
+struct FmtOptions {
+    RewriteOptions rewrite;
+    FormatOptions format;
+};
+Status fmt(const FmtOptions &options, const Console &console);
 
 /// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other:
 /// its reason is written to `console.err`, and `fail` is called with its name and the reason.

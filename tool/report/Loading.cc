@@ -61,3 +61,15 @@ std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaint
         return {};
     }
 }
+
+bool reportSyntaxErrors(const RtiFedParser &parser, const std::string &name, std::ostream &complaints) {
+    if (parser.numErrors() == 0)
+        return false;
+    const auto report = textReport(complaints, {});
+    const Source source(name, &parser);
+    const Tally tally{parser.numErrors(), 0, report->usuallyShown()};
+    for (std::size_t i = 0; i < tally.shownErrors(); ++i)
+        report->add(source, findingOf(parser.error(i)));
+    report->endFile(source, tally);
+    return true;
+}

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "fed/RtiFedDatabase.hh"
+#include "infrastructure/RtiFedParser.hh"
 #include "tool/model/Input.hh"
 #include "tool/model/Outline.hh"
 
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <string>
 
 /// How commands other than check load a file. If the library refuses it, they say so in one line, with the first error,
 /// and name `rtifed check` for the others.
@@ -17,3 +19,7 @@ std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &comp
 /// Returns the outline of a file, also of a FED text that the library refuses. Nothing for an image that cannot be
 /// restored.
 std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints);
+
+/// Writes the syntax errors of a text as `check` does: for commands that need no more than that it parses. Returns
+/// whether there are any.
+bool reportSyntaxErrors(const RtiFedParser &parser, const std::string &name, std::ostream &complaints);

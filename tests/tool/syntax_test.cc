@@ -1,0 +1,42 @@
+// The lossless tree, and edits on it.
+
+#include "fuzz/Syntax.hh"
+#include "tests/Support.hh"
+
+using Index = SyntaxTree::Index;
+
+TEST(SyntaxTree, HasEveryByteOfAnyText) {
+    using namespace std::string_literals;
+    for (const std::string &text :
+         {""s, "\xEF\xBB\xBF"s, "\xEF\xBB\xBF(FED\r)\r\n\n\r;"s, "\0(;\0)\0"s, ")))((("s, "(FED \"open\n(x \"y\" \"z)"s,
+          "(\xFF\xC3\x28\xEF\xBB\xBF\t\v\f\"\"\"a\")"s, std::string(100000, '('), example("tolerances.fed")})
+        EXPECT_EQ(faultOfTree(text), "") << text.substr(0, 40);
+}
+
+TEST(SyntaxEdits, KeepLayoutAndComments) {
+    struct Case {
+        const char *before, *after;
+    };
+    const auto remove = [](SyntaxEdits &edits, Index clause) { edits.removeClause(clause); };
+    const auto add = [](SyntaxEdits &edits, Index clause) { edits.insertAfter(clause, "(b\n  (c)\n)"); };
+    const auto addInto = [](SyntaxEdits &edits, Index clause) { edits.insertInto(clause, "(c)"); };
+    const auto check = [](const Case &c, auto edit) {
+        const RtiFedParser parser(c.before);
+        const SyntaxTree tree(parser);
+        SyntaxEdits edits(tree);
+        edit(edits, 1); // the first clause in the outermost one
+        EXPECT_EQ(edits.text(), c.after);
+    };
+    for (const Case &c : {Case{"(a\n\t(x 1)\n\t(y))", "(a\n\t(y))"}, Case{"(a\n (x) ; c\n (y))", "(a\n ; c\n (y))"},
+                          Case{"(a ; c\r\n (x)\r\n)", "(a ; c\r\n)"}, Case{"(a (y) (x))", "(a (x))"},
+                          Case{"(a\n (x ; c\n  (z ;d\n)))", "(a\n ; c\n ;d\n )"}, Case{"(a\n (x))", "(a)"},
+                          Case{"(a ; c\n (x))", "(a ; c\n )"}, Case{"(a\n (x", "(a\n"}})
+        check(c, remove);
+    for (const Case &c : {Case{"(a\n\t(x) ; c\n)", "(a\n\t(x) ; c\n\t(b\n\t\t(c)\n\t)\n)"},
+                          Case{"(a\r\n   (x))", "(a\r\n   (x)\r\n   (b\r\n      (c)\r\n   ))"}})
+        check(c, add);
+    for (const Case &c : {Case{"(a\n\t(x)\n)", "(a\n\t(x\n\t\t(c)\n\t)\n)"},
+                          Case{"(a\n\t(x ; c\n\t)\n)", "(a\n\t(x ; c\n\t\t(c)\n\t)\n)"},
+                          Case{"(a\n (x)\n (x (y)))", "(a\n (x\n  (c))\n (x (y)))"}})
+        check(c, addInto);
+}

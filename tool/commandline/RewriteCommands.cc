@@ -1,0 +1,58 @@
+#include "tool/commandline/CommandLine.hh"
+
+#include "tool/commandline/Options.hh"
+
+namespace {
+
+/// Adds the operand and the options that all commands have that rewrite files.
+void addRewriting(CLI::App *command, RewriteOptions &options) {
+    addOperand(command, "FILE", options.files, "FED text; - is standard input, a folder stands for the FED files in it")
+        ->required();
+    CLI::Option *write = command->add_flag("--write,-w", options.write,
+                                           "Replace each file that changes, whole or not at all, with the same mode");
+    command->add_flag("--diff,-d", options.diff, "Print the changes as a unified diff");
+    command
+        ->add_flag("--check,-c", options.check,
+                   "Print the names of the files that would change; if there are any, the exit status is 1")
+        ->excludes(write);
+}
+
+LineRange rangeOf(const std::string &text) {
+    const std::size_t colon = text.find(':');
+    const auto number = [&](const std::string &digits) {
+        const bool valid =
+            !digits.empty() && digits.size() < 10 && digits.find_first_not_of("0123456789") == std::string::npos;
+        return valid ? std::stoul(digits) : 0;
+    };
+    const LineRange range = colon == std::string::npos
+                                ? LineRange{0, 0}
+                                : LineRange{number(text.substr(0, colon)), number(text.substr(colon + 1))};
+    if (range.first == 0 || range.last < range.first)
+        throw CLI::ValidationError("--range", "expected lines such as 10:20, found " + inQuotes(text));
+    return range;
+}
+
+} // namespace
+
+void CommandLine::addFmt() {
+    CLI::App *command = addCommand("fmt", "Format FED files",
+                                   "Prints the text in the one layout that all formatted files have: a clause a line, "
+                                   "indented by its nesting, the\n"
+                                   "attributes of a class in columns. The model stays the same, and so do names and "
+                                   "comments. A file that does not\n"
+                                   "parse is left alone; its errors are printed, and the exit status is 1.\n\n"
+                                   "Examples:\n"
+                                   "  rtifed fmt harbour.fed\n"
+                                   "  rtifed fmt --write *.fed\n"
+                                   "  rtifed fmt --check --diff *.fed",
+                                   [this] { return fmt(_fmt, _console); });
+    addRewriting(command, _fmt.rewrite);
+    command->add_option("--indent", _fmt.format.indentation, "Blanks for each level of nesting, 2 by default")
+        ->check(CLI::Range(std::size_t(1), kMaxIndentation))
+        ->option_text("N");
+    command
+        ->add_option_function<std::string>(
+            "--range", [this](const std::string &text) { _fmt.format.lines = rangeOf(text); },
+            "Change only the clauses that begin in these lines, counted from 1")
+        ->option_text("FIRST:LAST");
+}

@@ -1,0 +1,65 @@
+#include "tool/commands/Rewriting.hh"
+
+#include "tool/commands/Commands.hh"
+#include "tool/console/OutputFile.hh"
+#include "tool/console/UnifiedDiff.hh"
+
+#include <filesystem>
+
+namespace {
+
+/// Replaces a file, unless it is no file that can be replaced or has another text by now.
+void replaceFile(const Input &input, const std::string &text) {
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(input.name, none))
+        throw CannotWork(input.name + ": only a regular file can be replaced");
+    if (readInput(input.name, input.name).contents != input.contents)
+        throw CannotWork(input.name + ": the file has changed meanwhile, so it is left alone");
+    writeFile(input.name, text.data(), text.size());
+}
+
+class Rewriter {
+public:
+    Rewriter(const RewriteOptions &options, const Console &console, const Rewrite &rewrite)
+        : _options(options), _console(console), _rewrite(rewrite) {}
+
+    /// Returns whether the file is one that the command has nothing to complain about.
+    bool operator()(const Input &input) const {
+        if (input.isImage()) {
+            _console.err << input.name << ": error: expected FED text, found a saved image\n";
+            return false;
+        }
+        const std::optional<std::string> text = _rewrite(input);
+        if (!text)
+            return false;
+        const bool changes = *text != input.contents;
+        if (_options.write && changes)
+            replaceFile(input, *text);
+        if (_options.diff)
+            writeUnifiedDiff(input.contents, *text, input.name, _console.color, _console.out);
+        else if (_options.check && changes)
+            _console.out << input.name << '\n';
+        else if (!_options.check && !_options.write)
+            _console.out << *text;
+        return !(_options.check && changes);
+    }
+
+private:
+    const RewriteOptions &_options;
+    const Console &_console;
+    const Rewrite &_rewrite;
+};
+
+} // namespace
+
+Status rewriteFiles(const RewriteOptions &options, const Console &console, const Rewrite &rewrite) {
+    const std::vector<FileToRead> files = withoutFolders(options.files);
+    const bool toOutput = !options.write && !options.diff && !options.check;
+    if (toOutput && files.size() > 1)
+        throw CannotWork("expected one file, found " + std::to_string(files.size()) +
+                         "; several need --write, --diff or --check");
+    for (const FileToRead &file : files)
+        if (options.write && file.name == "-")
+            throw CannotWork("--write cannot replace standard input");
+    return forEachFile(files, console, Rewriter(options, console, rewrite), [](auto &, auto &) {});
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "tool/console/Console.hh"
+#include "tool/model/Input.hh"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the commands that rewrite FED texts have in common. Without any of these options, the result of one file goes
+/// to standard output.
+struct RewriteOptions {
+    std::vector<std::string> files; ///< Or folders.
+    bool write = false;             ///< Whether the files are replaced.
+    bool diff = false;              ///< Whether the changes are shown.
+    bool check = false;             ///< Whether the files that would change are named, with exit status 1.
+};
+
+/// Returns the new text of a file; nothing if it is refused, with the reason on `console.err`.
+using Rewrite = std::function<std::optional<std::string>(const Input &text)>;
+
+/// Rewrites files. Saved images are refused. A file that is refused or cannot be read or written stays as it is and
+/// stops no other one.
+Status rewriteFiles(const RewriteOptions &options, const Console &console, const Rewrite &rewrite);
