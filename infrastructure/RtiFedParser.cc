@@ -186,6 +186,15 @@ bool RtiFedParser::given(std::size_t argument) const {
     return _contents->current.at(argument).begin > 0;
 }
 
+RtiFedSpan RtiFedParser::section(std::string_view keyword) const {
+    const RtiFedOffset begin = _contents->read.firstOf(childOf(RtiFedClause::fed, keyword));
+    if (begin == 0)
+        return _contents->read.nesting.fedKeyword;
+    RtiFedLexer lexer(_contents->text, begin);
+    const RtiFedToken open = lexer.next();
+    return open.kind == RtiFedToken::Kind::open ? lexer.next().text : open.text; // its "(" may have been forgotten
+}
+
 bool RtiFedParser::nestingKnown() const {
     return _contents->read.nesting.known && !_contents->read.nesting.stopped;
 }
@@ -217,12 +226,14 @@ bool RtiFedParser::skipped(std::string_view name, std::uint32_t owner) const {
     return std::any_of(begin, end, [owner](const RtiFedReader::Skipped &skipped) { return skipped.owner == owner; });
 }
 
-std::string RtiFedParser::foreignPartOf(std::string_view word) {
+std::string RtiFedParser::blankLookalikeIn(std::string_view word) {
     const std::size_t blank = findForeignBlank(word);
-    if (blank != std::string_view::npos)
-        return nameOfForeignBlank(word.substr(blank));
+    return blank == std::string_view::npos ? std::string() : nameOfForeignBlank(word.substr(blank));
+}
+
+std::string_view RtiFedParser::foreignCommentMark(std::string_view word) {
     const RtiFedCommentMark mark = commentMarkAt(word);
-    return mark == RtiFedCommentMark::none ? "" : '"' + std::string(textOf(mark)) + '"';
+    return mark == RtiFedCommentMark::none ? std::string_view() : textOf(mark);
 }
 
 std::size_t RtiFedParser::printableSize(std::string_view bytes) {

@@ -69,6 +69,9 @@ public:
     /// The usual spelling of a keyword given in any letter case; empty for a word that is not a keyword.
     static std::string_view keyword(std::string_view word);
 
+    /// The keyword of the first clause of this kind directly in the FED clause; if there is none, the keyword `FED`.
+    RtiFedSpan section(std::string_view keyword) const;
+
     /// Whether each clause is known to be in the clause its author meant. If parentheses are missing or superfluous it
     /// is not, and findings about inheritance or about something missing may be mere consequences.
     bool nestingKnown() const;
@@ -91,9 +94,11 @@ public:
     /// text outside of classes.
     bool skipped(std::string_view name, std::uint32_t owner) const;
 
-    /// What in a word is probably not meant as a part of it: a character that looks like a blank, or the mark by which
-    /// other languages begin a comment. Empty if there is nothing of the kind.
-    static std::string foreignPartOf(std::string_view word);
+    /// The first character of a word that looks like a blank, such as "a no-break space (U+00A0)"; empty if there is
+    /// none.
+    static std::string blankLookalikeIn(std::string_view word);
+    /// The mark by which other languages begin a comment, if the word begins with one; otherwise empty.
+    static std::string_view foreignCommentMark(std::string_view word);
 
     /// The size of the leading character if it is printable UTF-8. Otherwise 0: for a control character, a byte order
     /// mark, a mark that reverses the direction of writing, or bytes that are not UTF-8.

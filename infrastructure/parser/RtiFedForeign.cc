@@ -19,10 +19,11 @@ static_assert(std::size(kMarks) == static_cast<std::size_t>(RtiFedCommentMark::n
 struct Blank {
     unsigned code;
     const char *name;
+    bool invisible = false;
 };
 
 // Sorted by their codes.
-constexpr Blank kBlanks[] = {{0x1A, "an end-of-file mark of DOS"},
+constexpr Blank kBlanks[] = {{0x1A, "an end-of-file mark of DOS", true},
                              {0xA0, "a no-break space"},
                              {0x1680, "an Ogham space"},
                              {0x2000, "an en quad"},
@@ -36,18 +37,18 @@ constexpr Blank kBlanks[] = {{0x1A, "an end-of-file mark of DOS"},
                              {0x2008, "a punctuation space"},
                              {0x2009, "a thin space"},
                              {0x200A, "a hair space"},
-                             {0x200B, "a zero-width space"},
-                             {0x200C, "a zero-width non-joiner"},
-                             {0x200D, "a zero-width joiner"},
-                             {0x200E, "a left-to-right mark"},
-                             {0x200F, "a right-to-left mark"},
+                             {0x200B, "a zero-width space", true},
+                             {0x200C, "a zero-width non-joiner", true},
+                             {0x200D, "a zero-width joiner", true},
+                             {0x200E, "a left-to-right mark", true},
+                             {0x200F, "a right-to-left mark", true},
                              {0x2028, "a line separator"},
                              {0x2029, "a paragraph separator"},
                              {0x202F, "a narrow no-break space"},
                              {0x205F, "a mathematical space"},
-                             {0x2060, "a word joiner"},
+                             {0x2060, "a word joiner", true},
                              {0x3000, "an ideographic space"},
-                             {0xFEFF, "a byte order mark"}};
+                             {0xFEFF, "a byte order mark", true}};
 
 struct Character {
     unsigned code;
@@ -104,6 +105,7 @@ constexpr Format kFormats[] = {
      "ELF"sv,
      "a program"},
     {"MZ", "a program"},
+    {"(OMDT", "an object model in OMT format, from which a FED can be generated"},
 };
 
 bool beginsWith(std::string_view bytes, std::string_view begin) {
@@ -134,10 +136,17 @@ std::size_t foreignBlankSize(std::string_view bytes) {
 }
 
 std::size_t findForeignBlank(std::string_view bytes) {
-    for (std::size_t at = 0; at < bytes.size(); at += characterAt(bytes.substr(at)).size)
+    const auto mayBegin = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80 || byte == '\x1A'; };
+    const auto first = std::find_if(bytes.begin(), bytes.end(), mayBegin); // most names are plain
+    for (auto at = static_cast<std::size_t>(first - bytes.begin()); at < bytes.size(); at += characterAt(bytes.substr(at)).size)
         if (foreignBlankSize(bytes.substr(at)) > 0)
             return at;
     return std::string_view::npos;
+}
+
+bool isInvisible(std::string_view bytes) {
+    const Blank *const blank = blankOf(characterAt(bytes).code);
+    return blank && blank->invisible;
 }
 
 std::string nameOfForeignBlank(std::string_view bytes) {

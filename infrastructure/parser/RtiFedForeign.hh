@@ -23,6 +23,8 @@ std::size_t closedCommentSize(RtiFedCommentMark mark, std::string_view bytes);
 std::size_t foreignBlankSize(std::string_view bytes);
 /// The offset of the first one, or npos.
 std::size_t findForeignBlank(std::string_view bytes);
+/// Whether it has no width, or ends the text for some programs.
+bool isInvisible(std::string_view bytes);
 /// Its name, such as "a no-break space (U+00A0)".
 std::string nameOfForeignBlank(std::string_view bytes);
 

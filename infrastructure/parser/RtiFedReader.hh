@@ -28,6 +28,9 @@ public:
     /// The same owners, of the clauses that lack a word, which may be a name.
     std::vector<RtiFedOffset> ownersOfLostNames;
 
+    /// The beginning of the first clause of a kind that is allowed once; 0 if there is none.
+    RtiFedOffset firstOf(RtiFedClause kind) const { return _firstOf[static_cast<std::size_t>(kind)]; }
+
 private:
     using Problem = RtiFedSyntaxError::Problem;
 

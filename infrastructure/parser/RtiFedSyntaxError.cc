@@ -276,7 +276,8 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
         return "expected \";\" to begin a comment, found \"" +
                std::string(textOf(commentMarkAt(text.bytes().substr(at)))) + '"';
     case Problem::foreignBlank:
-        return "expected a blank, found " + nameOfForeignBlank(text.bytes().substr(at));
+        return std::string("expected ") + (isInvisible(text.bytes().substr(at)) ? "FED text" : "a blank") + ", found " +
+               nameOfForeignBlank(text.bytes().substr(at));
     }
     return {};
 }

@@ -3,17 +3,20 @@
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiStringUtility.hh"
 #include "tool/check/MomFindings.hh"
+#include "tool/check/SpaceFindings.hh"
 #include "tool/check/Suggestion.hh"
+#include "tool/check/SyntaxFindings.hh"
 #include "tool/model/ClassTrees.hh"
+#include "tool/model/Names.hh"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <utility>
 
 namespace {
 
-constexpr const char *kWordTooMany = "; judging by the words after it, there is a word too many";
 constexpr std::size_t kMaxSuggestions = 1000; // for one text: each compares a word with all candidates
 
 template <class LookUp>
@@ -26,17 +29,11 @@ bool isKnown(LookUp lookUp) {
     }
 }
 
-/// The order of the text; the finding about the MOM, which alone has details, comes last.
 bool comesBefore(const Finding &a, const Finding &b) {
-    const auto place = [](const Finding &f) { return std::pair(!f.details.empty(), f.span->begin); };
-    return place(a) < place(b);
+    return a.span->begin < b.span->begin;
 }
 
 } // namespace
-
-Finding findingOf(RtiFedParser::Error error) {
-    return {&ruleOf(error.problem), error.span, std::move(error.text), {}, std::move(error.notes)};
-}
 
 Checker::Checker(std::string text)
     : _parser(std::move(text)), _database(RtiFedDatabaseConstructorArg(std::string(), RTI_false)) {
@@ -44,6 +41,7 @@ Checker::Checker(std::string text)
     if (_parser.nestingKnown() && _parser.classesKnown() && !_classNamesUncertain)
         checkMom();
     giveMomItsSpace();
+    joinUsesOfMisspeltSpaces(*this, _usedSpaces, _findings);
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
     if (_findings.size() >= kMaxErrors)
         _findings.push_back(
@@ -75,7 +73,8 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
             return;
         RtiFedParser::Error found = _parser.error(next++);
         std::vector<std::string> keywords = std::move(found.keywords);
-        error.emplace(findingOf(std::move(found)), std::move(keywords));
+        const Finding *const better = insteadOf(found);
+        error.emplace(better ? *better : findingOf(std::move(found), _parser.text()), std::move(keywords));
     };
     advance();
     auto finding = _findings.begin();
@@ -94,7 +93,8 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
 std::optional<RtiFedPosition> Checker::firstLoss() const {
     constexpr RuleId kRulesThatDropDeclarations[] = {RuleId::repeatedClass,   RuleId::ambiguousClass,
                                                      RuleId::refusedClass,    RuleId::repeatedMember,
-                                                     RuleId::inheritedMember, RuleId::repeatedDimension};
+                                                     RuleId::inheritedMember, RuleId::repeatedDimension,
+                                                     RuleId::shiftedWords};
     const auto dropped = std::find_if(_findings.begin(), _findings.end(), [&](const Finding &finding) {
         return std::any_of(std::begin(kRulesThatDropDeclarations), std::end(kRulesThatDropDeclarations),
                            [&](RuleId id) { return finding.rule == &ruleOf(id); });
@@ -140,15 +140,19 @@ void Checker::addDimension(std::string name) {
 }
 
 void Checker::addObjectClass(std::string name) {
+    _owner = offsetOfWord(_parser.span());
     _objectClass = addClass<Objects>(name, [&] { return _database.addObjectClass(name); });
 }
 
 void Checker::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
                                       std::string space) {
-    const Properties properties = resolve("the attribute " + inQuotes(name), {transportation, ordering, space});
+    const Words words{name, std::move(transportation), std::move(ordering), std::move(space)};
+    const auto properties = resolve("attribute", name, words);
+    if (!properties)
+        return;
     addMember<Objects>(_objectClass, name, [&] {
-        _database.addObjectClassAttribute(_objectClass, name, properties.transportation, properties.ordering,
-                                          properties.space);
+        _database.addObjectClassAttribute(_objectClass, name, properties->transportation, properties->ordering,
+                                          properties->space);
         return _objectClass->getAttribute(_objectClass->getNumberOfAttributes() - 1);
     });
 }
@@ -156,10 +160,14 @@ void Checker::addObjectClassAttribute(std::string name, std::string transportati
 void Checker::addInteractionClass(std::string name, std::string transportation, std::string ordering,
                                   std::string space) {
     const std::size_t numShifted = _shiftedWords.size();
-    const Properties properties = resolve("the interaction class " + inQuotes(name), {transportation, ordering, space});
-    _classNamesUncertain = _classNamesUncertain || _shiftedWords.size() > numShifted;
+    const Words words{std::string(lastComponent(name)), std::move(transportation), std::move(ordering),
+                      std::move(space)};
+    const auto properties = resolve("interaction class", name, words);
+    _classNamesUncertain = _classNamesUncertain || !properties || _shiftedWords.size() > numShifted;
+    _owner = offsetOfWord(_parser.span());
     _interactionClass = addClass<Interactions>(name, [&] {
-        return _database.addInteractionClass(name, properties.transportation, properties.ordering, properties.space);
+        const Properties known = properties.value_or(Properties{});
+        return _database.addInteractionClass(name, known.transportation, known.ordering, known.space);
     });
 }
 
@@ -227,13 +235,32 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
 }
 
 /// Looks up the words after a name and reports the unknown ones. Words that a syntax error took away are not reported.
-Checker::Properties Checker::resolve(const std::string &owner, const Words &words) {
+/// Returns nothing if the name itself is missing, so that the first word is another one.
+std::optional<Checker::Properties> Checker::resolve(const std::string &noun, const std::string &name,
+                                                    const Words &words) {
     Properties known;
     if (_findings.size() == kMaxErrors)
         return known;
+    const std::string owner = "the " + noun + " " + inQuotes(name);
     const bool bothKnown = isTransportation(words.transportation) && isOrdering(words.ordering);
-    if (!bothKnown && reportMisplacedWords(owner, words))
+    if (!bothKnown && (reportSplitWord(Argument::transportation, words.transportation, words.ordering, owner) ||
+                       reportSplitWord(Argument::ordering, words.ordering, words.space, owner)))
         return known;
+    if (!bothKnown) {
+        const WordMistake mistake = mistakeIn(kindsOf(words));
+        if (mistake.what == WordMistake::lacksName) {
+            if (_parser.given(Argument::ordering)) // else the parser counts it
+                _lostNames.insert(_owner);
+            reportMissingWord(mistake, words, "the " + noun);
+            return {};
+        }
+        if (mistake.what == WordMistake::wrongOrder && mistake.at == 0) // the first word is not the name
+            reportOrder(mistake, words, "the " + noun);
+        else if (mistake.what != WordMistake::unknown)
+            reportMistake(mistake, words, owner);
+        if (mistake.what != WordMistake::unknown)
+            return known;
+    }
     if (!_parser.given(Argument::ordering)) // one of the two words is missing, and was reported
         return known;
     if (isTransportation(words.transportation))
@@ -248,12 +275,28 @@ Checker::Properties Checker::resolve(const std::string &owner, const Words &word
                           expectedForms(kOrderings));
     if (words.space.empty())
         return known;
-    if (isKnown([&] { _database.getRoutingSpaceHandle(words.space); }))
+    if (isSpace(words.space)) {
         known.space = _database.getRoutingSpaceHandle(words.space);
-    else if (_parser.spacesKnown() && !_parser.skipped(words.space))
+        _usedSpaces.insert(known.space);
+    } else if (_parser.spacesKnown() && !_parser.skipped(words.space))
         reportUnknownWord(RuleId::unknownSpace, Argument::space, "routing space", words.space, owner,
                           "the name of a space that the file declares");
     return known;
+}
+
+WordKinds Checker::kindsOf(const Words &words) const {
+    const std::string *const all[] = {&words.name, &words.transportation, &words.ordering, &words.space};
+    WordKinds kinds{};
+    for (std::size_t i = 0; i < kinds.size() && _parser.given(i); ++i)
+        kinds[i] = isTransportation(*all[i]) ? WordKind::transportation
+                   : isOrdering(*all[i])     ? WordKind::ordering
+                   : isSpace(*all[i])        ? WordKind::space
+                                             : WordKind::other;
+    return kinds;
+}
+
+bool Checker::isSpace(const std::string &word) const {
+    return isKnown([&] { _database.getRoutingSpaceHandle(word); });
 }
 
 bool Checker::isTransportation(const std::string &word) const {
@@ -264,59 +307,131 @@ bool Checker::isOrdering(const std::string &word) const {
     return isKnown([&] { _database.getOrderingHandle(word); });
 }
 
-/// Reports words that are in the wrong place: one mistake, where looking up each word would find two or three. Returns
-/// whether there are any.
-///
-/// The idea: transportation and ordering are the only words from a small known set, so if one of them is found one
-/// place too late, a word before it is superfluous; if one place too early, a word is missing. Without a known word in
-/// a wrong place nothing can be said, and each word is reported on its own.
-bool Checker::reportMisplacedWords(const std::string &owner, const Words &words) {
-    const bool transportationKnown = isTransportation(words.transportation), orderingKnown = isOrdering(words.ordering);
-    const bool hasOrdering = _parser.given(Argument::ordering), hasSpace = _parser.given(Argument::space);
-    const bool orderingIsLate = hasSpace && isOrdering(words.space);
-    if (isOrdering(words.transportation) && isTransportation(words.ordering))
-        reportSwap(words, owner);
-    else if (orderingIsLate && !transportationKnown && isTransportation(words.ordering))
-        reportShift(Argument::transportation, "unknown transportation", words.transportation, owner, kWordTooMany);
-    else if (orderingIsLate && transportationKnown && !orderingKnown)
-        reportShift(Argument::ordering, "unknown ordering", words.ordering, owner, kWordTooMany);
-    else if (hasOrdering && !hasSpace && isOrdering(words.transportation) && !orderingKnown)
-        reportShift(Argument::transportation, "unknown transportation", words.transportation, owner,
-                    "; it is an ordering, so a word before it is missing");
-    else
+/// Reports words that are in the wrong place: one mistake, where looking up each word would find two or three.
+void Checker::reportMistake(const WordMistake &mistake, const Words &words, const std::string &owner) {
+    if (mistake.what == WordMistake::wrongOrder)
+        return reportOrder(mistake, words, owner);
+    if (mistake.what != WordMistake::tooMany)
+        return reportMissingWord(mistake, words, owner);
+    const bool isFirst = mistake.at == 1;
+    const std::string &word = isFirst ? words.transportation : words.ordering;
+    report(RuleId::shiftedWords, isFirst ? Argument::transportation : Argument::ordering,
+           (isFirst ? "unknown transportation " : "unknown ordering ") + inQuotes(word) + " of " + owner +
+               "; judging by the words after it, there is a word too many",
+           " of " + owner);
+    _shiftedWords.emplace(_owner, RtiStringUtility::toupper(word)); // it may be the name that was meant
+}
+
+/// Reports a transportation or ordering that is written as two words. Returns whether it is.
+bool Checker::reportSplitWord(Argument argument, const std::string &first, const std::string &second,
+                              const std::string &owner) {
+    const std::string meant = joinedDeliveryWord(first, second);
+    if (meant.empty())
         return false;
+    const RtiFedSpan end = _parser.span(static_cast<Argument>(argument + 1));
+    report(RuleId::shiftedWords, argument,
+           inQuotes(first + " " + second) + " of " + owner + " is written as one word" + didYouMean(meant),
+           " of " + owner);
+    RtiFedSpan &span = *_findings.back().span;
+    span.length = end.begin + end.length - span.begin;
+    _findings.back().fix.push_back({span, meant});
     return true;
 }
 
-void Checker::reportShift(Argument argument, const std::string &unknown, const std::string &word,
-                          const std::string &owner, const std::string &reason) {
-    report(RuleId::shiftedWords, argument, unknown + " " + inQuotes(word) + " of " + owner + reason);
-    _shiftedWords.push_back(RtiStringUtility::toupper(word)); // it may be the name that was meant
+void Checker::reportMissingWord(const WordMistake &mistake, const Words &words, const std::string &owner) {
+    struct Form {
+        const char *missing, *found;
+        Argument argument;
+        const std::string &word;
+    };
+    const auto form = [&]() -> Form {
+        switch (mistake.what) {
+        case WordMistake::lacksName:
+            return {"name", "transportation", Argument::name, words.name};
+        case WordMistake::lacksTransportation:
+            return {"transportation", "ordering", Argument::transportation, words.transportation};
+        case WordMistake::lacksBoth:
+            return {"transportation and its ordering", "space", Argument::transportation, words.transportation};
+        default:
+            return {"ordering", "space", Argument::ordering, words.ordering};
+        }
+    }();
+    Finding finding{&ruleOf(RuleId::shiftedWords), _parser.span(form.argument),
+                    owner + " lacks its " + form.missing + " before the " + form.found + " " + inQuotes(form.word)};
+    finding.setParticular(owner);
+    if (_parser.given(Argument::ordering)) {
+        _findings.push_back(std::move(finding));
+        return;
+    }
+    // The parser reports that a word is missing, but cannot know which one.
+    finding.rule = &ruleOf(RtiFedParser::expectedArgument);
+    finding.severity = finding.rule->severity;
+    const RtiFedSpan last = _parser.span(Argument::transportation);
+    _insteadOf.emplace(last.begin + last.length, std::move(finding));
 }
 
-void Checker::reportSwap(const Words &words, const std::string &owner) {
-    const RtiFedSpan first = _parser.span(Argument::transportation), second = _parser.span(Argument::ordering);
-    report(RuleId::swappedWords, Argument::transportation,
-           "the transportation and the ordering of " + owner + " are swapped" +
-               didYouMean(words.ordering + " " + words.transportation),
+void Checker::reportOrder(const WordMistake &mistake, const Words &words, const std::string &owner) {
+    const std::string *const all[] = {&words.name, &words.transportation, &words.ordering, &words.space};
+    std::size_t count = _parser.given(Argument::space) ? 4 : 3;
+    while (mistake.order[count - 1] == count - 1)
+        --count;
+    const RtiFedSpan last = _parser.span(count - 1);
+    std::string meant;
+    std::vector<Replacement> fix;
+    for (std::size_t i = mistake.at; i < count; ++i) {
+        const std::string word = asWord(*all[mistake.order[i]]);
+        meant += (meant.empty() ? "" : " ") + word;
+        if (mistake.order[i] != i)
+            fix.push_back({_parser.span(i), word});
+    }
+    const bool swapped = mistake.at == 1 && count == 3;
+    const std::string what = swapped ? "the transportation and the ordering" : "the words";
+    report(RuleId::swappedWords, static_cast<Argument>(mistake.at),
+           what + " of " + owner + (swapped ? " are swapped" : " are in the wrong order") + didYouMean(meant),
            " of " + owner);
-    _findings.back().span->length = second.begin + second.length - first.begin;
-    _findings.back().fix = {{first, words.ordering}, {second, words.transportation}};
+    _findings.back().span->length = last.begin + last.length - _findings.back().span->begin;
+    _findings.back().fix = std::move(fix);
+    _shiftedWords.emplace(_owner, RtiStringUtility::toupper(*all[mistake.order[0]]));
+}
+
+/// The finding that explains a missing word better than the parser can; null if there is none.
+const Finding *Checker::insteadOf(const RtiFedParser::Error &error) const {
+    if (error.problem != RtiFedParser::expectedArgument)
+        return nullptr;
+    const auto after = _insteadOf.upper_bound(error.span.begin);
+    if (after == _insteadOf.begin())
+        return nullptr;
+    const auto &[end, finding] = *std::prev(after);
+    const std::string_view gap = _parser.text().substr(end, error.span.begin - end);
+    return gap.find_first_not_of(" \t") == std::string_view::npos ? &finding : nullptr;
 }
 
 void Checker::reportUnknownWord(RuleId rule, Argument argument, const std::string &noun, const std::string &word,
                                 const std::string &owner, const std::string &expected) {
-    report(rule, argument, "unknown " + noun + " " + inQuotes(word) + " of " + owner + ", expected " + expected,
+    const std::string blank = RtiFedParser::blankLookalikeIn(word);
+    const std::string_view mark = RtiFedParser::foreignCommentMark(word);
+    const std::string hint = !blank.empty()  ? "; it contains " + blank
+                             : !mark.empty() ? "; a comment begins with \";\""
+                                             : std::string();
+    report(rule, argument, "unknown " + noun + " " + inQuotes(word) + " of " + owner + ", expected " + expected + hint,
            " of " + owner);
 }
 
 void Checker::checkMom() {
-    const auto mayBeDeclared = [this](std::string_view name) {
-        const auto shifted = std::find(_shiftedWords.begin(), _shiftedWords.end(), RtiStringUtility::toupper(name));
-        return shifted != _shiftedWords.end() || _parser.skipped(name);
-    };
-    for (Finding &finding : momFindings(*this, mayBeDeclared))
+    for (Finding &finding : momFindings(*this))
         _findings.push_back(std::move(finding));
+}
+
+bool Checker::mayBeDeclaredIn(std::uint32_t owner, std::string_view name) const {
+    return _parser.skipped(name, owner) || _shiftedWords.count({owner, RtiStringUtility::toupper(name)}) > 0;
+}
+
+std::size_t Checker::numLostNames(std::uint32_t owner) const {
+    return _parser.numLostNames(owner) + _lostNames.count(owner);
+}
+
+std::uint32_t Checker::offsetOfWord(RtiFedSpan span) const {
+    return span.begin + (_parser.text()[span.begin] == '"' ? 1 : 0);
 }
 
 /// Gives the classes of the MOM their routing space, as loading does, as far as they exist.

@@ -5,16 +5,18 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/check/ClassClauses.hh"
 #include "tool/check/Finding.hh"
+#include "tool/check/WordOrder.hh"
 #include "tool/model/Declarations.hh"
 #include "tool/model/DeliveryWords.hh"
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
-
-/// Returns a syntax error as a finding.
-Finding findingOf(RtiFedParser::Error error);
 
 /// Finds every error of a FED text: syntax errors, and declarations that the database refuses. It finds none exactly if
 /// a database can be built from the text.
@@ -30,8 +32,7 @@ public:
     /// Whether a database can be built from the text.
     bool findsNoError() const { return numErrors() == 0; }
 
-    /// Calls `visit` for each error in the order of the text, until it returns false; what is missing of the Management
-    /// Object Model comes last. Syntax errors and suggestions are worded only here: a hostile text may have very many.
+    /// Calls `visit` for each error in the order of the text, until it returns false. Syntax errors and suggestions are worded only here: a hostile text may have very many.
     void forEachFinding(const std::function<bool(const Finding &)> &visit) const;
 
     /// The first place where the text declares something that is not in the database because it was not understood or
@@ -49,15 +50,23 @@ public:
     /// The database as far as it can be built; without errors, the same that the library builds.
     const RtiFedDatabase &database() const { return _database; }
 
+    /// Whether a part of the text that was not understood may declare this name in a class, whose name is at offset
+    /// `owner`; 0 stands for the text outside of classes.
+    bool mayBeDeclaredIn(std::uint32_t owner, std::string_view name) const;
+    /// The number of declarations in that class whose name is missing.
+    std::size_t numLostNames(std::uint32_t owner) const;
+    /// The offset of a word, without its opening quote.
+    std::uint32_t offsetOfWord(RtiFedSpan span) const;
+
     /// The places of the database's records in the text.
     const Declarations &declarations() const { return _declarations; }
 
 private:
     using Argument = Declarations::Argument;
 
-    /// The words after a name.
+    /// The words of an attribute or interaction class.
     struct Words {
-        std::string transportation, ordering, space;
+        std::string name, transportation, ordering, space;
     };
     /// Their handles, each 0 if the word is unknown.
     struct Properties {
@@ -84,13 +93,17 @@ private:
     template <class Tree, class Add>
     void addMember(typename Tree::Node *owner, const std::string &name, Add add);
 
-    Properties resolve(const std::string &owner, const Words &words);
+    std::optional<Properties> resolve(const std::string &noun, const std::string &name, const Words &words);
+    WordKinds kindsOf(const Words &words) const;
+    bool isSpace(const std::string &word) const;
     bool isTransportation(const std::string &word) const;
     bool isOrdering(const std::string &word) const;
-    bool reportMisplacedWords(const std::string &owner, const Words &words);
-    void reportShift(Argument argument, const std::string &unknown, const std::string &word, const std::string &owner,
-                     const std::string &reason);
-    void reportSwap(const Words &words, const std::string &owner);
+    void reportMistake(const WordMistake &mistake, const Words &words, const std::string &owner);
+    bool reportSplitWord(Argument argument, const std::string &first, const std::string &second,
+                         const std::string &owner);
+    void reportMissingWord(const WordMistake &mistake, const Words &words, const std::string &owner);
+    void reportOrder(const WordMistake &mistake, const Words &words, const std::string &owner);
+    const Finding *insteadOf(const RtiFedParser::Error &error) const;
     void reportUnknownWord(RuleId rule, Argument argument, const std::string &noun, const std::string &word,
                            const std::string &owner, const std::string &expected);
 
@@ -111,10 +124,14 @@ private:
     Declarations _declarations{_parser};
     ClassClauses _clauses;
     std::vector<std::string> _spaceNames;
-    std::vector<std::string> _shiftedWords; // in upper case
+    std::set<RtiSpaceHandle> _usedSpaces;
+    std::uint32_t _owner = 0; // the offset of the name of the current class; 0 outside of classes
+    std::set<std::pair<std::uint32_t, std::string>> _shiftedWords; // with their owners, in upper case
+    std::multiset<std::uint32_t> _lostNames;                       // owners of declarations without a name
     bool _classNamesUncertain = false;      // one of them may be the name of a class
     RtiFedSpace *_space = nullptr;
     RtiFedObjectClass *_objectClass = nullptr; // null while the current class could not be added, as the next one
     RtiFedInteractionClass *_interactionClass = nullptr;
+    std::map<std::uint32_t, Finding> _insteadOf; // of syntax errors about missing words, by the end of the words before
     std::vector<Finding> _findings; // without the syntax errors; sorted once all are found
 };

@@ -1,133 +1,229 @@
 #include "tool/check/MomFindings.hh"
 
-#include "fed/storage/RtiFedName.hh"
-#include "tool/check/Suggestion.hh"
-#include "tool/model/ClassTrees.hh"
-#include "tool/model/Names.hh"
+#include "tool/check/MomMatch.hh"
 
 #include <algorithm>
-#include <map>
+#include <deque>
 
 namespace {
 
-using Requirements = std::vector<RtiFedDatabaseMomVerifier::Requirement>;
-using NamesByClass = std::map<std::string, std::vector<std::string>>;
+/// What is missing at one place: in one class or, if nothing of a tree is there, in its root.
+struct Gap {
+    RtiFedSpan place;
+    std::vector<std::string> details = {};
+    std::size_t count = 0;
+    bool wholeTree = false;
+    std::vector<RtiFedParser::Note> notes = {};
+};
 
-/// The names of missing classes by their superclass, which is empty for a class directly below the root.
-NamesByClass classesByOwner(const Requirements &requirements) {
-    NamesByClass names;
-    for (const auto &[className, classMissing, members] : requirements)
-        if (classMissing) {
-            const auto dot = className.rfind('.');
-            names[dot == std::string::npos ? "" : className.substr(0, dot)].emplace_back(lastComponent(className));
-        }
-    return names;
-}
+template <class Tree>
+constexpr const char *kSection = "objects";
+template <>
+constexpr const char *kSection<Interactions> = "interactions";
 
-/// Finds what one tree lacks, and adds it to the finding about the whole MOM.
+/// Finds what one tree lacks, and what is misspelt or in the wrong place.
 template <class Tree>
 class MomCheck {
 public:
-    MomCheck(const Checker &text, const std::function<bool(std::string_view)> &mayBeDeclared)
-        : _text(text), _missing(Tree::missing(text.database())) {
-        for (auto &required : _missing) {
-            required.classMissing = required.classMissing && !mayBeDeclared(lastComponent(required.className));
-            auto &members = required.members;
-            members.erase(std::remove_if(members.begin(), members.end(), mayBeDeclared), members.end());
-        }
+    explicit MomCheck(const Checker &text) : _text(text), _match(text.database()) {
+        reportRoot();
+        for (const Match &match : _match.all())
+            if (match.required)
+                check(match);
+        const auto isMissing = [](const Match &match) { return !match.required || match.how == How::missing; };
+        if (!_gaps.empty())
+            _gaps.front().wholeTree = std::all_of(_match.all().begin(), _match.all().end(), isMissing);
     }
 
-    /// Adds a line for each incomplete class, and returns the number of missing names.
-    std::size_t describe(Finding &finding) const {
-        std::size_t count = 0;
-        const bool allMissing =
-            !_missing.empty() && _missing.front().classMissing && _missing.front().className == "Manager";
-        if (allMissing)
-            finding.details.push_back(std::string("the ") + Tree::kind.className + " Manager with everything in it");
-        for (const auto &[className, classMissing, members] : _missing) {
-            count += members.size() + (classMissing ? 1 : 0);
-            if (allMissing)
-                continue;
-            const std::string memberNoun = plural(members.size(), Tree::kind.memberName) + " ";
-            if (classMissing)
-                finding.details.push_back(std::string("the ") + Tree::kind.className + " " + className +
-                                          (members.empty() ? "" : " with the " + memberNoun + joined(members)));
-            else if (!members.empty())
-                finding.details.push_back("the " + memberNoun + joined(members) + " of the " + Tree::kind.className +
-                                          " " + className);
-        }
-        return count;
-    }
+    std::vector<Finding> findings;
 
-    /// Notes the declarations that are probably a missing name misspelt.
-    ///
-    /// The idea: only classes of the same superclass and members of the same class are compared with a missing name,
-    /// and those that the MOM requires anyway are left out, so that even short names are matched reliably.
-    void addLikely(Finding &finding) const {
-        const Requirements all = Tree::missing(RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)));
-        const NamesByClass classes = classesByOwner(all);
-        for (auto &[owner, missing] : classesByOwner(_missing))
-            if (const auto *node = Tree::find(_text.database(), owner.empty() ? Tree::kind.root : owner))
-                for (const auto &handle : node->getChildrenClasses())
-                    noteIfNear(*_text.database().find(handle), classes.at(owner), missing, finding);
-        for (auto [className, classMissing, missing] : _missing) {
-            const auto required = std::find_if(all.begin(), all.end(),
-                                               [&name = className](const auto &r) { return r.className == name; });
-            if (const auto *node = classMissing ? nullptr : Tree::find(_text.database(), className))
-                for (const auto &member : node->members())
-                    noteIfNear(member, required->members, missing, finding);
-        }
-    }
+    /// In the order of the classes that the MOM requires.
+    std::deque<Gap> takeGaps() { return std::move(_gaps); }
 
 private:
-    template <class Record>
-    void noteIfNear(const Record &record, const std::vector<std::string> &required, std::vector<std::string> &missing,
-                    Finding &finding) const {
-        const std::string name(lastComponent(record.getName()));
-        const auto place = _text.declarations().span(&record);
-        const auto isIt = [&name](const std::string &other) { return RtiFedName::equal(name, other); };
-        if (missing.empty() || !place || std::any_of(required.begin(), required.end(), isIt))
+    using Match = typename MomMatch<Tree>::Match;
+    using How = typename MomMatch<Tree>::How;
+
+    void report(RuleId rule, RtiFedSpan place, std::string text) {
+        findings.push_back({&ruleOf(rule), place, std::move(text)});
+    }
+
+    void reportRoot() {
+        const Match &root = _match.root();
+        const auto place = root.node ? _text.declarations().span(root.node) : std::nullopt;
+        if (root.how != How::misspelt || !place)
             return;
-        const std::string meant = noteSimilar(finding, *place, name, missing);
-        if (!meant.empty())
-            missing.erase(std::find(missing.begin(), missing.end(), meant));
+        report(RuleId::misspeltRoot, *place,
+               std::string("the root of the ") + Tree::kind.className + "es is " + inQuotes(root.node->getName()) +
+                   ", expected " + inQuotes(root.name));
+        findings.back().fix.push_back({*place, root.name});
+    }
+
+    void check(const Match &match) {
+        if (match.how == How::missing)
+            return addMissingClass(match);
+        if (match.how == How::misspelt)
+            reportMisspelt(*match.node, match.name, Tree::kind.className);
+        else if (match.how == How::elsewhere)
+            reportMisplaced(match);
+        for (const auto &[member, meant] : match.misspeltMembers)
+            reportMisspelt(*member, meant, Tree::kind.memberName);
+        addMissingMembers(match);
+    }
+
+    template <class Record>
+    void reportMisspelt(const Record &record, const std::string &meant, const std::string &noun) {
+        const auto place = _text.declarations().span(&record);
+        if (!place)
+            return;
+        report(RuleId::momIncomplete, *place,
+               "the Management Object Model (MOM) has no " + noun + " " +
+                   inQuotes(lastComponent(record.getName())) + didYouMean(meant));
+        findings.back().fix.push_back({*place, meant});
+    }
+
+    void reportMisplaced(const Match &match) {
+        const auto place = _text.declarations().span(match.node);
+        const auto *const parent = match.node->getParentClass();
+        const Match *const owner = match.existingOwner();
+        if (!place)
+            return;
+        const std::string note = inQuotes(match.name) + " is declared here, expected it in " +
+                                 inQuotes(fullName(*match.owner));
+        // If the superclass is missing around it, that is the mistake.
+        if (owner != match.owner && owner && parent == owner->node)
+            return gapAt(owner).notes.push_back({*place, note});
+        const std::string name = inQuotes(match.name);
+        report(RuleId::momMisplaced, *place,
+               std::string("the ") + Tree::kind.className + " " + name + " of the MOM is " +
+                   (parent ? "in " + inQuotes(parent->getName()) : "outside its root") + ", expected it in " +
+                   inQuotes(fullName(*match.owner)));
+        findings.back().setParticular(name);
+        if (owner)
+            if (const auto belongs = _text.declarations().span(owner->node))
+                findings.back().notes.push_back({*belongs, "it belongs in " + inQuotes(fullName(*match.owner))});
+    }
+
+    static std::string fullName(const Match &match) {
+        return Tree::kind.root + (match.required ? '.' + match.required->className : std::string());
+    }
+
+    /// Adds a line for a missing class. The classes that are missing with it are only counted.
+    void addMissingClass(const Match &match) {
+        const Match *const owner = match.existingOwner();
+        const bool excused = isExcused(match);
+        std::vector<std::string> members = match.required->members;
+        removeExcused(members, owner);
+        if (excused && members.empty())
+            return;
+        Gap &gap = gapAt(owner);
+        gap.count += members.size() + (excused ? 0 : 1);
+        const std::string subject = std::string("the ") + Tree::kind.className + " " + match.required->className;
+        const auto &all = _match.all();
+        const auto isPart = [&](const Match &part) { return part.owner == &match && part.how == How::missing; };
+        if (match.owner->how == How::missing && match.owner->required && !isExcused(*match.owner))
+            return;
+        if (excused)
+            addMembers(gap, members, match);
+        else if (std::any_of(all.begin(), all.end(), isPart))
+            gap.details.push_back(subject + " with everything in it");
+        else
+            gap.details.push_back(
+                subject + (members.empty() ? "" : " with the " + nounFor(members) + " " + joined(members)));
+    }
+
+    void addMissingMembers(const Match &match) {
+        std::vector<std::string> members = match.missingMembers;
+        removeExcused(members, &match);
+        if (members.size() <= _text.numLostNames(offsetOf(match.node))) // they may be among those
+            return;
+        Gap &gap = gapAt(&match);
+        gap.count += members.size();
+        addMembers(gap, members, match);
+    }
+
+    void addMembers(Gap &gap, const std::vector<std::string> &members, const Match &match) {
+        gap.details.push_back("the " + nounFor(members) + " " + joined(members) + " of the " + Tree::kind.className +
+                              " " + match.required->className);
+    }
+
+    static std::string nounFor(const std::vector<std::string> &members) {
+        return plural(members.size(), Tree::kind.memberName);
+    }
+
+    /// The gap in a class, or in the section of the tree if there is no class.
+    Gap &gapAt(const Match *owner) {
+        const auto declared = owner && owner->node ? _text.declarations().span(owner->node) : std::nullopt;
+        const RtiFedSpan place = declared ? *declared : _text.parser().section(kSection<Tree>);
+        const auto known =
+            std::find_if(_gaps.begin(), _gaps.end(), [&](const Gap &gap) { return gap.place.begin == place.begin; });
+        return known == _gaps.end() ? _gaps.emplace_back(Gap{place}) : *known;
+    }
+
+    bool isExcused(const Match &match) const { return mayBeDeclared(match.existingOwner(), match.name); }
+
+    void removeExcused(std::vector<std::string> &members, const Match *owner) const {
+        const auto isDeclared = [&](const std::string &member) { return mayBeDeclared(owner, member); };
+        members.erase(std::remove_if(members.begin(), members.end(), isDeclared), members.end());
+    }
+
+    /// Whether text in a class or around it was not understood that may declare this name.
+    bool mayBeDeclared(const Match *owner, const std::string &name) const {
+        for (const auto *node = owner ? owner->node : nullptr; node; node = node->getParentClass())
+            if (_text.mayBeDeclaredIn(offsetOf(node), name))
+                return true;
+        return _text.mayBeDeclaredIn(0, name);
+    }
+
+    /// The offset of the name of a class, by which the parser knows it.
+    std::uint32_t offsetOf(const typename Tree::Node *node) const {
+        const auto place = _text.declarations().span(node);
+        return place ? _text.offsetOfWord(*place) : 0;
     }
 
     const Checker &_text;
-    Requirements _missing;
+    const MomMatch<Tree> _match;
+    std::deque<Gap> _gaps;
 };
 
-std::optional<Finding> missing(const Checker &text, const std::function<bool(std::string_view)> &mayBeDeclared) {
-    const MomCheck<Objects> objects(text, mayBeDeclared);
-    const MomCheck<Interactions> interactions(text, mayBeDeclared);
-    Finding finding{&ruleOf(RuleId::momIncomplete), text.parser().span(), {}};
-    const std::size_t count = objects.describe(finding) + interactions.describe(finding);
-    if (count <= text.parser().numLostNames()) // the missing names may be among those
-        return {};
-    finding.text = "the Management Object Model (MOM) is incomplete, " + counted(count, "name") +
-                   (count == 1 ? " is missing:" : " are missing:");
-    objects.addLikely(finding);
-    interactions.addLikely(finding);
+Finding findingOf(Gap gap) {
+    Finding finding{&ruleOf(RuleId::momIncomplete), gap.place,
+                    "the Management Object Model (MOM) is incomplete, " + counted(gap.count, "name") +
+                        (gap.count == 1 ? " is missing:" : " are missing:")};
+    finding.details = std::move(gap.details);
+    finding.notes = std::move(gap.notes);
     return finding;
 }
 
-/// Lookups find the MOM without its root, but the database looks for it by its full name to give it its space.
-template <class Tree>
-std::optional<Finding> misplaced(const Checker &text) {
-    const auto *manager = Tree::find(text.database(), "Manager");
-    if (!manager || Tree::find(text.database(), std::string(Tree::kind.root) + ".Manager"))
-        return {};
-    return Finding{&ruleOf(RuleId::momMisplaced), text.declarations().span(manager),
-                   std::string("the ") + Tree::kind.className +
-                       " \"Manager\" of the MOM is outside its root, expected it in \"" + Tree::kind.root + "\""};
+/// Joins the gaps of the two trees at one place, and those of two trees that lack everything: that is one mistake.
+void join(std::deque<Gap> &gaps, std::deque<Gap> interactions) {
+    for (Gap &gap : interactions) {
+        const auto same = std::find_if(gaps.begin(), gaps.end(), [&gap](const Gap &other) {
+            return other.place.begin == gap.place.begin || (other.wholeTree && gap.wholeTree);
+        });
+        if (same == gaps.end()) {
+            gaps.push_back(std::move(gap));
+            continue;
+        }
+        if (same->place.begin != gap.place.begin)
+            same->notes.push_back({gap.place, "the interaction classes are missing here"});
+        same->count += gap.count;
+        for (std::string &detail : gap.details)
+            same->details.push_back(std::move(detail));
+    }
 }
 
 } // namespace
 
-std::vector<Finding> momFindings(const Checker &text, const std::function<bool(std::string_view)> &mayBeDeclared) {
-    std::vector<Finding> findings;
-    for (auto &finding : {missing(text, mayBeDeclared), misplaced<Objects>(text), misplaced<Interactions>(text)})
-        if (finding)
-            findings.push_back(*finding);
+std::vector<Finding> momFindings(const Checker &text) {
+    MomCheck<Objects> objects(text);
+    MomCheck<Interactions> interactions(text);
+    std::vector<Finding> findings = std::move(objects.findings);
+    for (Finding &finding : interactions.findings)
+        findings.push_back(std::move(finding));
+    std::deque<Gap> gaps = objects.takeGaps();
+    join(gaps, interactions.takeGaps());
+    for (Gap &gap : gaps)
+        findings.push_back(findingOf(std::move(gap)));
     return findings;
 }

@@ -2,11 +2,9 @@
 
 #include "tool/check/Checker.hh"
 
-#include <functional>
-#include <string_view>
 #include <vector>
 
-/// Returns what is missing of the Management Object Model (MOM) as one finding, and a finding for each tree that has
-/// the MOM beside its root. Names for which `mayBeDeclared` is true, in a part of the text that was not understood, do
-/// not count as missing.
-std::vector<Finding> momFindings(const Checker &text, const std::function<bool(std::string_view)> &mayBeDeclared);
+/// Returns what is missing of the Management Object Model (MOM), as one finding for each class that lacks something,
+/// and what of it is misspelt or in the wrong place. A name does not count as missing if a part of the text that was not
+/// understood may declare it where it belongs.
+std::vector<Finding> momFindings(const Checker &text);

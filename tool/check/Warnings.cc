@@ -109,6 +109,7 @@ private:
         const auto place = _text.declarations().span(&space);
         if (!place) // the space of the MOM, which the database adds
             return;
+        warnOfBlank(space.getName(), *place);
         const RtiFedSpace *found = _database.find(_database.getRoutingSpaceHandle(space.getName()));
         if (found != &space)
             return warnOfHidden(RuleId::repeatedSpace, "space", space, *found);
@@ -121,10 +122,17 @@ private:
         std::unordered_map<std::string, const RtiFedDimension *> first;
         for (unsigned long i = 0; i < space.getNumberOfDimensions(); ++i) {
             const RtiFedDimension &dimension = *space.getDimension(i);
+            if (const auto named = _text.declarations().span(&dimension))
+                warnOfBlank(dimension.getName(), *named);
             const auto [known, isNew] = first.emplace(RtiStringUtility::toupper(dimension.getName()), &dimension);
             if (!isNew)
                 warnOfHidden(RuleId::hiddenDimension, "dimension", dimension, *known->second);
         }
+    }
+
+    void warnOfBlank(std::string_view name, RtiFedSpan place) {
+        if (const std::string blank = RtiFedParser::blankLookalikeIn(name); !blank.empty())
+            warn(RuleId::blankInName, place, "the name " + inQuotes(name) + " contains " + blank);
     }
 
     template <class Record>
@@ -220,9 +228,11 @@ private:
     }
 
     template <class Record>
-    void add(std::vector<Place> &places, const Record &record, std::string_view name) const {
-        if (const auto place = _text.declarations().span(&record))
+    void add(std::vector<Place> &places, const Record &record, std::string_view name) {
+        if (const auto place = _text.declarations().span(&record)) {
+            warnOfBlank(name, *place);
             places.push_back({name, *place});
+        }
     }
 
     void warnOfSpellings(std::vector<Place> &places, const std::string &noun) {

@@ -1,6 +1,7 @@
 #include "tool/report/Loading.hh"
 
 #include "tool/check/ReadOutline.hh"
+#include "tool/check/SyntaxFindings.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Model.hh"
 #include "tool/report/FileFindings.hh"
@@ -69,7 +70,7 @@ bool reportSyntaxErrors(const RtiFedParser &parser, const std::string &name, std
     const Source source(name, &parser);
     const Tally tally{parser.numErrors(), 0, report->usuallyShown()};
     for (std::size_t i = 0; i < tally.shownErrors(); ++i)
-        report->add(source, findingOf(parser.error(i)));
+        report->add(source, findingOf(parser.error(i), parser.text()));
     report->endFile(source, tally);
     return true;
 }
