@@ -138,7 +138,8 @@ std::size_t foreignBlankSize(std::string_view bytes) {
 std::size_t findForeignBlank(std::string_view bytes) {
     const auto mayBegin = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80 || byte == '\x1A'; };
     const auto first = std::find_if(bytes.begin(), bytes.end(), mayBegin); // most names are plain
-    for (auto at = static_cast<std::size_t>(first - bytes.begin()); at < bytes.size(); at += characterAt(bytes.substr(at)).size)
+    for (auto at = static_cast<std::size_t>(first - bytes.begin()); at < bytes.size();
+         at += characterAt(bytes.substr(at)).size)
         if (foreignBlankSize(bytes.substr(at)) > 0)
             return at;
     return std::string_view::npos;

@@ -226,16 +226,15 @@ TEST(Check, ReportsTheMomWhereItIsIncomplete) {
     text = replaced(text, "(class ReportUpdatesSent", "(class Reported");
     text = replaced(text, "(class FederateSaveBegun", "(class Begun");
     text = replaced(text, "(parameter LoggingState)", "(parameter LogingState)");
-    EXPECT_EQ(errorsOf(text),
-              "14:16: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
-              "  the attribute LBTS of the object class Manager.Federate\n"
-              "68:24: the Management Object Model (MOM) has no parameter \"LogingState\"; did you mean "
-              "\"LoggingState\"?\n"
-              "88:18: the Management Object Model (MOM) is incomplete, 3 names are missing:\n"
-              "  the interaction class Manager.Federate.Report.ReportUpdatesSent with the parameters "
-              "TransportationType, UpdateCounts\n"
-              "156:18: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
-              "  the interaction class Manager.Federate.Service.FederateSaveBegun\n");
+    EXPECT_EQ(errorsOf(text), "14:16: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
+                              "  the attribute LBTS of the object class Manager.Federate\n"
+                              "71:26: the Management Object Model (MOM) has no parameter \"LogingState\"; did you mean "
+                              "\"LoggingState\"?\n"
+                              "88:18: the Management Object Model (MOM) is incomplete, 3 names are missing:\n"
+                              "  the interaction class Manager.Federate.Report.ReportUpdatesSent with the parameters "
+                              "TransportationType, UpdateCounts\n"
+                              "156:18: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
+                              "  the interaction class Manager.Federate.Service.FederateSaveBegun\n");
 }
 
 /// Each mistake gives one finding, which names a line at most one away.

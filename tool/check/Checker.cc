@@ -91,10 +91,9 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
 }
 
 std::optional<RtiFedPosition> Checker::firstLoss() const {
-    constexpr RuleId kRulesThatDropDeclarations[] = {RuleId::repeatedClass,   RuleId::ambiguousClass,
-                                                     RuleId::refusedClass,    RuleId::repeatedMember,
-                                                     RuleId::inheritedMember, RuleId::repeatedDimension,
-                                                     RuleId::shiftedWords};
+    constexpr RuleId kRulesThatDropDeclarations[] = {
+        RuleId::repeatedClass,   RuleId::ambiguousClass,    RuleId::refusedClass, RuleId::repeatedMember,
+        RuleId::inheritedMember, RuleId::repeatedDimension, RuleId::shiftedWords};
     const auto dropped = std::find_if(_findings.begin(), _findings.end(), [&](const Finding &finding) {
         return std::any_of(std::begin(kRulesThatDropDeclarations), std::end(kRulesThatDropDeclarations),
                            [&](RuleId id) { return finding.rule == &ruleOf(id); });

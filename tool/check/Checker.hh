@@ -32,14 +32,16 @@ public:
     /// Whether a database can be built from the text.
     bool findsNoError() const { return numErrors() == 0; }
 
-    /// Calls `visit` for each error in the order of the text, until it returns false. Syntax errors and suggestions are worded only here: a hostile text may have very many.
+    /// Calls `visit` for each error in the order of the text, until it returns false. Syntax errors and suggestions are
+    /// worded only here: a hostile text may have very many.
     void forEachFinding(const std::function<bool(const Finding &)> &visit) const;
 
     /// The first place where the text declares something that is not in the database because it was not understood or
     /// is a duplicate. Absent if all is in it.
     std::optional<RtiFedPosition> firstLoss() const;
 
-    /// Whether each name that the text declares is certainly in the database. A duplicate is, as its earlier declaration.
+    /// Whether each name that the text declares is certainly in the database. A duplicate is, as its earlier
+    /// declaration.
     bool hasAllNames() const;
 
     /// Whether there is an error of this rule.
@@ -128,10 +130,10 @@ private:
     std::uint32_t _owner = 0; // the offset of the name of the current class; 0 outside of classes
     std::set<std::pair<std::uint32_t, std::string>> _shiftedWords; // with their owners, in upper case
     std::multiset<std::uint32_t> _lostNames;                       // owners of declarations without a name
-    bool _classNamesUncertain = false;      // one of them may be the name of a class
+    bool _classNamesUncertain = false;                             // one of them may be the name of a class
     RtiFedSpace *_space = nullptr;
     RtiFedObjectClass *_objectClass = nullptr; // null while the current class could not be added, as the next one
     RtiFedInteractionClass *_interactionClass = nullptr;
     std::map<std::uint32_t, Finding> _insteadOf; // of syntax errors about missing words, by the end of the words before
-    std::vector<Finding> _findings; // without the syntax errors; sorted once all are found
+    std::vector<Finding> _findings;              // without the syntax errors; sorted once all are found
 };

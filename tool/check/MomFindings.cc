@@ -77,8 +77,8 @@ private:
         if (!place)
             return;
         report(RuleId::momIncomplete, *place,
-               "the Management Object Model (MOM) has no " + noun + " " +
-                   inQuotes(lastComponent(record.getName())) + didYouMean(meant));
+               "the Management Object Model (MOM) has no " + noun + " " + inQuotes(lastComponent(record.getName())) +
+                   didYouMean(meant));
         findings.back().fix.push_back({*place, meant});
     }
 
@@ -88,8 +88,8 @@ private:
         const Match *const owner = match.existingOwner();
         if (!place)
             return;
-        const std::string note = inQuotes(match.name) + " is declared here, expected it in " +
-                                 inQuotes(fullName(*match.owner));
+        const std::string note =
+            inQuotes(match.name) + " is declared here, expected it in " + inQuotes(fullName(*match.owner));
         // If the superclass is missing around it, that is the mistake.
         if (owner != match.owner && owner && parent == owner->node)
             return gapAt(owner).notes.push_back({*place, note});
@@ -128,8 +128,8 @@ private:
         else if (std::any_of(all.begin(), all.end(), isPart))
             gap.details.push_back(subject + " with everything in it");
         else
-            gap.details.push_back(
-                subject + (members.empty() ? "" : " with the " + nounFor(members) + " " + joined(members)));
+            gap.details.push_back(subject +
+                                  (members.empty() ? "" : " with the " + nounFor(members) + " " + joined(members)));
     }
 
     void addMissingMembers(const Match &match) {

@@ -125,7 +125,8 @@ private:
         for (const auto &handle : owner.getChildrenClasses()) {
             const Node &child = *_database.find(handle);
             const std::string name(lastComponent(child.getName()));
-            if (!isOneOf(required, name) && suggestionFor(name, missing) == wanted.name && resembles(child, *wanted.required))
+            if (!isOneOf(required, name) && suggestionFor(name, missing) == wanted.name &&
+                resembles(child, *wanted.required))
                 return &child;
         }
         return nullptr;

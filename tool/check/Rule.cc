@@ -124,8 +124,8 @@ constexpr Rules kRules = {
       "Correct the name, or declare the space.", "(attribute Lit reliable receive Sectr)",
       "(attribute Lit reliable receive Sector)"},
      {indexOf(RuleId::swappedWords), "swapped-words", error, "Words are in the wrong order",
-      "The name comes first, then the transportation, the ordering and perhaps the space.", "Reorder the words.", "(attribute Lit receive best_effort)",
-      "(attribute Lit best_effort receive)"},
+      "The name comes first, then the transportation, the ordering and perhaps the space.", "Reorder the words.",
+      "(attribute Lit receive best_effort)", "(attribute Lit best_effort receive)"},
      {indexOf(RuleId::shiftedWords), "shifted-words", error,
       "A missing or superfluous word puts the words after it in the wrong place",
       "The place of each word of an attribute or interaction class gives its meaning: name, transportation, "

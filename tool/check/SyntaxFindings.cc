@@ -92,8 +92,8 @@ bool containsAny(std::string_view text, std::initializer_list<std::string_view> 
 
 /// A clause has a word too many: a name with blanks, a word in two parts, or parentheses of another kind.
 ///
-/// The idea: the words that may follow a name are known, so the words before the first of them are the name. In a clause
-/// that has a name only, all words are.
+/// The idea: the words that may follow a name are known, so the words before the first of them are the name. In a
+/// clause that has a name only, all words are.
 void explainSurplusWord(Finding &finding, std::string_view text) {
     const std::string_view stray = text.substr(finding.span->begin, finding.span->length);
     if (!stray.empty() && (stray[0] == '[' || stray[0] == '{')) {
@@ -105,16 +105,18 @@ void explainSurplusWord(Finding &finding, std::string_view text) {
     Scanner scanner(text, finding.notes.front().span.begin);
     if (!scanner.skip('('))
         return;
-    scanner.word(); // the keyword
+    const bool isSpace = isSame(scanner.word(), "space");
     scanner.skipBlanks();
     const std::size_t begin = scanner.at();
     std::size_t end = begin, numWords = 0;
     std::string_view last;
     for (std::string_view word = scanner.word(); !word.empty(); word = scanner.word()) {
         if (const std::string meant = joinedDeliveryWord(last, word); !meant.empty()) {
-            finding.text += didYouMean(meant);
-            finding.fix.push_back(
-                {spanOf(scanner.at() - word.size() - last.size() - 1, scanner.at()), meant});
+            const RtiFedSpan span = spanOf(static_cast<std::size_t>(last.data() - text.data()), scanner.at());
+            finding.text =
+                inQuotes(text.substr(span.begin, span.length)) + " is written as one word" + didYouMean(meant);
+            finding.span = span;
+            finding.fix.push_back({span, meant});
             return;
         }
         if (isDeliveryWord(word))
@@ -124,7 +126,7 @@ void explainSurplusWord(Finding &finding, std::string_view text) {
         ++numWords;
     }
     const std::string_view name = text.substr(begin, end - begin);
-    if (numWords < 2 || name.size() > kNameLimit || containsAny(name, {"\"", "\n", "\r"}) ||
+    if (numWords < 2 || end == text.size() || name.size() > kNameLimit || containsAny(name, {"\"", "\n", "\r"}) ||
         (stray[0] >= '0' && stray[0] <= '9') || name.find('=') != std::string_view::npos)
         return;
     std::string meant;
@@ -135,7 +137,15 @@ void explainSurplusWord(Finding &finding, std::string_view text) {
             meant += rest[0];
         at += typographic ? 3 : 1;
     }
-    finding.text += "; a name with blanks is put in quotes: " + inQuotes(meant);
+    if (isSpace) {
+        finding.text += "; each dimension is a clause: (dimension " + shown(stray, kNameLimit) + ")";
+        return;
+    }
+    if (finding.span->begin >= end) { // a later word, which is the first that the grammar does not allow
+        finding.span = spanOf(begin, end);
+        finding.text = "expected a name, found " + counted(numWords, "word");
+    }
+    finding.text += "; if the name has blanks, put it in quotes: " + inQuotes(meant);
     finding.fix.push_back({spanOf(begin, end), '"' + meant + '"'});
 }
 

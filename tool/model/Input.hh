@@ -11,8 +11,8 @@ struct Input {
     std::string contents;
     bool whole = true; ///< False for a text that was not read beyond its first NUL byte.
 
-    /// An image begins with the length of a name, whose first byte is zero; FED text never begins so. Text in UTF-16 may,
-    /// but then each second byte is zero; an image would be that of a file name of a million bytes.
+    /// An image begins with the length of a name, whose first byte is zero; FED text never begins so. Text in UTF-16
+    /// may, but then each second byte is zero; an image would be that of a file name of a million bytes.
     bool isImage() const { return !contents.empty() && contents[0] == '\0' && !isUtf16(); }
 
 private:
