@@ -234,7 +234,57 @@ constexpr Rules kRules = {
       "An attribute or interaction class of the image has a space, transportation or ordering that does not exist. "
       "The library restores the image, but cannot list it, and queries about that member fail. An image that was "
       "saved from a FED text never has this problem.",
-      "Save the image again from its FED text.", "rtifed list model.img", "rtifed save model.fed model.img"}}};
+      "Save the image again from its FED text.", "rtifed list model.img", "rtifed save model.fed model.img"},
+     {indexOf(RuleId::badSuppression), "bad-suppression", warning, "A comment that allows a rule cannot be understood",
+      "A comment such as ;; rtifed: allow letter-case REASON hides the findings of a rule. Without the name of a rule, "
+      "or with a misspelt one, it hides nothing.",
+      "Write the rules with commas between them, then the reason; put the comment before the clause that it is for.",
+      ";; rtifed: allow lettercase old name\n(class TUG)", ";; rtifed: allow letter-case old name\n(class TUG)"},
+     {indexOf(RuleId::unusedSuppression), "unused-suppression", warning, "A comment allows a rule that finds nothing",
+      "The problem that the comment is about was fixed or has moved. Left in the file, the comment would hide a later "
+      "problem of the same kind.",
+      "Remove the comment, or the rule from its list.",
+      ";; rtifed: allow unknown-ordering old name\n(attribute Lit best_effort receive)",
+      "(attribute Lit best_effort receive)"},
+
+     {indexOf(RuleId::className), "class-name", warning, "The name of a class does not match the project's pattern",
+      "Names that follow one pattern are easier to read and to search for. The pattern is naming.class of the "
+      "configuration. The roots, RTIprivate and the Management Object Model are exempt.",
+      "Rename the class, and its uses in programs.", "(class fishing_boat)", "(class FishingBoat)"},
+     {indexOf(RuleId::attributeName), "attribute-name", warning,
+      "The name of an attribute does not match the project's pattern",
+      "The pattern is naming.attribute of the configuration. privilegeToDelete and the Management Object Model are "
+      "exempt.",
+      "Rename the attribute, and its uses in programs.", "(attribute Hull_Length reliable timestamp)",
+      "(attribute HullLength reliable timestamp)"},
+     {indexOf(RuleId::parameterName), "parameter-name", warning,
+      "The name of a parameter does not match the project's pattern",
+      "The pattern is naming.parameter of the configuration. The Management Object Model is exempt.",
+      "Rename the parameter, and its uses in programs.", "(parameter wind_force)", "(parameter WindForce)"},
+     {indexOf(RuleId::spaceName), "space-name", warning,
+      "The name of a routing space does not match the project's pattern",
+      "The pattern is naming.space of the configuration.",
+      "Rename the space, and its uses in this file and in programs.", "(space sea_area (dimension X))",
+      "(space SeaArea (dimension X))"},
+     {indexOf(RuleId::namePrefix), "name-prefix", warning, "The name of a class lacks the prefix of its subtree",
+      "A prefix shows in every message and program to which part of the model a class belongs. The configuration fixes "
+      "it for a class and all classes below it, with prefix in [[subtree]].",
+      "Begin the name with the prefix.", "(class Dredger)", "(class HarbourDredger)"},
+     {indexOf(RuleId::fixedTransportation), "fixed-transportation", warning,
+      "A transportation differs from the one that is fixed for its subtree",
+      "A project may decide that everything in a part of the model is sent alike. The configuration fixes the "
+      "transportation for a class and all classes below it, with transportation in [[subtree]]; the innermost such "
+      "class "
+      "counts.",
+      "Write the transportation that is fixed.", "(attribute Position reliable timestamp)",
+      "(attribute Position best_effort timestamp)"},
+     {indexOf(RuleId::fixedOrdering), "fixed-ordering", warning,
+      "An ordering differs from the one that is fixed for its subtree",
+      "A project may decide that everything in a part of the model is ordered alike. The configuration fixes the "
+      "ordering "
+      "for a class and all classes below it, with ordering in [[subtree]]; the innermost such class counts.",
+      "Write the ordering that is fixed.", "(attribute Position best_effort timestamp)",
+      "(attribute Position best_effort receive)"}}};
 
 /// The words of summaryOf. Rules that are one thing to the author of a file have the same words; a rule that is not
 /// listed has its identifier.
@@ -295,6 +345,16 @@ const Rule &ruleOf(RtiFedParser::Problem problem) {
 
 const Rule &ruleOf(RuleId id) {
     return kRules.at(indexOf(id));
+}
+
+bool Rule::isHabit() const {
+    return index >= indexOf(RuleId::className);
+}
+
+const Rule *findRule(std::string_view id) {
+    const auto *const found =
+        std::find_if(kRules.begin(), kRules.end(), [id](const Rule &rule) { return rule.id == id; });
+    return found == kRules.end() ? nullptr : found;
 }
 
 const Rules &allRules() {

@@ -67,6 +67,14 @@ std::string didYouMean(const std::string &suggestion) {
     return suggestion.empty() ? "" : "; did you mean " + inQuotes(suggestion) + "?";
 }
 
+std::string unknownRule(std::string_view id) {
+    std::vector<std::string> ids;
+    for (const Rule &rule : allRules())
+        ids.emplace_back(rule.id);
+    const std::string meant = suggestionFor(id, ids);
+    return "unknown rule " + inQuotes(id) + (meant.empty() ? "; rtifed explain lists the rules" : didYouMean(meant));
+}
+
 std::string noteSimilar(Finding &finding, RtiFedSpan place, const std::string &name,
                         const std::vector<std::string> &missing) {
     std::string meant = suggestionFor(name, missing);

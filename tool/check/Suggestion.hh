@@ -18,6 +18,9 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
 /// Returns a suggestion as the end of a message, such as `; did you mean "check"?`; empty if there is none.
 std::string didYouMean(const std::string &suggestion);
 
+/// Returns a message about a rule that does not exist, with a suggestion.
+std::string unknownRule(std::string_view id);
+
 /// If a declared name is similar to one of the missing names, notes at its place that the missing name was probably
 /// meant, with a fix. Returns the missing name, or an empty text.
 std::string noteSimilar(Finding &finding, RtiFedSpan place, const std::string &name,

@@ -1,6 +1,9 @@
 #include "tool/commandline/CommandLine.hh"
 
 #include "tool/commandline/Options.hh"
+#include "tool/control/Suppressions.hh"
+
+#include <algorithm>
 
 void CommandLine::addCheck() {
     CLI::App *command = addCommand(
@@ -9,10 +12,16 @@ void CommandLine::addCheck() {
         "Likely mistakes that the database accepts are warnings. rtifed explain RULE explains a rule.\n"
         "The same mistake at several places is one finding as text, json, sarif and junit; the other formats\n"
         "print each place. A summary follows the findings of several files as text.\n\n"
+        "The nearest .rtifed.toml in the folder of a file or above sets the rules for it, and a comment\n"
+        "such as ;; rtifed: allow RULE REASON hides the findings of the clause after it. Errors for which\n"
+        "the library refuses a file give exit status 1 even if they are hidden, unless a baseline has them.\n"
+        "configuration.md of the documentation describes all this.\n\n"
         "Examples:\n"
         "  rtifed check harbour.fed\n"
         "  rtifed check --format sarif *.fed >findings.sarif\n"
-        "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy",
+        "  rtifed check --quiet --fail-on warning harbour.fed && echo tidy\n"
+        "  rtifed check --rule letter-case=off --rule unused-space=error harbour.fed\n"
+        "  rtifed check --write-baseline known.json fed; rtifed check --baseline known.json fed",
         [this] { return check(_check, _console); });
     addOperand(command, "FILE", _check.files, kFileOrFolder)->required();
     addChoice(command, "--format", _check.format,
@@ -37,6 +46,58 @@ void CommandLine::addCheck() {
     command->add_flag("--statistics", _check.statistics,
                       "Print how often each rule finds something, the most frequent first, and no findings");
     command->add_flag("--quiet", _check.quiet, "Print nothing, only set the exit status");
+    addControl(command);
+}
+
+/// Adds the options that decide which findings count.
+void CommandLine::addControl(CLI::App *command) {
+    const auto addLevel = [this](const std::string &setting) {
+        const std::size_t equals = std::min(setting.find('='), setting.size());
+        const Rule *rule = findRule(setting.substr(0, equals));
+        const auto level = findLevel(setting.substr(std::min(equals + 1, setting.size())));
+        if (!rule)
+            throw CLI::ValidationError("--rule", unknownRule(setting.substr(0, equals)));
+        if (!level)
+            throw CLI::ValidationError("--rule", "expected " + setting.substr(0, equals) +
+                                                     "=off, =warning or =error, found " + inQuotes(setting));
+        _check.configuration.levels.emplace_back(rule, *level);
+    };
+    command
+        ->add_option_function<std::vector<std::string>>(
+            "--rule",
+            [addLevel](const std::vector<std::string> &settings) {
+                std::for_each(settings.begin(), settings.end(), addLevel);
+            },
+            "Switch a rule off, or make it a warning or an error: RULE=off, RULE=warning, RULE=error;\n"
+            "counts more than configurations, and may be given several times")
+        ->allow_extra_args(false)
+        ->option_text("RULE=LEVEL");
+    CLI::Option *config = command->add_option("--config", _check.configuration.file,
+                                              "Read this configuration for all files, not .rtifed.toml");
+    config->option_text("FILE");
+    command->add_flag("--no-config", _check.configuration.ignoreAll, "Read no configuration")->excludes(config);
+    command->add_flag("--show-config", _check.showSettings,
+                      "Show what holds for each file and where it was set, and check nothing");
+    CLI::Option *baseline = command->add_option(
+        "--baseline", _check.baseline, "Report only findings that are not in this file, and fail only for them");
+    baseline->option_text("FILE");
+    CLI::Option *write =
+        command
+            ->add_option("--write-baseline", _check.writeBaseline, "Write all findings to this file, and report none")
+            ->option_text("FILE");
+    write->excludes(baseline);
+    command
+        ->add_option_function<std::string>(
+            "--add-allow",
+            [this](const std::string &reason) {
+                if (const std::string fault = faultOfReason(reason); !fault.empty())
+                    throw CLI::ValidationError("--add-allow", fault);
+                _check.addAllow = reason;
+            },
+            "Write a comment with this reason before each finding that allows it, into the files themselves")
+        ->option_text("REASON")
+        ->excludes(baseline)
+        ->excludes(write);
 }
 
 void CommandLine::addExplain() {

@@ -27,6 +27,7 @@ private:
     CLI::App *addCommand(const char *name, const char *purpose, const std::string &details,
                          std::function<Status()> run);
     void addCheck();
+    void addControl(CLI::App *command);
     void addExplain();
     void addList();
     void addCalls();

@@ -1,4 +1,5 @@
 #include "tool/commands/Commands.hh"
+#include "tool/control/Decision.hh"
 
 namespace {
 
@@ -23,21 +24,50 @@ std::string withoutName(const std::string &failure, const std::string &name) {
     return failure.rfind(name + ": ", 0) == 0 ? failure.substr(name.size() + 2) : failure;
 }
 
+/// Reads the configurations of all files, so that one that cannot be used is reported once, before any finding.
+void readConfigurations(const std::vector<FileToRead> &files, const Console &console, Configurations &configurations) {
+    for (const FileToRead &file : files)
+        configurations.settingsFor(file.name == "-" ? console.stdinName : file.name);
+}
+
+void mentionLeft(const CheckOptions &options, const Baseline &baseline, const Console &console) {
+    if (const std::size_t left = baseline.numLeft(); left > 0)
+        console.err << "rtifed: " << options.baseline << ": " << counted(left, "known finding")
+                    << (left == 1 ? " is" : " are") << " not found any more; rtifed check --write-baseline "
+                    << options.baseline << " updates it\n";
+}
+
 } // namespace
 
 Status check(const CheckOptions &options, const Console &console) {
+    if (options.showSettings)
+        return showSettings(options, console);
+    if (!options.addAllow.empty())
+        return addAllowComments(options, console);
+    if (!options.writeBaseline.empty())
+        return writeBaseline(options, console);
+    Configurations configurations(options.configuration);
+    const std::vector<FileToRead> files = withoutFolders(options.files);
+    readConfigurations(files, console, configurations);
+    std::optional<Baseline> baseline;
+    if (!options.baseline.empty())
+        baseline = Baseline::read(options.baseline);
     std::ostream nowhere(nullptr);
     const auto report =
         formatOf(options)(options.quiet ? nowhere : console.out, {console.color, console.width, options.failOn});
-    const auto checkFile = [&](const Input &input) {
-        const Tally tally = reportFindings(input, Severity::warning, numShown(options, *report), *report);
+    const auto checkOne = [&](const Input &input) {
+        CheckedFile file = checkFile(input, Severity::warning);
+        decide(file, configurations.settingsFor(input.name), baseline ? &*baseline : nullptr);
+        const Tally tally = reportFindings(std::move(file), numShown(options, *report), *report);
         return tally.errors == 0 && !tally.refused && (options.failOn == Severity::error || tally.warnings == 0);
     };
     const auto failFile = [&](const std::string &name, const std::string &reason) {
         report->failFile(name, withoutName(reason, name));
     };
     report->begin();
-    const Status status = forEachFile(withoutFolders(options.files), console, checkFile, failFile);
+    const Status status = forEachFile(files, console, checkOne, failFile);
     report->end();
+    if (baseline)
+        mentionLeft(options, *baseline, console);
     return status;
 }

@@ -3,6 +3,7 @@
 #include "tool/commands/Rewriting.hh"
 #include "tool/console/Console.hh"
 #include "tool/console/Progress.hh"
+#include "tool/control/Configurations.hh"
 #include "tool/format/Format.hh"
 #include "tool/model/Comparison.hh"
 #include "tool/model/FedFiles.hh"
@@ -53,6 +54,11 @@ struct ChecksumOptions {
 
 struct CheckOptions {
     std::vector<std::string> files; ///< Or folders.
+    ConfigurationOptions configuration;
+    std::string baseline;      ///< The file of known findings; empty for none.
+    std::string writeBaseline; ///< The file to write them to in place of a report; empty for none.
+    std::string addAllow;      ///< The reason to allow all findings for, in place of a report; empty for none.
+    bool showSettings = false; ///< Whether to show what holds for the files, in place of a report.
     ReportMaker *format = textReport;
     std::optional<std::size_t> maxFindings; ///< Of each file; 0 for all. If absent, the format decides.
     bool statistics = false;                ///< Whether the findings are counted by rule, not shown.
@@ -66,6 +72,9 @@ struct ExplainOptions {
 };
 
 Status check(const CheckOptions &options, const Console &console);
+Status writeBaseline(const CheckOptions &options, const Console &console);
+Status addAllowComments(const CheckOptions &options, const Console &console);
+Status showSettings(const CheckOptions &options, const Console &console);
 Status explain(const ExplainOptions &options, const Console &console);
 Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);

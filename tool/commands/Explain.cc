@@ -2,6 +2,7 @@
 #include "tool/commands/Commands.hh"
 
 #include <algorithm>
+#include <functional>
 #include <sstream>
 
 namespace {
@@ -35,7 +36,7 @@ void printExample(const char *heading, const char *text, std::ostream &out) {
 
 /// Writes what there is to know about a rule, in lines of at most `width` columns.
 void writeRule(const Rule &rule, std::size_t width, std::ostream &out) {
-    out << rule.id << " (" << nameOf(rule.severity) << ")\n"
+    out << rule.id << " (" << nameOf(rule.severity) << (rule.isHabit() ? ", off by default" : "") << ")\n"
         << wrapped(rule.title, width) << '\n'
         << wrapped(rule.why, width) << '\n'
         << wrapped(rule.fix, width);
@@ -51,7 +52,7 @@ void writeRuleList(std::ostream &out) {
     for (const Rule &rule : allRules())
         width = std::max(width, std::string(rule.id).size());
     for (const Rule &rule : allRules()) {
-        const std::string id = rule.id, severity = nameOf(rule.severity);
+        const std::string id = rule.id, severity = rule.isHabit() ? "off" : nameOf(rule.severity);
         out << id << std::string(width + 2 - id.size(), ' ') << severity << std::string(9 - severity.size(), ' ')
             << rule.title << '\n';
     }
@@ -61,16 +62,23 @@ void writeRuleList(std::ostream &out) {
 std::string rulesAsMarkdown() {
     std::string page =
         "# What `rtifed check` finds\n\n" +
-        wrapped("Each finding ends with the name of its rule in brackets. `rtifed explain RULE` prints the same "
-                "explanation as this page, which is generated from the same table.",
-                kPageWidth) +
+        wrapped(
+            "Each finding ends with the name of its rule in brackets. `rtifed explain RULE` prints the same "
+            "explanation as this page, which is generated from the same table. [configuration.md](configuration.md) "
+            "says how to switch rules off and on.",
+            kPageWidth) +
         "\n";
-    for (const auto &[severity, heading] :
-         {std::pair(Severity::error, "Errors: the database refuses the file"),
-          std::pair(Severity::warning, "Warnings: the file loads, but probably contains a mistake")}) {
+    const auto isError = [](const Rule &rule) { return rule.severity == Severity::error; };
+    const auto isHabit = [](const Rule &rule) { return rule.isHabit(); };
+    const auto isWarning = [&](const Rule &rule) { return !isError(rule) && !isHabit(rule); };
+    const std::pair<const char *, std::function<bool(const Rule &)>> chapters[] = {
+        {"Errors: the database refuses the file", isError},
+        {"Warnings: the file loads, but probably contains a mistake", isWarning},
+        {"Habits of a project: warnings, off unless a configuration switches them on", isHabit}};
+    for (const auto &[heading, belongs] : chapters) {
         page += std::string("## ") + heading + "\n\n";
         for (const Rule &rule : allRules())
-            if (rule.severity == severity)
+            if (belongs(rule))
                 page += std::string("### ") + rule.id + "\n\n" + wrapped(std::string(rule.title) + ".", kPageWidth) +
                         "\n" + wrapped(rule.why, kPageWidth) + "\n" + wrapped(rule.fix, kPageWidth) + "\n" +
                         (rule.hasExample()
@@ -93,13 +101,9 @@ Status explain(const ExplainOptions &options, const Console &console) {
         return done;
     }
     const std::size_t width = console.width > 0 ? std::min(console.width, kUsualWidth) : kUsualWidth;
-    std::vector<std::string> ids;
-    for (const Rule &rule : allRules()) {
-        if (rule.id == options.rule) {
-            writeRule(rule, width, console.out);
-            return done;
-        }
-        ids.emplace_back(rule.id);
-    }
-    throw CannotWork("unknown rule \"" + options.rule + '"' + didYouMean(suggestionFor(options.rule, ids)));
+    const Rule *rule = findRule(options.rule);
+    if (!rule)
+        throw CannotWork(unknownRule(options.rule));
+    writeRule(*rule, width, console.out);
+    return done;
 }

@@ -1,38 +1,11 @@
 #include "tool/report/FileFindings.hh"
 
-#include "tool/check/Warnings.hh"
 #include "tool/console/Text.hh"
-#include "tool/model/Model.hh"
 #include "tool/report/Grouping.hh"
 
 #include <algorithm>
 
 namespace {
-
-/// Returns the one finding that an image may have: the library checks all else when it restores the image.
-std::vector<Finding> findingsOfImage(const Input &input, Severity least) {
-    try {
-        const auto model = restoreImage(input.contents);
-        std::ostream nowhere(nullptr);
-        if (least == Severity::warning && !writeListing(*model, nowhere))
-            return {{&ruleOf(RuleId::danglingReference), {}, kDanglingReference}};
-        return {};
-    } catch (const RTI::Exception &refused) {
-        return {{&ruleOf(RuleId::damagedImage), {}, reasonOf(refused)}};
-    }
-}
-
-std::vector<Finding> findingsOfText(const Checker &text, Severity least) {
-    std::vector<Finding> findings;
-    text.forEachFinding([&](const Finding &error) {
-        findings.push_back(error);
-        return true;
-    });
-    if (least == Severity::warning)
-        for (Finding &warning : warningsOf(text))
-            findings.push_back(std::move(warning));
-    return findings;
-}
 
 bool isReported(const Finding &finding) {
     return !finding.suppression;
@@ -42,25 +15,29 @@ bool isError(const Finding &finding) {
     return finding.severity == Severity::error;
 }
 
-/// Says which errors that make the library refuse the file are not shown as errors; empty if all are.
+/// Returns why errors that make the library refuse the file are not reported as errors, and how many for each reason.
+std::vector<std::pair<std::string, std::size_t>> refusalsByReason(const std::vector<Finding> &findings) {
+    std::vector<std::pair<std::string, std::size_t>> reasons;
+    for (const Finding &finding : findings) {
+        if (!finding.refusesFile() || (isReported(finding) && isError(finding)))
+            continue;
+        const std::string reason = !finding.suppression ? "reported as a warning"
+                                   : finding.suppression->kind == Suppression::Kind::inText
+                                       ? "allowed by a comment"
+                                       : finding.suppression->justification;
+        const auto known =
+            std::find_if(reasons.begin(), reasons.end(), [&](const auto &r) { return r.first == reason; });
+        ++(known == reasons.end() ? reasons.emplace_back(reason, 0) : *known).second;
+    }
+    return reasons;
+}
+
+/// Says so: `2 errors are allowed by a comment; the library refuses the file`; empty if all are reported.
 std::string describeRefusals(const std::vector<Finding> &findings) {
-    const auto count = [&](auto applies) {
-        return static_cast<std::size_t>(std::count_if(findings.begin(), findings.end(), [&](const Finding &finding) {
-            return finding.refusesFile() && applies(finding);
-        }));
-    };
     std::vector<std::string> parts;
-    const auto add = [&](std::size_t number, const std::string &how) {
-        if (number > 0)
-            parts.push_back(counted(number, "error") + (number == 1 ? " is " : " are ") + how);
-    };
-    using Kind = Suppression::Kind;
-    for (const auto &[kind, how] : {std::pair(Kind::inText, "hidden by comments"),
-                                    std::pair(Kind::byConfiguration, "hidden by the configuration"),
-                                    std::pair(Kind::byBaseline, "in the baseline")})
-        add(count([kind = kind](const Finding &f) { return f.suppression && f.suppression->kind == kind; }), how);
-    add(count([](const Finding &f) { return isReported(f) && !isError(f); }), "reported as warnings");
-    return parts.empty() ? "" : joined(parts, ", ") + "; the library refuses the file";
+    for (const auto &[reason, count] : refusalsByReason(findings))
+        parts.push_back(counted(count, "error") + (count == 1 ? " is " : " are ") + reason);
+    return parts.empty() ? "" : joined(parts) + "; the library refuses the file";
 }
 
 /// Syntax errors are the gravest, since others may follow from them; the note that there are too many errors says
@@ -82,8 +59,11 @@ Tally tallyOf(const std::vector<Finding> &findings, std::size_t most) {
     return tally;
 }
 
-/// Reports those of the findings that are to be shown.
-Tally reportAll(const Source &source, std::vector<Finding> findings, std::size_t most, Report &report) {
+} // namespace
+
+Tally reportFindings(CheckedFile file, std::size_t most, Report &report) {
+    const Source source(file.name, file.text ? &file.text->parser() : nullptr);
+    std::vector<Finding> findings = std::move(file.findings);
     std::stable_partition(findings.begin(), findings.end(), isError);
     if (report.joinsFindings())
         findings = grouped(std::move(findings));
@@ -97,16 +77,4 @@ Tally reportAll(const Source &source, std::vector<Finding> findings, std::size_t
         }
     report.endFile(source, tally);
     return tally;
-}
-
-} // namespace
-
-Tally reportFindings(const Input &input, Severity least, std::size_t most, Report &report, const Control &control) {
-    std::optional<Checker> text;
-    if (!input.isImage())
-        text.emplace(input.contents);
-    std::vector<Finding> findings = text ? findingsOfText(*text, least) : findingsOfImage(input, least);
-    if (control)
-        control(text ? &*text : nullptr, findings);
-    return reportAll(Source(input.name, text ? &text->parser() : nullptr), std::move(findings), most, report);
 }

@@ -47,6 +47,8 @@ public:
     void endFile(const Source &source, const Tally &tally) override {
         if (tally.hidden() > 0)
             _out << "::notice" << fileProperty(source.name()) << "::" << escaped(describeHidden(tally)) << '\n';
+        if (!tally.remark.empty())
+            _out << "::notice" << fileProperty(source.name()) << "::" << escaped(tally.remark) << '\n';
     }
 
     void failFile(const std::string &fileName, const std::string &reason) override {

@@ -40,7 +40,7 @@ public:
     void endFile(const Source &, const Tally &tally) override {
         _json.endArray().member("loads", tally.gravest == nullptr);
         _json.member("errors", tally.errors).member("warnings", tally.warnings);
-        _json.member("notShown", tally.hidden()).endObject();
+        _json.member("notShown", tally.hidden()).member("suppressed", tally.suppressed).endObject();
     }
 
     void failFile(const std::string &fileName, const std::string &reason) override {

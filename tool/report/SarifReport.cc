@@ -80,6 +80,14 @@ Json linkedMessage(const Source &source, const Finding &finding) {
     return {{"text", text + (numLinks < finding.furtherPlaces.size() ? ", ..." : "")}};
 }
 
+Json jsonOf(const Suppression &suppression) {
+    Json json = {{"kind", suppression.kind == Suppression::Kind::inText ? "inSource" : "external"},
+                 {"status", "accepted"}};
+    if (!suppression.justification.empty())
+        json["justification"] = suppression.justification;
+    return json;
+}
+
 /// Returns a result without its related locations and fixes.
 Json resultOf(const Source &source, const Finding &finding) {
     Json result = {{"ruleId", finding.rule->id},
@@ -87,6 +95,8 @@ Json resultOf(const Source &source, const Finding &finding) {
                    {"level", nameOf(finding.severity)},
                    {"message", linkedMessage(source, finding)},
                    {"locations", Json::array({locationOf(source, finding.span)})}};
+    if (finding.suppression)
+        result["suppressions"] = Json::array({jsonOf(*finding.suppression)});
     return result;
 }
 
@@ -95,7 +105,7 @@ Json describe(const Rule &rule) {
             {"shortDescription", message(rule.title)},
             {"fullDescription", message(rule.why)},
             {"help", message(std::string(rule.fix) + "\n\nWrong:\n" + rule.wrong + "\n\nRight:\n" + rule.right)},
-            {"defaultConfiguration", {{"level", nameOf(rule.severity)}}}};
+            {"defaultConfiguration", {{"level", nameOf(rule.severity)}, {"enabled", !rule.isHabit()}}}};
 }
 
 Json notification(const char *level, const std::string &fileName, const std::string &text) {
@@ -132,7 +142,11 @@ public:
         _json.endObject();
     }
 
+    bool showsSuppressed() const override { return true; }
+
     void endFile(const Source &source, const Tally &tally) override {
+        if (!tally.remark.empty())
+            _notifications.push_back(notification("note", source.name(), tally.remark));
         if (tally.hidden() > 0)
             _notifications.push_back(notification("note", source.name(), describeHidden(tally)));
     }

@@ -1,0 +1,35 @@
+"""Runs recorded cases: shell commands, each case in a new folder, and what they print.
+
+cases_test.py CASES PROGRAM EXAMPLES [record]
+
+In CASES, "----" lines separate the cases, and a "====" line separates the commands from what they print on both outputs.
+rtifed is PROGRAM, $EXAMPLES the folder of the examples. With "record", what is printed is written to CASES."""
+
+import difflib
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+cases, program, examples = (pathlib.Path(argument).resolve() for argument in sys.argv[1:4])
+
+
+def run(commands):
+    with tempfile.TemporaryDirectory() as work:
+        os.mkdir(work + "/bin")
+        os.symlink(program, work + "/bin/rtifed")
+        os.mkdir(work + "/at")
+        environment = {"PATH": work + "/bin:" + os.environ["PATH"], "EXAMPLES": str(examples), "LC_ALL": "C.UTF-8"}
+        done = subprocess.run(["sh", "-c", commands], cwd=work + "/at", env=environment, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    return done.stdout.decode("utf-8", "backslashreplace")
+
+
+expected = cases.read_text()
+actual = "----\n".join(commands + "====\n" + run(commands)
+                        for commands in (case.partition("====\n")[0] for case in expected.split("----\n")))
+if sys.argv[4:] == ["record"]:
+    cases.write_text(actual)
+elif actual != expected:
+    sys.exit("\n".join(difflib.unified_diff(expected.splitlines(), actual.splitlines(), "expected", "actual", n=8, lineterm="")))

@@ -1,0 +1,41 @@
+#include "tool/check/CheckedFile.hh"
+
+#include "tool/check/Warnings.hh"
+#include "tool/model/Model.hh"
+
+namespace {
+
+/// Returns the one finding that an image may have: the library checks all else when it restores the image.
+std::vector<Finding> findingsOfImage(const Input &input, Severity least) {
+    try {
+        const auto model = restoreImage(input.contents);
+        std::ostream nowhere(nullptr);
+        if (least == Severity::warning && !writeListing(*model, nowhere))
+            return {{&ruleOf(RuleId::danglingReference), {}, kDanglingReference}};
+        return {};
+    } catch (const RTI::Exception &refused) {
+        return {{&ruleOf(RuleId::damagedImage), {}, reasonOf(refused)}};
+    }
+}
+
+std::vector<Finding> findingsOfText(const Checker &text, Severity least) {
+    std::vector<Finding> findings;
+    text.forEachFinding([&](const Finding &error) {
+        findings.push_back(error);
+        return true;
+    });
+    if (least == Severity::warning)
+        for (Finding &warning : warningsOf(text))
+            findings.push_back(std::move(warning));
+    return findings;
+}
+
+} // namespace
+
+CheckedFile checkFile(const Input &input, Severity least) {
+    if (input.isImage())
+        return {input.name, nullptr, findingsOfImage(input, least)};
+    auto text = std::make_unique<Checker>(input.contents);
+    std::vector<Finding> findings = findingsOfText(*text, least);
+    return {input.name, std::move(text), std::move(findings)};
+}

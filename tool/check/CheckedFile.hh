@@ -1,0 +1,17 @@
+#pragma once
+
+#include "tool/check/Checker.hh"
+#include "tool/model/Input.hh"
+
+#include <memory>
+#include <vector>
+
+/// A file and what was found in it.
+struct CheckedFile {
+    std::string name;
+    std::unique_ptr<Checker> text; ///< Null for a saved image.
+    std::vector<Finding> findings; ///< The errors in the order of the text, then the warnings.
+};
+
+/// Finds what is at least as severe as `least`.
+CheckedFile checkFile(const Input &input, Severity least);

@@ -1,0 +1,28 @@
+#include "tool/commands/Commands.hh"
+#include "tool/console/OutputFile.hh"
+#include "tool/control/Decision.hh"
+
+Status writeBaseline(const CheckOptions &options, const Console &console) {
+    Configurations configurations(options.configuration);
+    Baseline baseline(options.writeBaseline);
+    std::size_t numFiles = 0;
+    const auto addFindings = [&](const Input &input) {
+        CheckedFile file = checkFile(input, Severity::warning);
+        decide(file, configurations.settingsFor(input.name), nullptr);
+        baseline.beginFile(file.name);
+        for (const Finding &finding : file.findings)
+            if (!finding.suppression)
+                baseline.add(finding);
+        ++numFiles;
+        return true;
+    };
+    if (forEachFile(withoutFolders(options.files), console, addFindings,
+                    [](const std::string &, const std::string &) {}) != done)
+        throw CannotWork(options.writeBaseline + ": not written, since a file cannot be read");
+    const std::string text = baseline.text();
+    writeFile(options.writeBaseline, text.data(), text.size());
+    if (!options.quiet)
+        console.out << options.writeBaseline << ": " << counted(baseline.size(), "finding") << " of "
+                    << counted(numFiles, "file") << '\n';
+    return done;
+}
