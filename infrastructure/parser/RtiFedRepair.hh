@@ -1,6 +1,6 @@
 #pragma once
 
-#include "infrastructure/parser/RtiFedBalance.hh"
+#include "infrastructure/parser/balance/RtiFedBalance.hh"
 
 #include <memory>
 #include <utility>

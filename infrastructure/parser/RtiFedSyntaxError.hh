@@ -1,7 +1,7 @@
 #pragma once
 
 #include "infrastructure/RtiFedErrorTypes.hh"
-#include "infrastructure/parser/RtiFedBalance.hh"
+#include "infrastructure/parser/balance/RtiFedBalance.hh"
 #include "infrastructure/parser/RtiFedGrammar.hh"
 
 #include <optional>

@@ -1,4 +1,4 @@
-#include "infrastructure/parser/RtiFedLayoutHabits.hh"
+#include "infrastructure/parser/balance/RtiFedLayoutHabits.hh"
 
 #include <algorithm>
 #include <cmath>
@@ -29,7 +29,8 @@ RtiFedLayoutHabits::RtiFedLayoutHabits()
 
 std::size_t RtiFedLayoutHabits::index(Habit habit, int context, int value) {
     const int inRange = std::clamp(value, -kMiddle, kMiddle) + kMiddle;
-    return static_cast<std::size_t>((habit * kContexts + context) * kValues + inRange);
+    const std::size_t row = std::size_t{habit} * kContexts + static_cast<std::size_t>(context);
+    return row * kValues + static_cast<std::size_t>(inRange);
 }
 
 void RtiFedLayoutHabits::expect(Habit habit, int context, int value, float times) {

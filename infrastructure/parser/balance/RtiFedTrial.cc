@@ -1,4 +1,4 @@
-#include "infrastructure/parser/RtiFedTrial.hh"
+#include "infrastructure/parser/balance/RtiFedTrial.hh"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "infrastructure/parser/RtiFedLayout.hh"
+#include "infrastructure/parser/balance/RtiFedLayout.hh"
 
 #include "infrastructure/parser/RtiFedLexer.hh"
 

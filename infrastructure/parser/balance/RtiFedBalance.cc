@@ -1,6 +1,6 @@
-#include "infrastructure/parser/RtiFedBalance.hh"
+#include "infrastructure/parser/balance/RtiFedBalance.hh"
 
-#include "infrastructure/parser/RtiFedBalanceSearch.hh"
+#include "infrastructure/parser/balance/RtiFedBalanceSearch.hh"
 
 #include <algorithm>
 #include <cmath>

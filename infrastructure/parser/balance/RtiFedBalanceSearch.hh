@@ -1,8 +1,8 @@
 #pragma once
 
-#include "infrastructure/parser/RtiFedLayout.hh"
-#include "infrastructure/parser/RtiFedLayoutHabits.hh"
-#include "infrastructure/parser/RtiFedTrial.hh"
+#include "infrastructure/parser/balance/RtiFedLayout.hh"
+#include "infrastructure/parser/balance/RtiFedLayoutHabits.hh"
+#include "infrastructure/parser/balance/RtiFedTrial.hh"
 
 #include <array>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "infrastructure/parser/RtiFedBalanceSearch.hh"
+#include "infrastructure/parser/balance/RtiFedBalanceSearch.hh"
 
 #include "infrastructure/RtiFedLimits.hh"
 

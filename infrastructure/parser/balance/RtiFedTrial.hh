@@ -1,7 +1,7 @@
 #pragma once
 
-#include "infrastructure/parser/RtiFedLayout.hh"
-#include "infrastructure/parser/RtiFedLayoutHabits.hh"
+#include "infrastructure/parser/balance/RtiFedLayout.hh"
+#include "infrastructure/parser/balance/RtiFedLayoutHabits.hh"
 
 #include <cstdint>
 #include <vector>
