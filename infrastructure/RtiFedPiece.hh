@@ -18,6 +18,6 @@ struct RtiFedPiece {
         nul         ///< A NUL byte, where the parser ends.
     };
 
-    Kind kind;
+    Kind kind = Kind::word;
     RtiFedSpan span; ///< Not empty.
 };
