@@ -223,6 +223,13 @@ std::string RtiFedSyntaxError::belongs(const RtiFedText &text) const {
 }
 
 std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
+    // Of these a text may have very many in a row, so the next token is not looked for.
+    if (problem == Problem::foreignComment)
+        return "expected \";\" to begin a comment, found \"" +
+               std::string(textOf(commentMarkAt(text.bytes().substr(at)))) + '"';
+    if (problem == Problem::foreignBlank)
+        return std::string("expected ") + (isInvisible(text.bytes().substr(at)) ? "FED text" : "a blank") + ", found " +
+               nameOfForeignBlank(text.bytes().substr(at));
     if (suspect)
         return describeSuspect(text);
     const std::string butFound = ", found " + found(text, at);
@@ -273,11 +280,8 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
         return "expected at most " + std::to_string(kMaxErrors) +
                " errors, found more; the rest of the text was not read";
     case Problem::foreignComment:
-        return "expected \";\" to begin a comment, found \"" +
-               std::string(textOf(commentMarkAt(text.bytes().substr(at)))) + '"';
     case Problem::foreignBlank:
-        return std::string("expected ") + (isInvisible(text.bytes().substr(at)) ? "FED text" : "a blank") + ", found " +
-               nameOfForeignBlank(text.bytes().substr(at));
+        break; // above
     }
     return {};
 }
