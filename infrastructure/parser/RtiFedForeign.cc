@@ -17,8 +17,8 @@ constexpr Mark kMarks[] = {{"//", ""}, {"/*", "*/"}, {"#", ""}, {"--", ""}, {"<!
 static_assert(std::size(kMarks) == static_cast<std::size_t>(RtiFedCommentMark::none));
 
 struct Blank {
-    unsigned code;
-    const char *name;
+    unsigned code = 0;
+    const char *name = nullptr;
     bool invisible = false;
 };
 

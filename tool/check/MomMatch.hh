@@ -28,9 +28,9 @@ public:
     enum class How : unsigned char { missing, inPlace, misspelt, elsewhere };
 
     struct Match {
-        const Requirement *required; ///< Null for the root.
-        std::string name;            ///< The last component of its required name.
-        const Match *owner;          ///< The match of the superclass; null for the root.
+        const Requirement *required = nullptr; ///< Null for the root.
+        std::string name;                      ///< The last component of its required name.
+        const Match *owner = nullptr;          ///< The match of the superclass; null for the root.
         How how = How::missing;
         const Node *node = nullptr;
         std::vector<std::string> missingMembers = {};

@@ -22,8 +22,8 @@ struct WordMistake {
     };
 
     What what = unknown;
-    std::size_t at = 0;               ///< The word before which one is missing, or the first word that is wrong.
-    std::array<std::size_t, 4> order; ///< Of wrongOrder: the words in the right order.
+    std::size_t at = 0;                    ///< The word before which one is missing, or the first word that is wrong.
+    std::array<std::size_t, 4> order = {}; ///< Of wrongOrder: the words in the right order.
 };
 
 /// Finds the mistake in words of which the second is not a transportation or the third not an ordering.
