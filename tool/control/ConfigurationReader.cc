@@ -197,7 +197,7 @@ private:
     }
 
     std::optional<std::string> readChoice(const toml::node &value, const std::vector<std::string> &choices) {
-        const auto word = readString(value);
+        auto word = readString(value);
         if (!word || std::find(choices.begin(), choices.end(), *word) != choices.end())
             return word;
         fault(value.source().begin, "expected " + alternatives(choices) + ", found " + inQuotes(*word) +
@@ -206,7 +206,7 @@ private:
     }
 
     std::optional<std::string> readString(const toml::node &value) {
-        const auto text = value.value_exact<std::string>();
+        auto text = value.value_exact<std::string>();
         if (!text)
             expected("a string", value);
         else if (text->empty())
@@ -255,6 +255,7 @@ private:
 
     static std::string alternatives(const std::vector<std::string> &words) {
         std::vector<std::string> quoted;
+        quoted.reserve(words.size());
         for (const std::string &word : words)
             quoted.push_back(inQuotes(word));
         const std::string last = quoted.back();

@@ -52,6 +52,7 @@ RtiFedSpan wholeOf(const SyntaxTree &tree, SyntaxTree::Index comment, bool alone
 
 std::string idsOf(const std::vector<const Rule *> &rules) {
     std::vector<std::string> ids;
+    ids.reserve(rules.size());
     for (const Rule *rule : rules)
         ids.emplace_back(rule->id);
     return joined(ids);

@@ -43,7 +43,7 @@ private:
         RtiFedSpan whole; ///< What to remove with it: its line if there is nothing else, else the blanks before it.
         RtiFedSpan list;  ///< The rules in it.
         std::string reason;
-        Scope scope;
+        Scope scope{};
         std::vector<const Rule *> rules;
         std::vector<bool> used; ///< By the index of the rule in `rules`.
     };
