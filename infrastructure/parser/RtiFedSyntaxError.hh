@@ -1,8 +1,8 @@
 #pragma once
 
 #include "infrastructure/RtiFedErrorTypes.hh"
-#include "infrastructure/parser/balance/RtiFedBalance.hh"
 #include "infrastructure/parser/RtiFedGrammar.hh"
+#include "infrastructure/parser/balance/RtiFedBalance.hh"
 
 #include <optional>
 #include <string>

@@ -20,10 +20,10 @@ struct Rule {
     const char *id;    ///< Scripts name it: once published, it stays.
     Severity severity;
     const char *title;
-    const char *why;      ///< Why the rule exists.
-    const char *fix;      ///< How to fix what it finds.
-    const char *wrong;    ///< An example that it finds.
-    const char *right;    ///< The example without the problem. Both are empty if there is no short one.
+    const char *why;   ///< Why the rule exists.
+    const char *fix;   ///< How to fix what it finds.
+    const char *wrong; ///< An example that it finds.
+    const char *right; ///< The example without the problem. Both are empty if there is no short one.
 
     bool hasExample() const { return *wrong != '\0'; }
     /// Whether it is about the habits of a project: off unless a configuration switches it on.

@@ -62,8 +62,8 @@ struct CheckOptions {
     ReportMaker *format = textReport;
     std::optional<std::size_t> maxFindings; ///< Of each file; 0 for all. If absent, the format decides.
     bool statistics = false;                ///< Whether the findings are counted by rule, not shown.
-    Severity failOn = Severity::error;       ///< The least severity that gives exit status 1.
-    bool quiet = false;                      ///< Whether nothing is printed.
+    Severity failOn = Severity::error;      ///< The least severity that gives exit status 1.
+    bool quiet = false;                     ///< Whether nothing is printed.
 };
 
 struct ExplainOptions {

@@ -3,8 +3,8 @@
 #include "tool/check/CheckedFile.hh"
 #include "tool/report/Report.hh"
 
-/// Reports the findings of a file: all errors, then all warnings, so that no warning hides an error; each in the order of
-/// the text. The first `most` are shown, the others counted.
+/// Reports the findings of a file: all errors, then all warnings, so that no warning hides an error; each in the order
+/// of the text. The first `most` are shown, the others counted.
 Tally reportFindings(CheckedFile file, std::size_t most, Report &report);
 
 /// Checks a file and reports the findings that are at least as severe as `least`.
