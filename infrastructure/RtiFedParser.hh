@@ -2,7 +2,6 @@
 
 #include "infrastructure/RtiExport.hh"
 #include "infrastructure/RtiFedErrorTypes.hh"
-#include "infrastructure/RtiFedPiece.hh"
 #include "infrastructure/RtiFedPosition.hh"
 
 #include <cstddef>

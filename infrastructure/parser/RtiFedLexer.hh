@@ -1,6 +1,6 @@
 #pragma once
 
-#include "infrastructure/RtiFedPiece.hh"
+#include "infrastructure/RtiFedPosition.hh"
 #include "infrastructure/parser/RtiFedText.hh"
 
 #include <array>

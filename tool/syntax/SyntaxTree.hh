@@ -11,8 +11,8 @@
 /// the text is. Spaces and comments are tokens too.
 ///
 /// The parser cuts the text, and a clause is from a "(" to its ")". So the tree and the parser cannot disagree about a
-/// text that parses. The tree repairs nothing: in a text that does not parse, a clause without ")" goes on to the end
-/// of the text, and a surplus ")" belongs to no clause.
+/// text that parses. The tree repairs nothing: in a text that does not parse, a clause without ")" ends with the
+/// text, and a surplus ")" belongs to no clause.
 ///
 /// Clauses are in the order of the text, each before those in it; this needs no recursion at any nesting. The tree
 /// never changes: SyntaxEdits changes the text.

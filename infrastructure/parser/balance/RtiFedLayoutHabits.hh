@@ -30,8 +30,8 @@ public:
 
     RtiFedLayoutHabits();
 
-    /// Sets what is expected of one of the habits that are no indentation, before anything is counted: as if it had
-    /// been seen so many times.
+    /// Sets what is expected of one of the habits that are no indentation, before anything is counted: as if `value`
+    /// had been counted `times` times.
     void expect(Habit habit, int context, int value, float times);
     void count(Habit habit, int context, int value);
     /// To be called after the last count().

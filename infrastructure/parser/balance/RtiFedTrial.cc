@@ -127,7 +127,7 @@ float RtiFedTrial::open(const Context &context, const Sign &sign) {
     return cost + push(context, sign.keyword, sign.words, sign.beginsLine);
 }
 
-/// Opens a clause with so many words, its keyword included.
+/// Opens a clause; `words` counts its keyword too.
 float RtiFedTrial::push(const Context &context, RtiFedSpan keyword, unsigned words, bool beginsLine) {
     bool allowed = false;
     const RtiFedClause child = guess(context.text, kind(), keyword, allowed);
