@@ -135,7 +135,7 @@ std::vector<RtiFedErrorTypes::Note> RtiFedSyntaxError::notes(const RtiFedText &t
         notes.push_back({{earlier, 1}, "this \")\" closed " + nounOf(text, clause)});
     else if ((problem == Problem::leftOpen || problem == Problem::expectedClose) && place() != clause.begin)
         notes.push_back({{clause.begin, 1}, nounOf(text, clause) + " begins here"});
-    else if (problem == Problem::expectedClause && afterFirst &&
+    else if (problem == Problem::expectedClause && afterFirst && isClass(clause.kind) &&
              isKeywordOf(RtiFedClause::secLevel, text.at(keywordAt(text, at).text)))
         notes.push_back({{endOfWords(text, clause.begin), 0}, "it belongs here"});
     if (problem == Problem::leftOpen && at == text.bytes().size())
@@ -211,12 +211,15 @@ std::string RtiFedSyntaxError::belongs(const RtiFedText &text) const {
         if (name.length > 0 && clause.kind != RtiFedClause::objectClass)
             return "; to name the space, write " + printable(text.at(name)) + " after the ordering, without \"(space\"";
     }
-    if (isKeywordOf(RtiFedClause::secLevel, word) && afterFirst)
+    const bool isSecLevel = isKeywordOf(RtiFedClause::secLevel, word);
+    if (isSecLevel && afterFirst && isClass(clause.kind))
         return "; \"sec_level\" belongs directly after the words of its class";
     auto kind = RtiFedClause::federation;
     while (kind != RtiFedClause::unknown && !isKeywordOf(kind, word))
         kind = static_cast<RtiFedClause>(static_cast<unsigned char>(kind) + 1);
-    const bool likelyUnclosed = problem == Problem::expectedClose && kind != RtiFedClause::secLevel;
+    if (problem == Problem::expectedArgument)
+        return isSecLevel ? "; \"sec_level\" belongs after these words" : "";
+    const bool likelyUnclosed = problem == Problem::expectedClose && !isSecLevel;
     if (kind == RtiFedClause::unknown || likelyUnclosed || childOf(clause.kind, word) != RtiFedClause::unknown)
         return {};
     return "; \"" + std::string(formOf(kind).keyword) + "\" belongs " + formOf(kind).place;
@@ -239,7 +242,8 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
             return std::string("expected \"(FED\", found ") + format;
         return "expected \"(FED\"" + butFound;
     case Problem::expectedArgument:
-        return "expected " + missingWords() + butFound + (place() == at ? "" : " at " + positionOf(text, at));
+        return "expected " + missingWords() + butFound + (place() == at ? "" : " at " + positionOf(text, at)) +
+               belongs(text);
     case Problem::expectedClause:
         return "expected " + listOf(keywords()) + butFound + belongs(text);
     case Problem::expectedClose:

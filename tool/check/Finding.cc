@@ -1,5 +1,22 @@
 #include "tool/check/Finding.hh"
 
+#include <re2/re2.h>
+#include <utility>
+
+namespace {
+
+/// Removes the numbers of lines and columns, and suggestions.
+std::string lasting(std::string text) {
+    static const re2::RE2 place("[0-9]+:[0-9]+"), lines("(lines?:?) [0-9]+(, [0-9]+)*( or [0-9]+)?"),
+        suggestion("; did you mean [^\n]*");
+    re2::RE2::GlobalReplace(&text, place, "...");
+    re2::RE2::GlobalReplace(&text, lines, "\\1 ...");
+    re2::RE2::GlobalReplace(&text, suggestion, "");
+    return text;
+}
+
+} // namespace
+
 void Finding::setParticular(std::string_view part) {
     const std::size_t begin = text.find(part);
     if (begin != std::string::npos)
@@ -8,6 +25,16 @@ void Finding::setParticular(std::string_view part) {
 
 std::string Finding::textAt(const FurtherPlace &place) const {
     return std::string(textBefore()) + place.particular + std::string(textAfter());
+}
+
+std::string Finding::lastingText() const {
+    return lasting(text);
+}
+
+/// A part that begins with a blank, such as ` of the attribute "Height"`, leaves a sentence; any other leaves a gap.
+std::string Finding::commonText() const {
+    const bool leavesGap = particular.length > 0 && particularText().front() != ' ';
+    return lasting(std::string(textBefore()) + (leavesGap ? "..." : "") + std::string(textAfter()));
 }
 
 /// The number follows what is particular to the first place: `... of the attribute "Height" and at 2 more places, ...`.

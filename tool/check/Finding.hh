@@ -53,6 +53,12 @@ struct Finding {
     /// The text with the number of further places.
     std::string textWithCount() const;
 
+    /// The text with what is particular to its place, without what changes when other parts of the file do: the numbers
+    /// of lines and columns, and suggestions. By it a finding is recognised in a later version of the file.
+    std::string lastingText() const;
+    /// The same without what is particular to its place, so that it is the same for all places of a mistake.
+    std::string commonText() const;
+
     /// Whether the library refuses the file for it, whatever severity it is reported with.
     bool refusesFile() const { return rule->severity == Severity::error; }
 

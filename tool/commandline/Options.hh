@@ -42,6 +42,7 @@ void addChoice(CLI::App *command, const std::string &name, Value &value,
     };
     command->add_option_function<std::string>(name, choose, purpose)
         ->type_name(typeOf(words))
+        ->take_last()
         ->option_text(placeholder);
 }
 

@@ -61,7 +61,7 @@ Status addAllowComments(const CheckOptions &options, const Console &console) {
         const AllowedText allowed = addAllowComments(*file.text, file.findings, options.addAllow);
         const CheckedFile changed = check({input.name, allowed.text});
         if (!isSame(file, changed))
-            throw CannotWork(input.name + ": not changed, since comments would change its meaning");
+            throw CannotWork(input.name + ": not changed, since with the comments check finds something else");
         if (allowed.numComments > 0)
             writeFile(input.name, allowed.text.data(), allowed.text.size());
         if (!options.quiet)

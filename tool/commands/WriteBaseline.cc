@@ -3,6 +3,9 @@
 #include "tool/control/Decision.hh"
 
 Status writeBaseline(const CheckOptions &options, const Console &console) {
+    if (options.writeBaseline == "-")
+        throw CannotWork(
+            "--write-baseline needs the name of a file, since the paths in a baseline are relative to its folder");
     Configurations configurations(options.configuration);
     Baseline baseline(options.writeBaseline);
     std::size_t numFiles = 0;

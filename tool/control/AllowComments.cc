@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
+#include <utility>
 
 namespace {
 
@@ -16,10 +18,15 @@ public:
     CommentWriter(const RtiFedParser &text, const std::string &reason)
         : _tree(text), _edits(_tree), _reason(reason), _lineEnd(lineEndOf(_tree)) {}
 
+    /// Allows a rule where a finding is. Those that need a comment at the end of a line come last, since a comment
+    /// before a clause around them may be for them too.
     void allow(const Rule &rule, std::uint32_t offset) {
-        auto &rules = _rules[placeFor(offset)];
-        if (std::find(rules.begin(), rules.end(), &rule) == rules.end())
-            rules.push_back(&rule);
+        const Index clause = clauseAt(offset);
+        if (clause != SyntaxTree::kNone && !indentationOf(_tree, _tree.clauses()[clause].open))
+            return _onSharedLines.push_back({&rule, offset});
+        if (clause != SyntaxTree::kNone)
+            _allowedIn[clause].insert(&rule);
+        add(rule, offset);
     }
 
     std::size_t numComments() const { return _rules.size(); }
@@ -30,7 +37,33 @@ public:
         return _edits.text();
     }
 
+    /// To be called after all findings were allowed.
+    void finish() {
+        for (const auto &[rule, offset] : _onSharedLines)
+            if (!isAllowedAround(clauseAt(offset), *rule))
+                add(*rule, offset);
+    }
+
 private:
+    Index clauseAt(std::uint32_t offset) const {
+        return _tree.clauses().empty() ? SyntaxTree::kNone : _tree.clauseAt(offset);
+    }
+
+    bool isAllowedAround(Index clause, const Rule &rule) const {
+        for (; clause != SyntaxTree::kNone; clause = _tree.clauses()[clause].parent) {
+            const auto allowed = _allowedIn.find(clause);
+            if (allowed != _allowedIn.end() && allowed->second.count(&rule) > 0)
+                return true;
+        }
+        return false;
+    }
+
+    void add(const Rule &rule, std::uint32_t offset) {
+        auto &rules = _rules[placeFor(offset)];
+        if (std::find(rules.begin(), rules.end(), &rule) == rules.end())
+            rules.push_back(&rule);
+    }
+
     /// Where a comment is inserted, and what is written before and after it.
     struct Place {
         std::uint32_t offset;
@@ -40,11 +73,10 @@ private:
     };
 
     Place placeFor(std::uint32_t offset) {
-        const auto &clauses = _tree.clauses();
-        const Index clause = clauses.empty() ? SyntaxTree::kNone : _tree.clauseAt(offset);
+        const Index clause = clauseAt(offset);
         if (clause == SyntaxTree::kNone) // outside of all clauses, for which only the whole file is left
             return beforeToken(firstToken());
-        const Index open = clauses[clause].open;
+        const Index open = _tree.clauses()[clause].open;
         if (indentationOf(_tree, open))
             return beforeToken(open);
         const auto end = endOfCode(offset);
@@ -108,6 +140,8 @@ private:
     const std::string &_reason;
     const std::string _lineEnd;
     std::map<Place, std::vector<const Rule *>> _rules;
+    std::map<Index, std::set<const Rule *>> _allowedIn; // by comments before these clauses
+    std::vector<std::pair<const Rule *, std::uint32_t>> _onSharedLines;
     std::uint32_t _lineBegin = 0, _lineStop = 0; // the line of the last answer
     std::optional<Index> _lineCode;
 };
@@ -123,5 +157,6 @@ AllowedText addAllowComments(const Checker &text, const std::vector<Finding> &fi
             writer.allow(*finding.rule, finding.span->begin);
             ++numFindings;
         }
+    writer.finish();
     return {writer.text(), writer.numComments(), numFindings};
 }

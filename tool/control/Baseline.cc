@@ -6,23 +6,12 @@
 
 #include <limits>
 #include <numeric>
-#include <re2/re2.h>
 #include <sstream>
 
 namespace {
 
 constexpr int kFormatVersion = 1;
 constexpr std::size_t kLongest = std::size_t(64) << 20; // bytes of a baseline
-
-/// Returns what a finding says without what changes when other parts of the file do: places such as 12:3, and
-/// suggestions.
-std::string lastingText(const Finding &finding) {
-    static const re2::RE2 place("[0-9]+:[0-9]+"), suggestion("; did you mean [^\n]*");
-    std::string text = finding.textWithDetails();
-    re2::RE2::GlobalReplace(&text, place, "...");
-    re2::RE2::GlobalReplace(&text, suggestion, "");
-    return text;
-}
 
 /// Reads the entries of a document. Throws Json exceptions, or a std::string that says what is wrong.
 template <class Add>
@@ -98,5 +87,8 @@ std::string Baseline::text() const {
 }
 
 Baseline::Key Baseline::keyOf(const Finding &finding) const {
-    return {_file, finding.rule->id, lastingText(finding)};
+    std::string text = finding.lastingText();
+    for (const std::string &detail : finding.details)
+        text += '\n' + detail;
+    return {_file, finding.rule->id, std::move(text)};
 }

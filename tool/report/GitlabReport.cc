@@ -8,39 +8,15 @@
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-/// Returns a text without the numbers of positions, LINE:COLUMN.
-std::string withoutPositions(const std::string &text) {
-    std::string kept;
-    for (std::size_t at = 0; at < text.size();) {
-        std::size_t end = at;
-        while (end < text.size() && isDigit(text[end]))
-            ++end;
-        if (end > at && end + 1 < text.size() && text[end] == ':' && isDigit(text[end + 1])) {
-            for (++end; end < text.size() && isDigit(text[end]);)
-                ++end;
-            at = end;
-        } else {
-            end = end > at ? end : end + 1;
-            kept.append(text, at, end - at);
-            at = end;
-        }
-    }
-    return kept;
-}
-
 /// Names the findings of a file so that their names stay when lines move.
 ///
-/// The idea: a finding is known by its rule and its text without the positions in it. Equal ones are numbered in their
+/// The idea: a finding is known by its rule and the part of its text that lasts. Equal ones are numbered in their
 /// order, so that one more or less changes no other name.
 class Identities {
 public:
     /// Returns 64 hexadecimal digits for the next finding of the file.
     std::string next(const std::string &fileName, const Finding &finding) {
-        std::string mistake = finding.rule->id + ('\0' + withoutPositions(finding.text));
+        std::string mistake = finding.rule->id + ('\0' + finding.lastingText());
         mistake = fileName + '\0' + mistake + '\0' + std::to_string(_count[mistake]++);
         return sha256(mistake);
     }

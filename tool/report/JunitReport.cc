@@ -44,8 +44,8 @@ std::string attribute(const char *name, const std::string &value) {
 /// A test suite for each file, and in it a test case for each finding; a file without findings has one that passes.
 /// Findings that do not fail the check are output of a test case that passes.
 ///
-/// Servers recognise a test case by its name and class from one run to the next. So the name is the text, without what
-/// is particular to the first place, and not the line.
+/// Servers recognise a test case by its name and class from one run to the next. So the name is the text without
+/// what is particular to a place and without the line.
 class JunitReport : public Report {
 public:
     JunitReport(std::ostream &out, Severity failOn) : _out(out), _failOn(failOn) {}
@@ -63,8 +63,9 @@ public:
     }
 
     void add(const Source &source, const Finding &finding) override {
-        const std::string name =
-            std::string(finding.rule->id) + ": " + std::string(finding.textBefore()) + std::string(finding.textAfter());
+        std::string name = finding.rule->id + (": " + finding.commonText());
+        if (name.back() == ':') // which announces the details
+            name.pop_back();
         std::string body;
         const auto addLine = [&](RtiFedSpan span, const std::string &kind, const std::string &text) {
             body += source.place(span) + ": " + kind + ": " + text + '\n';

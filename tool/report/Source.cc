@@ -18,7 +18,7 @@ RtiFedPosition Source::characterPosition(std::uint32_t offset) const {
 }
 
 std::string Source::place(const std::optional<RtiFedSpan> &span) const {
-    return textOf(_name, span ? std::optional(begin(*span)) : std::nullopt);
+    return textOf(shown(_name), span ? std::optional(begin(*span)) : std::nullopt);
 }
 
 std::size_t Source::charactersBefore(std::uint32_t offset) const {

@@ -27,7 +27,11 @@ public:
         count.files += std::exchange(count.lastFile, _file) == _file ? 0 : 1;
     }
 
-    void endFile(const Source &, const Tally &tally) override { _summary.addFile(tally); }
+    void endFile(const Source &source, const Tally &tally) override {
+        _summary.addFile(tally);
+        if (!tally.remark.empty())
+            _remarks.push_back(source.name() + ": note: " + tally.remark);
+    }
     void failFile(const std::string &, const std::string &) override { _summary.addFailure(); }
 
     void end() override {
@@ -43,6 +47,8 @@ public:
                  << "  " << rule->id << std::string(width + 2 - std::string(rule->id).size(), ' ') << rule->title
                  << '\n';
         }
+        for (const std::string &remark : _remarks)
+            _out << remark << '\n';
         if (_summary.isUseful())
             _out << _summary.text() << '\n';
     }
@@ -70,6 +76,7 @@ private:
     std::array<Count, std::tuple_size<Rules>::value> _counts;
     std::size_t _file = 0; // the number of the current one
     Summary _summary;
+    std::vector<std::string> _remarks; // about errors that are hidden
 };
 
 /// The same as JSON.
