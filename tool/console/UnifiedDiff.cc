@@ -200,7 +200,7 @@ void writeUnifiedDiff(std::string_view before, std::string_view after, const std
     const char *const strong = color ? "\033[1m" : nullptr;
     os << Colored{strong, "--- " + shown(name)} << '\n' << Colored{strong, "+++ " + shown(name)} << '\n';
     DiffWriter writer(a, b, color, os);
-    for (std::size_t first = 0, last; first < changes.size(); first = last + 1) {
+    for (std::size_t first = 0, last = 0; first < changes.size(); first = last + 1) {
         for (last = first; last + 1 < changes.size() && changes[last + 1].beginA - changes[last].endA <= 2 * kContext;)
             ++last;
         writer.writeHunk(&changes[first], &changes[last]);

@@ -23,7 +23,7 @@ public:
     void allow(const Rule &rule, std::uint32_t offset) {
         const Index clause = clauseAt(offset);
         if (clause != SyntaxTree::kNone && !indentationOf(_tree, _tree.clauses()[clause].open))
-            return _onSharedLines.push_back({&rule, offset});
+            return void(_onSharedLines.emplace_back(&rule, offset));
         if (clause != SyntaxTree::kNone)
             _allowedIn[clause].insert(&rule);
         add(rule, offset);

@@ -77,11 +77,9 @@ private:
         const std::string_view bytes = _tree.bytes(_pieces[piece].token);
         const bool isKeyword = std::exchange(_keywordFollows, false);
         _keywordFollows = bytes == "(" || (isKeyword && isComment(piece));
-        if (!changes(piece))
-            _text += bytes;
-        else if (isComment(piece))
+        if (changes(piece) && isComment(piece))
             _text += bytes.substr(0, bytes.find_last_not_of(" \t\v\f") + 1);
-        else if (isKeyword)
+        else if (changes(piece) && isKeyword)
             _text += RtiFedParser::keyword(bytes);
         else
             _text += bytes;

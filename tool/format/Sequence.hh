@@ -6,20 +6,18 @@
 
 /// A word, parenthesis or comment of a text that is formatted.
 struct SequencePiece {
-    SyntaxTree::Index token;
-    SyntaxTree::Index clause; ///< The clause whose layout decides about it. A comment before a clause belongs to that.
-    std::uint32_t gap;        ///< In the text, the spaces before it begin here.
-    bool beginsLine;          ///< In the text.
-    bool afterBlankLine;      ///< In the text.
-    bool continues = false;   ///< A comment that continues the comment before it, on a line of its own.
+    SyntaxTree::Index token = 0;
+    SyntaxTree::Index clause = SyntaxTree::kNone; ///< Whose layout decides about it; of a comment, the next one's.
+    std::uint32_t gap = 0;                        ///< In the text, the spaces before it begin here.
+    bool beginsLine = false;                      ///< In the text.
+    bool afterBlankLine = false;                  ///< In the text.
+    bool continues = false; ///< A comment that continues the comment before it, on a line of its own.
 };
 
 /// Returns the pieces of a text in the order in which they are written again. It is that of the text, except that some
 /// comments and ")" change places, so that a comment stays with its clause when each clause gets a line of its own:
 ///
-/// - A comment after several ")" belongs to the last clause that begins on its line, and is written after that one's
-/// ")".
-///   The others then are on lines of their own.
+/// - A comment after several ")" belongs to the last clause that begins on its line, and follows that clause's ")".
 /// - The ")" of a clause without clauses in it is written before the comment after its last word.
 ///
 /// A comment on a line of its own below a comment of this kind, in the same column, continues it and follows it.

@@ -53,12 +53,13 @@ void RtiFedLayoutHabits::learn() {
 void RtiFedLayoutHabits::learnIndents(Habit habit) {
     constexpr float kExpectedWeight = 10, kOthersWeight = 6, kNeighbour = 0.2F;
     std::array<float, kValues> others{};
+    const auto place = [](int v) { return static_cast<std::size_t>(v) + static_cast<std::size_t>(kMiddle); };
     float total = kExpectedWeight;
     for (int v = -kMiddle; v <= kMiddle; ++v) {
         float seen = 0;
         for (int context = 0; context < kContexts; ++context)
             seen += trusted(_counts[index(habit, context, v)]);
-        others[static_cast<std::size_t>(v + kMiddle)] = kExpectedWeight * expected(habit, v) + seen;
+        others[place(v)] = kExpectedWeight * expected(habit, v) + seen;
         total += seen;
     }
     for (int context = 0; context < kContexts; ++context) {
@@ -66,8 +67,8 @@ void RtiFedLayoutHabits::learnIndents(Habit habit) {
             return v < -kMiddle || v > kMiddle ? 0 : trusted(_counts[index(habit, context, v)]);
         };
         for (int v = -kMiddle; v <= kMiddle; ++v)
-            _costs[index(habit, context, v)] = seen(v) + kNeighbour * (seen(v - 1) + seen(v + 1)) +
-                                               kOthersWeight * others[static_cast<std::size_t>(v + kMiddle)] / total;
+            _costs[index(habit, context, v)] =
+                seen(v) + kNeighbour * (seen(v - 1) + seen(v + 1)) + kOthersWeight * others[place(v)] / total;
         weightsToCosts(habit, context);
     }
 }
