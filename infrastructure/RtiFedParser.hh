@@ -89,7 +89,7 @@ public:
 
     /// Whether a part of the text that was not understood may declare this name. Letter case does not matter.
     bool skipped(std::string_view name) const;
-    /// The same, in the class whose name is at offset `owner` but not in a class clause within it; 0 stands for the
+    /// The same, in the class whose name is at offset `owner` but not in a class clause within it; 0 means the
     /// text outside of classes.
     bool skipped(std::string_view name, std::uint32_t owner) const;
 

@@ -55,7 +55,8 @@ struct Character {
     std::size_t size;
 };
 
-/// The character that these bytes begin with, of those up to U+FFFF; bytes that are not UTF-8 stand for themselves.
+/// The character that these bytes begin with, of those up to U+FFFF; a byte that is not UTF-8 is a character of that
+/// code.
 Character characterAt(std::string_view bytes) {
     const auto at = [bytes](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U; };
     const auto continues = [&at](std::size_t i) { return (at(i) & 0xC0U) == 0x80; };

@@ -22,7 +22,7 @@ RtiFedReader RtiFedReader::read(const RtiFedText &text) {
                               error.problem == (balance.missingCloses < 0 ? Problem::trailingText : Problem::leftOpen);
         return first;
     }
-    // Without the suspects, one error may stand for several mistakes; but not for some that cancel out.
+    // Without the suspects, one error may report several mistakes, but not mistakes that cancel out.
     const auto imbalance = static_cast<std::size_t>(std::abs(balance.missingCloses));
     const std::size_t more = balance.numMistakes == imbalance ? imbalance - 1 : 0;
     RtiFedReader second(text, RtiFedRepair(text, std::make_shared<const RtiFedBalance>(std::move(balance))));
@@ -46,7 +46,7 @@ bool RtiFedReader::insertSuspectedClose() {
     const RtiFedToken next = peek();
     if (!nesting.insertSuspectedClose(at, next.begin))
         return false;
-    if (next.kind == Kind::end) // one error stands for all clauses that are left open there
+    if (next.kind == Kind::end) // one error reports all clauses that are left open there
         nesting.stopped = true;
     _token = {};
     _token.kind = Kind::close;

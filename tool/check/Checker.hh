@@ -53,7 +53,7 @@ public:
     const RtiFedDatabase &database() const { return _database; }
 
     /// Whether a part of the text that was not understood may declare this name in a class, whose name is at offset
-    /// `owner`; 0 stands for the text outside of classes.
+    /// `owner`; 0 means the text outside of classes.
     bool mayBeDeclaredIn(std::uint32_t owner, std::string_view name) const;
     /// The number of declarations in that class whose name is missing.
     std::size_t numLostNames(std::uint32_t owner) const;

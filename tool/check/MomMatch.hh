@@ -166,7 +166,7 @@ private:
                            [&](const auto &handle) { return isWanted(*_database.find(handle)); });
     }
 
-    /// Whether a required class is directly below another one; null stands for the root.
+    /// Whether a required class is directly below another one; null means the root.
     static bool isBelow(const Requirement &required, const Requirement *owner) {
         const auto dot = required.className.rfind('.');
         return dot == std::string::npos ? !owner : owner && required.className.compare(0, dot, owner->className) == 0;

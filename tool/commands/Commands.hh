@@ -34,7 +34,7 @@ struct FindOptions {
     std::string name;
     bool all = false;   ///< Whether long lists are shown in full.
     bool quiet = false; ///< Whether nothing is printed.
-    bool glob = false;  ///< Whether * and ? in the name stand for other characters.
+    bool glob = false;  ///< Whether * and ? in the name match other characters.
 };
 
 struct JsonOptions {

@@ -17,7 +17,7 @@ bool endsIn(std::string_view path, std::string_view name);
 /// it has fewer.
 std::string_view endLike(std::string_view path, std::string_view name);
 
-/// A dotted name, or a pattern of dotted names, in which * stands for any characters of a component and ? for one.
+/// A dotted name, or a pattern of dotted names, in which * matches any characters of a component and ? one.
 class NamePattern {
 public:
     NamePattern(std::string text, bool isGlob) : _text(std::move(text)), _isGlob(isGlob) {}

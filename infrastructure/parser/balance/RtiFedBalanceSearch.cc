@@ -143,7 +143,7 @@ void RtiFedBalanceSearch::readSign(std::size_t sign) {
 }
 
 /// Of ")" that follow each other on a line, only the last may be left out: the others would be the same change. A "("
-/// is left out only if the grammar does not allow its clause, and if the text goes on.
+/// is left out only if the grammar does not allow its clause, and if the text continues.
 bool RtiFedBalanceSearch::mayLeaveOut(const State &state, std::size_t sign) const {
     const Sign &read = _layout.signs[sign];
     const Sign &next = _layout.signs[sign + 1];
