@@ -1,0 +1,67 @@
+#include "tool/model/MomText.hh"
+
+#include "tool/model/ClassTrees.hh"
+#include "tool/model/Names.hh"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+using Requirement = RtiFedDatabaseMomVerifier::Requirement;
+
+constexpr const char *kDelivery = " reliable receive";
+
+/// Returns all that the MOM requires of a tree, each class after its superclass.
+const std::vector<Requirement> &requirements(const TreeKind &tree) {
+    const auto nothing = [] { return RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)); };
+    static const std::vector<Requirement> objects = Objects::missing(nothing());
+    static const std::vector<Requirement> interactions = Interactions::missing(nothing());
+    return &tree == &kObjectTree ? objects : interactions;
+}
+
+void append(std::string &text, std::size_t depth, const std::string &clause) {
+    text += (text.empty() ? "" : "\n") + std::string(2 * depth, ' ') + clause;
+}
+
+} // namespace
+
+std::string momMember(const TreeKind &tree, const std::string &name) {
+    const std::string usual = name == "Federatestate" ? "FederateState" : name; // as models spell it; the case is free
+    return tree.membersHaveProperties ? "(attribute " + usual + kDelivery + ')' : "(parameter " + usual + ')';
+}
+
+/// The requirements are in the order of a depth-first walk, so that a class ends where the next one is not in it.
+std::string momClass(const TreeKind &tree, const std::string &className) {
+    const auto depthOf = [](const std::string &name) {
+        return static_cast<std::size_t>(std::count(name.begin(), name.end(), '.'));
+    };
+    const std::size_t outermost = depthOf(className);
+    std::string text;
+    std::size_t open = 0; // the number of classes whose ")" is to come
+    const auto closeTo = [&](std::size_t depth) {
+        for (; open > depth; --open)
+            append(text, open - 1, ")");
+    };
+    const std::vector<Requirement> &all = requirements(tree);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const std::string &name = all[i].className;
+        if (name != className && name.compare(0, className.size() + 1, className + '.') != 0)
+            continue;
+        const std::size_t depth = depthOf(name) - outermost;
+        closeTo(depth);
+        const std::string head =
+            "(class " + std::string(lastComponent(name)) + (tree.membersHaveProperties ? "" : kDelivery);
+        const bool hasClasses = i + 1 < all.size() && depthOf(all[i + 1].className) > depthOf(name);
+        if (all[i].members.empty() && !hasClasses) {
+            append(text, depth, head + ')');
+            continue;
+        }
+        append(text, depth, head);
+        open = depth + 1;
+        for (const std::string &member : all[i].members)
+            append(text, open, momMember(tree, member));
+    }
+    closeTo(0);
+    return text;
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "tool/model/TreeKind.hh"
+
+#include <string>
+
+/// The clauses that declare the Management Object Model (MOM), in the canonical layout: LF, two blanks a level, no
+/// indentation of the first line and no end of the last. Everything is reliable and receive-ordered, as RTIs send it.
+
+/// Returns the clause of a class that the MOM requires, with everything that it requires in it. `className` is dotted,
+/// without the root, such as `Manager.Federate`.
+std::string momClass(const TreeKind &tree, const std::string &className);
+
+/// Returns the clause of an attribute or parameter that the MOM requires.
+std::string momMember(const TreeKind &tree, const std::string &name);
