@@ -18,6 +18,8 @@ std::vector<Finding> findingsOfImage(const Input &input, Severity least) {
     }
 }
 
+} // namespace
+
 std::vector<Finding> findingsOfText(const Checker &text, Severity least) {
     std::vector<Finding> findings;
     text.forEachFinding([&](const Finding &error) {
@@ -29,8 +31,6 @@ std::vector<Finding> findingsOfText(const Checker &text, Severity least) {
             findings.push_back(std::move(warning));
     return findings;
 }
-
-} // namespace
 
 CheckedFile checkFile(const Input &input, Severity least) {
     if (input.isImage())

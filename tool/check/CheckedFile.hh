@@ -15,3 +15,6 @@ struct CheckedFile {
 
 /// Finds what is at least as severe as `least`.
 CheckedFile checkFile(const Input &input, Severity least);
+
+/// Returns what is at least as severe as `least` in a text.
+std::vector<Finding> findingsOfText(const Checker &text, Severity least);

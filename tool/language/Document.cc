@@ -1,0 +1,23 @@
+#include "tool/language/Document.hh"
+
+#include "tool/control/Decision.hh"
+
+#include <utility>
+
+Document::Document(std::string name, std::string text, const Settings &settings)
+    : _name(std::move(name)), _settings(settings), _file{_name, std::make_unique<Checker>(std::move(text)), {}} {}
+
+const std::vector<Finding> &Document::findings() const {
+    if (!_decided) {
+        _file.findings = findingsOfText(*_file.text, Severity::warning);
+        decide(_file, _settings, nullptr);
+        _decided = true;
+    }
+    return _file.findings;
+}
+
+const SyntaxTree &Document::tree() const {
+    if (!_tree)
+        _tree.emplace(parser());
+    return *_tree;
+}
