@@ -21,3 +21,9 @@ const SyntaxTree &Document::tree() const {
         _tree.emplace(parser());
     return *_tree;
 }
+
+const Clauses &Document::clauses() const {
+    if (!_clauses)
+        _clauses.emplace(tree());
+    return *_clauses;
+}

@@ -2,6 +2,7 @@
 
 #include "tool/check/CheckedFile.hh"
 #include "tool/control/Settings.hh"
+#include "tool/language/Clauses.hh"
 #include "tool/syntax/SyntaxTree.hh"
 
 #include <memory>
@@ -38,6 +39,8 @@ public:
 
     /// The lossless tree of the text, on its parser.
     const SyntaxTree &tree() const;
+    /// What its clauses are.
+    const Clauses &clauses() const;
 
 private:
     const std::string _name;
@@ -45,4 +48,5 @@ private:
     mutable CheckedFile _file; // its findings are valid once _decided
     mutable bool _decided = false;
     mutable std::optional<SyntaxTree> _tree;
+    mutable std::optional<Clauses> _clauses;
 };

@@ -37,6 +37,12 @@ RtiFedSpan SyntaxTree::span(Index clause) const {
     return {begin(_clauses[clause].open), end(last) - begin(_clauses[clause].open)};
 }
 
+SyntaxTree::Index SyntaxTree::tokenAt(std::uint32_t offset) const {
+    const auto after = std::upper_bound(_tokens.begin(), _tokens.end(), offset,
+                                        [](std::uint32_t at, const Token &token) { return at < token.begin; });
+    return static_cast<Index>(after - _tokens.begin() - 1);
+}
+
 std::vector<SyntaxTree::Index> SyntaxTree::words(Index clause) const {
     std::vector<Index> words;
     const Index end = hasClauses(clause) ? _clauses[clause + 1].open : _clauses[clause].close;

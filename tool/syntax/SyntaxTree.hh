@@ -53,6 +53,11 @@ public:
     RtiFedSpan span(Index clause) const;
     unsigned long line(Index token) const { return _parser->positionAt(begin(token)).line; }
 
+    /// The token with this byte; the number of tokens for the size of the text.
+    Index tokenAt(std::uint32_t offset) const;
+    /// The bytes from one token to another one.
+    RtiFedSpan spanOfTokens(Index first, Index last) const { return {begin(first), end(last) - begin(first)}; }
+
     /// The words of a clause before the first clause in it, the keyword first.
     std::vector<Index> words(Index clause) const;
 
