@@ -1,0 +1,1 @@
+autocmd BufNewFile,BufRead *.fed set filetype=fed

@@ -1,0 +1,72 @@
+import assert from 'node:assert/strict';
+import { readFileSync } from 'node:fs';
+import { test } from 'node:test';
+import { fileURLToPath } from 'node:url';
+import Module, { createRequire } from 'node:module';
+
+const folder = new URL('..', import.meta.url);
+const json = (name) => JSON.parse(readFileSync(new URL(name, folder), 'utf8'));
+const manifest = json('package.json');
+
+// What an editor without trust in the open folder offers to the bundled extension: anything may be asked, nothing happens.
+function fakeEditor(registered) {
+    const anything = () =>
+        new Proxy(class {}, { get: (target, key) => (key in target ? target[key] : (target[key] = anything())), apply: anything });
+    const editor = anything();
+    editor.commands = { registerCommand: (name, action) => registered.set(name, action) };
+    editor.EventEmitter = class { event = () => {}; fire() {} dispose() {} };
+    editor.window = { createOutputChannel: () => ({}), activeTextEditor: undefined, showInformationMessage: (m) => (editor.shown = m) };
+    editor.workspace = {
+        isTrusted: false,
+        registerTextDocumentContentProvider: () => ({}),
+        ...Object.fromEntries(['DidSaveTextDocument', 'DidGrantWorkspaceTrust', 'DidChangeConfiguration'].map((n) => [`on${n}`, () => ({})])),
+    };
+    return editor;
+}
+
+test('the bundle registers all commands of the manifest and runs nothing in a folder that is not trusted', async () => {
+    const registered = new Map();
+    const editor = fakeEditor(registered);
+    const load = Module._load;
+    Module._load = (name, ...rest) => (name === 'vscode' ? editor : load(name, ...rest));
+    const extension = createRequire(import.meta.url)(fileURLToPath(new URL(manifest.main, folder)));
+    Module._load = load;
+    await extension.activate({ subscriptions: [] });
+    assert.deepEqual([...registered.keys()].sort(), manifest.contributes.commands.map((c) => c.command).sort());
+    await registered.get('rtifed.fix')();
+    assert.equal(editor.shown, 'Open a FED file first.');
+    await extension.deactivate();
+});
+
+test('all settings of the manifest are documented in the README', () => {
+    const readme = readFileSync(new URL('README.md', folder), 'utf8');
+    for (const name of Object.keys(manifest.contributes.configuration.properties)) assert.ok(readme.includes(`\`${name}\``), name);
+});
+
+test('a line break indents after a clause that is open on its line', () => {
+    const rules = json('language-configuration.json');
+    const [comment, between, open] = rules.onEnterRules.map((rule) => new RegExp(rule.beforeText));
+    const increase = new RegExp(rules.indentationRules.increaseIndentPattern);
+    for (const [line, opens] of [
+        ['  (class A', true],
+        ['  (class "a) b"  ;; (x)', true],
+        ['  (class A (attribute b reliable receive)', true],
+        ['  (attribute b reliable receive)', false],
+        ['  (space S (dimension "(d"))', false],
+        ['  ;; (class A', false],
+        ['  )', false],
+        ['(FED (Federation x) (FEDversion v1.3)', true],
+    ]) {
+        for (const pattern of [between, open, increase]) assert.equal(pattern.test(line), opens, line);
+    }
+    assert.ok(comment.test('  ;; a comment'));
+    assert.ok(!comment.test('(FED  ;; a comment'));
+    assert.ok(new RegExp(rules.indentationRules.decreaseIndentPattern).test('   )'));
+});
+
+test('the patterns for open clauses take time in proportion to the line', () => {
+    const { beforeText } = json('language-configuration.json').onEnterRules[2];
+    const start = performance.now();
+    for (const part of ['(', '((', '"(', '() ', '(a) "', 'a ']) new RegExp(beforeText).test(part.repeat(3000));
+    assert.ok(performance.now() - start < 2000);
+});
