@@ -23,7 +23,7 @@ std::string withMom(const std::string &objects, const std::string &interactions,
     const std::string object = "(class RTIprivate)", interaction = "(class RTIprivate reliable timestamp)";
     std::string text = replaced(example("minimal.fed"), object, object + objects);
     text = replaced(text, interaction, interaction + interactions);
-    return replaced(text, "(objects", "(spaces " + spaces + ") (objects");
+    return replaced(text, "(spaces", "(spaces " + spaces);
 }
 
 TemporaryFile::TemporaryFile(const std::string &contents) : _path("/tmp/rtifed-test-XXXXXX") {

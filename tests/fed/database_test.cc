@@ -127,7 +127,8 @@ TEST(Database, GivesTheMomItsSpace) {
 
     // A class with a space in the file keeps it. A space of that name in the file is the one that is assigned.
     const auto own = load(replaced(withMom("", "", "(space S) (space hlaMOMdefaultspace)"),
-                                   "(attribute LBTS reliable receive)", "(attribute LBTS reliable receive S)"));
+                                   "(attribute LBTS                 reliable receive)",
+                                   "(attribute LBTS                 reliable receive S)"));
     EXPECT_EQ(own->getAttributeRoutingSpaceHandle(own->getAttributeHandle("LBTS", 4), 4), 1);
     EXPECT_EQ(own->getAttributeRoutingSpaceHandle(own->getAttributeHandle("ROlength", 4), 4), 2);
     EXPECT_EQ(own->numSpaces(), 2u);

@@ -46,10 +46,10 @@ std::string times(std::size_t count, const std::string &text) {
     return all;
 }
 
-/// Replaces #OBJECTS and #INTERACTIONS by the classes of the MOM, each on one line; #NUL by a NUL byte; #LONG by a name
+/// Replaces #OBJECTS and #INTERACTIONS by the classes of the MOM, each on one line and without columns; #NUL by a NUL byte; #LONG by a name
 /// that is nearly too long; #DEEP by nested classes that are too many inside a class of the second level.
 std::string inPlace(std::string text) {
-    static const std::string mom = example("minimal.fed");
+    static const std::string mom = std::regex_replace(example("minimal.fed"), std::regex("([^ \n]) +"), "$1 ");
     const auto between = [](const std::string &first, const std::string &after) {
         const auto begin = mom.find(first);
         std::string classes = mom.substr(begin, mom.find(after, begin) - begin);
@@ -57,7 +57,7 @@ std::string inPlace(std::string text) {
         return classes;
     };
     static const std::pair<const char *, std::string> marks[] = {
-        {"#OBJECTS", between("(class Manager\n", "    )\n  )\n  (interactions")},
+        {"#OBJECTS", between("(class Manager\n", "    )\n  )\n\n  (interactions")},
         {"#INTERACTIONS", between("(class Manager reliable", "    )\n  )\n)")},
         {"#NUL", std::string(1, '\0')},
         {"#LONG", std::string(16380, 'a')},
@@ -225,18 +225,18 @@ TEST(Check, ExplainsItsRules) {
 }
 
 TEST(Check, ReportsTheMomWhereItIsIncomplete) {
-    std::string text = replaced(example("minimal.fed"), "(attribute LBTS reliable receive)", "");
+    std::string text = replaced(example("minimal.fed"), "(attribute LBTS                 reliable receive)", "");
     text = replaced(text, "(class ReportUpdatesSent", "(class Reported");
     text = replaced(text, "(class FederateSaveBegun", "(class Begun");
     text = replaced(text, "(parameter LoggingState)", "(parameter LogingState)");
-    EXPECT_EQ(errorsOf(text), "14:16: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
+    EXPECT_EQ(errorsOf(text), "29:16: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
                               "  the attribute LBTS of the object class Manager.Federate\n"
-                              "71:26: the Management Object Model (MOM) has no parameter \"LogingState\"; did you mean "
+                              "94:26: the Management Object Model (MOM) has no parameter \"LogingState\"; did you mean "
                               "\"LoggingState\"?\n"
-                              "88:18: the Management Object Model (MOM) is incomplete, 3 names are missing:\n"
+                              "111:18: the Management Object Model (MOM) is incomplete, 3 names are missing:\n"
                               "  the interaction class Manager.Federate.Report.ReportUpdatesSent with the parameters "
                               "TransportationType, UpdateCounts\n"
-                              "156:18: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
+                              "179:18: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
                               "  the interaction class Manager.Federate.Service.FederateSaveBegun\n");
 }
 
@@ -245,6 +245,10 @@ TEST(Check, FindsEachMistakeNearItsPlace) {
     const std::string text = example("minimal.fed");
     std::size_t at = text.find("(FED") + 4;
     for (std::size_t number = 0; (at = text.find_first_not_of(" \n", at)) != std::string::npos; ++number) {
+        if (text[at] == ';') {
+            at = text.find('\n', at);
+            continue;
+        }
         const std::size_t end = text[at] == '(' || text[at] == ')' ? at + 1 : text.find_first_of("() \n", at);
         const std::string edits[] = {text.substr(0, at) + text.substr(end), text.substr(0, at) + "( " + text.substr(at),
                                      text.substr(0, at) + ") " + text.substr(at),

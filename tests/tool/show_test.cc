@@ -160,15 +160,15 @@ TEST(Find, ListsWhatInherits) {
     const std::string classes = "(class R (attribute at reliable receive) (class A (class B)) (class C (class D)) "
                                 "(class E) (class F) (class G))";
     const std::string text = withMom(classes, "", "(space T) (space t)");
-    const std::string head = "FILE:12:45: attribute ObjectRoot.R.at, handle 2: reliable receive\n"
+    const std::string head = "FILE:19:45: attribute ObjectRoot.R.at, handle 2: reliable receive\n"
                              "    inherited by 7 classes:\n";
     const std::string five = "        ObjectRoot.R.A\n        ObjectRoot.R.A.B\n        ObjectRoot.R.C\n"
                              "        ObjectRoot.R.C.D\n        ObjectRoot.R.E\n";
     EXPECT_EQ(found(text, "r.at"), head + five + "        ... and 2 more (--all)\n0");
     EXPECT_EQ(found(text, "R.E.at", true), head + five + "        ObjectRoot.R.F\n        ObjectRoot.R.G\n0");
     EXPECT_EQ(found(text, "t"),
-              "FILE:9:18: space T, handle 1: 0 dimensions, used by 0 attributes and 0 interaction classes\n"
-              "FILE:9:28: space t, handle 2: 0 dimensions, found by its handle only, because an earlier space has its "
+              "FILE:8:18: space T, handle 1: 0 dimensions, used by 0 attributes and 0 interaction classes\n"
+              "FILE:8:28: space t, handle 2: 0 dimensions, found by its handle only, because an earlier space has its "
               "name\n0");
 }
 

@@ -166,8 +166,7 @@ constexpr Rules kRules = {
       "Classes or members of the Management Object Model are missing",
       "Through the classes of the Management Object Model, the RTI publishes what it knows of the federation and "
       "accepts requests. Every file must declare all of them, by these names.",
-      "Add the listed names. A file without any of them can copy them from one that has them, such as "
-      "examples/minimal.fed of the documentation.",
+      "Add the listed names; rtifed fix --mom adds all of them. A new file has them if rtifed new writes it.",
       "(class ReportUpdateSent reliable receive ...)", "(class ReportUpdatesSent reliable receive ...)"},
      {indexOf(RuleId::momMisplaced), "mom-misplaced", error, "The Management Object Model is outside its root",
       "One class Manager is directly below ObjectRoot, and another one directly below InteractionRoot.",

@@ -42,6 +42,7 @@ CommandLine::CommandLine(const Console &console)
     addCheck();
     addExplain();
     addFmt();
+    addNew();
     addDiff();
     addTree();
     addFind();

@@ -38,6 +38,7 @@ private:
     void addJson();
     void addDiff();
     void addFmt();
+    void addNew();
     void addHelp();
 
     Status help() const;
@@ -53,6 +54,7 @@ private:
     JsonOptions _json;
     DiffOptions _diff;
     FmtOptions _fmt;
+    NewOptions _new;
     CheckOptions _check;
     ExplainOptions _explain;
 };

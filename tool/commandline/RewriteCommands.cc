@@ -34,6 +34,25 @@ LineRange rangeOf(const std::string &text) {
 
 } // namespace
 
+void CommandLine::addNew() {
+    CLI::App *command = addCommand(
+        "new", "Write a new FED file, to begin a federation with",
+        "The file has the root classes, the Management Object Model (MOM), and comments where your own spaces and "
+        "classes belong. It loads as it is, and is formatted.\n\n"
+        "Examples:\n"
+        "  rtifed new Harbour -o harbour.fed\n"
+        "  rtifed new --mom none 'Harbour Drill'",
+        [this] { return newFile(_new, _console); });
+    addOperand(command, "NAME", _new.name, "The name of the federation")->required();
+    addChoice(command, "--mom", _new.withMom, {{"full", true}, {"none", false}}, "WHICH",
+              "How much of the MOM to write: full (the default) or none; with none, the file does not load before "
+              "rtifed fix --mom adds it");
+    command
+        ->add_option("--output,-o", _new.fileName,
+                     "Write to this file, which must not exist yet, instead of standard output")
+        ->option_text("FILE");
+}
+
 void CommandLine::addFmt() {
     CLI::App *command = addCommand("fmt", "Format FED files",
                                    "Prints the text in the one layout that all formatted files have: a clause a line, "

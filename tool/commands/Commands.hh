@@ -101,6 +101,13 @@ struct FmtOptions {
 };
 Status fmt(const FmtOptions &options, const Console &console);
 
+struct NewOptions {
+    std::string name; ///< Of the federation.
+    bool withMom = true;
+    std::string fileName = "-"; ///< The file to write, which must not exist; - for standard output.
+};
+Status newFile(const NewOptions &options, const Console &console);
+
 /// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other:
 /// its reason is written to `console.err`, and `fail` is called with its name and the reason.
 template <class Work, class Fail>

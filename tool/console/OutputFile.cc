@@ -27,23 +27,13 @@ std::string linkTarget(const std::string &fileName) {
 /// The new file until it is complete; closed and removed if it does not get that far, or if a signal ends the program.
 class Draft {
 public:
-    explicit Draft(const std::string &fileName) : _fileName(fileName) {
-        struct stat status {};
-        const bool exists = stat(fileName.c_str(), &status) == 0;
-        if (exists && !S_ISREG(status.st_mode)) {
-            _file = open(fileName.c_str(), O_WRONLY | O_CLOEXEC);
-        } else {
-            const mode_t mask = umask(0);
-            umask(mask);
-            _mode = exists ? status.st_mode & 07777 : 0666 & ~mask;
-            _target = linkTarget(fileName);
-            _draftName = _target + ".XXXXXX";
-            const InterruptionDelay delay; // until the signal handler knows the new file
-            _file = mkstemp(_draftName.data());
-            removeIfInterrupted(_file < 0 ? nullptr : _draftName.c_str());
-        }
-        if (_file < 0)
-            throwError();
+    enum class Target { anyFile, newFile };
+
+    Draft(const std::string &fileName, Target target) : _fileName(fileName) {
+        if (target == Target::newFile)
+            openNew();
+        else
+            openBeside();
     }
     ~Draft() {
         const int error = errno;
@@ -79,6 +69,43 @@ public:
     }
 
 private:
+    static mode_t modeOfNewFiles() {
+        const mode_t mask = umask(0);
+        umask(mask);
+        return 0666 & ~mask;
+    }
+
+    /// Only the exclusive creation of the file itself is safe from one that is made meanwhile; no rename is. So the
+    /// file is its own draft: others may see it unfinished, but no failure leaves a part of it.
+    void openNew() {
+        _mode = modeOfNewFiles();
+        const InterruptionDelay delay; // until the signal handler knows the new file
+        _file = open(_fileName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+        if (_file < 0 && errno == EEXIST)
+            throw CannotWork(_fileName + ": the file exists already, so it is left alone");
+        if (_file < 0)
+            throwError();
+        _draftName = _target = _fileName;
+        removeIfInterrupted(_draftName.c_str());
+    }
+
+    void openBeside() {
+        struct stat status {};
+        const bool exists = stat(_fileName.c_str(), &status) == 0;
+        if (exists && !S_ISREG(status.st_mode)) {
+            _file = open(_fileName.c_str(), O_WRONLY | O_CLOEXEC);
+        } else {
+            _mode = exists ? status.st_mode & 07777 : modeOfNewFiles();
+            _target = linkTarget(_fileName);
+            _draftName = _target + ".XXXXXX";
+            const InterruptionDelay delay; // until the signal handler knows the new file
+            _file = mkstemp(_draftName.data());
+            removeIfInterrupted(_file < 0 ? nullptr : _draftName.c_str());
+        }
+        if (_file < 0)
+            throwError();
+    }
+
     void replaceTarget() {
         if (fchmod(_file, _mode) != 0 || fsync(_file) != 0)
             throwError();
@@ -99,10 +126,18 @@ private:
     int _file = -1;
 };
 
+void writeDraft(const std::string &fileName, Draft::Target target, const void *bytes, std::size_t size) {
+    Draft draft(fileName, target);
+    draft.write(static_cast<const char *>(bytes), size);
+    draft.finish();
+}
+
 } // namespace
 
 void writeFile(const std::string &fileName, const void *bytes, std::size_t size) {
-    Draft draft(fileName);
-    draft.write(static_cast<const char *>(bytes), size);
-    draft.finish();
+    writeDraft(fileName, Draft::Target::anyFile, bytes, size);
+}
+
+void createFile(const std::string &fileName, const void *bytes, std::size_t size) {
+    writeDraft(fileName, Draft::Target::newFile, bytes, size);
 }

@@ -8,3 +8,6 @@
 /// Throws CannotWork and leaves the old file as it is. A signal that ends the program while it writes leaves no new
 /// file, if cleanUpWhenInterrupted was called.
 void writeFile(const std::string &fileName, const void *bytes, std::size_t size);
+
+/// The same for a file that must not exist; not even one made meanwhile by another program is replaced.
+void createFile(const std::string &fileName, const void *bytes, std::size_t size);
