@@ -51,6 +51,7 @@ CommandLine::CommandLine(const Console &console)
     addCalls();
     addChecksum();
     addSave();
+    addLsp();
     addHelp(); // last, because it knows the other commands
 }
 

@@ -38,6 +38,7 @@ private:
     void addJson();
     void addDiff();
     void addFmt();
+    void addLsp();
     void addNew();
     void addHelp();
 

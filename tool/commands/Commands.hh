@@ -76,6 +76,7 @@ Status writeBaseline(const CheckOptions &options, const Console &console);
 Status addAllowComments(const CheckOptions &options, const Console &console);
 Status showSettings(const CheckOptions &options, const Console &console);
 Status explain(const ExplainOptions &options, const Console &console);
+Status lsp(const Console &console);
 Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
 Status tree(const TreeOptions &options, const Console &console);

@@ -51,6 +51,18 @@ std::string percentEncoded(char byte) {
     return '%' + RtiStringUtility::toupper(hexDigits(static_cast<unsigned char>(byte)));
 }
 
+std::string pathInUri(std::string_view path) {
+    std::string encoded;
+    for (const char c : path) {
+        const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        if (isLetter || std::string_view("/-._~").find(c) != std::string_view::npos)
+            encoded += c;
+        else
+            encoded += percentEncoded(c);
+    }
+    return encoded;
+}
+
 std::string textOf(RtiFedPosition place) {
     return std::to_string(place.line) + ':' + std::to_string(place.column);
 }

@@ -41,6 +41,9 @@ std::string hexDigits(unsigned char byte);
 /// Returns `%NN` for a byte, as URIs write it.
 std::string percentEncoded(char byte);
 
+/// Returns a path as URIs write it, encoded byte by byte.
+std::string pathInUri(std::string_view path);
+
 /// Returns `LINE:COLUMN`.
 std::string textOf(RtiFedPosition place);
 

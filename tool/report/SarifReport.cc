@@ -8,17 +8,9 @@ namespace {
 
 constexpr std::size_t kMostLinks = 10; // to further places, in a message
 
-/// A file name as an absolute or relative URI, encoded byte by byte.
+/// A file name as an absolute or relative URI.
 std::string uriOf(const std::string &fileName) {
-    std::string uri = fileName[0] == '/' ? "file://" : "";
-    for (const char c : fileName) {
-        const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-        if (isLetter || std::string_view("/-._~").find(c) != std::string_view::npos)
-            uri += c;
-        else
-            uri += percentEncoded(c);
-    }
-    return uri;
+    return (fileName[0] == '/' ? "file://" : "") + pathInUri(fileName);
 }
 
 /// Escapes what viewers could take for a link, `[TEXT](TARGET)`: a hostile name may contain one.

@@ -1,0 +1,102 @@
+#include "tool/lsp/PositionedText.hh"
+
+#include "tool/lsp/Utf8.hh"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// A character: its bytes, and its units in an encoding.
+struct Character {
+    std::uint32_t size, units;
+};
+
+Character characterAt(std::string_view text, std::uint32_t at, PositionEncoding encoding) {
+    const auto size = std::max<std::uint32_t>(1, static_cast<std::uint32_t>(characterSize(text.substr(at))));
+    const bool isPair = encoding == PositionEncoding::utf16 && size == 4;
+    return {size, encoding == PositionEncoding::utf8 ? size : isPair ? 2U : 1U};
+}
+
+} // namespace
+
+PositionedText::PositionedText(std::string text, PositionEncoding encoding)
+    : _text(std::move(text)), _encoding(encoding), _lines{0} {
+    const std::vector<std::uint32_t> more = linesAfter(0, static_cast<std::uint32_t>(_text.size()));
+    _lines.insert(_lines.end(), more.begin(), more.end());
+}
+
+/// Returns where lines begin after `begin`, up to `end`, which is not within a line end.
+std::vector<std::uint32_t> PositionedText::linesAfter(std::uint32_t begin, std::uint32_t end) const {
+    std::vector<std::uint32_t> lines;
+    for (std::uint32_t at = begin; at < end; ++at) {
+        if (_text[at] == '\r' && at + 1 < _text.size() && _text[at + 1] == '\n')
+            ++at;
+        else if (_text[at] != '\n' && _text[at] != '\r')
+            continue;
+        lines.push_back(at + 1);
+    }
+    return lines;
+}
+
+std::uint32_t PositionedText::lineOf(std::uint32_t offset) const {
+    const auto after = std::upper_bound(_lines.begin(), _lines.end(), offset);
+    return static_cast<std::uint32_t>(after - _lines.begin()) - 1;
+}
+
+std::uint32_t PositionedText::lineEnd(std::uint32_t line) const {
+    if (line + 1 == numLines())
+        return static_cast<std::uint32_t>(_text.size());
+    const std::uint32_t last = _lines[line + 1] - 1;
+    return _text[last] == '\n' && last > _lines[line] && _text[last - 1] == '\r' ? last - 1 : last;
+}
+
+TextPosition PositionedText::positionAt(std::uint32_t offset) const {
+    const std::uint32_t line = lineOf(offset);
+    if (_encoding == PositionEncoding::utf8)
+        return {line, offset - _lines[line]};
+    Counted counted{_lines[line], line, 0};
+    if (_last.line == line && _last.offset <= offset)
+        counted = _last;
+    while (counted.offset < offset) {
+        const Character character = characterAt(_text, counted.offset, _encoding);
+        if (counted.offset + character.size > offset) // within the character
+            break;
+        counted.offset += character.size;
+        counted.units += character.units;
+    }
+    _last = counted;
+    return {line, counted.units};
+}
+
+std::uint32_t PositionedText::offsetAt(TextPosition position) const {
+    if (position.line >= numLines())
+        return static_cast<std::uint32_t>(_text.size());
+    const std::uint32_t end = lineEnd(position.line);
+    std::uint32_t offset = _lines[position.line];
+    for (std::uint32_t units = 0; offset < end;) {
+        const Character character = characterAt(_text, offset, _encoding);
+        units += character.units;
+        if (units > position.character)
+            break;
+        offset += character.size;
+    }
+    return offset;
+}
+
+/// The lines from the one before the edit, since a CR at its end may become the first half of a line end, to the line
+/// in which the edit ends are found anew.
+void PositionedText::replace(std::uint32_t begin, std::uint32_t end, std::string_view with) {
+    const std::uint32_t first = lineOf(begin) - (lineOf(begin) > 0 ? 1 : 0);
+    const std::uint32_t last = std::min(lineOf(end) + 1, numLines() - 1);
+    const bool toEnd = last + 1 == numLines();
+    const std::uint32_t stop = toEnd ? static_cast<std::uint32_t>(_text.size()) : _lines[last];
+    const auto growth = static_cast<std::uint32_t>(with.size()) - (end - begin); // modulo 2^32, which adding undoes
+    _text.replace(begin, end - begin, with);
+    const std::vector<std::uint32_t> found = linesAfter(_lines[first], stop + growth);
+    const auto from = _lines.begin() + first + 1, to = toEnd ? _lines.end() : _lines.begin() + last + 1;
+    for (auto line = to; line != _lines.end(); ++line)
+        *line += growth;
+    _lines.insert(_lines.erase(from, to), found.begin(), found.end());
+    _last = {0, 0, 0};
+}

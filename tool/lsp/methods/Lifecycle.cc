@@ -1,0 +1,74 @@
+#include "tool/lsp/methods/Methods.hh"
+
+#include "tool/lsp/Uri.hh"
+
+#include <algorithm>
+
+namespace {
+
+/// What the server can do, in the order of the protocol.
+Json capabilitiesFor(const Client &client) {
+    Json capabilities = {{"positionEncoding", nameOf(client.encoding)},
+                         {"textDocumentSync", {{"openClose", true}, {"change", 2}}},
+                         {"documentFormattingProvider", true},
+                         {"documentRangeFormattingProvider", true},
+                         {"documentOnTypeFormattingProvider", {{"firstTriggerCharacter", "\n"}}},
+                         {"workspace", {{"workspaceFolders", {{"supported", true}, {"changeNotifications", true}}}}}};
+    if (client.codeActionLiterals)
+        capabilities["codeActionProvider"] = {{"codeActionKinds", {"quickfix"}}};
+    if (client.pullsDiagnostics)
+        capabilities["diagnosticProvider"] = {
+            {"identifier", "rtifed"}, {"interFileDependencies", false}, {"workspaceDiagnostics", false}};
+    return capabilities;
+}
+
+} // namespace
+
+Json initialize(Session &session, const Params &params) {
+    if (session.state != Session::State::created)
+        throw ProtocolError(ErrorCode::invalidRequest, "the server is initialized already");
+    session.client = Client::of(params);
+    session.state = Session::State::running;
+    return {{"capabilities", capabilitiesFor(session.client)},
+            {"serverInfo", {{"name", "rtifed"}, {"version", RTIFED_VERSION}}}};
+}
+
+Json initialized(Session &session, const Params &) {
+    if (session.client.watchesFiles) {
+        const Json watchers = {{{"globPattern", "**/*.fed"}},
+                               {{"globPattern", "**/" + std::string(kConfigurationName)}}};
+        session.request("client/registerCapability",
+                        {{"registrations", Json::array({{{"id", "files"},
+                                                         {"method", "workspace/didChangeWatchedFiles"},
+                                                         {"registerOptions", {{"watchers", watchers}}}}})}});
+    }
+    return nullptr;
+}
+
+Json shutDown(Session &session, const Params &) {
+    session.state = Session::State::shutDown;
+    return nullptr;
+}
+
+Json changeConfiguration(Session &session, const Params &params) {
+    if (const auto settings = params.find("settings"))
+        session.client.set(*settings);
+    session.reload();
+    if (session.client.refreshesInlayHints)
+        session.request("workspace/inlayHint/refresh", nullptr);
+    if (session.client.refreshesCodeLenses)
+        session.request("workspace/codeLens/refresh", nullptr);
+    return nullptr;
+}
+
+Json changeFolders(Session &session, const Params &params) {
+    std::vector<std::string> &folders = session.client.folders;
+    const auto pathOf = [](const Params &folder) { return pathOfUri(folder["uri"].string()); };
+    for (const Params &removed : params["event"]["removed"].items())
+        if (const auto path = pathOf(removed))
+            folders.erase(std::remove(folders.begin(), folders.end(), *path), folders.end());
+    for (const Params &added : params["event"]["added"].items())
+        if (const auto path = pathOf(added))
+            folders.push_back(*path);
+    return nullptr;
+}

@@ -1,0 +1,35 @@
+#include "tool/lsp/methods/Methods.hh"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr bool kRequest = true, kNotification = false;
+
+constexpr Method kMethods[] = {
+    {"initialize", kRequest, initialize},
+    {"initialized", kNotification, initialized},
+    {"shutdown", kRequest, shutDown},
+    {"workspace/didChangeConfiguration", kNotification, changeConfiguration},
+    {"workspace/didChangeWorkspaceFolders", kNotification, changeFolders},
+    {"textDocument/didOpen", kNotification, openText},
+    {"textDocument/didChange", kNotification, changeText},
+    {"textDocument/didClose", kNotification, closeText},
+    {"textDocument/didSave", kNotification, ignoreNote},
+    {"textDocument/willSave", kNotification, ignoreNote},
+    {"$/setTrace", kNotification, ignoreNote},
+    {"textDocument/diagnostic", kRequest, diagnoseText},
+    {"textDocument/formatting", kRequest, formatText},
+    {"textDocument/rangeFormatting", kRequest, formatRange},
+    {"textDocument/onTypeFormatting", kRequest, formatNewLine},
+    {"textDocument/codeAction", kRequest, codeActions},
+};
+
+} // namespace
+
+const Method *findMethod(std::string_view name) {
+    const auto *const found =
+        std::find_if(std::begin(kMethods), std::end(kMethods), [&](const Method &each) { return each.name == name; });
+    return found == std::end(kMethods) ? nullptr : found;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "tool/lsp/Session.hh"
+
+#include <string_view>
+
+/// A method of the protocol, and what handles it: a request returns its result, a notification null. Both may throw
+/// ProtocolError, and CannotWork.
+struct Method {
+    std::string_view name;
+    bool isRequest;
+    Json (*handle)(Session &session, const Params &params);
+};
+
+/// Returns the method of this name, or null.
+const Method *findMethod(std::string_view name);
+
+// The handlers, by the file that has them.
+
+// Lifecycle.cc
+Json initialize(Session &session, const Params &params);
+Json initialized(Session &session, const Params &params);
+Json shutDown(Session &session, const Params &params);
+Json changeConfiguration(Session &session, const Params &params);
+Json changeFolders(Session &session, const Params &params);
+
+// TextSync.cc
+Json openText(Session &session, const Params &params);
+Json changeText(Session &session, const Params &params);
+Json closeText(Session &session, const Params &params);
+Json ignoreNote(Session &session, const Params &params);
+
+// Diagnostics.cc
+Json diagnoseText(Session &session, const Params &params);
+
+// Formatting.cc
+Json formatText(Session &session, const Params &params);
+Json formatRange(Session &session, const Params &params);
+Json formatNewLine(Session &session, const Params &params);
+
+// CodeActions.cc
+Json codeActions(Session &session, const Params &params);

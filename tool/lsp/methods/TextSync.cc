@@ -1,0 +1,51 @@
+#include "tool/lsp/methods/Methods.hh"
+
+namespace {
+
+std::int64_t versionOf(const Params &textDocument) {
+    const Received &version = textDocument["version"].value();
+    return version.is_number_integer() ? version.get<std::int64_t>() : 0;
+}
+
+} // namespace
+
+Json openText(Session &session, const Params &params) {
+    const Params textDocument = params["textDocument"];
+    std::string text = textDocument["text"].string();
+    const std::string uri = textDocument["uri"].string();
+    if (text.size() > kMaxOpenText)
+        throw ProtocolError(ErrorCode::requestFailed,
+                            "expected a text of at most " + std::to_string(kMaxOpenText) + " bytes, found more");
+    session.open(uri, std::move(text)).version = versionOf(textDocument);
+    session.markUndiagnosed(uri);
+    return nullptr;
+}
+
+/// A change that cannot be applied leaves a text that is not that of the editor. So the document is closed: all that is
+/// asked about it is answered by an error then, and not by what is wrong.
+Json changeText(Session &session, const Params &params) {
+    OpenDocument &document = session.document(params);
+    const std::string uri = document.uri();
+    try {
+        for (const Params &change : params["contentChanges"].items())
+            document.apply(change);
+        document.version = versionOf(params["textDocument"]);
+    } catch (const ProtocolError &) {
+        session.close(uri);
+        throw;
+    }
+    session.markUndiagnosed(uri);
+    return nullptr;
+}
+
+Json closeText(Session &session, const Params &params) {
+    const std::string uri = session.document(params).uri();
+    session.close(uri);
+    if (!session.client.pullsDiagnostics)
+        session.notify("textDocument/publishDiagnostics", {{"uri", uri}, {"diagnostics", Json::array()}});
+    return nullptr;
+}
+
+Json ignoreNote(Session &, const Params &) {
+    return nullptr;
+}
