@@ -1,8 +1,11 @@
 // What an editor asks of a document. In the texts of the cases, ^ is the cursor.
 
 #include "tests/Support.hh"
+#include "tool/language/Completion.hh"
 #include "tool/language/Document.hh"
 #include "tool/language/DocumentSymbols.hh"
+#include "tool/language/Hover.hh"
+#include "tool/language/NameUses.hh"
 #include "tool/language/Ranges.hh"
 #include "tool/language/SemanticTokens.hh"
 
@@ -49,6 +52,20 @@ struct Question {
     std::uint32_t offset;
     Document document;
 };
+
+/// A question about the small model, whose cursor is in this place of it.
+Question inHarbour(const std::string &place) {
+    return Question(replaced(kHarbour, replaced(place, "^", ""), place));
+}
+
+std::string hover(const Question &asked) {
+    const auto shown = hoverAt(asked.document, asked.offset);
+    if (!shown)
+        return "nothing";
+    std::string text = shown->markdown;
+    std::replace(text.begin(), text.end(), '\n', '/');
+    return std::string(asked.at(shown->span)) + " => " + text;
+}
 
 } // namespace
 
@@ -140,4 +157,117 @@ TEST(Language, GivesEachTokenItsType) {
     EXPECT_EQ(tokens("(klass X) (interactions (class C rti_reliable Receive S x (parameter P) y"),
               "interactions:keyword class:keyword C:class+d rti_reliable:enumMember Receive:enumMember S:namespace "
               "parameter:keyword P:parameter+d ");
+}
+
+TEST(Language, DescribesWhatIsAtACursor) {
+    struct Case {
+        const char *place, *text;
+    };
+    for (
+        const Case &c : {
+            Case{"(class Cr^aft",
+                 "Craft => **object class** `ObjectRoot.Craft`//1 attribute: `Position`//1 attribute inherited:  /from "
+                 "`ObjectRoot`: `privilegeToDelete`//Subclasses, all levels: `ObjectRoot.Craft.Tug`//Handle 3, "
+                 "provisional: the file does not load//---//What floats.//See Craft.Position and Tug.Position."},
+            Case{
+                "Tug.Position^",
+                "Position => **attribute** `ObjectRoot.Craft.Position`//`best_effort`, `receive`, in the routing space "
+                "`Area`//`ObjectRoot.Craft.Tug` inherits it from `ObjectRoot.Craft`.//Inherited by "
+                "`ObjectRoot.Craft.Tug`//Handle 2, provisional: the file does not load//---//easting, "
+                "\\<northing\\>"},
+            Case{"receive ^area",
+                 "area => **routing space** `Area`//1 dimension: `Easting`//Handle 1, provisional: the "
+                 "file does not load//---//where something floats"},
+            Case{"(parameter Channel^", "Channel => **parameter** `InteractionRoot.Call.Channel`//Handle 1, "
+                                        "provisional: the file does not load"},
+            Case{"(class RTI^private", "RTIprivate => **object class** `ObjectRoot.RTIprivate`//1 attribute inherited: "
+                                       " /from `ObjectRoot`: `privilegeToDelete`//Handle 2, provisional: the file does "
+                                       "not load//Reserved for the RTI; federates do not use it."},
+            Case{"best_effort re^ceive", "receive => `receive`: delivered in the order of arrival."},
+            Case{"(dim^ension",
+                 "dimension => `dimension`: A coordinate of the routing space; a region has a range of it."},
+            Case{"v1^.3", "v1.3 => The version of the FED format, usually v1.3."},
+            Case{"floats.^", "nothing"},
+        })
+        EXPECT_EQ(hover(inHarbour(c.place)), c.text) << c.place;
+    EXPECT_EQ(
+        hover(Question(withMom("\n; a_b _c_ 1. `x` [y](z)\n(class \"A`` \\\x01^\")"))),
+        "\"A`` \\\x01\" => **object class** ```ObjectRoot.A`` \\\\x01```//1 attribute inherited:  /from `ObjectRoot`: "
+        "`privilegeToDelete`//Handle 3//---//a_b \\_c\\_ 1. \\`x\\` \\[y\\](z)");
+}
+
+TEST(Language, FindsWhatNamesTheSame) {
+    const auto found = [](const std::string &place) {
+        const Question asked = inHarbour(place);
+        const auto text = [&asked](RtiFedSpan span) {
+            return std::to_string(asked.document.parser().positionAt(span.begin).line) + ":" +
+                   std::string(asked.at(span)) + " ";
+        };
+        std::string all;
+        for (const RtiFedSpan &span : definitionsAt(asked.document, asked.offset))
+            all += text(span);
+        all += "| ";
+        for (const Reference &reference : referencesAt(asked.document, asked.offset))
+            all += text(reference.span);
+        return all;
+    };
+    EXPECT_EQ(found("receive ^Area)"), "5:Area | 5:Area 17:Area 22:area ");
+    EXPECT_EQ(found("Tug.^Position"), "17:Position | 15:Position 15:Position 17:Position ");
+    EXPECT_EQ(found("^Tug.Position"), "18:Tug | 15:Tug 18:Tug ");
+    EXPECT_EQ(found("(dimension East^ing"), "6:Easting | 6:Easting ");
+    EXPECT_EQ(found("(class^ Call"), "| ");
+}
+
+TEST(Language, CompletesByThePlace) {
+    struct Case {
+        const char *text, *items;
+    };
+    const auto completed = [](const std::string &text) {
+        const Question asked(text);
+        const Completions offered = completionsAt(asked.document, asked.offset);
+        std::string all = "[" + std::string(asked.at(offered.replaced)) + "]";
+        for (const Completion &item : offered.items)
+            all += " " + item.text;
+        return all;
+    };
+    for (const Case &c : {
+             Case{"^", "[] (FED"},
+             Case{"(^", "[] FED"},
+             Case{"(FED (Federation X) (fe^ (objects", "[fe] FEDversion Federate spaces objects interactions"},
+             Case{"(FED (FEDversion ^", "[] v1.3"},
+             Case{"(spaces (space \"A b\") (space B)) (objects (class (attribute x^y", "[xy]"},
+             Case{"(spaces (space \"A b\") (space B)) (objects (class (attribute X rel^iable",
+                  "[reliable] reliable best_effort"},
+             Case{"(spaces (space \"A b\") (space B)) (objects (class (attribute X reliable^)",
+                  "[reliable] reliable best_effort"},
+             Case{"(spaces (space \"A b\") (space B)) (objects (class (attribute X reliable ^ (class",
+                  "[] timestamp receive"},
+             Case{"(fed (spaces (space \"A b\") (space B)) (objects (class C (attribute X reliable receive ^",
+                  "[] \"A b\" B (sec_level"},
+             Case{"(objects (class C\n at^\n (class D))", "[at] (attribute (class (sec_level"},
+             Case{"(objects (class C (sec_level 1) (^)", "[] attribute class"},
+             Case{"(interactions (class C reliable\n ^(parameter P)", "[] timestamp receive"},
+             Case{"(interactions (class C reliable receive (p^ (parameter P)", "[p] parameter class sec_level"},
+             Case{"(objects (class ^", "[] ObjectRoot"},
+             Case{"(objects (class ObjectRoot (class rtiPrivate) (class ^)))", "[] Manager"},
+             Case{
+                 "(objects (class ObjectRoot (class Manager (class Federation (attribute FEDid) (attribute RTIversion) "
+                 "(attribute Federa^)",
+                 "[Federa] FederationName FederatesInFederation LastSaveName LastSaveTime NextSaveName NextSaveTime"},
+             Case{"; (^", "[]"},
+             Case{"(class \"a ^", "[\"a ]"},
+             Case{"(FED) ^", "[]"},
+         })
+        EXPECT_EQ(completed(c.text), c.items) << c.text;
+    const auto snippet = [](const std::string &text, std::size_t index) {
+        const Question asked(text);
+        const Completion item = completionsAt(asked.document, asked.offset).items.at(index);
+        return item.snippet.empty() ? item.text : item.snippet;
+    };
+    EXPECT_EQ(snippet("(objects (class C (^)", 0),
+              "attribute ${1:Name} ${2|reliable,best_effort|} ${3|timestamp,receive|}");
+    EXPECT_EQ(snippet("(objects (class C (a^\n (class D)", 1), "class ${1:Name}\n  $0\n)");
+    EXPECT_EQ(snippet("(spaces ^", 0), "(space ${1:Name}\n  $0\n)");
+    EXPECT_EQ(snippet("(objects (class ObjectRoot (class Manager (class Federate) ^))", 3).substr(0, 58),
+              "(class Federation\n  (attribute FederationName reliable rec");
 }

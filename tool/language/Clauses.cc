@@ -3,6 +3,8 @@
 #include "fed/storage/RtiFedName.hh"
 #include "tool/language/MomNames.hh"
 
+#include <algorithm>
+
 Clauses::Clauses(const SyntaxTree &tree) : _tree(tree), _clauses(tree.clauses().size()) {
     std::vector<bool> inInteractions(_clauses.size());
     for (Index clause = 0; clause < _clauses.size(); ++clause) {
@@ -41,6 +43,16 @@ bool Clauses::isMom(Index clause) const {
     const Index parent = _tree.clauses()[clause].parent;
     return isMember(_clauses[clause].kind) && parent != SyntaxTree::kNone && _clauses[parent].mom &&
            _clauses[parent].mom->hasMember(name(clause));
+}
+
+WordRole Clauses::role(Index token) const {
+    const Index clause = _tree.clauseAt(_tree.begin(token));
+    if (clause == SyntaxTree::kNone)
+        return WordRole::none;
+    const std::vector<Index> words = _tree.words(clause);
+    const auto found = std::find(words.begin(), words.end(), token);
+    return found == words.end() ? WordRole::none
+                                : roleOf(_clauses[clause].kind, static_cast<std::size_t>(found - words.begin()));
 }
 
 std::string_view Clauses::name(Index clause) const {

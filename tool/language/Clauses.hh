@@ -30,6 +30,9 @@ public:
     /// Whether the RTI uses what the clause declares: a class or a member by its path.
     bool isMom(Index clause) const;
 
+    /// The role of a word by its place in its clause; none outside of clauses.
+    WordRole role(Index token) const;
+
     /// The name without its quotes; empty if there is none.
     std::string_view name(Index clause) const;
 

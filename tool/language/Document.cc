@@ -27,3 +27,9 @@ const Clauses &Document::clauses() const {
         _clauses.emplace(tree());
     return *_clauses;
 }
+
+const Entities &Document::entities() const {
+    if (!_entities)
+        _entities.emplace(checker());
+    return *_entities;
+}

@@ -3,6 +3,7 @@
 #include "tool/check/CheckedFile.hh"
 #include "tool/control/Settings.hh"
 #include "tool/language/Clauses.hh"
+#include "tool/language/Entities.hh"
 #include "tool/syntax/SyntaxTree.hh"
 
 #include <memory>
@@ -41,6 +42,8 @@ public:
     const SyntaxTree &tree() const;
     /// What its clauses are.
     const Clauses &clauses() const;
+    /// What they declare, as far as it is understood.
+    const Entities &entities() const;
 
 private:
     const std::string _name;
@@ -49,4 +52,5 @@ private:
     mutable bool _decided = false;
     mutable std::optional<SyntaxTree> _tree;
     mutable std::optional<Clauses> _clauses;
+    mutable std::optional<Entities> _entities;
 };

@@ -20,12 +20,16 @@ std::optional<RtiFedPosition> Declarations::place(const void *record) const {
     return found ? std::optional(_text.positionAt(found->begin)) : std::nullopt;
 }
 
+const std::vector<RtiFedSpan> &Declarations::laterSpans(const void *record) const {
+    static const std::vector<RtiFedSpan> none;
+    const auto later = _later.find(record);
+    return later == _later.end() ? none : later->second;
+}
+
 std::vector<RtiFedPosition> Declarations::laterPlaces(const void *record) const {
     std::vector<RtiFedPosition> places;
-    const auto later = _later.find(record);
-    if (later != _later.end())
-        for (const RtiFedSpan &span : later->second)
-            places.push_back(_text.positionAt(span.begin));
+    for (const RtiFedSpan &span : laterSpans(record))
+        places.push_back(_text.positionAt(span.begin));
     return places;
 }
 

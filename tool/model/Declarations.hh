@@ -34,7 +34,8 @@ public:
     /// The place of the record's name.
     std::optional<RtiFedPosition> place(const void *record) const;
 
-    /// The places of the later declarations.
+    /// The names of the later declarations, and their places.
+    const std::vector<RtiFedSpan> &laterSpans(const void *record) const;
     std::vector<RtiFedPosition> laterPlaces(const void *record) const;
 
     /// An argument as the text has it, without quotes; empty if it is absent.

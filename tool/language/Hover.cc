@@ -1,0 +1,67 @@
+#include "tool/language/Hover.hh"
+
+#include "fed/storage/RtiFedName.hh"
+#include "tool/language/Comments.hh"
+#include "tool/language/Document.hh"
+#include "tool/language/HoverText.hh"
+#include "tool/language/Markdown.hh"
+#include "tool/language/NameUses.hh"
+
+namespace {
+
+using Index = SyntaxTree::Index;
+
+std::string explanationOfDelivery(const DeliveryWords &words, std::string_view word) {
+    for (const DeliveryWord &known : words)
+        if (RtiFedName::equal(word, known.shortForm) || RtiFedName::equal(word, known.longForm))
+            return markdownCode(known.shortForm) + ": " + explanationOf(words, known);
+    return {};
+}
+
+/// Explains a word by its role, without knowing what the text declares.
+std::string explanationOfWord(const Document &document, Index token) {
+    const SyntaxTree &tree = document.tree();
+    const std::string_view word = wordOf(tree, token);
+    const Index clause = tree.clauseAt(tree.begin(token));
+    switch (document.clauses().role(token)) {
+    case WordRole::transportation:
+        return explanationOfDelivery(kTransportations, word);
+    case WordRole::ordering:
+        return explanationOfDelivery(kOrderings, word);
+    case WordRole::keyword: {
+        const ClauseForm &form = formOf(document.clauses()[clause].kind);
+        return markdownCode(form.keyword) + ": " + form.explanation;
+    }
+    case WordRole::name:
+    case WordRole::value: {
+        const ClauseForm &form = formOf(document.clauses()[clause].kind);
+        return form.children[0] == ClauseKind::unknown && !isMember(document.clauses()[clause].kind)
+                   ? std::string(form.explanation)
+                   : std::string();
+    }
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+std::optional<Hover> hoverAt(const Document &document, std::uint32_t offset) {
+    if (const auto name = nameAt(document, offset)) {
+        std::string text;
+        for (const NamedEntity &meaning : name->meanings)
+            text += (text.empty() ? "" : "\n\n---\n\n") + hoverText(document, meaning, name->use);
+        return Hover{name->span, text};
+    }
+    const Index token = wordAt(document.tree(), offset);
+    if (token == SyntaxTree::kNone || !SyntaxTree::isWord(document.tree().kind(token)))
+        return {};
+    std::string text = explanationOfWord(document, token);
+    return text.empty() ? std::nullopt : std::optional(Hover{spanOf(document.tree(), token), std::move(text)});
+}
+
+std::string documentationMarkdown(const Document &document, RtiFedSpan name) {
+    const Index clause = document.tree().clauseAt(name.begin);
+    return name.length == 0 || clause == SyntaxTree::kNone ? std::string()
+                                                           : markdownText(documentationOf(document.tree(), clause));
+}
