@@ -279,6 +279,10 @@ Do nothing if a later check has begun."
   (setq-local font-lock-defaults '(((fed--fontify-clause (0 nil)))))
   (setq-local font-lock-multiline t)
   (add-hook 'font-lock-extend-region-functions #'fed--extend-region nil t)
+  (when buffer-file-name
+    (setq-local compile-command
+                (concat fed-program " check --color never --format concise "
+                        (shell-quote-argument (file-name-nondirectory buffer-file-name)))))
   (setq-local imenu-create-index-function #'fed-imenu-index)
   (add-hook 'flymake-diagnostic-functions #'fed-flymake nil t))
 

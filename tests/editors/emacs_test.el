@@ -74,3 +74,19 @@
   (fed-test-with "(FED (Federation a)"
     (should-error (fed-format-buffer) :type 'user-error)
     (should (equal (buffer-string) "(FED (Federation a)"))))
+
+(ert-deftest fed-compile-finds-places ()
+  (let ((folder (make-temp-file "fed" t)))
+    (unwind-protect
+        (with-current-buffer (find-file-noselect (expand-file-name "a b.fed" folder))
+          (insert "(FED (Federation a))")
+          (save-buffer)
+          (let ((buffer (compile compile-command)))
+            (while (process-live-p (get-buffer-process buffer))
+              (accept-process-output nil 0.05))
+            (with-current-buffer buffer
+              (compilation--ensure-parse (point-max))
+              (goto-char (point-min))
+              (compilation-next-error 1)
+              (should (string-match-p "^a b.fed:1:[0-9]+: error" (thing-at-point (quote line)))))))
+      (delete-directory folder t))))
