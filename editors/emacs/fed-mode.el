@@ -178,7 +178,7 @@ It gets one step more than the line on which its enclosing clause begins."
                (messages (with-temp-buffer (insert-file-contents errors) (string-trim (buffer-string)))))
           (if (or (not (memq status '(0 1))) (= 0 (buffer-size output)))
               (user-error "%s" (if (string-empty-p messages) "rtifed failed" messages))
-            (replace-buffer-contents output)
+            (replace-buffer-contents output 2)
             (unless (string-empty-p messages) (message "%s" messages))))
       (kill-buffer output)
       (delete-file errors))))

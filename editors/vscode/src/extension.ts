@@ -47,21 +47,15 @@ async function start(): Promise<void> {
             documentSelector: [{ language: 'fed' }],
             outputChannel: output,
             revealOutputChannelOn: RevealOutputChannelOn.Never,
-            synchronize: {
-                fileEvents: ['**/*.fed', '**/.rtifed.toml'].map((glob) => vscode.workspace.createFileSystemWatcher(glob)),
-            },
-            middleware: {
-                provideInlayHints: (document, range, token, next) =>
-                    settings().get('inlayHints', true) ? next(document, range, token) : [],
-                provideCodeLenses: (document, token, next) => (settings().get('codeLens', true) ? next(document, token) : []),
-            },
+            initializationOptions: settings(),
+            synchronize: { configurationSection: 'rtifed' },
         },
     );
     try {
         await client.start();
     } catch (error) {
         client = undefined;
-        await reportFailure(`The language server cannot be started: ${(error as Error).message}`);
+        void reportFailure(`The language server cannot be started: ${(error as Error).message}`);
     }
 }
 
@@ -80,7 +74,7 @@ async function withFedEditor(action: (editor: vscode.TextEditor) => Promise<void
     try {
         await action(editor);
     } catch (error) {
-        await reportFailure((error as Error).message);
+        void reportFailure((error as Error).message);
     }
 }
 

@@ -1,4 +1,5 @@
 import assert from 'node:assert/strict';
+import { spawnSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
 import { test } from 'node:test';
 import { fileURLToPath } from 'node:url';
@@ -69,4 +70,20 @@ test('the patterns for open clauses take time in proportion to the line', () => 
     const start = performance.now();
     for (const part of ['(', '((', '"(', '() ', '(a) "', 'a ']) new RegExp(beforeText).test(part.repeat(3000));
     assert.ok(performance.now() - start < 2000);
+});
+
+test('what a snippet inserts is a clause of the place that it is for', () => {
+    const inObjects = (text) => `(objects ${text})`;
+    const inClass = (text) => `(objects (class A\n${text}\n))`;
+    const inInteraction = (text) => `(interactions (class A reliable receive\n${text}\n))`;
+    const places = {
+        class: inObjects, interaction: (text) => `(interactions ${text})`, space: (text) => `(spaces ${text})`,
+        attribute: inClass, 'attribute-space': inClass, parameter: inInteraction, allow: inClass,
+    };
+    for (const { prefix, body } of Object.values(json('snippets/fed.json'))) {
+        const text = body.join('\n').replace(/\$\{\d+\|([^,|]*)[^}]*\}/g, '$1').replace(/\$\{\d+:([^}]*)\}/g, '$1').replace(/\$\d/g, '');
+        const input = `(FED (Federation F) (FEDversion v1.3) ${places[prefix](text)})`;
+        const { status, stdout, stderr } = spawnSync('rtifed', ['calls', '-'], { input, encoding: 'utf8' });
+        assert.equal(status, 0, `${prefix}: ${text}\n${stdout}${stderr}`);
+    }
 });
