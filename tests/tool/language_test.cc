@@ -4,10 +4,15 @@
 #include "tool/language/Completion.hh"
 #include "tool/language/Document.hh"
 #include "tool/language/DocumentSymbols.hh"
+#include "tool/language/Hints.hh"
 #include "tool/language/Hover.hh"
 #include "tool/language/NameUses.hh"
 #include "tool/language/Ranges.hh"
+#include "tool/language/Rename.hh"
 #include "tool/language/SemanticTokens.hh"
+#include "tool/language/TypeHierarchy.hh"
+
+#include <random>
 
 namespace {
 
@@ -270,4 +275,182 @@ TEST(Language, CompletesByThePlace) {
     EXPECT_EQ(snippet("(spaces ^", 0), "(space ${1:Name}\n  $0\n)");
     EXPECT_EQ(snippet("(objects (class ObjectRoot (class Manager (class Federate) ^))", 3).substr(0, 58),
               "(class Federation\n  (attribute FederationName reliable rec");
+}
+
+TEST(Language, RenamesOrSaysWhyNot) {
+    struct Case {
+        const char *place, *name, *result;
+    };
+    const auto renamed = [](const Question &asked, const std::string &name) {
+        const Renaming renaming = rename(asked.document, asked.offset, name);
+        std::string all = renaming.refusal;
+        for (const RenameEdit &edit : renaming.edits)
+            all += std::to_string(asked.document.parser().positionAt(edit.replacement.span.begin).line) + ":" +
+                   std::string(asked.at(edit.replacement.span)) + "=>" + edit.replacement.text +
+                   (edit.isInComment ? "; " : " ");
+        return all;
+    };
+    for (const Case &c : {
+             Case{"receive ^area", "Sea", "5:Area=>Sea 17:Area=>Sea 22:area=>Sea "},
+             Case{"receive ^area", "Deep sea", "5:Area=>\"Deep sea\" 17:Area=>\"Deep sea\" 22:area=>\"Deep sea\" "},
+             Case{"(class Cr^aft", "CRAFT", "15:Craft=>CRAFT; 16:Craft=>CRAFT "},
+             Case{"(class Tug^", "craft", "15:Tug=>craft; 18:Tug=>craft "},
+             Case{"\"Boll^ard Pull\"", "Pull", "19:\"Bollard Pull\"=>Pull "},
+             Case{"Tug.Po^sition", "Place", "15:Position=>Place; 15:Position=>Place; 17:Position=>Place "},
+             Case{"Po^sition best", "bollard pull",
+                  "it would collide with the attribute \"ObjectRoot.Craft.Tug.Bollard Pull\" in line 19, whose class "
+                  "inherits it"},
+             Case{"\"Boll^ard Pull\"", "privilegetodelete",
+                  "it would collide with the attribute \"ObjectRoot.privilegeToDelete\" in line 9, which is inherited"},
+             Case{"(class Cr^aft", "rtiprivate",
+                  "it would collide with the object class \"ObjectRoot.RTIprivate\" in line 10"},
+             Case{"(class Cr^aft", "A.B",
+                  "the name of a class cannot contain a dot: dots separate it from its superclasses"},
+             Case{"(class Cr^aft", "", "a name must not be empty"},
+             Case{"(class Cr^aft", "A\"B", "a name cannot contain a quote; quotes around it are added where needed"},
+             Case{"(class Cr^aft", "//x", "a name that begins with \"//\" looks like a comment"},
+             Case{"(class RTI^private", "X", "the RTI finds the object class \"ObjectRoot.RTIprivate\" by its name"},
+             Case{"Harb^our", "X", "there is no name of a class, attribute, parameter, space or dimension here"},
+         })
+        EXPECT_EQ(renamed(inHarbour(c.place), c.name), c.result) << c.place;
+    const std::string head = "(FED (Federation F) (FEDversion 1) (spaces (space A) (space B)) (objects ";
+    EXPECT_EQ(renamed(Question(head + "(class X (class ^Y)) (class ObjectRoot (class Z))))"), "Z"), "1:Y=>Z ");
+    EXPECT_EQ(renamed(Question(head + "(class ^X) (class ObjectRoot (class Z))))"), "z"),
+              "it would collide with the object class \"ObjectRoot.Z\" in line 1");
+    EXPECT_EQ(
+        renamed(Question(head + "(class X (attribute ^P reliable receive) (attribute P reliable receive))))"), "z"),
+        "the attribute \"X.P\" is declared again in line 1; fix that first");
+    EXPECT_EQ(
+        renamed(Question(replaced(head, "(space A)", "(space ^A)") + "(class X (attribute P reliable receive S))))"),
+                "s"),
+        "line 1 uses a space \"s\", which would mean this space then");
+}
+
+TEST(Language, ShowsTheHierarchyAndItsNumbers) {
+    const Question asked = inHarbour("\"Bol^lard");
+    const auto item = hierarchyItemAt(asked.document, asked.offset);
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->fullName + " in " + item->detail, "ObjectRoot.Craft.Tug in ObjectRoot.Craft");
+    const auto above = superclassOf(asked.document, item->kind, "objectroot.craft.tug");
+    ASSERT_TRUE(above);
+    EXPECT_EQ(asked.at(above->span).substr(0, 12), "(class Craft");
+    std::string below;
+    for (const HierarchyItem &subclass : subclassesOf(asked.document, item->kind, "ObjectRoot"))
+        below += subclass.name + " ";
+    EXPECT_EQ(below, "RTIprivate Craft ");
+    EXPECT_FALSE(superclassOf(asked.document, ClauseKind::interactionClass, "ObjectRoot.Craft"));
+
+    std::string hints, lenses;
+    for (const InlayHint &hint : inlayHints(asked.document, above->span))
+        hints += hint.label + " ";
+    EXPECT_EQ(hints, "#3? +1 inherited #2? #4? +2 inherited #3? ");
+    for (const CodeLens &lens : codeLenses(asked.document))
+        lenses += std::string(asked.at(lens.nameSpan)) + ": " + lens.text + "; ";
+    EXPECT_EQ(lenses, "ObjectRoot: 3 subclasses; RTIprivate: 1 inherited attribute; Craft: 1 subclass, 1 inherited "
+                      "attribute; Tug: 2 inherited attributes; InteractionRoot: 1 subclass; ");
+}
+
+namespace {
+
+/// Asks everything about a document and collects the spans of the answers, at some offsets or all.
+std::vector<RtiFedSpan> allSpans(const Document &document, std::uint32_t step) {
+    std::vector<RtiFedSpan> spans;
+    const auto size = static_cast<std::uint32_t>(document.text().size());
+    for (const DocumentSymbol &symbol : documentSymbols(document))
+        spans.insert(spans.end(), {symbol.span, symbol.nameSpan});
+    for (const FoldingRange &range : foldingRanges(document))
+        spans.push_back(range.span);
+    for (const SemanticToken &token : semanticTokens(document))
+        spans.push_back(token.span);
+    for (const InlayHint &hint : inlayHints(document, {0, size}))
+        spans.push_back({hint.offset, 0});
+    for (const CodeLens &lens : codeLenses(document))
+        spans.push_back(lens.nameSpan);
+    for (std::uint32_t offset = 0; offset <= size; offset += step) {
+        const auto selected = selectionAt(document, offset);
+        spans.insert(spans.end(), selected.begin(), selected.end());
+        const auto defined = definitionsAt(document, offset);
+        spans.insert(spans.end(), defined.begin(), defined.end());
+        for (const Reference &reference : referencesAt(document, offset))
+            spans.push_back(reference.span);
+        for (const RenameEdit &edit : rename(document, offset, "New name").edits)
+            spans.push_back(edit.replacement.span);
+        spans.push_back(completionsAt(document, offset).replaced);
+        spans.push_back(hoverAt(document, offset).value_or(Hover()).span);
+        if (const auto item = hierarchyItemAt(document, offset))
+            for (const HierarchyItem &below : subclassesOf(document, item->kind, item->fullName))
+                spans.insert(spans.end(), {below.span, below.nameSpan});
+    }
+    return spans;
+}
+
+} // namespace
+
+TEST(Language, AnswersWithinAnyText) {
+    const auto check = [](std::string text, std::uint32_t step) {
+        const Document document("a.fed", std::move(text), Settings());
+        for (const RtiFedSpan &span : allSpans(document, step))
+            ASSERT_LE(std::size_t(span.begin) + span.length, document.text().size()) << document.text();
+    };
+    std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same texts in each run
+    const std::string harbour = kHarbour;
+    for (std::size_t size = 0; size < harbour.size(); size += 13)
+        check(harbour.substr(0, size), 1);
+    for (int i = 0; i < 50; ++i) {
+        std::string text = harbour;
+        for (int edits = 0; edits < 3; ++edits)
+            text[random() % text.size()] = "()\";. \n\0"[random() % 8];
+        check(text, 5);
+    }
+    for (const char *name : {"harbour.fed", "tolerances.fed"}) {
+        const std::string text = example(name);
+        check(text, 997);
+        check(text.substr(random() % text.size()), 1499);
+        check(text.substr(0, random() % text.size()), 1499);
+    }
+}
+
+/// A renamed text declares the same as before but for the name, whatever is renamed.
+TEST(Language, RenamesWithoutChangingTheModel) {
+    const std::string text = example("harbour.fed");
+    const Document document("a.fed", text, Settings());
+    for (Entities::Index i = 0; i < document.entities().size(); i += 7) {
+        const RtiFedSpan place = document.entities()[i].place;
+        const Renaming renaming = rename(document, place.begin, "Renamed \xC3\xA4");
+        if (!renaming.refusal.empty())
+            continue;
+        std::string changed = text;
+        for (auto edit = renaming.edits.rbegin(); edit != renaming.edits.rend(); ++edit)
+            changed.replace(edit->replacement.span.begin, edit->replacement.span.length, edit->replacement.text);
+        const Document after("a.fed", changed, Settings());
+        ASSERT_TRUE(after.checker().findsNoError()) << document.entities().path(i);
+        ASSERT_EQ(after.entities().size(), document.entities().size());
+        EXPECT_EQ(after.entities()[i].name, "Renamed \xC3\xA4");
+    }
+}
+
+/// The parser accepts each clause in each place where the table of clauses has it, with the words that it requires.
+TEST(Language, KnowsTheGrammar) {
+    const auto clauseOf = [](ClauseKind kind, const std::string &inner) {
+        std::string text = "(" + std::string(formOf(kind).keyword);
+        for (std::size_t i = 0; i < formOf(kind).numRequired; ++i)
+            text += " w";
+        return text + inner + ")";
+    };
+    const auto check = [&](const auto &self, ClauseKind kind, const std::string &before,
+                           const std::string &after) -> void {
+        for (const ClauseKind child : formOf(kind).children) {
+            if (child == ClauseKind::unknown || (child == kind && before.size() > 200))
+                continue;
+            const std::string needed =
+                kind != ClauseKind::fed || child == ClauseKind::federation ? "" : "(Federation w)";
+            const std::string version = kind != ClauseKind::fed || child == ClauseKind::version ? "" : "(FEDversion w)";
+            const std::string whole = before + needed + version + clauseOf(child, "") + after;
+            EXPECT_EQ(RtiFedParser(whole).numErrors(), 0u) << whole;
+            std::string open = clauseOf(child, "");
+            open.pop_back();
+            self(self, child, before + needed + version + open, ")" + after);
+        }
+    };
+    check(check, ClauseKind::fed, "(FED", ")");
 }
