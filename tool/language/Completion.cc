@@ -2,11 +2,11 @@
 
 #include "fed/storage/RtiFedName.hh"
 #include "tool/check/Suggestion.hh"
-#include "tool/language/CompletionPlace.hh"
 #include "tool/language/Document.hh"
 #include "tool/language/Hover.hh"
 #include "tool/language/HoverText.hh"
-#include "tool/language/MomNames.hh"
+#include "tool/language/words/CompletionPlace.hh"
+#include "tool/language/words/MomNames.hh"
 #include "tool/model/MomText.hh"
 
 #include <set>

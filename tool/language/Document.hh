@@ -2,8 +2,8 @@
 
 #include "tool/check/CheckedFile.hh"
 #include "tool/control/Settings.hh"
-#include "tool/language/Clauses.hh"
-#include "tool/language/Entities.hh"
+#include "tool/language/words/Clauses.hh"
+#include "tool/language/words/Entities.hh"
 #include "tool/syntax/SyntaxTree.hh"
 
 #include <memory>

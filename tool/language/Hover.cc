@@ -1,11 +1,11 @@
 #include "tool/language/Hover.hh"
 
 #include "fed/storage/RtiFedName.hh"
-#include "tool/language/Comments.hh"
 #include "tool/language/Document.hh"
 #include "tool/language/HoverText.hh"
 #include "tool/language/Markdown.hh"
 #include "tool/language/NameUses.hh"
+#include "tool/language/words/Comments.hh"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "tool/language/Document.hh"
 #include "tool/language/Hover.hh"
 #include "tool/language/Markdown.hh"
-#include "tool/language/MomNames.hh"
+#include "tool/language/words/MomNames.hh"
 
 #include <algorithm>
 #include <vector>

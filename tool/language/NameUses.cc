@@ -2,7 +2,7 @@
 
 #include "fed/storage/RtiFedName.hh"
 #include "tool/language/Document.hh"
-#include "tool/language/DottedNames.hh"
+#include "tool/language/words/DottedNames.hh"
 
 #include <algorithm>
 

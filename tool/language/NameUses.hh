@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tool/language/Entities.hh"
+#include "tool/language/words/Entities.hh"
 
 #include <optional>
 #include <string>
@@ -37,8 +37,9 @@ std::optional<NameAt> nameAt(const Document &document, std::uint32_t offset);
 /// A place that names something.
 struct Reference {
     RtiFedSpan span;
-    NameUse use;
-    bool isCertain; ///< Whether it can mean nothing else: a dotted name in a comment may be the end of several names.
+    NameUse use = NameUse::declaration;
+    bool isCertain =
+        true; ///< Whether it can mean nothing else: a dotted name in a comment may be the end of several names.
 };
 
 /// Returns all places that name an entity, in the order of the text: its declarations, the uses of a space, and

@@ -1,7 +1,7 @@
 #include "tool/language/Ranges.hh"
 
-#include "tool/language/Comments.hh"
 #include "tool/language/Document.hh"
+#include "tool/language/words/Comments.hh"
 #include "tool/syntax/TextStyle.hh"
 
 #include <algorithm>

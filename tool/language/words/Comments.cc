@@ -1,4 +1,4 @@
-#include "tool/language/Comments.hh"
+#include "tool/language/words/Comments.hh"
 
 #include "tool/syntax/TextStyle.hh"
 

@@ -37,8 +37,8 @@ public:
     /// A name where the text declares it.
     struct Place {
         RtiFedSpan span;
-        Index entity;
-        bool isRepeated; ///< A duplicate, in its class or in a subclass, which the library refuses.
+        Index entity = kNone;
+        bool isRepeated = false; ///< A duplicate, in its class or in a subclass, which the library refuses.
     };
 
     /// Takes time in proportion to the declarations.

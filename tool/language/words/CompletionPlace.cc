@@ -1,6 +1,6 @@
-#include "tool/language/CompletionPlace.hh"
+#include "tool/language/words/CompletionPlace.hh"
 
-#include "tool/language/Clauses.hh"
+#include "tool/language/words/Clauses.hh"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
-#include "tool/language/MomNames.hh"
+#include "tool/language/words/MomNames.hh"
 
 #include "fed/storage/RtiFedName.hh"
-#include "tool/language/Clauses.hh"
+#include "tool/language/words/Clauses.hh"
 #include "tool/model/MomText.hh"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tool/language/Entities.hh"
 #include "tool/language/NameUses.hh"
+#include "tool/language/words/Entities.hh"
 
 #include <string_view>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "tool/language/DottedNames.hh"
+#include "tool/language/words/DottedNames.hh"
 
 #include "fed/storage/RtiFedName.hh"
 
@@ -9,8 +9,10 @@ namespace {
 constexpr std::size_t kMostNamesakes = 100;
 constexpr std::string_view kBoundaries = " \t\v\f;,:!?'`\"()<>[]{}|=*";
 
-std::vector<RtiFedSpan> componentsOf(std::string_view text, std::uint32_t begin, std::uint32_t end) {
+/// The components of the word that begins at an offset and ends with the text.
+std::vector<RtiFedSpan> componentsOf(std::string_view text, std::uint32_t begin) {
     std::vector<RtiFedSpan> components;
+    const auto end = static_cast<std::uint32_t>(text.size());
     for (std::uint32_t at = begin; at < end;) {
         const auto dot = static_cast<std::uint32_t>(std::min<std::size_t>(text.find('.', at), end));
         if (dot > at)
@@ -88,9 +90,10 @@ private:
 std::vector<DottedWord> dottedWordsIn(std::string_view text, RtiFedSpan comment) {
     std::vector<DottedWord> words;
     const std::uint32_t end = comment.begin + comment.length;
+    text = text.substr(0, end);
     for (std::uint32_t at = comment.begin; at < end;) {
         const auto stop = static_cast<std::uint32_t>(std::min<std::size_t>(text.find_first_of(kBoundaries, at), end));
-        DottedWord word{componentsOf(text, at, stop)};
+        DottedWord word{componentsOf(text.substr(0, stop), at)};
         if (word.components.size() > 1 && isContiguous(word.components))
             words.push_back(std::move(word));
         at = stop + 1;

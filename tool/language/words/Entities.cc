@@ -1,4 +1,4 @@
-#include "tool/language/Entities.hh"
+#include "tool/language/words/Entities.hh"
 
 #include "fed/storage/RtiFedName.hh"
 #include "tool/check/Checker.hh"
