@@ -106,6 +106,20 @@ section interactions
         "section objects\n  attribute attribute\nobject class class\n  object class class\n    object class \\x1b\n");
 }
 
+TEST(Language, LimitsTheDepthOfItsAnswers) {
+    std::string text = "(objects";
+    for (int i = 0; i < 20000; ++i)
+        text += "(class C";
+    const Question asked(text + '^');
+    std::vector<std::size_t> depths;
+    for (const DocumentSymbol &symbol : documentSymbols(asked.document))
+        depths.push_back(symbol.parent == DocumentSymbol::kNone ? 1 : depths.at(symbol.parent) + 1);
+    EXPECT_EQ(depths.size(), 20001u);
+    EXPECT_EQ(*std::max_element(depths.begin(), depths.end()), DocumentSymbol::kMaxDepth);
+    EXPECT_LT(selectionAt(asked.document, asked.offset).size(), 1000u);
+    EXPECT_TRUE(hoverAt(asked.document, 10));
+}
+
 TEST(Language, FoldsClausesAndComments) {
     const auto folded = [](const std::string &text) {
         const Question asked(text);

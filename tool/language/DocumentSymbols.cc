@@ -23,14 +23,17 @@ std::vector<DocumentSymbol> documentSymbols(const Document &document) {
     const SyntaxTree &tree = document.tree();
     const Clauses &clauses = document.clauses();
     std::vector<DocumentSymbol> symbols;
+    std::vector<std::size_t> depths;                           // of the symbols
     std::vector<std::size_t> innermost(tree.clauses().size()); // the symbol that each clause is, or is in
     for (SyntaxTree::Index clause = 0; clause < innermost.size(); ++clause) {
         const SyntaxTree::Index around = tree.clauses()[clause].parent;
         const std::size_t parent = around == SyntaxTree::kNone ? DocumentSymbol::kNone : innermost[around];
         const ClauseKind kind = clauses[clause].kind;
-        innermost[clause] = isShown(kind) ? symbols.size() : parent;
+        const std::size_t depth = parent == DocumentSymbol::kNone ? 1 : depths[parent] + 1;
+        innermost[clause] = isShown(kind) && depth < DocumentSymbol::kMaxDepth ? symbols.size() : parent;
         if (!isShown(kind))
             continue;
+        depths.push_back(depth);
         const std::vector<SyntaxTree::Index> words = tree.words(clause);
         const std::string_view name = clauses.name(clause);
         const std::string_view shownName = name.empty() ? formOf(kind).keyword : name;

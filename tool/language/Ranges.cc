@@ -57,9 +57,12 @@ private:
     std::vector<FoldingRange> _ranges;
 };
 
+constexpr std::size_t kMostSelected = 500; // spans; those further out in a text of nested parentheses help nobody
+
 /// Collects spans that grow.
 class Selection {
 public:
+    bool isFull() const { return spans.size() >= kMostSelected; }
     void add(std::uint32_t begin, std::uint32_t end) {
         if (!spans.empty()) {
             const RtiFedSpan &last = spans.back();
@@ -111,7 +114,8 @@ std::vector<RtiFedSpan> selectionAt(const Document &document, std::uint32_t offs
         addWord(tree, token, selection);
     else if (token != SyntaxTree::kNone && tree.kind(token) == SyntaxTree::Kind::comment)
         addComment(tree, token, offset, selection);
-    for (Index clause = tree.clauseAt(offset); clause != SyntaxTree::kNone; clause = tree.clauses()[clause].parent) {
+    for (Index clause = tree.clauseAt(offset); clause != SyntaxTree::kNone && !selection.isFull();
+         clause = tree.clauses()[clause].parent) {
         const std::vector<Index> words = tree.words(clause);
         if (!words.empty())
             selection.add(tree.spanOfTokens(words.front(), words.back()));

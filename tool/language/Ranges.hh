@@ -19,7 +19,8 @@ std::vector<FoldingRange> foldingRanges(const Document &document);
 
 /// Returns what "expand selection" selects at an offset, each span larger than the one before and around it: a word,
 /// the words of its clause, the clause, the contents of the clause around it, and so on up to the whole text. In a
-/// comment, the word, the comment, and the run of comment lines are first. Empty for an empty text.
+/// comment, the word, the comment, and the run of comment lines are first. Empty for an empty text. Of very deeply
+/// nested parentheses only the inner ones and the whole text are selected.
 ///
 /// Takes time in proportion to the nesting at the offset and the lengths of the words and comments around it.
 std::vector<RtiFedSpan> selectionAt(const Document &document, std::uint32_t offset);
