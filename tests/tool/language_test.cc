@@ -180,32 +180,32 @@ TEST(Language, DescribesWhatIsAtACursor) {
     struct Case {
         const char *place, *text;
     };
-    for (
-        const Case &c : {
-            Case{"(class Cr^aft",
+    for (const Case &c : {
+             Case{
+                 "(class Cr^aft",
                  "Craft => **object class** `ObjectRoot.Craft`//1 attribute: `Position`//1 attribute inherited:  /from "
-                 "`ObjectRoot`: `privilegeToDelete`//Subclasses, all levels: `ObjectRoot.Craft.Tug`//Handle 3, "
+                 "`ObjectRoot`: `privilegeToDelete`//1 subclass: `Tug`//Handle 3, "
                  "provisional: the file does not load//---//What floats.//See Craft.Position and Tug.Position."},
-            Case{
-                "Tug.Position^",
-                "Position => **attribute** `ObjectRoot.Craft.Position`//`best_effort`, `receive`, in the routing space "
-                "`Area`//`ObjectRoot.Craft.Tug` inherits it from `ObjectRoot.Craft`.//Inherited by "
-                "`ObjectRoot.Craft.Tug`//Handle 2, provisional: the file does not load//---//easting, "
-                "\\<northing\\>"},
-            Case{"receive ^area",
-                 "area => **routing space** `Area`//1 dimension: `Easting`//Handle 1, provisional: the "
-                 "file does not load//---//where something floats"},
-            Case{"(parameter Channel^", "Channel => **parameter** `InteractionRoot.Call.Channel`//Handle 1, "
-                                        "provisional: the file does not load"},
-            Case{"(class RTI^private", "RTIprivate => **object class** `ObjectRoot.RTIprivate`//1 attribute inherited: "
-                                       " /from `ObjectRoot`: `privilegeToDelete`//Handle 2, provisional: the file does "
-                                       "not load//Reserved for the RTI; federates do not use it."},
-            Case{"best_effort re^ceive", "receive => `receive`: delivered in the order of arrival."},
-            Case{"(dim^ension",
-                 "dimension => `dimension`: A coordinate of the routing space; a region has a range of it."},
-            Case{"v1^.3", "v1.3 => The version of the FED format, usually v1.3."},
-            Case{"floats.^", "nothing"},
-        })
+             Case{"Tug.Position^", "Position => **attribute** `ObjectRoot.Craft.Position`//`best_effort`, `receive`, "
+                                   "in the routing space "
+                                   "`Area`//`ObjectRoot.Craft.Tug` inherits it from `ObjectRoot.Craft`.//Inherited by "
+                                   "1 class: `Tug`//Handle 2, provisional: the file does not load//---//easting, "
+                                   "\\<northing\\>"},
+             Case{"receive ^area",
+                  "area => **routing space** `Area`//1 dimension: `Easting`//Handle 1, provisional: the "
+                  "file does not load//---//where something floats"},
+             Case{"(parameter Channel^", "Channel => **parameter** `InteractionRoot.Call.Channel`//Handle 1, "
+                                         "provisional: the file does not load"},
+             Case{"(class RTI^private",
+                  "RTIprivate => **object class** `ObjectRoot.RTIprivate`//1 attribute inherited: "
+                  " /from `ObjectRoot`: `privilegeToDelete`//Handle 2, provisional: the file does "
+                  "not load//Reserved for the RTI; federates do not use it."},
+             Case{"best_effort re^ceive", "receive => `receive`: delivered in the order of arrival."},
+             Case{"(dim^ension",
+                  "dimension => `dimension`: A coordinate of the routing space; a region has a range of it."},
+             Case{"v1^.3", "v1.3 => The version of the FED format, usually v1.3."},
+             Case{"floats.^", "nothing"},
+         })
         EXPECT_EQ(hover(inHarbour(c.place)), c.text) << c.place;
     EXPECT_EQ(
         hover(Question(withMom("\n; a_b _c_ 1. `x` [y](z)\n(class \"A`` \\\x01^\")"))),
@@ -379,8 +379,11 @@ TEST(Language, AnswersWhereTheTextDoesNotParse) {
         "(attribute ^b reliable receive)))))");
     EXPECT_EQ(hover(repeated),
               "b => **attribute** `A.B`//A duplicate, which the library refuses: it is declared first in "
-              "line 1.//`reliable`, `receive`//Inherited by `A.C`//Handle 1, provisional: the file does "
+              "line 1.//`reliable`, `receive`//Inherited by 1 class: `C`//Handle 1, provisional: the file does "
               "not load");
+    const Question rootless(
+        "(FED (Federation F) (FEDversion 1) (objects (class ObjectRoot (class Cra^ft)) (class Craft (class Tug))))");
+    EXPECT_NE(hover(rootless).find("1 subclass: `Craft.Tug`"), std::string::npos) << hover(rootless);
     EXPECT_EQ(std::string(repeated.at(definitionsAt(repeated.document, repeated.offset).at(0))), "B");
     EXPECT_EQ(renameAt(repeated.document, repeated.offset).refusal,
               "the attribute \"A.B\" is declared again in line 1; fix that first");

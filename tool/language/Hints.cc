@@ -42,7 +42,7 @@ std::vector<CodeLens> codeLenses(const Document &document) {
             continue;
         std::string text;
         if (entity.numDescendants > 0)
-            text = std::to_string(entity.numDescendants) + (entity.numDescendants == 1 ? " subclass" : " subclasses");
+            text = counted(entity.numDescendants, "subclass");
         if (entities.numInherited(place.entity) > 0)
             text += (text.empty() ? "" : ", ") + inheritedText(entities, place.entity);
         if (!text.empty())

@@ -1,5 +1,6 @@
 #include "tool/language/HoverText.hh"
 
+#include "fed/storage/RtiFedName.hh"
 #include "tool/console/Text.hh"
 #include "tool/language/Document.hh"
 #include "tool/language/Hover.hh"
@@ -84,11 +85,13 @@ private:
         if (isClass(entity.kind)) {
             addMembers(index, memberNoun(entity.kind));
             addInherited(index);
-            addList("Subclasses, all levels: ", descendantsOf(index), entity.numDescendants);
+            if (entity.numDescendants > 0)
+                add(counted(entity.numDescendants, "subclass") + ": " + descendantsOf(index));
         } else if (entity.kind == ClauseKind::space) {
             addMembers(index, "dimension");
         } else if (entity.kind != ClauseKind::dimension) {
-            addList("Inherited by ", descendantsOf(entity.owner), _entities[entity.owner].numDescendants);
+            if (const Index heirs = _entities[entity.owner].numDescendants; heirs > 0)
+                add("Inherited by " + counted(heirs, "class") + ": " + descendantsOf(entity.owner));
         }
     }
 
@@ -122,8 +125,16 @@ private:
             add(counted(_entities.numInherited(index), memberNoun(_entities[index].kind)) + " inherited:  \n" + lines);
     }
 
-    /// The first descendants in the order of the text, as many as are listed.
-    std::vector<std::string> descendantsOf(Index index) const {
+    /// The full name of a class without that of a superclass. A class whose superclass was found without the name of
+    /// its root, which is an error, has a shorter one that does not contain it.
+    std::string_view nameWithin(Index index, Index ancestor) const {
+        const std::string_view name = _entities[index].fullName, above = _entities[ancestor].fullName;
+        const bool contains = name.size() > above.size() && RtiFedName::equal(name.substr(0, above.size()), above);
+        return contains ? name.substr(above.size() + 1) : name;
+    }
+
+    /// Lists the first descendants in the order of the text, without the full name of the class itself.
+    std::string descendantsOf(Index index) const {
         std::vector<std::string> names;
         std::vector<Index> waiting;
         for (Index next = _entities[index].firstSubclass; names.size() < kMostListed;) {
@@ -134,16 +145,11 @@ private:
                 waiting.pop_back();
                 continue;
             }
-            names.push_back(markdownCode(_entities[next].fullName));
+            names.push_back(markdownCode(nameWithin(next, index)));
             waiting.push_back(_entities[next].nextSibling);
             next = _entities[next].firstSubclass;
         }
-        return names;
-    }
-
-    void addList(const std::string &begin, const std::vector<std::string> &names, std::size_t total) {
-        if (total > 0)
-            add(begin + withRest(names, total));
+        return withRest(names, _entities[index].numDescendants);
     }
 
     const Document &_document;
