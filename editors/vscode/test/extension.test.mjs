@@ -72,6 +72,13 @@ test('the patterns for open clauses take time in proportion to the line', () => 
     assert.ok(performance.now() - start < 2000);
 });
 
+test('the problem matcher reads what check writes', () => {
+    const { regexp } = manifest.contributes.problemMatchers[0].pattern;
+    const { stdout } = spawnSync('rtifed', ['check', '--format', 'concise', '-'], { input: '(FED (Federation F))', encoding: 'utf8' });
+    for (const line of stdout.trimEnd().split('\n')) assert.match(line, new RegExp(regexp));
+    assert.equal(stdout.match(new RegExp(regexp, 'm'))[6], 'missing-clause');
+});
+
 test('what a snippet inserts is a clause of the place that it is for', () => {
     const inObjects = (text) => `(objects ${text})`;
     const inClass = (text) => `(objects (class A\n${text}\n))`;
