@@ -150,9 +150,13 @@ void Server::note(const std::string &method, const Params &params) {
         _session.state = Session::State::exited;
         return;
     }
+    if (_session.state != Session::State::running)
+        return;
     const Method *known = findMethod(method);
-    if (_session.state != Session::State::running || !known || known->isRequest) {
-        if (!known && !isOptional(method) && _session.state == Session::State::running)
+    if (!known || known->isRequest) {
+        if (known)
+            _session.log(method + " is a request, which needs an id");
+        else if (!isOptional(method))
             _session.log("unknown notification " + inQuotes(method));
         return;
     }

@@ -68,6 +68,11 @@ void Session::reload() {
         document.setSettings(settingsFor(pathOfUri(uri).value_or("")));
         markUndiagnosed(uri);
     }
+    files.forgetContents();
+    refreshDiagnostics();
+}
+
+void Session::refreshDiagnostics() {
     if (client.pullsDiagnostics && client.refreshesDiagnostics)
         request("workspace/diagnostic/refresh", nullptr);
 }

@@ -3,6 +3,7 @@
 #include "tool/control/Configurations.hh"
 #include "tool/lsp/Client.hh"
 #include "tool/lsp/OpenDocument.hh"
+#include "tool/lsp/WorkspaceFiles.hh"
 
 #include <functional>
 #include <map>
@@ -40,6 +41,10 @@ public:
     /// The open texts whose diagnostics the client has not yet got; empty if it asks for them itself.
     std::set<std::string> undiagnosed;
     void markUndiagnosed(const std::string &uri);
+    /// Tells a client that asks for diagnostics to ask again.
+    void refreshDiagnostics();
+
+    WorkspaceFiles files;
 
     void respond(const Json &id, Json result);
     void respondError(const Json &id, ErrorCode code, const std::string &text);

@@ -24,7 +24,10 @@ std::size_t commonBeginning(std::string_view a, std::string_view b) {
 std::size_t commonEnd(std::string_view a, std::string_view b) {
     const auto most = static_cast<std::ptrdiff_t>(std::min(a.size(), b.size()));
     auto size = static_cast<std::size_t>(std::mismatch(a.rbegin(), a.rbegin() + most, b.rbegin()).first - a.rbegin());
-    while (size > 0 && (continues(a, a.size() - size) || a[a.size() - size] == '\n'))
+    const auto isDivided = [&](std::string_view text) { // a CR LF
+        return text.size() > size && text[text.size() - size] == '\n' && text[text.size() - size - 1] == '\r';
+    };
+    while (size > 0 && (continues(a, a.size() - size) || isDivided(a) || isDivided(b)))
         --size;
     return size;
 }

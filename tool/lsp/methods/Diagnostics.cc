@@ -83,10 +83,13 @@ void publishDiagnostics(Session &session, const OpenDocument &document) {
     session.notify("textDocument/publishDiagnostics", std::move(params));
 }
 
-Json diagnoseText(Session &session, const Params &params) {
-    Json diagnostics = diagnosticsOf(session, session.document(params));
+Json diagnosticReport(Json diagnostics, const std::string &previousId) {
     const std::string id = resultIdOf(diagnostics);
-    if (params.stringOf("previousResultId") == id)
+    if (previousId == id)
         return {{"kind", "unchanged"}, {"resultId", id}};
     return {{"kind", "full"}, {"resultId", id}, {"items", std::move(diagnostics)}};
+}
+
+Json diagnoseText(Session &session, const Params &params) {
+    return diagnosticReport(diagnosticsOf(session, session.document(params)), params.stringOf("previousResultId"));
 }

@@ -11,3 +11,7 @@ Json diagnosticsOf(const Session &session, const OpenDocument &document);
 
 /// Sends the diagnostics of a text to the client.
 void publishDiagnostics(Session &session, const OpenDocument &document);
+
+/// Returns diagnostics as the answer to a request for them; if they are those of the last answer, whose name the client
+/// gives, only that.
+Json diagnosticReport(Json diagnostics, const std::string &previousId);

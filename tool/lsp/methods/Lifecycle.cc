@@ -1,5 +1,6 @@
 #include "tool/lsp/methods/Methods.hh"
 
+#include "tool/language/SemanticTokens.hh"
 #include "tool/lsp/Uri.hh"
 
 #include <algorithm>
@@ -10,6 +11,14 @@ namespace {
 Json capabilitiesFor(const Client &client) {
     Json capabilities = {{"positionEncoding", nameOf(client.encoding)},
                          {"textDocumentSync", {{"openClose", true}, {"change", 2}}},
+                         {"documentSymbolProvider", true},
+                         {"workspaceSymbolProvider", {{"workDoneProgress", true}}},
+                         {"foldingRangeProvider", true},
+                         {"selectionRangeProvider", true},
+                         {"semanticTokensProvider",
+                          {{"legend", {{"tokenTypes", kTokenTypeNames}, {"tokenModifiers", kTokenModifierNames}}},
+                           {"full", true},
+                           {"range", true}}},
                          {"documentFormattingProvider", true},
                          {"documentRangeFormattingProvider", true},
                          {"documentOnTypeFormattingProvider", {{"firstTriggerCharacter", "\n"}}},
@@ -17,8 +26,10 @@ Json capabilitiesFor(const Client &client) {
     if (client.codeActionLiterals)
         capabilities["codeActionProvider"] = {{"codeActionKinds", {"quickfix"}}};
     if (client.pullsDiagnostics)
-        capabilities["diagnosticProvider"] = {
-            {"identifier", "rtifed"}, {"interFileDependencies", false}, {"workspaceDiagnostics", false}};
+        capabilities["diagnosticProvider"] = {{"identifier", "rtifed"},
+                                              {"interFileDependencies", false},
+                                              {"workspaceDiagnostics", true},
+                                              {"workDoneProgress", true}};
     return capabilities;
 }
 
@@ -70,5 +81,6 @@ Json changeFolders(Session &session, const Params &params) {
     for (const Params &added : params["event"]["added"].items())
         if (const auto path = pathOf(added))
             folders.push_back(*path);
+    session.files.forgetNames();
     return nullptr;
 }

@@ -24,6 +24,14 @@ constexpr Method kMethods[] = {
     {"textDocument/rangeFormatting", kRequest, formatRange},
     {"textDocument/onTypeFormatting", kRequest, formatNewLine},
     {"textDocument/codeAction", kRequest, codeActions},
+    {"textDocument/documentSymbol", kRequest, symbolsOfText},
+    {"textDocument/foldingRange", kRequest, foldText},
+    {"textDocument/selectionRange", kRequest, selectText},
+    {"textDocument/semanticTokens/full", kRequest, colourText},
+    {"textDocument/semanticTokens/range", kRequest, colourText},
+    {"workspace/symbol", kRequest, findSymbols},
+    {"workspace/diagnostic", kRequest, diagnoseWorkspace},
+    {"workspace/didChangeWatchedFiles", kNotification, changeFiles},
 };
 
 } // namespace

@@ -40,3 +40,14 @@ Json formatNewLine(Session &session, const Params &params);
 
 // CodeActions.cc
 Json codeActions(Session &session, const Params &params);
+
+// Structure.cc
+Json symbolsOfText(Session &session, const Params &params);
+Json foldText(Session &session, const Params &params);
+Json selectText(Session &session, const Params &params);
+Json colourText(Session &session, const Params &params);
+
+// Workspace.cc
+Json findSymbols(Session &session, const Params &params);
+Json diagnoseWorkspace(Session &session, const Params &params);
+Json changeFiles(Session &session, const Params &params);

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "tool/language/ClauseForm.hh"
+
+/// Returns the number by which the protocol knows the kind of symbol that is most like what a clause declares.
+inline int symbolKindOf(ClauseKind kind) {
+    enum Kinds {
+        module = 2,
+        nameSpace = 3,
+        package = 4,
+        classKind = 5,
+        property = 7,
+        field = 8,
+        string = 15,
+        object = 19,
+        event = 24
+    };
+    switch (kind) {
+    case ClauseKind::fed:
+        return module;
+    case ClauseKind::federation:
+        return package;
+    case ClauseKind::federate:
+        return object;
+    case ClauseKind::space:
+    case ClauseKind::spaces:
+    case ClauseKind::objects:
+    case ClauseKind::interactions:
+        return nameSpace;
+    case ClauseKind::objectClass:
+        return classKind;
+    case ClauseKind::interactionClass:
+        return event;
+    case ClauseKind::attribute:
+        return property;
+    case ClauseKind::parameter:
+    case ClauseKind::dimension:
+        return field;
+    default:
+        return string;
+    }
+}
