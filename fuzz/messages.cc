@@ -25,9 +25,10 @@ void check(const std::string &bytes) {
 }
 
 const char *const kBegin[] = {
-    R"({"id":0,"method":"initialize","params":{"capabilities":{"textDocument":{"codeAction":{"codeActionLiteralSupport":{}}}}}})",
-    R"({"method":"textDocument/didOpen","params":{"textDocument":{"uri":"file:///nowhere/a.fed","version":1,)"
-    R"("text":"(FED (Federation \u00e4\ud83d\ude00)\r\n(FEDversion v1.3)\r(objects (class A (attribute x relaible receive)"}}})"};
+    R"~({"id":0,"method":"initialize","params":{"capabilities":{"textDocument":)~"
+    R"~({"codeAction":{"codeActionLiteralSupport":{}}}}}})~",
+    R"~({"method":"textDocument/didOpen","params":{"textDocument":{"uri":"file:///nowhere/a.fed","version":1,"text":)~"
+    R"~("(FED (Federation \u00e4\ud83d\ude00)\r\n(FEDversion v1.3)\r(objects (class A (attribute x relaible receive)"}}})~"};
 
 } // namespace
 

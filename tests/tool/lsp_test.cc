@@ -12,6 +12,19 @@ namespace {
 constexpr PositionEncoding kEncodings[] = {PositionEncoding::utf8, PositionEncoding::utf16, PositionEncoding::utf32};
 const std::string kUri = "file:///nowhere/a.fed";
 
+constexpr const char *kText = R"((FED (Federation F)
+  (FEDversion v1.3) ; the version
+  (spaces (space Sea (dimension x)))
+  (objects
+    (class ObjectRoot
+      (attribute privilegeToDelete reliable timestamp)
+      (class Ship
+        ;; Floats.
+        (attribute Name reliable receive Sea)
+        (class Tug (attribute Pull best_effort receive)))))
+  (interactions (class InteractionRoot best_effort receive)))
+)";
+
 /// A client in the same process.
 class TestClient {
 public:
@@ -131,11 +144,10 @@ TEST(Lsp, KeepsTheLinesOfAnEditedText) {
 }
 
 TEST(Lsp, KnowsAfterEachEditWhatAFreshServerKnows) {
-    const std::string example = readFile(RTIFED_EXAMPLES "/minimal.fed");
     std::mt19937 random(5);
     for (int i = 0; i < 1000; ++i) {
         const PositionEncoding encoding = kEncodings[i % 3];
-        std::string text = example;
+        std::string text = kText;
         TestClient client(text, encoding);
         for (int edits = 1 + static_cast<int>(random() % 4); edits > 0; --edits) {
             const PositionedText before(text, encoding);
@@ -177,7 +189,7 @@ TEST(Lsp, FormatsByEditsThatMakeTheFormattedText) {
 }
 
 TEST(Lsp, NeedsNoMoreMemoryAfterManyEdits) {
-    TestClient client(readFile(RTIFED_EXAMPLES "/minimal.fed"));
+    TestClient client(kText);
     const auto edit = [&](int count) {
         for (int i = 0; i < count; ++i) {
             client.edit({2, 0}, {2, i % 2 == 0 ? 0U : 4U}, i % 2 == 0 ? "(a\r\n" : "");

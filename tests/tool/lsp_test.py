@@ -8,6 +8,7 @@ Of the first part, each line is a step:
   file PATH          creates a file in the folder of the session, with the lines up to the next END
   open PATH          says that the editor has opened it
   edit PATH A-B TEXT replaces a range, such as 3:4-3:9, by a JSON string
+  start JSON         initializes the server; its answer is not recorded
   call METHOD JSON   a request; its id is the number of the line
   tell METHOD JSON   a notification
   raw BYTES          these bytes, a JSON string in which each character is a byte
@@ -70,7 +71,7 @@ def shown(message, root):
     """A message as lines: long lists and objects with a line for each entry."""
     message = compact(message, root)
     message.pop("jsonrpc")
-    head = str(message.pop("id")) if "id" in message and "method" not in message else "->"
+    head = json.dumps(message.pop("id")) if "id" in message and "method" not in message else "->"
     if "method" in message:
         message.pop("id", None)
         head += " " + message.pop("method")
@@ -85,6 +86,8 @@ def rendered(value, indentation):
     line = json.dumps(value, ensure_ascii=False)
     if len(line) + len(indentation) <= 110 or not isinstance(value, (list, dict)):
         return " " + line
+    if isinstance(value, list) and all(isinstance(each, int) for each in value):  # tokens, five numbers each
+        return "".join(f"\n{indentation}{value[i:i + 5]}" for i in range(0, len(value), 5))
     entries = value if isinstance(value, list) else value.items()
     text = ""
     for entry in entries:
@@ -106,7 +109,7 @@ def run(steps):
 class Session:
     def __init__(self, folder):
         self.folder, self.root, self.uri, self.version, self.output = folder, "file://" + folder, None, 1, ""
-        self.bytes = b""
+        self.bytes, self.hidden = b"", []
 
     def run(self, steps):
         lines = iter(enumerate(steps.splitlines(), 1))
@@ -121,8 +124,9 @@ class Session:
         while rest:
             header, _, rest = rest.partition(b"\r\n\r\n")
             size = int(header.split(b":")[1])
-            self.output += shown(json.loads(rest[:size]), self.root)
-            rest = rest[size:]
+            message, rest = json.loads(rest[:size]), rest[size:]
+            if message.get("id") not in self.hidden:
+                self.output += shown(message, self.root)
         return self.output + f"exit status {done.returncode}\n"
 
     def create(self, path, text):
@@ -134,6 +138,10 @@ class Session:
         text = pathlib.Path(self.folder + path).read_bytes().decode(errors="replace")
         document = {"uri": self.uri, "languageId": "fed", "version": 1, "text": text}
         return self.message("textDocument/didOpen", {"textDocument": document})
+
+    def start(self, rest, number):
+        self.hidden.append(number)
+        return self.call("initialize " + rest, number)
 
     def edit(self, rest, _):
         path, place, text = rest.split(" ", 2)

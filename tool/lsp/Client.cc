@@ -78,8 +78,6 @@ Client Client::of(const Params &params) {
     client.refreshesInlayHints = can(capabilities, {"workspace", "inlayHint", "refreshSupport"});
     client.refreshesCodeLenses = can(capabilities, {"workspace", "codeLens", "refreshSupport"});
     client.folders = foldersOf(params);
-    if (const auto settings = params.find("initializationOptions"))
-        client.set(*settings);
     return client;
 }
 

@@ -14,7 +14,8 @@ struct Client {
     /// Reads the parameters of `initialize`.
     static Client of(const Params &params);
 
-    /// Takes over what the user has set; what is absent stays.
+    /// Takes over what the user has set; what is absent stays. Throws ProtocolError at the first setting that makes no
+    /// sense.
     void set(const Params &settings);
 
     PositionEncoding encoding = PositionEncoding::utf16;

@@ -1,11 +1,11 @@
 #include "tool/lsp/methods/Diagnostics.hh"
 
+#include "tool/console/Digest.hh"
 #include "tool/console/Text.hh"
 #include "tool/lsp/RulePage.hh"
 #include "tool/lsp/methods/Methods.hh"
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 
@@ -38,8 +38,7 @@ std::vector<const Finding *> reportedFindings(const Document &document) {
 
 /// Returns a name of these diagnostics, which is the same only for equal ones.
 std::string resultIdOf(const Json &diagnostics) {
-    const std::string text = diagnostics.dump(-1, ' ', false, Json::error_handler_t::replace);
-    return std::to_string(text.size()) + '-' + std::to_string(std::hash<std::string>()(text));
+    return sha256(textOfMessage(diagnostics)).substr(0, 32);
 }
 
 } // namespace

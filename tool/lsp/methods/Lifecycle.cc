@@ -33,12 +33,23 @@ Json capabilitiesFor(const Client &client) {
     return capabilities;
 }
 
+/// A wrong setting is reported, and must not keep the server from its work.
+void takeSettings(Session &session, const std::optional<Params> &settings) {
+    try {
+        if (settings)
+            session.client.set(*settings);
+    } catch (const ProtocolError &wrong) {
+        session.showError(std::string("settings of rtifed: ") + wrong.what());
+    }
+}
+
 } // namespace
 
 Json initialize(Session &session, const Params &params) {
     if (session.state != Session::State::created)
         throw ProtocolError(ErrorCode::invalidRequest, "the server is initialized already");
     session.client = Client::of(params);
+    takeSettings(session, params.find("initializationOptions"));
     session.state = Session::State::running;
     return {{"capabilities", capabilitiesFor(session.client)},
             {"serverInfo", {{"name", "rtifed"}, {"version", RTIFED_VERSION}}}};
@@ -62,8 +73,7 @@ Json shutDown(Session &session, const Params &) {
 }
 
 Json changeConfiguration(Session &session, const Params &params) {
-    if (const auto settings = params.find("settings"))
-        session.client.set(*settings);
+    takeSettings(session, params.find("settings"));
     session.reload();
     if (session.client.refreshesInlayHints)
         session.request("workspace/inlayHint/refresh", nullptr);
