@@ -11,6 +11,16 @@ namespace {
 Json capabilitiesFor(const Client &client) {
     Json capabilities = {{"positionEncoding", nameOf(client.encoding)},
                          {"textDocumentSync", {{"openClose", true}, {"change", 2}}},
+                         {"completionProvider", {{"triggerCharacters", {"(", " "}}}},
+                         {"hoverProvider", true},
+                         {"declarationProvider", true},
+                         {"definitionProvider", true},
+                         {"referencesProvider", true},
+                         {"documentHighlightProvider", true},
+                         {"renameProvider", {{"prepareProvider", true}}},
+                         {"typeHierarchyProvider", true},
+                         {"inlayHintProvider", true},
+                         {"codeLensProvider", Json::object()},
                          {"documentSymbolProvider", true},
                          {"workspaceSymbolProvider", {{"workDoneProgress", true}}},
                          {"foldingRangeProvider", true},
@@ -57,7 +67,7 @@ Json initialize(Session &session, const Params &params) {
 
 Json initialized(Session &session, const Params &) {
     if (session.client.watchesFiles) {
-        const Json watchers = {{{"globPattern", "**/*.fed"}},
+        const Json watchers = {{{"globPattern", "**/*.[fF][eE][dD]"}},
                                {{"globPattern", "**/" + std::string(kConfigurationName)}}};
         session.request("client/registerCapability",
                         {{"registrations", Json::array({{{"id", "files"},

@@ -51,3 +51,19 @@ Json colourText(Session &session, const Params &params);
 Json findSymbols(Session &session, const Params &params);
 Json diagnoseWorkspace(Session &session, const Params &params);
 Json changeFiles(Session &session, const Params &params);
+
+// Navigation.cc
+Json hoverName(Session &session, const Params &params);
+Json findDefinition(Session &session, const Params &params);
+Json findReferences(Session &session, const Params &params);
+Json highlightName(Session &session, const Params &params);
+Json prepareHierarchy(Session &session, const Params &params);
+Json findSupertypes(Session &session, const Params &params);
+Json findSubtypes(Session &session, const Params &params);
+
+// Writing.cc
+Json completeText(Session &session, const Params &params);
+Json prepareRename(Session &session, const Params &params);
+Json renameName(Session &session, const Params &params);
+Json hintText(Session &session, const Params &params);
+Json lensText(Session &session, const Params &params);

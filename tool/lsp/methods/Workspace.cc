@@ -62,6 +62,16 @@ Json jsonOf(TextPosition position) {
     return {{"line", position.line}, {"character", position.character}};
 }
 
+Json jsonOf(const WorkspaceFile &file, const FileSymbol &symbol) {
+    const Json range = {{"start", jsonOf(symbol.begin)}, {"end", jsonOf(symbol.end)}};
+    Json json = {{"name", symbol.name},
+                 {"kind", symbolKindOf(symbol.kind)},
+                 {"location", {{"uri", file.uri}, {"range", range}}}};
+    if (!symbol.container.empty())
+        json["containerName"] = symbol.container;
+    return json;
+}
+
 } // namespace
 
 /// Matches any part of a name, in any letter case; with a dot in it, of the full name.
@@ -75,12 +85,7 @@ Json findSymbols(Session &session, const Params &params) {
             if (symbols.size() == kMostSymbols)
                 return;
             if (contains(isPath ? symbol.container + '.' + symbol.name : symbol.name, query))
-                symbols.push_back(
-                    {{"name", symbol.name},
-                     {"kind", symbolKindOf(symbol.kind)},
-                     {"location",
-                      {{"uri", file.uri}, {"range", {{"start", jsonOf(symbol.begin)}, {"end", jsonOf(symbol.end)}}}}},
-                     {"containerName", symbol.container}});
+                symbols.push_back(jsonOf(file, symbol));
         }
     });
     return symbols;
