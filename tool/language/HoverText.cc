@@ -127,8 +127,8 @@ private:
 
     /// The full name of a class without that of a superclass. A class whose superclass was found without the name of
     /// its root, which is an error, has a shorter one that does not contain it.
-    std::string_view nameWithin(Index index, Index ancestor) const {
-        const std::string_view name = _entities[index].fullName, above = _entities[ancestor].fullName;
+    std::string_view nameWithin(Index descendant, Index ancestor) const {
+        const std::string_view name = _entities[descendant].fullName, above = _entities[ancestor].fullName;
         const bool contains = name.size() > above.size() && RtiFedName::equal(name.substr(0, above.size()), above);
         return contains ? name.substr(above.size() + 1) : name;
     }
