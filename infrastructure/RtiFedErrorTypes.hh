@@ -2,6 +2,7 @@
 
 #include "infrastructure/RtiFedPosition.hh"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,12 @@ struct RtiFedErrorTypes {
         std::string text;
     };
 
+    /// A span of the text, and what to put in its place.
+    struct Correction {
+        RtiFedSpan span;
+        std::string text;
+    };
+
     struct Error {
         Problem problem;
         RtiFedPosition position; ///< Where the text must be changed: in most cases, the unexpected token.
@@ -43,5 +50,7 @@ struct RtiFedErrorTypes {
         std::string text;        ///< What was expected and what was found.
         std::vector<Note> notes;
         std::vector<std::string> keywords; ///< If a keyword was expected: the keywords allowed there.
+        /// If a parenthesis is missing or superfluous and the layout of the text shows one place only: the change there.
+        std::optional<Correction> correction;
     };
 };

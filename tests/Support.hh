@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -22,15 +24,20 @@ std::string withMom(const std::string &objects, const std::string &interactions 
 
 std::string replaced(std::string text, const std::string &what, const std::string &with);
 
-/// Calls `test` with each text and what is expected of it, from a file of tests/data: "----" lines separate the
-/// cases, and a "====" line separates text and expectation.
-template <class Test>
-void forEachCase(const std::string &fileName, Test test) {
-    std::istringstream lines(readFile(std::string(RTIFED_TEST_DATA "/") + fileName));
-    std::string part, text, line;
+/// Compares what `actual` returns for each text with what is expected of it, from a file of tests/data: "----" lines
+/// separate the cases, and a "====" line separates text and expectation. If RTIFED_RECORD is set in the environment,
+/// what is returned is written to the file instead.
+template <class Actual>
+void forEachCase(const std::string &fileName, Actual actual) {
+    const std::string path = std::string(RTIFED_TEST_DATA "/") + fileName;
+    const bool records = std::getenv("RTIFED_RECORD") != nullptr;
+    std::istringstream lines(readFile(path));
+    std::string part, text, line, record;
     const auto finish = [&] {
         SCOPED_TRACE(text);
-        test(text, part);
+        const std::string got = actual(text);
+        EXPECT_EQ(records ? part : got, part);
+        record += (record.empty() ? "" : "----\n") + text + "\n====\n" + got;
         part.clear();
     };
     while (std::getline(lines, line)) {
@@ -44,6 +51,8 @@ void forEachCase(const std::string &fileName, Test test) {
         }
     }
     finish();
+    if (records)
+        std::ofstream(path, std::ios::binary) << record;
 }
 
 /// A file that is removed with this object.

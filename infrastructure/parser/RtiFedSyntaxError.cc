@@ -83,7 +83,7 @@ std::string listOf(const std::vector<std::string> &keywords) {
 } // namespace
 
 RtiFedErrorTypes::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const {
-    return {problem, text.position(place()), span(text), describe(text), notes(text), keywords()};
+    return {problem, text.position(place()), span(text), describe(text), notes(text), keywords(), correction()};
 }
 
 RtiFedOffset RtiFedSyntaxError::place() const {
@@ -191,6 +191,13 @@ std::vector<std::string> RtiFedSyntaxError::keywords() const {
         if (!afterFirst || form.children[i] != RtiFedClause::secLevel)
             keywords.emplace_back(formOf(form.children[i]).keyword);
     return keywords;
+}
+
+std::optional<RtiFedErrorTypes::Correction> RtiFedSyntaxError::correction() const {
+    if (!suspect || suspect->numPlaces != 1)
+        return std::nullopt;
+    const bool isMissing = suspect->change == RtiFedBalance::Suspect::missingClose;
+    return RtiFedErrorTypes::Correction{{suspect->places[0], isMissing ? 0U : 1U}, isMissing ? ")" : ""};
 }
 
 /// The words that are missing: "a transportation and an ordering".

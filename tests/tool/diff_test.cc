@@ -195,7 +195,7 @@ TEST(Diff, JudgesAsTheLibraryAnswers) {
 /// In diff.txt, each case begins with its option. The old and the new model follow, separated by "->": whole texts, or
 /// spaces, object classes and interaction classes, separated by "|", which are added to the MOM.
 TEST(Diff, ReportsWhatChanged) {
-    forEachCase("diff.txt", [](const std::string &text, const std::string &expected) {
+    forEachCase("diff.txt", [](const std::string &text) {
         const auto options = text.find('\n'), arrow = text.find("\n->\n");
         const auto fileText = [](const std::string &model) {
             const auto first = model.find('|'), second = model.rfind('|');
@@ -213,7 +213,7 @@ TEST(Diff, ReportsWhatChanged) {
         for (const auto &[path, name] : {std::pair(before.path(), "old.fed"), std::pair(after.path(), "new.fed")})
             while (shown.find(path) != std::string::npos)
                 shown = replaced(shown, path, name);
-        EXPECT_EQ(shown + "status " + std::to_string(status) + "\n", expected);
+        return shown + "status " + std::to_string(status) + "\n";
     });
 }
 

@@ -36,10 +36,10 @@ std::string untidy(const std::string &text, std::mt19937 &random) {
 } // namespace
 
 TEST(Format, WritesTheCanonicalLayout) {
-    forEachCase("format.txt", [](const std::string &text, const std::string &expected) {
-        EXPECT_EQ(format(text), expected);
+    forEachCase("format.txt", [](const std::string &text) {
         EXPECT_EQ(faultOfFormat(text), "");
-        EXPECT_EQ(format(inOtherLines(text + '\n')), inOtherLines(expected));
+        EXPECT_EQ(format(inOtherLines(text + '\n')), inOtherLines(format(text)));
+        return format(text);
     });
 }
 

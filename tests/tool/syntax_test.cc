@@ -20,6 +20,8 @@ TEST(SyntaxEdits, KeepLayoutAndComments) {
     const auto remove = [](SyntaxEdits &edits, Index clause) { edits.removeClause(clause); };
     const auto add = [](SyntaxEdits &edits, Index clause) { edits.insertAfter(clause, "(b\n  (c)\n)"); };
     const auto addInto = [](SyntaxEdits &edits, Index clause) { edits.insertInto(clause, "(c)"); };
+    const auto addFirst = [](SyntaxEdits &edits, Index clause) { edits.insertFirst(clause, "(b)"); };
+    const auto move = [](SyntaxEdits &edits, Index clause) { edits.moveContents(clause + 2, clause); };
     const auto check = [](const Case &c, auto edit) {
         const RtiFedParser parser(c.before);
         const SyntaxTree tree(parser);
@@ -39,4 +41,13 @@ TEST(SyntaxEdits, KeepLayoutAndComments) {
                           Case{"(a\n\t(x ; c\n\t)\n)", "(a\n\t(x ; c\n\t\t(c)\n\t)\n)"},
                           Case{"(a\n (x)\n (x (y)))", "(a\n (x\n  (c))\n (x (y)))"}})
         check(c, addInto);
+    for (const Case &c : {Case{"(a\n (x) (y))", "(a\n (x\n  (b)) (y))"},
+                          Case{"(a\n (x 1 ; c\n  (y)))", "(a\n (x 1 ; c\n  (b)\n  (y)))"},
+                          Case{"(a\n  (x\n    (y)\n  )\n)", "(a\n  (x\n    (b)\n    (y)\n  )\n)"}})
+        check(c, addFirst);
+    for (const Case &c : {Case{"(a\n (x\n  (y)\n )\n (x\n  (z) ; c\n )\n)", "(a\n (x\n  (y)\n  (z) ; c\n )\n)"},
+                          Case{"(a (x (y)) (x (z)))", "(a (x (y)\n  (z)))"},
+                          Case{"(a\n (x (y))\n (x ; c\n ))", "(a\n (x (y)\n  ; c\n ))"},
+                          Case{"(a\n (x\n  (y)\n )\n (x))", "(a\n (x\n  (y)\n ))"}})
+        check(c, move);
 }

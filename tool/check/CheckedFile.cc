@@ -1,5 +1,6 @@
 #include "tool/check/CheckedFile.hh"
 
+#include "tool/check/Fixes.hh"
 #include "tool/check/Warnings.hh"
 #include "tool/model/Model.hh"
 
@@ -37,5 +38,7 @@ CheckedFile checkFile(const Input &input, Severity least) {
         return {input.name, nullptr, findingsOfImage(input, least)};
     auto text = std::make_unique<Checker>(input.contents);
     std::vector<Finding> findings = findingsOfText(*text, least);
-    return {input.name, std::move(text), std::move(findings)};
+    CheckedFile file{input.name, std::move(text), std::move(findings)};
+    addFixes(file);
+    return file;
 }

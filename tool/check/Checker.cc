@@ -48,8 +48,12 @@ Checker::Checker(std::string text)
             {&ruleOf(RtiFedParser::tooManyErrors), _findings.back().span, "there are more errors than are shown"});
 }
 
+const SyntaxTree &Checker::tree() const {
+    return _tree ? *_tree : _tree.emplace(_parser);
+}
+
 void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) const {
-    std::map<std::string, std::string> suggestions; // by what is wrong: the same mistake at many places needs one
+    std::map<std::string, Suggestion> suggestions; // by what is wrong: the same mistake at many places needs one
     const auto visitWithSuggestion = [&](const Finding &finding, const std::vector<std::string> &candidates) {
         if (candidates.empty())
             return visit(finding);
@@ -61,8 +65,7 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
             return visit(withSuggestion(finding, known->second));
         if (suggestions.size() == kMaxSuggestions)
             return visit(finding);
-        const std::string &meant = suggestions.emplace(mistake, suggestionFor(word, candidates)).first->second;
-        return visit(withSuggestion(finding, meant));
+        return visit(withSuggestion(finding, suggestions.emplace(mistake, bestOf(word, candidates)).first->second));
     };
     std::size_t next = 0;
     // The next syntax error, made into a finding once, and the keywords that may have been meant.
@@ -333,7 +336,7 @@ bool Checker::reportSplitWord(Argument argument, const std::string &first, const
            " of " + owner);
     RtiFedSpan &span = *_findings.back().span;
     span.length = end.begin + end.length - span.begin;
-    _findings.back().fix.push_back({span, meant});
+    _findings.back().fix = {{{span, meant}}, true};
     return true;
 }
 
@@ -376,12 +379,12 @@ void Checker::reportOrder(const WordMistake &mistake, const Words &words, const 
         --count;
     const RtiFedSpan last = _parser.span(count - 1);
     std::string meant;
-    std::vector<Replacement> fix;
+    Fix fix{{}, true};
     for (std::size_t i = mistake.at; i < count; ++i) {
         const std::string word = asWord(*all[mistake.order[i]]);
         meant += (meant.empty() ? "" : " ") + word;
         if (mistake.order[i] != i)
-            fix.push_back({_parser.span(i), word});
+            fix.edits.push_back({_parser.span(i), word});
     }
     const bool swapped = mistake.at == 1 && count == 3;
     const std::string what = swapped ? "the transportation and the ordering" : "the words";
@@ -474,11 +477,12 @@ const std::vector<std::string> &Checker::candidatesFor(const Finding &finding) c
 }
 
 /// Adds the word that was meant in place of that of the finding, if any, to its text and as its fix.
-Finding Checker::withSuggestion(Finding finding, const std::string &meant) const {
+Finding Checker::withSuggestion(Finding finding, const Suggestion &suggestion) const {
+    const std::string &meant = suggestion.word;
     const std::string_view word = _declarations.wordAt(*finding.span);
     if (meant.empty() || RtiStringUtility::toupper(word) == RtiStringUtility::toupper(meant))
         return finding;
     finding.text += didYouMean(meant);
-    finding.fix.push_back({*finding.span, asWord(meant)});
+    finding.fix = {{{*finding.span, asWord(meant)}}, suggestion.isOnly};
     return finding;
 }

@@ -5,9 +5,11 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/check/ClassClauses.hh"
 #include "tool/check/Finding.hh"
+#include "tool/check/Suggestion.hh"
 #include "tool/check/WordOrder.hh"
 #include "tool/model/Declarations.hh"
 #include "tool/model/DeliveryWords.hh"
+#include "tool/syntax/SyntaxTree.hh"
 
 #include <cstdint>
 #include <functional>
@@ -48,6 +50,8 @@ public:
     bool finds(RuleId id) const;
 
     const RtiFedParser &parser() const { return _parser; }
+    /// The syntax tree of the text, made when it is first asked for: by one thread at a time.
+    const SyntaxTree &tree() const;
 
     /// The database as far as it can be built; without errors, the same that the library builds.
     const RtiFedDatabase &database() const { return _database; }
@@ -118,10 +122,11 @@ private:
     void report(RuleId rule, Argument argument, std::string text, std::string_view particular = {});
     /// Adds a finding about a further declaration of a record, unless the parser does not know its class.
     void reportRepeated(RuleId rule, std::string text, const void *first, std::string_view particular = {});
-    Finding withSuggestion(Finding finding, const std::string &meant) const;
+    Finding withSuggestion(Finding finding, const Suggestion &suggestion) const;
     const std::vector<std::string> &candidatesFor(const Finding &finding) const;
 
     RtiFedParser _parser;
+    mutable std::optional<SyntaxTree> _tree;
     RtiFedDatabase _database;
     Declarations _declarations{_parser};
     ClassClauses _clauses;

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "infrastructure/RtiFedParser.hh"
+#include "tool/check/Fix.hh"
 #include "tool/check/Rule.hh"
 #include "tool/console/Text.hh"
-#include "tool/syntax/Replacement.hh"
 
 #include <optional>
 #include <string>
@@ -21,8 +21,8 @@ struct Suppression {
 /// Another place of the same mistake.
 struct FurtherPlace {
     RtiFedSpan span;
-    std::string particular;       ///< What the text says about this place only, as Finding::particularText().
-    std::vector<Replacement> fix; ///< What was probably meant there.
+    std::string particular; ///< What the text says about this place only, as Finding::particularText().
+    Fix fix;                ///< As Finding::fix.
 };
 
 /// One problem of a file, in the words of a person who edits it.
@@ -32,7 +32,7 @@ struct Finding {
     std::string text;
     std::vector<std::string> details = {};      ///< Further lines, shown below the text.
     std::vector<RtiFedParser::Note> notes = {}; ///< Other places that the finding refers to.
-    std::vector<Replacement> fix = {};          ///< What was probably meant; empty if unknown.
+    Fix fix = {};                               ///< What can be done about it; empty if that is unknown.
     Severity severity = rule->severity;         ///< As reported; a configuration may change it.
     std::optional<Suppression> suppression = {};
     /// The part of the text that concerns this place only, such as ` of the attribute "Height"`. Findings that are

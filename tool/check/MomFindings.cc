@@ -56,7 +56,7 @@ private:
         report(RuleId::misspeltRoot, *place,
                std::string("the root of the ") + Tree::kind.className + "es is " + inQuotes(root.node->getName()) +
                    ", expected " + inQuotes(root.name));
-        findings.back().fix.push_back({*place, root.name});
+        findings.back().fix = {{{*place, root.name}}, true};
     }
 
     void check(const Match &match) {
@@ -79,7 +79,7 @@ private:
         report(RuleId::momIncomplete, *place,
                "the Management Object Model (MOM) has no " + noun + " " + inQuotes(lastComponent(record.getName())) +
                    didYouMean(meant));
-        findings.back().fix.push_back({*place, meant});
+        findings.back().fix = {{{*place, meant}}, true};
     }
 
     void reportMisplaced(const Match &match) {

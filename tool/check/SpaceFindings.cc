@@ -66,7 +66,7 @@ void joinUsesOfMisspeltSpaces(const Checker &text, const std::set<RtiSpaceHandle
                             std::to_string(uses.count) + " places use " + inQuotes(uses.written) +
                             didYouMean(uses.written)};
         finding.notes.push_back({uses.first, inQuotes(uses.written) + " is first used here"});
-        finding.fix.push_back({place, asWord(uses.written)});
+        finding.fix = {{{place, asWord(uses.written)}}, true};
         findings.push_back(std::move(finding));
     }
 }

@@ -2,8 +2,10 @@
 
 #include "infrastructure/RtiStringUtility.hh"
 #include "tool/console/Text.hh"
+#include "tool/model/DeliveryWords.hh"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -63,6 +65,15 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
     return nearest ? *nearest : "";
 }
 
+Suggestion bestOf(std::string_view word, const std::vector<std::string> &candidates) {
+    Suggestion best{suggestionFor(word, candidates)};
+    std::vector<std::string> others;
+    std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(others),
+                 [&](const std::string &other) { return meaningOf(other) != meaningOf(best.word); });
+    best.isOnly = !best.word.empty() && suggestionFor(word, others).empty();
+    return best;
+}
+
 std::string didYouMean(const std::string &suggestion) {
     return suggestion.empty() ? "" : "; did you mean " + inQuotes(suggestion) + "?";
 }
@@ -80,7 +91,7 @@ std::string noteSimilar(Finding &finding, RtiFedSpan place, const std::string &n
     std::string meant = suggestionFor(name, missing);
     if (!meant.empty()) {
         finding.notes.push_back({place, inQuotes(name) + " is declared here" + didYouMean(meant)});
-        finding.fix.push_back({place, meant});
+        finding.fix.edits.push_back({place, meant});
     }
     return meant;
 }

@@ -15,6 +15,14 @@
 /// product of their lengths, so that long words and very many candidates get no suggestion.
 std::string suggestionFor(std::string_view word, const std::vector<std::string> &candidates);
 
+/// A suggestion, and whether nothing else is similar to the misspelt word. Names that differ in letter case, and the
+/// two forms of a transportation or ordering, are one thing.
+struct Suggestion {
+    std::string word; ///< Empty if there is none.
+    bool isOnly = false;
+};
+Suggestion bestOf(std::string_view word, const std::vector<std::string> &candidates);
+
 /// Returns a suggestion as the end of a message, such as `; did you mean "check"?`; empty if there is none.
 std::string didYouMean(const std::string &suggestion);
 

@@ -82,7 +82,7 @@ void explainClassWithDelivery(Finding &finding, std::string_view text) {
     while (isDeliveryWord(scanner.word()))
         end = scanner.at();
     finding.text += "; only interaction classes have a transportation and an ordering";
-    finding.fix.push_back({spanOf(nameEnd, end), ""});
+    finding.fix.edits.push_back({spanOf(nameEnd, end), ""});
 }
 
 bool containsAny(std::string_view text, std::initializer_list<std::string_view> parts) {
@@ -116,7 +116,7 @@ void explainSurplusWord(Finding &finding, std::string_view text) {
             finding.text =
                 inQuotes(text.substr(span.begin, span.length)) + " is written as one word" + didYouMean(meant);
             finding.span = span;
-            finding.fix.push_back({span, meant});
+            finding.fix = {{{span, meant}}, true};
             return;
         }
         if (isDeliveryWord(word))
@@ -146,7 +146,7 @@ void explainSurplusWord(Finding &finding, std::string_view text) {
         finding.text = "expected a name, found " + counted(numWords, "word");
     }
     finding.text += "; if the name has blanks, put it in quotes: " + inQuotes(meant);
-    finding.fix.push_back({spanOf(begin, end), '"' + meant + '"'});
+    finding.fix.edits.push_back({spanOf(begin, end), '"' + meant + '"'});
 }
 
 /// `(space Sea)` in place of `Sea`.
@@ -159,7 +159,7 @@ void fixSpaceClause(Finding &finding, std::string_view text) {
         return;
     const std::string name(scanner.word());
     if (scanner.skip(')') && finding.text.find("to name the space, write") != std::string::npos)
-        finding.fix.push_back({spanOf(begin, scanner.at()), name});
+        finding.fix = {{{spanOf(begin, scanner.at()), name}}, true};
 }
 
 } // namespace
@@ -172,6 +172,8 @@ std::string joinedDeliveryWord(std::string_view first, std::string_view second) 
 
 Finding findingOf(RtiFedParser::Error error, std::string_view text) {
     Finding finding{&ruleOf(error.problem), error.span, std::move(error.text), {}, std::move(error.notes)};
+    if (error.correction)
+        finding.fix = {{{error.correction->span, std::move(error.correction->text)}}};
     switch (error.problem) {
     case RtiFedParser::expectedClose:
         explainClassWithDelivery(finding, text);
@@ -183,10 +185,10 @@ Finding findingOf(RtiFedParser::Error error, std::string_view text) {
         break;
     case RtiFedParser::foreignComment:
         if (const std::string_view mark = text.substr(error.span.begin, error.span.length); mark == "//" || mark == "#")
-            finding.fix.push_back({error.span, ";"});
+            finding.fix = {{{error.span, ";"}}, true};
         break;
     case RtiFedParser::foreignBlank:
-        finding.fix.push_back({error.span, finding.text.find("a blank") == std::string::npos ? "" : " "});
+        finding.fix = {{{error.span, finding.text.find("a blank") == std::string::npos ? "" : " "}}, true};
         break;
     default:
         break;

@@ -158,7 +158,7 @@ private:
         std::set<std::string> declared;
         for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet())
             declared.insert(_database.find(handle)->getName());
-        std::map<std::string, std::pair<RtiFedSpan, const RtiFedSpace *>> unusual; // by spelling
+        std::map<std::string, std::pair<std::vector<RtiFedSpan>, const RtiFedSpace *>> unusual; // by spelling
         forEachWithSpace([&](const void *record, RtiSpaceHandle handle) {
             const RtiFedSpace *space = _database.find(handle);
             const auto place = space ? _text.declarations().span(record, Declarations::space) : std::nullopt;
@@ -167,21 +167,26 @@ private:
             const std::string written = _text.declarations().written(record, Declarations::space);
             if (declared.count(written) > 0)
                 return;
-            const auto [known, isNew] = unusual.emplace(written, std::pair(*place, space));
-            if (!isNew && place->begin < known->second.first.begin)
-                known->second.first = *place;
+            auto &[places, named] = unusual[written];
+            places.push_back(*place);
+            named = space;
         });
-        for (const auto &[written, reference] : unusual)
-            warnOfCase("space", written, reference.first, reference.second->getName(),
+        for (auto &[written, reference] : unusual)
+            warnOfCase("space", written, std::move(reference.first), reference.second->getName(),
                        *_text.declarations().span(reference.second), "declared");
     }
 
-    void warnOfCase(const std::string &noun, std::string_view spelling, RtiFedSpan place, std::string_view usual,
-                    RtiFedSpan usualPlace, const std::string &verb) {
-        Finding &finding = warn(RuleId::letterCase, place,
+    /// Warns at the first of the places of a spelling; the fix is for all of them.
+    void warnOfCase(const std::string &noun, std::string_view spelling, std::vector<RtiFedSpan> places,
+                    std::string_view usual, RtiFedSpan usualPlace, const std::string &verb) {
+        std::sort(places.begin(), places.end(), [](RtiFedSpan a, RtiFedSpan b) { return a.begin < b.begin; });
+        Finding &finding = warn(RuleId::letterCase, places.front(),
                                 "the " + noun + " " + inQuotes(spelling) + " is " + verb + " as " + inQuotes(usual));
         finding.notes.push_back({usualPlace, inQuotes(usual) + " is declared here"});
-        finding.fix.push_back({place, asWord(usual)});
+        for (const RtiFedSpan place : places)
+            finding.fix.edits.push_back({place, asWord(usual)});
+        finding.fix.text = "spell " + inQuotes(spelling) + " as " + inQuotes(usual) +
+                           (places.size() > 1 ? " at " + std::to_string(places.size()) + " places" : "");
     }
 
     template <class Tree>
@@ -240,11 +245,16 @@ private:
         for (auto begin = places.begin(); begin != places.end();) {
             const auto end = std::find_if(begin, places.end(), [begin](const Place &place) { return *begin < place; });
             Spellings spellings;
-            for (; begin != end; ++begin)
-                spellings.add(*begin);
+            for (auto place = begin; place != end; ++place)
+                spellings.add(*place);
             spellings.forEachUnusual([&, this](const Spellings::Spelling &unusual, const Spellings::Spelling &usual) {
-                warnOfCase(noun, unusual.name, unusual.first, usual.name, usual.first, "spelt elsewhere");
+                std::vector<RtiFedSpan> spans;
+                for (auto place = begin; place != end; ++place)
+                    if (place->name.text() == unusual.name)
+                        spans.push_back(place->span);
+                warnOfCase(noun, unusual.name, std::move(spans), usual.name, usual.first, "spelt elsewhere");
             });
+            begin = end;
         }
     }
 

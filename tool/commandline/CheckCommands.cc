@@ -72,10 +72,7 @@ void CommandLine::addControl(CLI::App *command) {
             "counts more than configurations, and may be given several times")
         ->allow_extra_args(false)
         ->option_text("RULE=LEVEL");
-    CLI::Option *config = command->add_option("--config", _check.configuration.file,
-                                              "Read this configuration for all files, not .rtifed.toml");
-    config->option_text("FILE");
-    command->add_flag("--no-config", _check.configuration.ignoreAll, "Read no configuration")->excludes(config);
+    addConfiguration(command, _check.configuration);
     command->add_flag("--show-config", _check.showSettings,
                       "Show what holds for each file and where it was set, and check nothing");
     CLI::Option *baseline = command->add_option(

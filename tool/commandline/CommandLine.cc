@@ -41,6 +41,7 @@ CommandLine::CommandLine(const Console &console)
         ->option_text("NAME");
     addCheck();
     addExplain();
+    addFix();
     addFmt();
     addNew();
     addDiff();

@@ -40,6 +40,7 @@ private:
     void addFmt();
     void addLsp();
     void addNew();
+    void addFix();
     void addHelp();
 
     Status help() const;
@@ -56,6 +57,7 @@ private:
     DiffOptions _diff;
     FmtOptions _fmt;
     NewOptions _new;
+    FixOptions _fix;
     CheckOptions _check;
     ExplainOptions _explain;
 };

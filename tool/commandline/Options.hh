@@ -2,6 +2,7 @@
 
 #include "tool/check/Suggestion.hh"
 #include "tool/console/Text.hh"
+#include "tool/control/Configurations.hh"
 
 #include <CLI/CLI.hpp>
 
@@ -50,6 +51,14 @@ void addChoice(CLI::App *command, const std::string &name, Value &value,
 template <class Value>
 CLI::Option *addOperand(CLI::App *command, const char *name, Value &value, const std::string &purpose) {
     return command->add_option(name, value, purpose)->option_text(" ");
+}
+
+/// Adds the options that say which configuration is read.
+inline void addConfiguration(CLI::App *command, ConfigurationOptions &options) {
+    CLI::Option *config =
+        command->add_option("--config", options.file, "Read this configuration for all files, not .rtifed.toml");
+    config->option_text("FILE");
+    command->add_flag("--no-config", options.ignoreAll, "Read no configuration")->excludes(config);
 }
 
 /// Adds operands of the form `FILE... NAME`. The library gives all values to the first operand, whose last value is

@@ -53,6 +53,48 @@ void CommandLine::addNew() {
         ->option_text("FILE");
 }
 
+void CommandLine::addFix() {
+    CLI::App *command = addCommand(
+        "fix", "Repair FED files",
+        "Makes the fixes that have one meaning: adds what is missing of the Management Object Model (MOM), drops\n"
+        "members that a superclass has too, corrects misspelt words. Each fix is printed on standard error as\n"
+        "FILE:LINE:COLUMN: fix: TEXT [RULE], then what still keeps the file from loading; the exit status is 1 if\n"
+        "anything does. Names, comments and layout stay as they are, and so does what a comment or configuration\n"
+        "allows. fixing.md of the documentation lists the fixes.\n\n"
+        "Examples:\n"
+        "  rtifed fix --list harbour.fed\n"
+        "  rtifed fix --diff harbour.fed\n"
+        "  rtifed fix --write harbour.fed\n"
+        "  rtifed fix --mom --write *.fed",
+        [this] { return fix(_fix, _console); });
+    addRewriting(command, _fix.rewrite);
+    std::vector<std::string> ids;
+    for (const Rule &rule : allRules())
+        ids.emplace_back(rule.id);
+    command
+        ->add_option_function<std::vector<std::string>>(
+            "--rule",
+            [this](const std::vector<std::string> &rules) {
+                for (const std::string &id : rules) {
+                    if (!findRule(id))
+                        throw CLI::ValidationError("--rule", unknownRule(id));
+                    _fix.selection.rules.push_back(findRule(id));
+                }
+            },
+            "Fix only what this rule of check finds; may be given several times")
+        ->allow_extra_args(false)
+        ->type_name(typeOf(ids))
+        ->option_text("RULE");
+    command->add_flag_callback(
+        "--mom", [this] { _fix.selection.rules.push_back(&ruleOf(RuleId::momIncomplete)); },
+        "Only add what is missing of the MOM, and correct its names; the same as --rule mom-incomplete");
+    command->add_flag("--unsafe", _fix.selection.unsafe,
+                      "Make also the fixes that need a decision, such as removing an unused space");
+    command->add_flag("--list,-l", _fix.list, "Print on standard output what could be fixed, and change nothing")
+        ->excludes(command->get_option("--write"));
+    addConfiguration(command, _fix.configuration);
+}
+
 void CommandLine::addFmt() {
     CLI::App *command = addCommand("fmt", "Format FED files",
                                    "Prints the text in the one layout that all formatted files have: a clause a line, "

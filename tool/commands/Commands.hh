@@ -4,6 +4,7 @@
 #include "tool/console/Console.hh"
 #include "tool/console/Progress.hh"
 #include "tool/control/Configurations.hh"
+#include "tool/fix/Fixing.hh"
 #include "tool/format/Format.hh"
 #include "tool/model/Comparison.hh"
 #include "tool/model/FedFiles.hh"
@@ -108,6 +109,14 @@ struct NewOptions {
     std::string fileName = "-"; ///< The file to write, which must not exist; - for standard output.
 };
 Status newFile(const NewOptions &options, const Console &console);
+
+struct FixOptions {
+    RewriteOptions rewrite;
+    ConfigurationOptions configuration;
+    FixSelection selection;
+    bool list = false; ///< Whether what could be fixed is listed, and nothing is rewritten.
+};
+Status fix(const FixOptions &options, const Console &console);
 
 /// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other:
 /// its reason is written to `console.err`, and `fail` is called with its name and the reason.

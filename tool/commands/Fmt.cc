@@ -3,10 +3,10 @@
 Status fmt(const FmtOptions &options, const Console &console) {
     if (options.format.lines && options.rewrite.files.size() > 1)
         throw CannotWork("--range needs a single file, found " + std::to_string(options.rewrite.files.size()));
-    return rewriteFiles(options.rewrite, console, [&](const Input &input) -> std::optional<std::string> {
+    return rewriteFiles(options.rewrite, console, [&](const Input &input) -> std::optional<Rewritten> {
         const RtiFedParser parser(input.contents);
         if (reportSyntaxErrors(parser, input.name, console.err))
             return std::nullopt;
-        return formatted(SyntaxTree(parser), options.format);
+        return Rewritten{formatted(SyntaxTree(parser), options.format)};
     });
 }

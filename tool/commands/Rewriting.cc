@@ -18,6 +18,20 @@ void replaceFile(const Input &input, const std::string &text) {
     writeFile(input.name, text.data(), text.size());
 }
 
+/// Why a file that was found in a folder cannot be replaced: who names a folder does not mean files elsewhere.
+std::string faultOfLink(const FileToRead &file) {
+    namespace fs = std::filesystem;
+    std::error_code none;
+    if (file.folder.empty() || !fs::is_symlink(file.name, none))
+        return {};
+    const fs::path target = fs::weakly_canonical(file.name, none), folder = fs::canonical(file.folder, none);
+    const bool isInside =
+        std::mismatch(folder.begin(), folder.end(), target.begin(), target.end()).first == folder.end();
+    return isInside ? ""
+                    : file.name + ": the link leads to " + shown(target.string()) + ", outside of " +
+                          shown(file.folder) + "; name the file itself to change it";
+}
+
 class Rewriter {
 public:
     Rewriter(const RewriteOptions &options, const Console &console, const Rewrite &rewrite)
@@ -29,19 +43,20 @@ public:
             _console.err << input.name << ": error: expected FED text, found a saved image\n";
             return false;
         }
-        const std::optional<std::string> text = _rewrite(input);
-        if (!text)
+        const std::optional<Rewritten> rewritten = _rewrite(input);
+        if (!rewritten)
             return false;
-        const bool changes = *text != input.contents;
+        const std::string &text = rewritten->text;
+        const bool changes = text != input.contents;
         if (_options.write && changes)
-            replaceFile(input, *text);
+            replaceFile(input, text);
         if (_options.diff)
-            writeUnifiedDiff(input.contents, *text, input.name, _console.color, _console.out);
+            writeUnifiedDiff(input.contents, text, input.name, _console.color, _console.out);
         else if (_options.check && changes)
             _console.out << input.name << '\n';
         else if (!_options.check && !_options.write)
-            _console.out << *text;
-        return !(_options.check && changes);
+            _console.out << text;
+        return rewritten->isGood && !(_options.check && changes);
     }
 
 private:
@@ -53,13 +68,15 @@ private:
 } // namespace
 
 Status rewriteFiles(const RewriteOptions &options, const Console &console, const Rewrite &rewrite) {
-    const std::vector<FileToRead> files = withoutFolders(options.files);
+    std::vector<FileToRead> files = withoutFolders(options.files);
     const bool toOutput = !options.write && !options.diff && !options.check;
     if (toOutput && files.size() > 1)
         throw CannotWork("expected one file, found " + std::to_string(files.size()) +
                          "; several need --write, --diff or --check");
-    for (const FileToRead &file : files)
+    for (FileToRead &file : files)
         if (options.write && file.name == "-")
             throw CannotWork("--write cannot replace standard input");
+        else if (options.write && file.failure.empty())
+            file.failure = faultOfLink(file);
     return forEachFile(files, console, Rewriter(options, console, rewrite), [](auto &, auto &) {});
 }

@@ -17,9 +17,15 @@ struct RewriteOptions {
     bool check = false;             ///< Whether the files that would change are named, with exit status 1.
 };
 
-/// Returns the new text of a file; nothing if it is refused, with the reason on `console.err`.
-using Rewrite = std::function<std::optional<std::string>(const Input &text)>;
+/// The new text of a file.
+struct Rewritten {
+    std::string text;
+    bool isGood = true; ///< Whether the command has nothing to complain about.
+};
 
-/// Rewrites files. Saved images are refused. A file that is refused or cannot be read or written stays as it is and
-/// stops no other one.
+/// Returns the new text of a file; nothing if it is refused, with the reason on `console.err`.
+using Rewrite = std::function<std::optional<Rewritten>(const Input &text)>;
+
+/// Rewrites files. Saved images are refused, and so is a link in a folder that leads out of the folder. A file that is
+/// refused or cannot be read or written stays as it is and stops no other one.
 Status rewriteFiles(const RewriteOptions &options, const Console &console, const Rewrite &rewrite);

@@ -96,6 +96,9 @@ private:
             _file = open(_fileName.c_str(), O_WRONLY | O_CLOEXEC);
         } else {
             _mode = exists ? status.st_mode & 07777 : modeOfNewFiles();
+            _isReplaced = exists;
+            _owner = status.st_uid;
+            _group = status.st_gid;
             _target = linkTarget(_fileName);
             _draftName = _target + ".XXXXXX";
             const InterruptionDelay delay; // until the signal handler knows the new file
@@ -107,6 +110,8 @@ private:
     }
 
     void replaceTarget() {
+        if (_isReplaced && fchown(_file, _owner, _group) != 0)
+            throwError();
         if (fchmod(_file, _mode) != 0 || fsync(_file) != 0)
             throwError();
         const InterruptionDelay delay; // until the signal handler has forgotten the name, which is free then
@@ -123,6 +128,9 @@ private:
     std::string _fileName;
     std::string _draftName, _target; // the draft is renamed to the target; both empty if the file is written in place
     mode_t _mode = 0;                // of the new file
+    bool _isReplaced = false;        // whether there is an old file, whose owner and group the new one gets
+    uid_t _owner = 0;
+    gid_t _group = 0;
     int _file = -1;
 };
 

@@ -3,7 +3,8 @@
 #include <cstddef>
 #include <string>
 
-/// Replaces a file, whole or not at all: the bytes are written to a new file beside it, which is renamed. A symbolic
+/// Replaces a file, whole or not at all: the bytes are written to a new file beside it, which gets the mode, owner and
+/// group of the old one and is renamed. A symbolic
 /// link is followed; its target must exist. Anything but a regular file, such as a device or pipe, is written in place.
 /// Throws CannotWork and leaves the old file as it is. A signal that ends the program while it writes leaves no new
 /// file, if cleanUpWhenInterrupted was called.

@@ -160,7 +160,7 @@ private:
                 std::vector<Replacement> fix = {}) {
         Finding finding{&rule, place, std::move(text)};
         finding.setParticular(particular);
-        finding.fix = std::move(fix);
+        finding.fix.edits = std::move(fix);
         if (_findings.size() < kMaxErrors)
             _findings.push_back(std::move(finding));
     }

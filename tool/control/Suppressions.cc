@@ -106,8 +106,8 @@ std::vector<Finding> Suppressions::unused(const std::function<bool(const Rule &)
                         "the comment allows " + idsOf(needless) +
                             (needless.size() == 1 ? ", which finds nothing " : ", which find nothing ") +
                             comment.scope.name};
-        finding.fix.push_back(needed.empty() ? Replacement{comment.whole, ""}
-                                             : Replacement{comment.list, idsOf(needed)});
+        finding.fix = {{needed.empty() ? Replacement{comment.whole, ""} : Replacement{comment.list, idsOf(needed)}},
+                       true};
         findings.push_back(std::move(finding));
     }
     return findings;

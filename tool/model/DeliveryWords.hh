@@ -1,7 +1,10 @@
 #pragma once
 
+#include "infrastructure/RtiStringUtility.hh"
+
 #include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// A word that FED texts use for a transportation or ordering: the short form, the long form, and the library's handle.
@@ -28,6 +31,16 @@ inline const char *shortForm(const DeliveryWords &words, unsigned long handle) {
 /// All words that may be written, the short forms first.
 inline std::vector<std::string> allForms(const DeliveryWords &words) {
     return {words[0].shortForm, words[1].shortForm, words[0].longForm, words[1].longForm};
+}
+
+/// Returns a word as it counts: in upper case, and the short form of a transportation or ordering for its long form.
+inline std::string meaningOf(std::string_view word) {
+    const std::string upper = RtiStringUtility::toupper(word);
+    for (const DeliveryWords &words : {kTransportations, kOrderings})
+        for (const DeliveryWord &known : words)
+            if (upper == known.longForm)
+                return RtiStringUtility::toupper(known.shortForm);
+    return upper;
 }
 
 /// Returns the expected words for a message: `reliable or best_effort`.

@@ -24,21 +24,21 @@ std::string withoutDot(const std::string &name) {
 }
 
 /// Adds the FED files in a folder and in its folders, in the order of their names.
-void addFilesIn(const fs::path &folder, std::vector<FileToRead> &files) {
+void addFilesIn(const fs::path &folder, const std::string &operand, std::vector<FileToRead> &files) {
     std::error_code error;
     std::vector<fs::directory_entry> entries;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
         if (entry->path().filename().string()[0] != '.')
             entries.push_back(*entry);
     if (error)
-        files.push_back({folder.string(), folder.string() + ": " + error.message()});
+        files.push_back({folder.string(), operand, folder.string() + ": " + error.message()});
     std::sort(entries.begin(), entries.end());
     for (const fs::directory_entry &entry : entries) {
         std::error_code unreadable;
         if (entry.symlink_status(unreadable).type() == fs::file_type::directory)
-            addFilesIn(entry.path(), files);
+            addFilesIn(entry.path(), operand, files);
         else if (isFedFile(entry))
-            files.push_back({withoutDot(entry.path().string())});
+            files.push_back({withoutDot(entry.path().string()), operand});
     }
 }
 
@@ -53,9 +53,9 @@ std::vector<FileToRead> withoutFolders(const std::vector<std::string> &operands)
             continue;
         }
         const std::size_t before = files.size();
-        addFilesIn(operand, files);
+        addFilesIn(operand, operand, files);
         if (files.size() == before)
-            files.push_back({operand, operand + ": the folder has no FED files, which end in .fed"});
+            files.push_back({operand, operand, operand + ": the folder has no FED files, which end in .fed"});
     }
     return files;
 }

@@ -6,6 +6,7 @@
 /// A file to read, or why there is none to read.
 struct FileToRead {
     std::string name;
+    std::string folder = {};  ///< The operand in which it was found; empty if it is an operand itself.
     std::string failure = {}; ///< Why the file or folder of this name cannot be read; empty if that is not yet known.
 };
 

@@ -24,7 +24,26 @@ void append(std::string &text, std::size_t depth, const std::string &clause) {
     text += (text.empty() ? "" : "\n") + std::string(2 * depth, ' ') + clause;
 }
 
+/// Returns a clause for a place one level further in.
+std::string indented(const std::string &clause) {
+    std::string text;
+    for (const char c : clause)
+        text += c == '\n' ? "\n  " : std::string(1, c);
+    return text;
+}
+
 } // namespace
+
+std::string rootClass(const TreeKind &tree) {
+    const std::string delivery = tree.membersHaveProperties ? "" : " reliable timestamp";
+    std::string text = std::string("(class ") + tree.root + delivery;
+    if (tree.membersHaveProperties)
+        append(text, 1, "(attribute privilegeToDelete reliable timestamp)");
+    append(text, 1, "(class RTIprivate" + delivery + ')');
+    append(text, 1, indented(momClass(tree, "Manager")));
+    append(text, 0, ")");
+    return text;
+}
 
 std::string momMember(const TreeKind &tree, const std::string &name) {
     const std::string usual = name == "Federatestate" ? "FederateState" : name; // as models spell it; the case is free

@@ -11,5 +11,8 @@
 /// without the root, such as `Manager.Federate`.
 std::string momClass(const TreeKind &tree, const std::string &className);
 
+/// Returns the clause of the root of a tree with all that every model has in it.
+std::string rootClass(const TreeKind &tree);
+
 /// Returns the clause of an attribute or parameter that the MOM requires.
 std::string momMember(const TreeKind &tree, const std::string &name);

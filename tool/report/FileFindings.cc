@@ -54,6 +54,7 @@ Tally tallyOf(const std::vector<Finding> &findings, std::size_t most) {
         if (finding.refusesFile() && (!tally.gravest || gravityOf(*finding.rule) > gravityOf(*tally.gravest)))
             tally.gravest = finding.rule;
         ++(!isReported(finding) ? tally.suppressed : isError(finding) ? tally.errors : tally.warnings);
+        tally.fixable += isReported(finding) && finding.fix.isSafe ? 1 : 0;
     }
     tally.remark = describeRefusals(findings);
     return tally;

@@ -32,15 +32,19 @@ public:
         for (const FurtherPlace &further : finding.furtherPlaces) // of which there may be very many
             _json.value({{"text", finding.textAt(further)},
                          {"place", placeAsJson(source, further.span)},
-                         {"fix", jsonOf(source, further.fix)}});
+                         {"fix", jsonOf(source, further.fix.edits)}});
         _json.endArray().member("details", finding.details).member("notes", jsonOf(source, finding.notes));
-        _json.member("fix", jsonOf(source, finding.fix)).endObject();
+        _json.member("fix", jsonOf(source, finding.fix.edits)).member("fixIsSafe", finding.fix.isSafe);
+        _json.member("fixText", finding.fix.description(source.text())).endObject();
     }
 
     void endFile(const Source &, const Tally &tally) override {
         _json.endArray().member("loads", tally.gravest == nullptr);
         _json.member("errors", tally.errors).member("warnings", tally.warnings);
-        _json.member("notShown", tally.hidden()).member("suppressed", tally.suppressed).endObject();
+        _json.member("fixable", tally.fixable)
+            .member("notShown", tally.hidden())
+            .member("suppressed", tally.suppressed)
+            .endObject();
     }
 
     void failFile(const std::string &fileName, const std::string &reason) override {

@@ -10,3 +10,10 @@ std::string describeHidden(const Tally &tally) {
         hidden.push_back(counted(tally.warnings - tally.shownWarnings(), "more warning"));
     return joined(hidden, " and ") + (tally.hidden() == 1 ? " is" : " are") + " not shown";
 }
+
+std::string describeFixable(const Tally &tally) {
+    const std::size_t all = tally.errors + tally.warnings;
+    return tally.fixable == 0
+               ? ""
+               : std::to_string(tally.fixable) + " of " + std::to_string(all) + " can be fixed by rtifed fix";
+}

@@ -15,6 +15,7 @@
 struct Tally {
     std::size_t errors, warnings, most;
     std::size_t suppressed = 0;
+    std::size_t fixable = 0;       ///< Of the errors and warnings, those that `rtifed fix` would fix.
     bool refused = false;          ///< The library refuses the file, and not only for errors that a baseline lists.
     std::string remark = {};       ///< Says that such errors are not shown as errors; empty if all are.
     const Rule *gravest = nullptr; ///< The gravest rule for which the library refuses the file; null if it loads.
@@ -26,6 +27,9 @@ struct Tally {
 
 /// Returns how many findings are not shown, such as `2 more errors and 1 more warning are not shown`.
 std::string describeHidden(const Tally &tally);
+
+/// Says how many findings can be fixed, such as `3 of 5 can be fixed by rtifed fix`; empty if none can.
+std::string describeFixable(const Tally &tally);
 
 inline constexpr std::size_t kAllShown = std::numeric_limits<std::size_t>::max(); ///< Findings of a file.
 

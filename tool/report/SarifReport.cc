@@ -171,11 +171,13 @@ private:
 
     /// Writes one fix for all places.
     void writeFix(const Source &source, const Finding &finding) {
-        _json.key("fixes").beginArray().beginObject().key("artifactChanges").beginArray().beginObject();
+        const std::string description = finding.fix.description(source.text());
+        _json.key("fixes").beginArray().beginObject().member("description", message(description));
+        _json.key("artifactChanges").beginArray().beginObject();
         _json.member("artifactLocation", artifact(source.name())).key("replacements").beginArray();
-        writeReplacements(source, finding.fix);
+        writeReplacements(source, finding.fix.edits);
         for (const FurtherPlace &place : finding.furtherPlaces)
-            writeReplacements(source, place.fix);
+            writeReplacements(source, place.fix.edits);
         _json.endArray().endObject().endArray().endObject().endArray();
     }
 

@@ -13,7 +13,7 @@ public:
     Source(std::string name, const RtiFedParser *text) : _name(std::move(name)), _text(text) {}
 
     const std::string &name() const { return _name; }
-    std::string_view text() const { return _text->text(); }
+    std::string_view text() const { return _text ? _text->text() : std::string_view(); }
 
     RtiFedPosition begin(RtiFedSpan span) const { return _text->positionAt(span.begin); }
     RtiFedPosition end(RtiFedSpan span) const { return _text->positionAt(span.begin + span.length); }

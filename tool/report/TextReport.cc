@@ -33,6 +33,8 @@ public:
         printExcerpt(source, finding.span);
         for (const std::string &line : finding.details)
             printIndented(line);
+        if (!finding.fix.empty())
+            printIndented((finding.fix.isSafe ? "fix: " : "unsafe fix: ") + finding.fix.description(source.text()));
         printFurtherPlaces(source, finding);
         for (const RtiFedParser::Note &note : finding.notes) {
             printHead(source.place(note.span), kCyan, "note", note.text);
@@ -45,6 +47,8 @@ public:
             printHead(source.name(), kCyan, "note", describeHidden(tally));
         if (!tally.remark.empty())
             printHead(source.name(), kCyan, "note", tally.remark);
+        if (tally.fixable > 0 && tally.errors + tally.warnings > 1)
+            printHead(source.name(), kCyan, "note", describeFixable(tally));
         _summary.addFile(tally);
     }
 

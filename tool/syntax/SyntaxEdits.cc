@@ -33,6 +33,11 @@ void SyntaxEdits::removeToken(Index token) {
 }
 
 void SyntaxEdits::removeClause(Index clause) {
+    remove(clause, commentsIn(clause, indentationFor(clause)));
+}
+
+/// Removes a clause; `left` takes its place.
+void SyntaxEdits::remove(Index clause, std::string left) {
     const Index open = _tree.clauses()[clause].open;
     const Index last = std::min(_tree.clauses()[clause].close, _tree.numTokens() - 1);
     const auto indentation = indentationOf(_tree, open);
@@ -44,11 +49,9 @@ void SyntaxEdits::removeClause(Index clause) {
     const bool mayJoin = previous != SyntaxTree::kNone && _tree.kind(previous) != Kind::comment;
 
     std::uint32_t begin = _tree.begin(open), end = _tree.end(last);
-    const std::string own = indentationFor(clause);
-    std::string left = commentsIn(clause, own);
     if (!left.empty()) { // they take its place
         if (!endsLine)
-            left += _style.lineEnd + own;
+            left += _style.lineEnd + indentationFor(clause);
         end = endsLine ? end : _tree.begin(next);
     } else if (indentation && endsLine) { // the whole line
         begin -= static_cast<std::uint32_t>(indentation->size());
@@ -83,6 +86,65 @@ void SyntaxEdits::insertInto(Index clause, std::string_view text) {
     if (_style.closesOnOwnLine && parent.close < _tree.numTokens() && !breaksLine(last + 1, parent.close))
         inserted += _style.lineEnd + indentation;
     replace({_tree.end(last), 0}, std::move(inserted));
+}
+
+void SyntaxEdits::insertFirst(Index clause, std::string_view text) {
+    if (!_tree.hasClauses(clause))
+        return insertInto(clause, text);
+    const std::vector<Index> words = _tree.words(clause);
+    Index last = words.empty() ? _tree.clauses()[clause].open : words.back();
+    const Index next = last + 1 + (_tree.kind(last + 1) == Kind::blanks ? 1 : 0);
+    if (_tree.kind(next) == Kind::comment)
+        last = next;
+    const std::string indentation = std::string(lineIndentation(_tree.clauses()[clause].open)) + _style.indentation;
+    replace({_tree.end(last), 0}, _style.lineEnd + asInText(text, indentation));
+}
+
+void SyntaxEdits::moveContents(Index from, Index to) {
+    const SyntaxTree::Clause &source = _tree.clauses()[from], &target = _tree.clauses()[to];
+    const std::vector<Index> words = _tree.words(from);
+    const Index first = (words.empty() ? source.open : words.front()) + 1, last = pieceBefore(source.close);
+    const Index end = pieceBefore(target.close);
+    const std::string indentation(lineIndentation(target.open));
+    std::string moved;
+    if (last >= first) {
+        moved = _tree.text().substr(_tree.begin(first), _tree.end(last) - _tree.begin(first));
+        Index begin = first;
+        while (_tree.kind(begin) == Kind::blanks)
+            ++begin;
+        if (_tree.kind(begin) != Kind::lineEnd)
+            moved = _style.lineEnd + indentation + _style.indentation +
+                    std::string(_tree.text().substr(_tree.begin(begin), _tree.end(last) - _tree.begin(begin)));
+        if (!breaksLine(end + 1, target.close) && (_style.closesOnOwnLine || _tree.kind(last) == Kind::comment))
+            moved += _style.lineEnd + indentation;
+    }
+    replace({_tree.end(end), 0}, std::move(moved));
+    remove(from, {});
+}
+
+void SyntaxEdits::insertClose(Index clause, std::uint32_t offset) {
+    const Index after = tokenFrom(offset);
+    const bool beginsLine = after > 0 && _tree.begin(after) == offset && _tree.kind(after - 1) == Kind::close &&
+                            indentationOf(_tree, after - 1);
+    const std::string lineBegin = _style.lineEnd + std::string(lineIndentation(_tree.clauses()[clause].open));
+    replace({offset, 0}, (beginsLine ? lineBegin : std::string()) + ')');
+}
+
+std::string SyntaxEdits::spelt(std::string_view keyword) const {
+    const auto known = _style.keywords.find(keyword);
+    return known == _style.keywords.end() ? std::string(keyword) : known->second;
+}
+
+void SyntaxEdits::appendLine(std::string_view line) {
+    const Index last = pieceBefore(_tree.numTokens());
+    const std::uint32_t end = last == SyntaxTree::kNone ? _tree.begin(_tree.numTokens()) : _tree.end(last);
+    replace({end, 0}, _style.lineEnd + std::string(line));
+}
+
+std::vector<Replacement> SyntaxEdits::take() {
+    std::vector<Replacement> taken = replacements();
+    _replacements.clear();
+    return taken;
 }
 
 std::vector<Replacement> SyntaxEdits::replacements() const {
@@ -135,9 +197,17 @@ std::string SyntaxEdits::asInText(std::string_view text, std::string_view indent
             result += indentation;
         for (std::size_t level = 0; level < blanks / kCanonicalIndentation && blanks < line.size(); ++level)
             result += _style.indentation;
-        result += line.substr(blanks);
+        result += withKeyword(line.substr(blanks));
     }
     return result;
+}
+
+/// Returns a line of a clause with the keyword as the text spells it.
+std::string SyntaxEdits::withKeyword(std::string_view line) const {
+    if (line.empty() || line[0] != '(')
+        return std::string(line);
+    const std::string_view keyword = line.substr(1, line.find_first_of(" )") - 1);
+    return '(' + spelt(keyword) + std::string(line.substr(1 + keyword.size()));
 }
 
 /// Returns the blanks at the beginning of the line of a token.
@@ -152,6 +222,16 @@ std::string SyntaxEdits::indentationFor(Index clause) const {
     if (self.parent == SyntaxTree::kNone || indentationOf(_tree, self.open))
         return std::string(lineIndentation(self.open));
     return std::string(lineIndentation(_tree.clauses()[self.parent].open)) + _style.indentation;
+}
+
+/// Returns the first token that begins at an offset or after it.
+SyntaxTree::Index SyntaxEdits::tokenFrom(std::uint32_t offset) const {
+    Index low = 0, high = _tree.numTokens();
+    while (low < high) {
+        const Index middle = low + (high - low) / 2;
+        (_tree.begin(middle) < offset ? low : high) = _tree.begin(middle) < offset ? middle + 1 : middle;
+    }
+    return low;
 }
 
 /// Returns the word, parenthesis or comment before a token, or kNone.

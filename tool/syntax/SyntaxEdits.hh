@@ -11,7 +11,7 @@
 /// and after a removed clause stay where it was.
 ///
 /// New clauses look as the text does. Their text is given in the canonical layout, with LF and two blanks a level, and
-/// without indentation of the first line; line ends and indentation become those of the text.
+/// without indentation of the first line; line ends, indentation and the spelling of keywords become those of the text.
 class SyntaxEdits {
 public:
     using Index = SyntaxTree::Index;
@@ -32,17 +32,36 @@ public:
     void insertAfter(Index clause, std::string_view text);
     /// Inserts a clause after the last one in this one.
     void insertInto(Index clause, std::string_view text);
+    /// Inserts a clause before the first one in this one.
+    void insertFirst(Index clause, std::string_view text);
+
+    /// Moves what is in a clause, comments included, behind what is in another one, and removes the clause.
+    void moveContents(Index from, Index to);
+
+    /// Inserts the ")" of a clause at an offset; directly after the ")" of a clause in it that begins a line, it begins a
+    /// line too.
+    void insertClose(Index clause, std::uint32_t offset);
+    /// Appends a line to the text.
+    void appendLine(std::string_view line);
+
+    /// A keyword as the text spells it.
+    std::string spelt(std::string_view keyword) const;
 
     /// The changes in the order of the text, without those within a removed clause.
     std::vector<Replacement> replacements() const;
+    /// The same, and forgets them.
+    std::vector<Replacement> take();
     /// The text with all changes.
     std::string text() const;
 
 private:
+    void remove(Index clause, std::string left);
     std::string commentsIn(Index clause, std::string_view indentation) const;
     std::string asInText(std::string_view text, std::string_view indentation) const;
+    std::string withKeyword(std::string_view line) const;
     std::string_view lineIndentation(Index token) const;
     std::string indentationFor(Index clause) const;
+    Index tokenFrom(std::uint32_t offset) const;
     Index pieceBefore(Index token) const;
     bool breaksLine(Index begin, Index end) const;
 

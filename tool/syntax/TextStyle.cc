@@ -1,7 +1,7 @@
 #include "tool/syntax/TextStyle.hh"
 
 #include <algorithm>
-#include <map>
+#include <iterator>
 
 namespace {
 
@@ -32,10 +32,21 @@ bool mostCloseOnOwnLine(const SyntaxTree &tree) {
     return surplus >= 0;
 }
 
+std::map<std::string, std::string, std::less<>> unusualKeywords(const SyntaxTree &tree) {
+    std::map<std::string, std::string, std::less<>> spellings;
+    for (Index i = 0; i < tree.clauses().size(); ++i)
+        if (const std::string_view keyword = tree.keyword(i);
+            !keyword.empty() && spellings.find(keyword) == spellings.end())
+            spellings.emplace(keyword, tree.bytes(tree.words(i).front()));
+    for (auto spelling = spellings.begin(); spelling != spellings.end();)
+        spelling = spelling->first == spelling->second ? spellings.erase(spelling) : std::next(spelling);
+    return spellings;
+}
+
 } // namespace
 
 TextStyle styleOf(const SyntaxTree &tree) {
-    return {std::string(lineEndOf(tree)), usualIndentation(tree), mostCloseOnOwnLine(tree)};
+    return {std::string(lineEndOf(tree)), usualIndentation(tree), mostCloseOnOwnLine(tree), unusualKeywords(tree)};
 }
 
 std::string_view lineEndOf(const SyntaxTree &tree) {

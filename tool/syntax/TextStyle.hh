@@ -2,6 +2,8 @@
 
 #include "tool/syntax/SyntaxTree.hh"
 
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +13,8 @@ struct TextStyle {
     std::string lineEnd;     ///< The most frequent one; LF if there is none.
     std::string indentation; ///< The most frequent difference between a clause and the clause around it.
     bool closesOnOwnLine;    ///< Whether most ")" of clauses with clauses in them begin a line.
+    /// How the text first spells a keyword, by its usual spelling; only where they differ.
+    std::map<std::string, std::string, std::less<>> keywords;
 };
 
 TextStyle styleOf(const SyntaxTree &tree);

@@ -1,3 +1,4 @@
+#include "infrastructure/RtiStringUtility.hh"
 #include "tool/console/Text.hh"
 #include "tool/control/AllowComments.hh"
 #include "tool/lsp/TextEdits.hh"
@@ -27,14 +28,10 @@ bool wants(const Params &params, const std::string &kind) {
     });
 }
 
-std::string titleOf(const OpenDocument &document, const std::vector<Replacement> &fix) {
-    if (fix.size() > 1)
-        return "Fix this at " + counted(fix.size(), "place");
-    const auto &[span, text] = fix.front();
-    const std::string_view before = document.document().text().substr(span.begin, span.length);
-    if (span.length == 0)
-        return "Insert " + inQuotes(text);
-    return text.empty() ? "Remove " + inQuotes(before) : "Replace " + inQuotes(before) + " with " + inQuotes(text);
+std::string titleOf(const OpenDocument &document, const Fix &fix) {
+    std::string title = fix.description(document.document().text());
+    title[0] = static_cast<char>(RtiStringUtility::toupper(title[0]));
+    return title;
 }
 
 class Actions {
@@ -42,8 +39,8 @@ public:
     Actions(const Session &session, const OpenDocument &document) : _session(session), _document(document) {}
 
     void addFix(const Finding &finding) {
-        Json action = make(titleOf(_document, finding.fix), finding, finding.fix);
-        action["isPreferred"] = true;
+        Json action = make(titleOf(_document, finding.fix), finding, finding.fix.edits);
+        action["isPreferred"] = finding.fix.isSafe;
         _actions.push_back(std::move(action));
     }
 

@@ -1,0 +1,228 @@
+#include "tool/check/Fixes.hh"
+
+#include "tool/check/MomFix.hh"
+#include "tool/check/Suggestion.hh"
+#include "tool/model/DeliveryWords.hh"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace {
+
+using Index = SyntaxTree::Index;
+using Kind = SyntaxTree::Kind;
+
+class FixMaker {
+public:
+    explicit FixMaker(const CheckedFile &file) : _file(file), _tree(file.text->tree()), _edits(_tree) {}
+
+    Fix fixOf(const Finding &finding) {
+        Fix fix = planFor(finding);
+        fix.edits = _edits.take();
+        return fix.empty() ? Fix() : fix;
+    }
+
+    /// Whether a fix may not look as the text does: one that writes a keyword or a ")".
+    static bool canAdapt(const Finding &finding) {
+        return finding.rule == &ruleOf(RtiFedParser::expectedClause) ||
+               (finding.rule == &ruleOf(RtiFedParser::leftOpen) && finding.fix.edits.front().text == ")");
+    }
+
+    void adapt(Finding &finding) {
+        Replacement &edit = finding.fix.edits.front();
+        if (finding.rule == &ruleOf(RtiFedParser::expectedClause)) {
+            edit.text = _edits.spelt(edit.text);
+            return;
+        }
+        const Index clause = _tree.clauseAt(finding.span->begin);
+        if (clause == SyntaxTree::kNone)
+            return;
+        _edits.insertClose(clause, edit.span.begin);
+        finding.fix.edits = _edits.take();
+    }
+
+private:
+    /// Makes the edits, and says what they do; the edits are still to be taken. In a text that does not parse, a clause
+    /// of the tree may be another one than the parser's, so that only the ends of the text and repeated sections are
+    /// edited there.
+    Fix planFor(const Finding &finding) {
+        const auto is = [&finding](auto id) { return finding.rule == &ruleOf(id); };
+        if (is(RtiFedParser::missingClause))
+            return addMissingClause();
+        if (is(RtiFedParser::secondClause))
+            return joinRepeated(finding);
+        if (is(RtiFedParser::leftOpen))
+            return closeText(finding);
+        if (is(RtiFedParser::trailingText))
+            return removeLastClose(finding);
+        if (_file.text->parser().numErrors() > 0)
+            return {};
+        if (is(RuleId::inheritedMember) || is(RuleId::repeatedMember) || is(RuleId::repeatedDimension))
+            return removeRepeated(finding);
+        if (is(RuleId::momIncomplete))
+            return addMom(finding);
+        if (is(RuleId::unusedSpace))
+            return removeSpace(finding);
+        if (is(RuleId::noPrivilegeToDelete))
+            return addToRoot(finding, "(attribute privilegeToDelete reliable timestamp)");
+        if (is(RuleId::noRtiPrivate))
+            return addToRoot(finding, "(class RTIprivate" + deliveryOfRoot(finding) + ')');
+        return {};
+    }
+
+    /// Whether each parenthesis has its partner, and all is in FED.
+    bool isBalanced() const {
+        const auto &clauses = _tree.clauses();
+        const auto isClosed = [this](const SyntaxTree::Clause &clause) { return clause.close < _tree.numTokens(); };
+        std::size_t numCloses = 0;
+        for (Index token = 0; token < _tree.numTokens(); ++token)
+            numCloses += _tree.kind(token) == Kind::close ? 1 : 0;
+        return !clauses.empty() && clauses[0].end == clauses.size() && numCloses == clauses.size() &&
+               std::all_of(clauses.begin(), clauses.end(), isClosed) && _tree.keyword(0) == "FED";
+    }
+
+    /// The first declaration stays, so nothing is taken away if the later one says the same.
+    Fix removeRepeated(const Finding &finding) {
+        const Index clause = _tree.clauseAt(finding.span->begin);
+        const Index first = _tree.clauseAt(finding.notes.front().span.begin);
+        const bool isSame = meaningsIn(clause) == meaningsIn(first) && _tree.keyword(clause) != "dimension";
+        _edits.removeClause(clause);
+        const std::string what = std::string(_tree.keyword(clause)) + ' ' + inQuotes(nameOf(finding));
+        return {{}, isSame, "remove this " + what + (isSame ? ", which repeats the first one" : "")};
+    }
+
+    Fix addMom(const Finding &finding) {
+        addMissingMom(*_file.text, finding, _edits);
+        return {{}, true, "add what is missing of the MOM"};
+    }
+
+    /// A federation that has no name gets that of the file.
+    Fix addMissingClause() {
+        if (!isBalanced())
+            return {};
+        const std::string name = std::filesystem::path(_file.name).stem().string();
+        const Index federation = childOf(0, "Federation");
+        if (federation != SyntaxTree::kNone) {
+            _edits.insertAfter(federation, "(FEDversion v1.3)");
+            return {{}, true, "add (FEDversion v1.3)"};
+        }
+        if (name.empty() || name.size() > kNameLimit || shown(name) != name || name.find('"') != std::string::npos)
+            return {};
+        const std::string clause = "(Federation " + asWord(name) + ')';
+        _edits.insertFirst(0, clause);
+        return {{}, true, "add " + clause + ", named after the file"};
+    }
+
+    /// Sections are joined; a repeated name or version is dropped if it is the same.
+    Fix joinRepeated(const Finding &finding) {
+        if (!isBalanced())
+            return {};
+        const Index second = _tree.clauseAt(finding.span->begin);
+        const Index first = _tree.clauseAt(finding.notes.front().span.begin);
+        const std::string keyword(_tree.keyword(second));
+        if (_tree.keyword(first) != keyword || _tree.clauses()[first].parent != 0 ||
+            _tree.clauses()[second].parent != 0)
+            return {};
+        if (keyword == "spaces" || keyword == "objects" || keyword == "interactions") {
+            _edits.moveContents(second, first);
+            return {{}, true, "move what is in this \"" + keyword + "\" into the first one"};
+        }
+        if (meaningsIn(first) != meaningsIn(second))
+            return {};
+        _edits.removeClause(second);
+        return {{}, true, "remove this \"" + keyword + "\", which repeats the first one"};
+    }
+
+    /// The last ")" of a text was lost.
+    Fix closeText(const Finding &finding) {
+        const auto isOpen = [this](const SyntaxTree::Clause &clause) { return clause.close == _tree.numTokens(); };
+        const auto &clauses = _tree.clauses();
+        const bool onlyFed = std::count_if(clauses.begin(), clauses.end(), isOpen) == 1 && isOpen(clauses[0]);
+        if (!onlyFed || _file.text->parser().numErrors() > 1 || _tree.clauseAt(finding.span->begin) != 0)
+            return {};
+        _edits.appendLine(")");
+        return {{}, false, "add a \")\" at the end"};
+    }
+
+    /// Nothing but ")" follows the end of FED.
+    Fix removeLastClose(const Finding &finding) {
+        Index close = SyntaxTree::kNone;
+        for (Index token = _tree.numTokens(); token-- > 0 && _tree.begin(token) >= finding.span->begin;) {
+            if (_tree.kind(token) == Kind::close)
+                close = token;
+            else if (!SyntaxTree::isSpace(_tree.kind(token)) && _tree.kind(token) != Kind::comment)
+                return {};
+        }
+        if (close != SyntaxTree::kNone)
+            _edits.removeToken(close);
+        return {};
+    }
+
+    Fix removeSpace(const Finding &finding) {
+        _edits.removeClause(_tree.clauseAt(finding.span->begin));
+        return {{}, false, "remove the space " + inQuotes(nameOf(finding))};
+    }
+
+    Fix addToRoot(const Finding &finding, const std::string &clause) {
+        const Index root = _tree.clauseAt(finding.span->begin);
+        Index last = SyntaxTree::kNone; // of the members, which come before the classes
+        const auto &clauses = _tree.clauses();
+        for (Index child = root + 1; child < clauses[root].end && _tree.keyword(child) != "class";
+             child = clauses[child].end)
+            last = child;
+        if (last == SyntaxTree::kNone)
+            _edits.insertFirst(root, clause);
+        else
+            _edits.insertAfter(last, clause);
+        return {{}, false, "add " + clause};
+    }
+
+    /// The transportation and ordering of a root; nothing if it is an object class.
+    std::string deliveryOfRoot(const Finding &finding) const {
+        std::string delivery;
+        const std::vector<Index> words = _tree.words(_tree.clauseAt(finding.span->begin));
+        for (std::size_t i = 2; i < std::min<std::size_t>(words.size(), 4); ++i)
+            delivery += ' ' + std::string(_tree.bytes(words[i]));
+        return delivery;
+    }
+
+    std::string_view nameOf(const Finding &finding) const { return _file.text->declarations().wordAt(*finding.span); }
+
+    std::vector<std::string> meaningsIn(Index clause) const {
+        std::vector<std::string> meanings;
+        for (const Index word : _tree.words(clause))
+            meanings.push_back(
+                meaningOf(_file.text->declarations().wordAt({_tree.begin(word), _tree.end(word) - _tree.begin(word)})));
+        return meanings;
+    }
+
+    Index childOf(Index parent, std::string_view keyword) const {
+        const auto &clauses = _tree.clauses();
+        for (Index child = parent + 1; child < clauses[parent].end; child = clauses[child].end)
+            if (_tree.keyword(child) == keyword)
+                return child;
+        return SyntaxTree::kNone;
+    }
+
+    const CheckedFile &_file;
+    const SyntaxTree &_tree;
+    SyntaxEdits _edits;
+};
+
+} // namespace
+
+void addFixes(CheckedFile &file) {
+    if (!file.text)
+        return;
+    std::optional<FixMaker> maker; // most files need none, and no tree
+    for (Finding &finding : file.findings) {
+        if (!finding.span || (!finding.fix.empty() && !FixMaker::canAdapt(finding)))
+            continue;
+        if (!maker)
+            maker.emplace(file);
+        if (finding.fix.empty())
+            finding.fix = maker->fixOf(finding);
+        else
+            maker->adapt(finding);
+    }
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "tool/check/Checker.hh"
+#include "tool/syntax/SyntaxEdits.hh"
+
+/// Adds to `edits` what a finding that the MOM is incomplete misses; nothing if a class of the MOM is in a wrong place,
+/// since a person may want to move it, or if the text was not understood completely.
+void addMissingMom(const Checker &text, const Finding &finding, SyntaxEdits &edits);

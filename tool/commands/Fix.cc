@@ -1,0 +1,126 @@
+#include "tool/check/ReadOutline.hh"
+#include "tool/commands/Commands.hh"
+#include "tool/control/Decision.hh"
+#include "tool/model/DeliveryWords.hh"
+
+namespace {
+
+constexpr std::size_t kMostErrors = 5; // that are shown if they are left
+
+class FixReport {
+public:
+    FixReport(const Input &input, std::ostream &out) : _input(input), _out(out) {}
+
+    void add(RtiFedPosition place, const Rule &rule, bool isSafe, const std::string &what) const {
+        _out << textOf(_input.name, place) << (isSafe ? ": fix: " : ": unsafe fix: ") << what << " [" << rule.id
+             << "]\n";
+    }
+
+    /// Shows what still keeps the file from loading, with its places in the file: those of the new text if it is
+    /// written.
+    void showErrors(const FixedText &fixed, bool isWritten) const {
+        const CheckedFile &file = fixed.left;
+        const RtiFedParser old(_input.contents);
+        std::size_t numShown = 0;
+        for (const Finding &finding : file.findings)
+            if (finding.refusesFile() && ++numShown <= kMostErrors) {
+                const std::uint32_t at = finding.span ? finding.span->begin : 0;
+                const RtiFedPosition place =
+                    isWritten ? file.text->parser().positionAt(at) : old.positionAt(fixed.text.originalOffset(at));
+                _out << textOf(_input.name, place) << ": error: " << finding.text
+                     << (finding.details.empty() ? "" : " ") << joined(finding.details) << " [" << finding.rule->id
+                     << "]\n";
+            }
+        if (numShown > kMostErrors)
+            _out << _input.name << ": note: " << numShown - kMostErrors
+                 << " more errors are left; rtifed check shows all\n";
+    }
+
+    /// Says what the fixes mean for the model, and whether it loads.
+    void sumUp(const FixedText &fixed, std::size_t numErrors) const {
+        _out << _input.name << ": "
+             << (fixed.made.empty() ? "nothing fixed"
+                                    : counted(fixed.made.size(), "finding") + " fixed" + describeChange(fixed));
+        if (numErrors == 0)
+            _out << "; the file loads\n";
+        else
+            _out << "; " << counted(numErrors, "error") << (numErrors == 1 ? " keeps" : " keep")
+                 << " the file from loading\n";
+    }
+
+private:
+    /// Whether a change is of something that the old text had: not of a word that was no transportation or ordering.
+    static bool wasUnderstood(const Comparison::Change &change) {
+        using Kind = Comparison::Change::Kind;
+        if (change.kind == Kind::unclear || !change.before)
+            return change.kind != Kind::unclear;
+        const std::string before = change.value(*change.before);
+        const auto isOneOf = [&before](const DeliveryWords &words) {
+            return before == words[0].shortForm || before == words[1].shortForm;
+        };
+        return change.kind == Kind::transportation ? isOneOf(kTransportations)
+               : change.kind == Kind::ordering     ? isOneOf(kOrderings)
+               : change.kind == Kind::space        ? !before.empty()
+                                                   : true;
+    }
+
+    /// The verdict of `rtifed diff`, about what was understood: that the rest is clear now is no change.
+    std::string describeChange(const FixedText &fixed) const {
+        using Change = Comparison::Change;
+        const Outline before = readOutline({_input.name, _input.contents});
+        const Outline after = readOutline({_input.name, fixed.text.text()});
+        const Comparison comparison(before, after, false);
+        auto verdict = Comparison::Verdict::same;
+        std::size_t numMoved = 0;
+        for (const Change &change : comparison.changes()) {
+            if (wasUnderstood(change))
+                verdict = std::max(verdict, Comparison::meaning(change.kind));
+            numMoved += change.kind == Change::Kind::renumbered ? 1 : 0;
+        }
+        return std::string("; the model") + (before.loads ? "" : ", as far as it was understood") + ": " +
+               Comparison::nameOf(verdict) +
+               (comparison.handlesCompared() ? ", " + counted(numMoved, "handle") + " moved" : "");
+    }
+
+    const Input &_input;
+    std::ostream &_out;
+};
+
+bool listFixes(const Input &input, const Settings &settings, const FixSelection &selection, std::ostream &out) {
+    CheckedFile file = checkFile(input, Severity::warning);
+    decide(file, settings, nullptr);
+    const FixReport report(input, out);
+    for (const Finding &finding : file.findings)
+        if (selection.takes(finding))
+            report.add(file.text->parser().positionAt(finding.span->begin), *finding.rule, finding.fix.isSafe,
+                       finding.fix.description(input.contents));
+    return true;
+}
+
+} // namespace
+
+Status fix(const FixOptions &options, const Console &console) {
+    Configurations configurations(options.configuration);
+    if (options.list) {
+        FixSelection all = options.selection;
+        all.unsafe = true;
+        const auto list = [&](const Input &input) {
+            return listFixes(input, configurations.settingsFor(input.name), all, console.out);
+        };
+        return forEachFile(withoutFolders(options.rewrite.files), console, list, [](auto &, auto &) {});
+    }
+    return rewriteFiles(options.rewrite, console, [&](const Input &input) -> std::optional<Rewritten> {
+        if (!input.whole)
+            throw CannotWork(input.name + ": not changed, since it has a NUL byte, after which it is not read");
+        const FixedText fixed = withFixes(input, configurations.settingsFor(input.name), options.selection);
+        const FixReport report(input, console.err);
+        for (const MadeFix &made : fixed.made)
+            report.add(made.place, *made.rule, made.isSafe, made.text);
+        report.showErrors(fixed, options.rewrite.write);
+        const auto numErrors =
+            static_cast<std::size_t>(std::count_if(fixed.left.findings.begin(), fixed.left.findings.end(),
+                                                   [](const Finding &finding) { return finding.refusesFile(); }));
+        report.sumUp(fixed, numErrors);
+        return Rewritten{fixed.text.text(), numErrors == 0};
+    });
+}
