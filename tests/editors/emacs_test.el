@@ -71,6 +71,10 @@
   (fed-test-with "(fed (federation a)\n(fedversion v)\n\n\n)"
     (fed-format-buffer)
     (should (equal (buffer-string) "(FED\n  (Federation a)\n  (FEDversion v)\n)\n")))
+  (let ((good (fed-test-formatted "examples/minimal.fed")))
+    (fed-test-with (string-replace "Delete reliable timestamp" "Delete reliable time_stamp" good)
+      (fed-fix-buffer)
+      (should (equal (buffer-string) good))))
   (fed-test-with "(FED (Federation a)"
     (should-error (fed-format-buffer) :type 'user-error)
     (should (equal (buffer-string) "(FED (Federation a)"))))

@@ -54,6 +54,10 @@ function! Test_commands_rewrite_the_text() abort
   call s:Open('unbalanced.fed', ['(FED (Federation a)'])
   FedFormat
   call assert_equal(['(FED (Federation a)'], getline(1, '$'))
+  call s:Open('fix.fed', readfile('examples/minimal.fed'))
+  silent %s/Delete reliable timestamp/Delete reliable time_stamp/
+  silent FedFix
+  call assert_true(readfile('examples/minimal.fed') ==# getline(1, '$'))
   edit! examples/minimal.fed
   FedTree Manager.Federation
   call assert_match('FederationName', join(getline(1, '$'), "\n"))

@@ -96,11 +96,13 @@ async function fix(editor: vscode.TextEditor): Promise<void> {
     const version = document.version;
     const result = await run(program(), ['fix', '--stdin-name', document.fileName, '-'], before);
     if (result.status === 2 || (result.output === '' && before !== '')) throw new Error(result.errors || 'no fixed text');
+    const summary = result.errors.trimEnd().split('\n').pop();
     if (result.output === before) {
-        void vscode.window.showInformationMessage('rtifed: nothing to fix safely.');
+        void vscode.window.showInformationMessage(summary || 'rtifed: nothing to fix safely.');
         return;
     }
     if (document.version !== version) throw new Error('The text has changed meanwhile; run the command again.');
     const whole = new vscode.Range(document.positionAt(0), document.positionAt(before.length));
     await editor.edit((edit) => edit.replace(whole, result.output));
+    if (summary) void vscode.window.showInformationMessage(summary);
 }

@@ -11,16 +11,24 @@ const manifest = json('package.json');
 
 // What an editor without trust in the open folder offers to the bundled extension: anything may be asked, nothing happens.
 function fakeEditor(registered) {
-    const anything = () =>
-        new Proxy(class {}, { get: (target, key) => (key in target ? target[key] : (target[key] = anything())), apply: anything });
+    const get = (target, key) => (key in target ? target[key] : (target[key] = anything()));
+    const anything = () => new Proxy(class {}, { get, apply: anything });
     const editor = anything();
     editor.commands = { registerCommand: (name, action) => registered.set(name, action) };
     editor.EventEmitter = class { event = () => {}; fire() {} dispose() {} };
-    editor.window = { createOutputChannel: () => ({}), activeTextEditor: undefined, showInformationMessage: (m) => (editor.shown = m) };
+    editor.Range = class { constructor(start, end) { Object.assign(this, { start, end }); } };
+    editor.window = {
+        createOutputChannel: () => ({}),
+        activeTextEditor: undefined,
+        showInformationMessage: (message) => (editor.shown = message),
+        showErrorMessage: assert.fail,
+    };
     editor.workspace = {
         isTrusted: false,
         registerTextDocumentContentProvider: () => ({}),
-        ...Object.fromEntries(['DidSaveTextDocument', 'DidGrantWorkspaceTrust', 'DidChangeConfiguration'].map((n) => [`on${n}`, () => ({})])),
+        onDidSaveTextDocument: () => ({}),
+        onDidGrantWorkspaceTrust: () => ({}),
+        onDidChangeConfiguration: () => ({}),
     };
     return editor;
 }
@@ -36,6 +44,17 @@ test('the bundle registers all commands of the manifest and runs nothing in a fo
     assert.deepEqual([...registered.keys()].sort(), manifest.contributes.commands.map((c) => c.command).sort());
     await registered.get('rtifed.fix')();
     assert.equal(editor.shown, 'Open a FED file first.');
+
+    // A FED file is open.
+    const good = readFileSync(new URL('../../examples/minimal.fed', folder), 'utf8');
+    const text = good.replace('timestamp', 'time_stamp');
+    const document = { languageId: 'fed', fileName: 'minimal.fed', version: 1, getText: () => text, positionAt: (n) => n };
+    let fixed;
+    editor.workspace.getConfiguration = () => ({ get: (name, otherwise) => otherwise });
+    editor.window.activeTextEditor = { document, edit: (change) => change({ replace: (range, by) => (fixed = { range, by }) }) };
+    await registered.get('rtifed.fix')();
+    assert.equal(fixed.by, good);
+    assert.deepEqual({ ...fixed.range }, { start: 0, end: text.length });
     await extension.deactivate();
 });
 
@@ -75,8 +94,8 @@ test('the patterns for open clauses take time in proportion to the line', () => 
 test('the problem matcher reads what check writes', () => {
     const { regexp } = manifest.contributes.problemMatchers[0].pattern;
     const { stdout } = spawnSync('rtifed', ['check', '--format', 'concise', '-'], { input: '(FED (Federation F))', encoding: 'utf8' });
-    for (const line of stdout.trimEnd().split('\n')) assert.match(line, new RegExp(regexp));
-    assert.equal(stdout.match(new RegExp(regexp, 'm'))[6], 'missing-clause');
+    assert.deepEqual(stdout.match(new RegExp(regexp, 'm')).slice(1, 5), ['-', '1', '2', 'error']);
+    assert.equal(stdout.match(new RegExp(regexp, 'gm')).length, stdout.match(/error: /g).length);
 });
 
 test('what a snippet inserts is a clause of the place that it is for', () => {
@@ -88,7 +107,11 @@ test('what a snippet inserts is a clause of the place that it is for', () => {
         attribute: inClass, 'attribute-space': inClass, parameter: inInteraction, allow: inClass,
     };
     for (const { prefix, body } of Object.values(json('snippets/fed.json'))) {
-        const text = body.join('\n').replace(/\$\{\d+\|([^,|]*)[^}]*\}/g, '$1').replace(/\$\{\d+:([^}]*)\}/g, '$1').replace(/\$\d/g, '');
+        const text = body
+            .join('\n')
+            .replace(/\$\{\d+\|([^,|]*)[^}]*\}/g, '$1') // the first choice
+            .replace(/\$\{\d+:([^}]*)\}/g, '$1')
+            .replace(/\$\d/g, '');
         const input = `(FED (Federation F) (FEDversion v1.3) ${places[prefix](text)})`;
         const { status, stdout, stderr } = spawnSync('rtifed', ['calls', '-'], { input, encoding: 'utf8' });
         assert.equal(status, 0, `${prefix}: ${text}\n${stdout}${stderr}`);
