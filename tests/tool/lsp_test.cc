@@ -143,6 +143,25 @@ TEST(Lsp, KeepsTheLinesOfAnEditedText) {
     }
 }
 
+TEST(Lsp, FindsPlacesInLongLines) {
+    std::mt19937 random(4);
+    std::string text = "x\n";
+    for (int i = 0; i < 2000; ++i)
+        text += random() % 2 == 0 ? "\xF0\x9F\x98\x80\xC3\xA4" : random() % 500 == 0 ? "\n" : "abcdefghijk";
+    const PositionedText positioned(text, PositionEncoding::utf16);
+    TextPosition expected;
+    for (std::uint32_t at = 0; at < text.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        if ((byte & 0xC0U) == 0x80)
+            continue;
+        ASSERT_EQ(positioned.positionAt(at), expected) << at;
+        ASSERT_EQ(positioned.offsetAt(expected), at);
+        expected.character += byte >= 0xF0 ? 2 : 1;
+        if (byte == '\n')
+            expected = {expected.line + 1, 0};
+    }
+}
+
 TEST(Lsp, KnowsAfterEachEditWhatAFreshServerKnows) {
     std::mt19937 random(5);
     for (int i = 0; i < 1000; ++i) {

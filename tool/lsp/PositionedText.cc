@@ -3,9 +3,12 @@
 #include "tool/lsp/Utf8.hh"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace {
+
+constexpr std::uint32_t kCheckpoint = 1024;
 
 /// A character: its bytes, and its units in an encoding.
 struct Character {
@@ -16,6 +19,20 @@ Character characterAt(std::string_view text, std::uint32_t at, PositionEncoding 
     const auto size = std::max<std::uint32_t>(1, static_cast<std::uint32_t>(characterSize(text.substr(at))));
     const bool isPair = encoding == PositionEncoding::utf16 && size == 4;
     return {size, encoding == PositionEncoding::utf8 ? size : isPair ? 2U : 1U};
+}
+
+/// Returns the number of ASCII characters from `at` on, up to `end`, eight at a time.
+std::uint32_t asciiRun(const std::string &text, std::uint32_t at, std::uint32_t end) {
+    const std::uint32_t begin = at;
+    std::uint64_t bytes = 0;
+    for (; end - at >= sizeof bytes; at += sizeof bytes) {
+        std::memcpy(&bytes, text.data() + at, sizeof bytes);
+        if ((bytes & 0x8080808080808080U) != 0)
+            break;
+    }
+    while (at < end && static_cast<unsigned char>(text[at]) < 0x80)
+        ++at;
+    return at - begin;
 }
 
 } // namespace
@@ -55,18 +72,53 @@ TextPosition PositionedText::positionAt(std::uint32_t offset) const {
     const std::uint32_t line = lineOf(offset);
     if (_encoding == PositionEncoding::utf8)
         return {line, offset - _lines[line]};
-    Counted counted{_lines[line], line, 0};
-    if (_last.line == line && _last.offset <= offset)
-        counted = _last;
-    while (counted.offset < offset) {
-        const Character character = characterAt(_text, counted.offset, _encoding);
-        if (counted.offset + character.size > offset) // within the character
-            break;
-        counted.offset += character.size;
-        counted.units += character.units;
+    return {line, counted(countedNear(offset, _lines[line]), offset).units};
+}
+
+/// Returns a place before an offset and near it, in its line.
+PositionedText::Counted PositionedText::countedNear(std::uint32_t offset, std::uint32_t lineBegin) const {
+    if (offset - lineBegin < kCheckpoint)
+        return {lineBegin, 0};
+    if (_checkpoints.empty())
+        countAll();
+    const std::uint32_t checkpoint = offset / kCheckpoint;
+    const Counted near =
+        _checkpoints[checkpoint].offset > offset ? _checkpoints[checkpoint - 1] : _checkpoints[checkpoint];
+    return near.offset > lineBegin ? near : Counted{lineBegin, 0};
+}
+
+/// Counts on to the last beginning of a character up to `until`, which is in the same line.
+PositionedText::Counted PositionedText::counted(Counted from, std::uint32_t until) const {
+    for (;;) {
+        const std::uint32_t run = asciiRun(_text, from.offset, until);
+        from.offset += run;
+        from.units += run;
+        if (from.offset == until)
+            return from;
+        const Character character = characterAt(_text, from.offset, _encoding);
+        if (from.offset + character.size > until) // within the character
+            return from;
+        from.offset += character.size;
+        from.units += character.units;
     }
-    _last = counted;
-    return {line, counted.units};
+}
+
+void PositionedText::countAll() const {
+    const auto size = static_cast<std::uint32_t>(_text.size());
+    Counted at{0, 0};
+    std::uint32_t line = 0;
+    for (std::uint32_t checkpoint = 0; checkpoint <= size; checkpoint += kCheckpoint) {
+        while (line + 1 < numLines() && _lines[line + 1] <= checkpoint) {
+            ++line;
+            at = {_lines[line], 0};
+        }
+        at = counted(at, checkpoint);
+        if (at.offset < checkpoint) { // within a character
+            const Character character = characterAt(_text, at.offset, _encoding);
+            at = {at.offset + character.size, at.units + character.units};
+        }
+        _checkpoints.push_back(at);
+    }
 }
 
 std::uint32_t PositionedText::offsetAt(TextPosition position) const {
@@ -74,12 +126,17 @@ std::uint32_t PositionedText::offsetAt(TextPosition position) const {
         return static_cast<std::uint32_t>(_text.size());
     const std::uint32_t end = lineEnd(position.line);
     std::uint32_t offset = _lines[position.line];
-    for (std::uint32_t units = 0; offset < end;) {
+    for (std::uint32_t left = position.character; offset < end && left > 0;) {
+        const std::uint32_t run = asciiRun(_text, offset, offset + std::min(left, end - offset));
+        offset += run;
+        left -= run;
+        if (offset == end || left == 0)
+            break;
         const Character character = characterAt(_text, offset, _encoding);
-        units += character.units;
-        if (units > position.character)
+        if (character.units > left)
             break;
         offset += character.size;
+        left -= character.units;
     }
     return offset;
 }
@@ -98,5 +155,5 @@ void PositionedText::replace(std::uint32_t begin, std::uint32_t end, std::string
     for (auto line = to; line != _lines.end(); ++line)
         *line += growth;
     _lines.insert(_lines.erase(from, to), found.begin(), found.end());
-    _last = {0, 0, 0};
+    _checkpoints.clear();
 }

@@ -24,8 +24,9 @@ struct TextPosition {
 /// as in FED and in the protocol. A byte order mark is a character of the first line.
 ///
 /// The beginnings of all lines are kept; an edit finds anew only those of the lines that it changes. Within a line the
-/// units are counted, from the last position that was asked for if that is before in the same line: so asking for all
-/// positions of a text in their order takes time in proportion to the text, even if it is one line.
+/// units are counted. A text may be one very long line with very many positions in it: once a position in a long line
+/// is asked for, the units before every 1024th byte are counted for the whole text, and then only those after the
+/// nearest.
 class PositionedText {
 public:
     PositionedText(std::string text, PositionEncoding encoding);
@@ -54,8 +55,12 @@ private:
     std::string _text;
     PositionEncoding _encoding;
     std::vector<std::uint32_t> _lines; // where they begin
+    /// The beginning of a character, and the units before it in its line.
     struct Counted {
-        std::uint32_t offset, line, units;
+        std::uint32_t offset, units;
     };
-    mutable Counted _last{0, 0, 0}; // the last position that was asked for
+    Counted countedNear(std::uint32_t offset, std::uint32_t lineBegin) const;
+    Counted counted(Counted from, std::uint32_t until) const;
+    void countAll() const;
+    mutable std::vector<Counted> _checkpoints; // the first character from each 1024th byte on; empty until needed
 };
