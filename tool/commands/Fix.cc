@@ -38,6 +38,10 @@ public:
 
     /// Says what the fixes mean for the model, and whether it loads.
     void sumUp(const FixedText &fixed, std::size_t numErrors) const {
+        const auto numUnsafe =
+            std::count_if(fixed.left.findings.begin(), fixed.left.findings.end(), [](const Finding &finding) {
+                return finding.refusesFile() && !finding.fix.isSafe && FixSelection{true}.takes(finding);
+            });
         _out << _input.name << ": "
              << (fixed.made.empty() ? "nothing fixed"
                                     : counted(fixed.made.size(), "finding") + " fixed" + describeChange(fixed));
@@ -45,7 +49,8 @@ public:
             _out << "; the file loads\n";
         else
             _out << "; " << counted(numErrors, "error") << (numErrors == 1 ? " keeps" : " keep")
-                 << " the file from loading\n";
+                 << " the file from loading" << (numUnsafe == 0 ? "" : "; --unsafe fixes " + std::to_string(numUnsafe))
+                 << '\n';
     }
 
 private:
