@@ -1,7 +1,7 @@
 #include "tool/check/CheckedFile.hh"
 
-#include "tool/check/Fixes.hh"
 #include "tool/check/Warnings.hh"
+#include "tool/check/fixes/Fixes.hh"
 #include "tool/model/Model.hh"
 
 namespace {

@@ -121,6 +121,12 @@ public:
                          joined(finding.details));
     }
 
+    void endFile(const Source &source, const Tally &tally) override {
+        Tally whole = tally;
+        whole.fixable = 0; // scripts read each line
+        TextReport::endFile(source, whole);
+    }
+
     void end() override {}
 };
 

@@ -35,7 +35,7 @@ public:
     /// Inserts a clause before the first one in this one.
     void insertFirst(Index clause, std::string_view text);
 
-    /// Moves what is in a clause, comments included, behind what is in another one, and removes the clause.
+    /// Moves what is in a clause, comments included, after what is in another one, and removes the clause.
     void moveContents(Index from, Index to);
 
     /// Inserts the ")" of a clause at an offset; directly after the ")" of a clause in it that begins a line, it begins a

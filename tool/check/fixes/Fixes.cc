@@ -1,7 +1,7 @@
-#include "tool/check/Fixes.hh"
+#include "tool/check/fixes/Fixes.hh"
 
-#include "tool/check/MomFix.hh"
 #include "tool/check/Suggestion.hh"
+#include "tool/check/fixes/MomFix.hh"
 #include "tool/model/DeliveryWords.hh"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "tool/check/MomFix.hh"
+#include "tool/check/fixes/MomFix.hh"
 
 #include "tool/check/MomMatch.hh"
 #include "tool/model/MomText.hh"
