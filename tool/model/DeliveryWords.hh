@@ -35,7 +35,7 @@ inline std::vector<std::string> allForms(const DeliveryWords &words) {
 
 /// Returns a word as it counts: in upper case, and the short form of a transportation or ordering for its long form.
 inline std::string meaningOf(std::string_view word) {
-    const std::string upper = RtiStringUtility::toupper(word);
+    std::string upper = RtiStringUtility::toupper(word);
     for (const DeliveryWords &words : {kTransportations, kOrderings})
         for (const DeliveryWord &known : words)
             if (upper == known.longForm)
