@@ -83,7 +83,7 @@ std::string listOf(const std::vector<std::string> &keywords) {
 } // namespace
 
 RtiFedErrorTypes::Error RtiFedSyntaxError::resolve(const RtiFedText &text) const {
-    return {problem, text.position(place()), span(text), describe(text), notes(text), keywords(), correction()};
+    return {problem, text.position(place()), span(text), describe(text), notes(text), keywords(), correction(text)};
 }
 
 RtiFedOffset RtiFedSyntaxError::place() const {
@@ -193,11 +193,25 @@ std::vector<std::string> RtiFedSyntaxError::keywords() const {
     return keywords;
 }
 
-std::optional<RtiFedErrorTypes::Correction> RtiFedSyntaxError::correction() const {
-    if (!suspect || suspect->numPlaces != 1)
+/// Of several ")" in a row, it makes no difference which one goes: the last one. A missing one follows the token whose
+/// last byte is the place, unless the place is on a line of its own.
+std::optional<RtiFedErrorTypes::Correction> RtiFedSyntaxError::correction(const RtiFedText &text) const {
+    constexpr std::string_view blanks = " \t\r\n\v\f";
+    if (!suspect)
         return std::nullopt;
-    const bool isMissing = suspect->change == RtiFedBalance::Suspect::missingClose;
-    return RtiFedErrorTypes::Correction{{suspect->places[0], isMissing ? 0U : 1U}, isMissing ? ")" : ""};
+    const RtiFedOffset first = suspect->places[0], last = suspect->places[suspect->numPlaces - 1];
+    if (suspect->change == RtiFedBalance::Suspect::missingClose) {
+        if (first != last)
+            return std::nullopt;
+        const std::string_view rest = text.bytes().substr(first, 1);
+        const bool isOnOwnLine = rest.empty() || rest == ";" || blanks.find(rest[0]) != std::string_view::npos;
+        return RtiFedErrorTypes::Correction{{first + (isOnOwnLine ? 0U : 1U), 0}, ")"};
+    }
+    const std::string_view between = text.bytes().substr(first, last - first);
+    if (first != last && (suspect->change == RtiFedBalance::Suspect::surplusOpen ||
+                          between.find_first_not_of(") \t\r\n\v\f") != std::string_view::npos))
+        return std::nullopt;
+    return RtiFedErrorTypes::Correction{{last, 1}, ""};
 }
 
 /// The words that are missing: "a transportation and an ordering".

@@ -46,5 +46,5 @@ private:
     std::string describeSuspect(const RtiFedText &text) const;
     std::vector<RtiFedErrorTypes::Note> notesOfSuspect(const RtiFedText &text) const;
     std::vector<std::string> keywords() const;
-    std::optional<RtiFedErrorTypes::Correction> correction() const;
+    std::optional<RtiFedErrorTypes::Correction> correction(const RtiFedText &text) const;
 };

@@ -483,6 +483,9 @@ Finding Checker::withSuggestion(Finding finding, const Suggestion &suggestion) c
     if (meant.empty() || RtiStringUtility::toupper(word) == RtiStringUtility::toupper(meant))
         return finding;
     finding.text += didYouMean(meant);
-    finding.fix = {{{*finding.span, asWord(meant)}}, suggestion.isOnly};
+    // A keyword that is not allowed here is often right, and its place wrong.
+    const bool isMisplaced =
+        finding.rule == &ruleOf(RtiFedParser::expectedClause) && !RtiFedParser::keyword(word).empty();
+    finding.fix = {{{*finding.span, asWord(meant)}}, suggestion.isOnly && !isMisplaced};
     return finding;
 }

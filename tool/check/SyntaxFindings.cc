@@ -149,6 +149,18 @@ void explainSurplusWord(Finding &finding, std::string_view text) {
     finding.fix.edits.push_back({spanOf(begin, end), '"' + meant + '"'});
 }
 
+/// Returns the whole line if nothing is left on it without the span.
+RtiFedSpan withEmptyLine(RtiFedSpan span, std::string_view text) {
+    constexpr const char *kInLine = " \t\v\f";
+    const std::string_view before = text.substr(0, span.begin);
+    const std::size_t begin = before.find_last_not_of(kInLine) + 1;
+    const std::size_t end = std::min(text.find_first_not_of(kInLine, span.begin + span.length), text.size());
+    const bool beginsLine = begin == 0 || before[begin - 1] == '\n' || before[begin - 1] == '\r';
+    if (span.length == 0 || !beginsLine || end == text.size() || (text[end] != '\n' && text[end] != '\r'))
+        return span;
+    return spanOf(begin, end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
+}
+
 /// `(space Sea)` in place of `Sea`.
 void fixSpaceClause(Finding &finding, std::string_view text) {
     std::size_t begin = finding.span->begin;
@@ -173,7 +185,7 @@ std::string joinedDeliveryWord(std::string_view first, std::string_view second) 
 Finding findingOf(RtiFedParser::Error error, std::string_view text) {
     Finding finding{&ruleOf(error.problem), error.span, std::move(error.text), {}, std::move(error.notes)};
     if (error.correction)
-        finding.fix = {{{error.correction->span, std::move(error.correction->text)}}};
+        finding.fix = {{{withEmptyLine(error.correction->span, text), std::move(error.correction->text)}}};
     switch (error.problem) {
     case RtiFedParser::expectedClose:
         explainClassWithDelivery(finding, text);

@@ -1,4 +1,5 @@
 #include "infrastructure/RtiFedLimits.hh"
+#include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/OutputFile.hh"
 #include "tool/model/ClassTrees.hh"
@@ -62,24 +63,19 @@ constexpr const char *kAfterInteractions = R"(    )
 )
 )";
 
-/// Returns the name as a word of a FED text, in quotes only if it needs them. The parser decides what it needs.
-std::string asWord(const std::string &name) {
+/// Returns the name as a word of a FED text. The parser decides whether it is one.
+std::string wordFor(const std::string &name) {
     if (name.empty())
         throw CannotWork("the name of the federation is empty");
     if (name.size() > kMaxNameLength)
         throw CannotWork("the name of the federation has " + std::to_string(name.size()) + " bytes; at most " +
                          std::to_string(kMaxNameLength) + " are possible");
-    const auto isOne = [](RtiFedPiece::Kind kind, const std::string &word) {
-        const RtiFedPiece piece = RtiFedParser('(' + word + ')').pieceAt(1);
-        return piece.kind == kind && piece.span.length == word.size();
-    };
-    if (isOne(RtiFedPiece::Kind::word, name))
-        return name;
-    std::string quoted = '"' + name + '"';
-    if (!isOne(RtiFedPiece::Kind::quotedWord, quoted))
+    std::string word = asWord(name);
+    const RtiFedPiece piece = RtiFedParser('(' + word + ')').pieceAt(1);
+    if (!SyntaxTree::isWord(piece.kind) || piece.span.length != word.size())
         throw CannotWork("a name in a FED file can contain neither quotes nor line ends, found '" +
                          shown(name, kNameLimit) + '\'');
-    return quoted;
+    return word;
 }
 
 /// Returns the MOM of a tree, after the user's classes so that these are the first that a reader sees.
@@ -90,7 +86,7 @@ std::string momOf(const TreeKind &tree) {
 
 std::string newText(const NewOptions &options) {
     const std::string text = (options.withMom ? kAboutWithMom : kAboutWithoutMom) +
-                             (kBeforeName + asWord(options.name)) + kAfterName +
+                             (kBeforeName + wordFor(options.name)) + kAfterName +
                              (options.withMom ? momOf(kObjectTree) : "") + kAfterObjects +
                              (options.withMom ? momOf(kInteractionTree) : "") + kAfterInteractions;
     const RtiFedParser parser(text);

@@ -3,8 +3,7 @@
 #include "tool/control/Decision.hh"
 
 #include <algorithm>
-#include <set>
-#include <tuple>
+#include <functional>
 
 namespace {
 
@@ -15,6 +14,37 @@ CheckedFile checked(const std::string &name, const std::string &text, const Sett
     decide(file, settings, nullptr);
     return file;
 }
+
+/// Notices when fixes undo each other, so that the rounds go in a circle.
+///
+/// The idea: texts that return are known by their hashes. Of the texts of a circle, the one with the least hash is the
+/// result, from wherever the circle is entered, so that another run gives the same. The fixes that led round the circle
+/// are forgotten.
+class Course {
+public:
+    /// Returns whether to make another round of fixes of this text.
+    bool goesOn(const std::string &text, std::vector<MadeFix> &made) {
+        const Stop stop{std::hash<std::string>()(text), made.size()};
+        const auto sameText = [&stop](const Stop &other) { return other.hash == stop.hash; };
+        const auto before = std::find_if(_stops.begin(), _stops.end(), sameText);
+        if (before == _stops.end()) {
+            _stops.push_back(stop);
+            return true;
+        }
+        const auto least =
+            std::min_element(before, _stops.end(), [](const Stop &a, const Stop &b) { return a.hash < b.hash; });
+        if (least->hash != stop.hash)
+            return true; // round again, up to that one
+        made.erase(made.begin() + static_cast<std::ptrdiff_t>(least->numMade), made.end());
+        return false;
+    }
+
+private:
+    struct Stop {
+        std::size_t hash, numMade;
+    };
+    std::vector<Stop> _stops; // the texts so far
+};
 
 } // namespace
 
@@ -29,18 +59,16 @@ FixedText withFixes(const Input &input, const Settings &settings, const FixSelec
     std::vector<MadeFix> made;
     CheckedFile file = checked(input.name, text.text(), settings);
     const RtiFedParser original(input.contents); // for places
-    std::set<std::tuple<const Rule *, std::uint32_t, std::string>> known;
-    for (int round = 0; round < kMostRounds; ++round) {
+    Course course;
+    for (int round = 0; round < kMostRounds && course.goesOn(text.text(), made); ++round) {
         const std::size_t before = made.size();
         for (const Finding &finding : file.findings) {
             if (!selection.takes(finding))
                 continue;
             const std::uint32_t place = text.originalOffset(finding.span->begin);
             std::string what = finding.fix.description(text.text());
-            if (known.count({finding.rule, place, what}) > 0 || !text.add(finding.fix.edits))
-                continue;
-            known.emplace(finding.rule, place, what);
-            made.push_back({finding.rule, original.positionAt(place), finding.fix.isSafe, std::move(what)});
+            if (text.add(finding.fix.edits))
+                made.push_back({finding.rule, original.positionAt(place), finding.fix.isSafe, std::move(what)});
         }
         if (made.size() == before)
             break;

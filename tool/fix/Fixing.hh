@@ -35,6 +35,6 @@ struct FixedText {
 ///
 /// The idea: check the text, make all fixes at once that do not touch each other, and begin again, until there is
 /// nothing to do. So each fix is judged in the text in which it is made: one that a syntax error hid comes in a later
-/// round, and one that an earlier fix made needless does not come at all. No fix is made twice
-/// at one place, in case it did not help; after fifty rounds, what is left is for another run.
+/// round, and one that an earlier fix made needless does not come at all. Fixes that undo each other come to an end
+/// too; after fifty rounds, what is left is for another run.
 FixedText withFixes(const Input &input, const Settings &settings, const FixSelection &selection);

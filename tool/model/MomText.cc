@@ -45,8 +45,10 @@ std::string rootClass(const TreeKind &tree) {
     return text;
 }
 
-std::string momMember(const TreeKind &tree, const std::string &name) {
-    const std::string usual = name == "Federatestate" ? "FederateState" : name; // as models spell it; the case is free
+std::string momMember(const TreeKind &tree, const std::string &name, std::size_t width) {
+    std::string usual = name == "Federatestate" ? "FederateState" : name; // as models spell it; the case is free
+    if (tree.membersHaveProperties)
+        usual.resize(std::max(width, usual.size()), ' ');
     return tree.membersHaveProperties ? "(attribute " + usual + kDelivery + ')' : "(parameter " + usual + ')';
 }
 
@@ -78,8 +80,11 @@ std::string momClass(const TreeKind &tree, const std::string &className) {
         }
         append(text, depth, head);
         open = depth + 1;
+        std::size_t width = 0;
         for (const std::string &member : all[i].members)
-            append(text, open, momMember(tree, member));
+            width = std::max(width, member.size());
+        for (const std::string &member : all[i].members)
+            append(text, open, momMember(tree, member, width));
     }
     closeTo(0);
     return text;

@@ -2,6 +2,7 @@
 
 #include "tool/model/TreeKind.hh"
 
+#include <cstddef>
 #include <string>
 
 /// The clauses that declare the Management Object Model (MOM), in the canonical layout: LF, two blanks a level, no
@@ -14,5 +15,5 @@ std::string momClass(const TreeKind &tree, const std::string &className);
 /// Returns the clause of the root of a tree with all that every model has in it.
 std::string rootClass(const TreeKind &tree);
 
-/// Returns the clause of an attribute or parameter that the MOM requires.
-std::string momMember(const TreeKind &tree, const std::string &name);
+/// Returns the clause of an attribute or parameter that the MOM requires. `width` is that of the column of names.
+std::string momMember(const TreeKind &tree, const std::string &name, std::size_t width = 0);

@@ -6,6 +6,17 @@ namespace {
 
 using Kind = SyntaxTree::Kind;
 
+/// Returns a line with one blank for several ones between its words.
+std::string withoutColumns(std::string_view line) {
+    if (line.find('"') != std::string_view::npos) // blanks of a name are not between words
+        return std::string(line);
+    std::string result;
+    for (const char c : line)
+        if (c != ' ' || result.empty() || result.back() != ' ')
+            result += c;
+    return result;
+}
+
 constexpr std::size_t kCanonicalIndentation = 2;
 
 } // namespace
@@ -197,7 +208,8 @@ std::string SyntaxEdits::asInText(std::string_view text, std::string_view indent
             result += indentation;
         for (std::size_t level = 0; level < blanks / kCanonicalIndentation && blanks < line.size(); ++level)
             result += _style.indentation;
-        result += withKeyword(line.substr(blanks));
+        result +=
+            withKeyword(_style.hasColumns ? std::string(line.substr(blanks)) : withoutColumns(line.substr(blanks)));
     }
     return result;
 }

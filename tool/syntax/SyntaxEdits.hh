@@ -38,8 +38,8 @@ public:
     /// Moves what is in a clause, comments included, after what is in another one, and removes the clause.
     void moveContents(Index from, Index to);
 
-    /// Inserts the ")" of a clause at an offset; directly after the ")" of a clause in it that begins a line, it begins a
-    /// line too.
+    /// Inserts the ")" of a clause at an offset; directly after the ")" of a clause in it that begins a line, it begins
+    /// a line too.
     void insertClose(Index clause, std::uint32_t offset);
     /// Appends a line to the text.
     void appendLine(std::string_view line);

@@ -32,6 +32,23 @@ bool mostCloseOnOwnLine(const SyntaxTree &tree) {
     return surplus >= 0;
 }
 
+/// Names of equal length show nothing.
+bool mostAreInColumns(const SyntaxTree &tree) {
+    long surplus = 0;
+    std::size_t lastName = 0, lastColumn = 0; // of the clause before, if it is an attribute
+    for (Index i = 0; i < tree.clauses().size(); ++i) {
+        const std::vector<Index> words = tree.words(i);
+        const bool isAttribute = words.size() > 2 && tree.keyword(i) == "attribute";
+        const std::size_t name = isAttribute ? tree.bytes(words[1]).size() : 0;
+        const std::size_t column = isAttribute ? tree.begin(words[2]) - tree.begin(words[1]) : 0;
+        if (isAttribute && lastName > 0 && name != lastName)
+            surplus += column == lastColumn ? 1 : -1;
+        lastName = name;
+        lastColumn = column;
+    }
+    return surplus >= 0;
+}
+
 std::map<std::string, std::string, std::less<>> unusualKeywords(const SyntaxTree &tree) {
     std::map<std::string, std::string, std::less<>> spellings;
     for (Index i = 0; i < tree.clauses().size(); ++i)
@@ -46,7 +63,8 @@ std::map<std::string, std::string, std::less<>> unusualKeywords(const SyntaxTree
 } // namespace
 
 TextStyle styleOf(const SyntaxTree &tree) {
-    return {std::string(lineEndOf(tree)), usualIndentation(tree), mostCloseOnOwnLine(tree), unusualKeywords(tree)};
+    return {std::string(lineEndOf(tree)), usualIndentation(tree), mostCloseOnOwnLine(tree), mostAreInColumns(tree),
+            unusualKeywords(tree)};
 }
 
 std::string_view lineEndOf(const SyntaxTree &tree) {

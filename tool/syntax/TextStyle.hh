@@ -13,6 +13,7 @@ struct TextStyle {
     std::string lineEnd;     ///< The most frequent one; LF if there is none.
     std::string indentation; ///< The most frequent difference between a clause and the clause around it.
     bool closesOnOwnLine;    ///< Whether most ")" of clauses with clauses in them begin a line.
+    bool hasColumns;         ///< Whether most attributes have their transportation below that of the one before.
     /// How the text first spells a keyword, by its usual spelling; only where they differ.
     std::map<std::string, std::string, std::less<>> keywords;
 };

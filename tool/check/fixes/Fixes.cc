@@ -52,7 +52,7 @@ private:
         if (is(RtiFedParser::secondClause))
             return joinRepeated(finding);
         if (is(RtiFedParser::leftOpen))
-            return closeText(finding);
+            return _tree.clauseAt(finding.span->begin) == 0 ? closeText(finding) : closeMember(finding);
         if (is(RtiFedParser::trailingText))
             return removeLastClose(finding);
         if (_file.text->parser().numErrors() > 0)
@@ -83,8 +83,9 @@ private:
 
     /// The first declaration stays, so nothing is taken away if the later one says the same.
     Fix removeRepeated(const Finding &finding) {
-        const Index clause = _tree.clauseAt(finding.span->begin);
-        const Index first = _tree.clauseAt(finding.notes.front().span.begin);
+        const Index clause = declaring(*finding.span), first = declaring(finding.notes.front().span);
+        if (clause == SyntaxTree::kNone || first == SyntaxTree::kNone)
+            return {};
         const bool isSame = meaningsIn(clause) == meaningsIn(first) && _tree.keyword(clause) != "dimension";
         _edits.removeClause(clause);
         const std::string what = std::string(_tree.keyword(clause)) + ' ' + inQuotes(nameOf(finding));
@@ -96,10 +97,15 @@ private:
         return {{}, true, "add what is missing of the MOM"};
     }
 
-    /// A federation that has no name gets that of the file.
+    /// A federation that has no name gets that of the file. In a text with other errors, the clause may be there, or
+    /// the place where it is added may be in another clause.
     Fix addMissingClause() {
         if (!isBalanced())
             return {};
+        const RtiFedParser &parser = _file.text->parser();
+        for (std::size_t i = 0; i < parser.numErrors(); ++i)
+            if (parser.error(i).problem != RtiFedParser::missingClause)
+                return {};
         const std::string name = std::filesystem::path(_file.name).stem().string();
         const Index federation = childOf(0, "Federation");
         if (federation != SyntaxTree::kNone) {
@@ -117,8 +123,10 @@ private:
     Fix joinRepeated(const Finding &finding) {
         if (!isBalanced())
             return {};
-        const Index second = _tree.clauseAt(finding.span->begin);
-        const Index first = _tree.clauseAt(finding.notes.front().span.begin);
+        const Index second = beginningAt(finding.span->begin);
+        const Index first = beginningAt(finding.notes.front().span.begin);
+        if (second == SyntaxTree::kNone || first == SyntaxTree::kNone)
+            return {};
         const std::string keyword(_tree.keyword(second));
         if (_tree.keyword(first) != keyword || _tree.clauses()[first].parent != 0 ||
             _tree.clauses()[second].parent != 0)
@@ -144,6 +152,20 @@ private:
         return {{}, false, "add a \")\" at the end"};
     }
 
+    /// All words of a clause are there, but another clause begins before its ")".
+    Fix closeMember(const Finding &finding) {
+        const Index clause = beginningAt(finding.span->begin);
+        if (clause == SyntaxTree::kNone || !_tree.hasClauses(clause) || _tree.keyword(clause + 1) == "sec_level")
+            return {};
+        const std::string_view keyword = _tree.keyword(clause);
+        const std::vector<Index> words = _tree.words(clause);
+        const bool isMember = keyword == "parameter" || keyword == "dimension";
+        if (!(isMember && words.size() == 2) && !(keyword == "attribute" && words.size() >= 4 && words.size() <= 5))
+            return {};
+        _edits.replace({_tree.end(words.back()), 0}, ")");
+        return {{}, false, "add a \")\" after " + inQuotes(_tree.bytes(words.back()))};
+    }
+
     /// Nothing but ")" follows the end of FED.
     Fix removeLastClose(const Finding &finding) {
         Index close = SyntaxTree::kNone;
@@ -159,12 +181,17 @@ private:
     }
 
     Fix removeSpace(const Finding &finding) {
-        _edits.removeClause(_tree.clauseAt(finding.span->begin));
+        const Index space = declaring(*finding.span);
+        if (space == SyntaxTree::kNone)
+            return {};
+        _edits.removeClause(space);
         return {{}, false, "remove the space " + inQuotes(nameOf(finding))};
     }
 
     Fix addToRoot(const Finding &finding, const std::string &clause) {
-        const Index root = _tree.clauseAt(finding.span->begin);
+        const Index root = declaring(*finding.span);
+        if (root == SyntaxTree::kNone)
+            return {};
         Index last = SyntaxTree::kNone; // of the members, which come before the classes
         const auto &clauses = _tree.clauses();
         for (Index child = root + 1; child < clauses[root].end && _tree.keyword(child) != "class";
@@ -180,10 +207,25 @@ private:
     /// The transportation and ordering of a root; nothing if it is an object class.
     std::string deliveryOfRoot(const Finding &finding) const {
         std::string delivery;
-        const std::vector<Index> words = _tree.words(_tree.clauseAt(finding.span->begin));
+        const Index root = declaring(*finding.span);
+        const std::vector<Index> words = root == SyntaxTree::kNone ? std::vector<Index>() : _tree.words(root);
         for (std::size_t i = 2; i < std::min<std::size_t>(words.size(), 4); ++i)
             delivery += ' ' + std::string(_tree.bytes(words[i]));
         return delivery;
+    }
+
+    /// Returns the clause that begins at an offset, or kNone: the parser repairs clauses that the tree does not have.
+    Index beginningAt(std::uint32_t offset) const {
+        const Index clause = _tree.clauseAt(offset);
+        return clause != SyntaxTree::kNone && _tree.begin(_tree.clauses()[clause].open) == offset ? clause
+                                                                                                  : SyntaxTree::kNone;
+    }
+
+    /// Returns the clause that has this name, or kNone.
+    Index declaring(RtiFedSpan name) const {
+        const Index clause = _tree.clauseAt(name.begin);
+        const std::vector<Index> words = clause == SyntaxTree::kNone ? std::vector<Index>() : _tree.words(clause);
+        return words.size() > 1 && _tree.begin(words[1]) == name.begin ? clause : SyntaxTree::kNone;
     }
 
     std::string_view nameOf(const Finding &finding) const { return _file.text->declarations().wordAt(*finding.span); }

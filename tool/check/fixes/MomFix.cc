@@ -62,13 +62,13 @@ private:
         const Index clause = _text.tree().clauseAt(placeOf(match));
         if (match.how != How::missing) {
             for (const std::string &member : match.missingMembers)
-                addMember(clause, momMember(Tree::kind, member));
+                addMember(clause, member);
         } else if (match.owner->how != How::missing) { // else it comes with its superclass
             _edits.insertInto(clause, momClass(Tree::kind, match.required->className));
         }
     }
 
-    /// Adds a member after the last one of its class.
+    /// Adds a member after the last one of its class, and in its column.
     void addMember(Index clause, const std::string &member) {
         const auto &clauses = _text.tree().clauses();
         Index last = SyntaxTree::kNone;
@@ -76,9 +76,11 @@ private:
             if (_text.tree().keyword(child) == kMember)
                 last = child;
         if (last == SyntaxTree::kNone)
-            _edits.insertFirst(clause, member);
-        else
-            _edits.insertAfter(last, member);
+            return _edits.insertFirst(clause, momMember(Tree::kind, member));
+        const std::vector<Index> words = _text.tree().words(last);
+        const std::size_t width =
+            words.size() > 2 ? _text.tree().begin(words[2]) - _text.tree().begin(words[1]) - 1 : 0;
+        _edits.insertAfter(last, momMember(Tree::kind, member, width <= kNameLimit ? width : 0));
     }
 
     const Checker &_text;
