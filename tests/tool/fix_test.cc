@@ -1,0 +1,223 @@
+// Fixes of texts that are broken in a known way. tests/data/fix.txt has whole sessions.
+
+#include "fuzz/Fix.hh"
+#include "tests/Support.hh"
+
+#include <functional>
+#include <random>
+#include <regex>
+
+namespace {
+
+using Index = SyntaxTree::Index;
+using Edit = std::function<void(SyntaxEdits &)>;
+using Accept = std::function<bool(Index)>;
+
+/// A text to break at random places. What cannot be broken in some way gives an empty text.
+class Breakable {
+public:
+    Breakable(const std::string &text, unsigned seed) : _parser(text), _tree(_parser), _random(seed) {}
+
+    std::string text() const { return std::string(_tree.text()); }
+    const SyntaxTree &tree() const { return _tree; }
+    const SyntaxTree::Clause &at(Index clause) const { return _tree.clauses()[clause]; }
+    std::string textOf(Index clause) const {
+        return text().substr(_tree.span(clause).begin, _tree.span(clause).length);
+    }
+    std::string word(Index clause, std::size_t n) const {
+        const std::vector<Index> words = clause == SyntaxTree::kNone ? std::vector<Index>() : _tree.words(clause);
+        return n < words.size() ? std::string(_tree.bytes(words[n])) : std::string();
+    }
+    bool isMember(Index clause) const { return word(clause, 0) == "attribute" || word(clause, 0) == "parameter"; }
+
+    Index any(const Accept &accepts) {
+        std::vector<Index> found;
+        for (Index clause = 0; clause < _tree.clauses().size(); ++clause)
+            if (accepts(clause))
+                found.push_back(clause);
+        return found.empty() ? SyntaxTree::kNone : found[_random() % found.size()];
+    }
+    Index any(std::size_t n, const std::string &name) {
+        return any([&](Index each) { return word(each, n) == name; });
+    }
+
+    /// With other words n of a clause; `change` gets the old one.
+    std::string withWord(Index clause, std::size_t n, const std::function<std::string(std::string)> &change) const {
+        return edited(clause,
+                      [&](SyntaxEdits &edits) { edits.replaceToken(_tree.words(clause)[n], change(word(clause, n))); });
+    }
+    std::string without(Index clause) const {
+        return edited(clause, [clause](SyntaxEdits &edits) { edits.removeClause(clause); });
+    }
+    std::string edited(Index clause, const Edit &edit) const {
+        if (clause == SyntaxTree::kNone)
+            return "";
+        SyntaxEdits edits(_tree);
+        edit(edits);
+        return edits.text();
+    }
+
+private:
+    const RtiFedParser _parser;
+    const SyntaxTree _tree;
+    std::mt19937 _random;
+};
+
+/// A way to break a text, and the rule whose fix repairs it.
+struct Break {
+    const char *rule;
+    bool isUnsafe; ///< Whether the fix is.
+    std::function<std::string(Breakable &)> make;
+};
+
+std::string misspelt(std::string word) {
+    return word.erase(word.size() / 2, 1);
+}
+
+/// Misspells word n of a clause that has it, if it is longer than three letters.
+Break misspell(const char *rule, std::size_t n, const std::function<bool(const Breakable &, Index)> &accepts) {
+    return {rule, false, [n, accepts](Breakable &text) {
+                return text.withWord(
+                    text.any([&](Index each) { return text.word(each, n).size() > 4 && accepts(text, each); }), n,
+                    misspelt);
+            }};
+}
+
+bool isAny(const Breakable &, Index) {
+    return true;
+}
+
+bool hasDelivery(const Breakable &text, Index clause) {
+    return !text.word(clause, 3).empty();
+}
+
+bool isInMom(const Breakable &text, Index clause) {
+    for (clause = text.at(clause).parent; clause != SyntaxTree::kNone; clause = text.at(clause).parent)
+        if (text.word(clause, 1) == "Manager")
+            return true;
+    return false;
+}
+
+const Break kBreaks[] = {
+    misspell("unexpected-clause", 0, isAny),
+    misspell("unknown-transportation", 2, hasDelivery),
+    misspell("unknown-ordering", 3, hasDelivery),
+    misspell("unknown-space", 4, isAny),
+    misspell("mom-incomplete", 1, isInMom),
+    {"mom-incomplete", false, // the last one in its class, where it is added
+     [](Breakable &text) {
+         return text.without(text.any([&](Index each) {
+             return isInMom(text, each) && text.at(text.at(each).parent).end == text.at(each).end &&
+                    text.textOf(each).find("Supervision") == std::string::npos;
+         }));
+     }},
+    {"misspelt-root", false,
+     [](Breakable &text) {
+         const Index root = text.any([&](Index each) { return text.word(each, 1).find("Root") != std::string::npos; });
+         return text.withWord(root, 1, [](const std::string &name) { return "HLA" + name; });
+     }},
+    {"swapped-words", false,
+     [](Breakable &text) {
+         const Index attribute = text.any(0, "attribute");
+         return text.edited(attribute, [&](SyntaxEdits &edits) {
+             for (const std::size_t n : {2, 3})
+                 edits.replaceToken(text.tree().words(attribute)[n], text.word(attribute, 5 - n));
+         });
+     }},
+    {"shifted-words", false,
+     [](Breakable &text) {
+         return text.withWord(text.any(2, "best_effort"), 2, [](const std::string &) { return "best effort"; });
+     }},
+    {"repeated-member", false,
+     [](Breakable &text) {
+         const Index member = text.any([&](Index each) { return text.isMember(each); });
+         return text.edited(member, [&](SyntaxEdits &edits) { edits.insertAfter(member, text.textOf(member)); });
+     }},
+    {"inherited-member", false,
+     [](Breakable &text) {
+         const Index below = text.any([&](Index each) {
+             return text.word(each, 0) == "class" && text.tree().hasClauses(each) &&
+                    text.isMember(text.at(each).parent + 1);
+         });
+         return text.edited(
+             below, [&](SyntaxEdits &edits) { edits.insertFirst(below, text.textOf(text.at(below).parent + 1)); });
+     }},
+    {"missing-clause", false, [](Breakable &text) { return text.without(text.any(0, "FEDversion")); }},
+    {"repeated-clause", false,
+     [](Breakable &text) {
+         const Index version = text.any(0, "FEDversion");
+         return text.edited(version, [&](SyntaxEdits &edits) { edits.insertAfter(version, text.textOf(version)); });
+     }},
+    {"foreign-comment", false,
+     [](Breakable &text) { // all of them, as an author would
+         const std::string broken = std::regex_replace(text.text(), std::regex(" ; "), " // ");
+         return broken == text.text() ? "" : broken;
+     }},
+    {"foreign-blank", false,
+     [](Breakable &text) {
+         const Index clause = text.any(0, "class");
+         return text.edited(
+             clause, [&](SyntaxEdits &edits) { edits.replaceToken(text.tree().words(clause)[0] + 1, "\u00A0"); });
+     }},
+    {"unused-suppression", false,
+     [](Breakable &text) {
+         const Index clause = text.any(0, "class");
+         if (clause == SyntaxTree::kNone)
+             return std::string();
+         const std::size_t begin = text.tree().span(clause).begin, line = text.text().rfind('\n', begin) + 1;
+         return text.text().insert(line, text.text().substr(line, begin - line) +
+                                             ";; rtifed: allow unknown-ordering because\n");
+     }},
+    {"unclosed-clause", true, [](Breakable &text) { return text.text().substr(0, text.text().size() - 2); }},
+    {"unclosed-clause", true,
+     [](Breakable &text) {
+         const Index leaf = text.any([&](Index each) { return text.isMember(each); });
+         return text.edited(leaf, [&](SyntaxEdits &edits) { edits.removeToken(text.at(leaf).close); });
+     }},
+    {"text-behind-end", true, [](Breakable &text) { return text.text() + ")\n"; }},
+    {"unused-space", true,
+     [](Breakable &text) {
+         const Index spaces = text.any(0, "spaces");
+         return text.edited(
+             spaces, [spaces](SyntaxEdits &edits) { edits.insertInto(spaces, "(space Unused\n  (dimension x)\n)"); });
+     }},
+    {"no-privilege-to-delete", true, [](Breakable &text) { return text.without(text.any(1, "privilegeToDelete")); }},
+    {"no-rtiprivate", true, [](Breakable &text) { return text.without(text.any(1, "RTIprivate")); }},
+    {"letter-case", true,
+     [](Breakable &text) {
+         const Index user = text.any([&](Index each) { return !text.word(each, 4).empty(); });
+         return text.withWord(user, 4, [](const std::string &name) { return RtiStringUtility::toupper(name); });
+     }},
+};
+
+} // namespace
+
+TEST(Fix, RepairsWhatIsBrokenInOneWay) {
+    for (const Break &each : kBreaks) {
+        std::size_t numBroken = 0;
+        for (const char *const name : {"harbour.fed", "minimal.fed"})
+            for (unsigned seed = 0; seed < 8; ++seed) {
+                Breakable text(example(name), seed);
+                const std::string broken = each.make(text);
+                if (broken.empty())
+                    continue;
+                ++numBroken;
+                EXPECT_EQ(withFixes({name, broken}, {}, {each.isUnsafe}).text.text(), text.text())
+                    << each.rule << ' ' << name;
+            }
+        EXPECT_GE(numBroken, 8U) << each.rule;
+    }
+}
+
+TEST(Fix, KeepsWhatLoadsAndComesToAnEnd) {
+    std::mt19937 random(5);
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        std::string text = example(seed % 2 ? "harbour.fed" : "tolerances.fed");
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(faultOfFixes(text, {seed % 4 < 2}), "");
+            Breakable breakable(text, seed);
+            const std::string broken = kBreaks[random() % std::size(kBreaks)].make(breakable);
+            text = broken.empty() ? text : broken;
+        }
+    }
+}
