@@ -48,7 +48,7 @@ private:
     Fix planFor(const Finding &finding) {
         const auto is = [&finding](auto id) { return finding.rule == &ruleOf(id); };
         if (is(RtiFedParser::missingClause))
-            return addMissingClause();
+            return addMissingClause(finding);
         if (is(RtiFedParser::secondClause))
             return joinRepeated(finding);
         if (is(RtiFedParser::leftOpen))
@@ -99,7 +99,7 @@ private:
 
     /// A federation that has no name gets that of the file. In a text with other errors, the clause may be there, or
     /// the place where it is added may be in another clause.
-    Fix addMissingClause() {
+    Fix addMissingClause(const Finding &finding) {
         if (!isBalanced())
             return {};
         const RtiFedParser &parser = _file.text->parser();
@@ -108,7 +108,9 @@ private:
                 return {};
         const std::string name = std::filesystem::path(_file.name).stem().string();
         const Index federation = childOf(0, "Federation");
-        if (federation != SyntaxTree::kNone) {
+        if (finding.text.find("\"FEDversion\"") != std::string::npos) {
+            if (federation == SyntaxTree::kNone) // it is added first
+                return {};
             _edits.insertAfter(federation, "(FEDversion v1.3)");
             return {{}, true, "add (FEDversion v1.3)"};
         }
