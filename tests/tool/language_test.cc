@@ -286,7 +286,7 @@ TEST(Language, CompletesByThePlace) {
     EXPECT_EQ(snippet("(objects (class C (a^\n (class D)", 1), "class ${1:Name}\n  $0\n)");
     EXPECT_EQ(snippet("(spaces ^", 0), "(space ${1:Name}\n  $0\n)");
     EXPECT_EQ(snippet("(objects (class ObjectRoot (class Manager (class Federate) ^))", 3).substr(0, 58),
-              "(class Federation\n  (attribute FederationName reliable rec");
+              "(class Federation\n  (attribute FederationName        relia");
 }
 
 TEST(Language, RenamesOrSaysWhyNot) {
