@@ -71,6 +71,8 @@ Client Client::of(const Params &params) {
     client.codeDescriptions = can(capabilities, {"textDocument", "publishDiagnostics", "codeDescriptionSupport"});
     client.versionedEdits = can(capabilities, {"workspace", "workspaceEdit", "documentChanges"});
     client.codeActionLiterals = can(capabilities, {"textDocument", "codeAction", "codeActionLiteralSupport"});
+    client.resolvesCodeActions =
+        lists(capabilities, {"textDocument", "codeAction", "resolveSupport", "properties"}, "edit");
     client.snippets = can(capabilities, {"textDocument", "completion", "completionItem", "snippetSupport"});
     client.markdown = lists(capabilities, {"textDocument", "hover", "contentFormat"}, "markdown");
     client.nestedSymbols = can(capabilities, {"textDocument", "documentSymbol", "hierarchicalDocumentSymbolSupport"});

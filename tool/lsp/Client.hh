@@ -26,6 +26,7 @@ struct Client {
     bool codeDescriptions = false;     ///< Diagnostics may have a link to their rule.
     bool versionedEdits = false;       ///< Edits may name the version of the text that they are for.
     bool codeActionLiterals = false;   ///< Code actions may have edits; if not, they are not offered.
+    bool resolvesCodeActions = false;  ///< It asks for the edit of a code action once that is wanted.
     bool snippets = false;             ///< What completion inserts may have places to fill in.
     bool markdown = false;             ///< Hover and the like may have markup.
     bool nestedSymbols = false;        ///< Symbols of a document may be a tree.

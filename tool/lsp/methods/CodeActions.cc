@@ -1,6 +1,6 @@
-#include "infrastructure/RtiStringUtility.hh"
 #include "tool/console/Text.hh"
 #include "tool/control/AllowComments.hh"
+#include "tool/fix/Fixing.hh"
 #include "tool/lsp/TextEdits.hh"
 #include "tool/lsp/methods/Diagnostics.hh"
 #include "tool/lsp/methods/Methods.hh"
@@ -11,6 +11,19 @@ namespace {
 
 /// The reason in a comment that allows a rule, which the author shall replace.
 constexpr const char *kReason = "TODO: say why";
+
+/// An action on the whole text.
+struct SourceAction {
+    const char *kind, *title;
+    FixSelection selection;
+};
+
+const SourceAction &sourceAction(const std::string &kind) {
+    static const SourceAction fixAll{"source.fixAll.rtifed", "Fix all that can be fixed safely", {}};
+    static const SourceAction addMom{
+        "source.addMom.rtifed", "Add what is missing of the MOM", {false, {&ruleOf(RuleId::momIncomplete)}}};
+    return kind == addMom.kind ? addMom : fixAll;
+}
 
 bool touches(RtiFedSpan a, RtiFedSpan b) {
     return a.begin <= b.begin + b.length && b.begin <= a.begin + a.length;
@@ -28,10 +41,10 @@ bool wants(const Params &params, const std::string &kind) {
     });
 }
 
-std::string titleOf(const OpenDocument &document, const Fix &fix) {
-    std::string title = fix.description(document.document().text());
-    title[0] = static_cast<char>(RtiStringUtility::toupper(title[0]));
-    return title;
+std::string capitalized(std::string text) {
+    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z')
+        text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    return text;
 }
 
 class Actions {
@@ -39,8 +52,10 @@ public:
     Actions(const Session &session, const OpenDocument &document) : _session(session), _document(document) {}
 
     void addFix(const Finding &finding) {
-        Json action = make(titleOf(_document, finding.fix), finding, finding.fix.edits);
-        action["isPreferred"] = finding.fix.isSafe;
+        const std::string title = capitalized(finding.fix.description(_document.document().text()));
+        Json action = make(title, finding, finding.fix.edits);
+        if (finding.fix.isSafe)
+            action["isPreferred"] = true;
         _actions.push_back(std::move(action));
     }
 
@@ -50,6 +65,30 @@ public:
             _actions.push_back(make("Allow " + std::string(finding.rule->id) + " here", finding,
                                     differences(_document.text().text(), allowed.text)));
     }
+
+    /// Adds an action on the whole text if it would do something. Its edit takes longer than a client asks for actions,
+    /// so one that can ask for it when it is wanted does.
+    void addSourceAction(const SourceAction &source) {
+        if (inputOf(_document).isImage())
+            return;
+        const std::vector<Finding> &findings = _document.document().findings();
+        if (std::none_of(findings.begin(), findings.end(),
+                         [&](const Finding &finding) { return source.selection.takes(finding); }))
+            return;
+        Json action = {{"title", source.title}, {"kind", source.kind}, {"data", {{"uri", _document.uri()}}}};
+        if (!_session.client.resolvesCodeActions)
+            action["edit"] = editOf(_session, _document, source);
+        _actions.push_back(std::move(action));
+    }
+
+    static Json editOf(const Session &session, const OpenDocument &document, const SourceAction &source) {
+        const Document &text = document.document();
+        const FixedText fixed = withFixes(inputOf(document), text.settings(), source.selection);
+        return workspaceEdit(session.client, document, differences(text.text(), fixed.text.text()));
+    }
+
+    /// The text as `rtifed fix` reads it. One that begins with a NUL byte would be a saved image there.
+    static Input inputOf(const OpenDocument &document) { return {document.path(), document.text().text()}; }
 
     Json actions() && { return std::move(_actions); }
 
@@ -72,14 +111,30 @@ Json codeActions(Session &session, const Params &params) {
     const OpenDocument &document = session.document(params);
     const RtiFedSpan range = document.span(params["range"]);
     Actions actions(session, document);
-    if (!wants(params, "quickfix"))
-        return Json::array();
-    for (const Finding &finding : document.document().findings()) {
-        if (finding.suppression || !touches(finding.span.value_or(RtiFedSpan()), range))
-            continue;
-        if (!finding.fix.empty())
-            actions.addFix(finding);
-        actions.addAllow(finding);
-    }
+    if (wants(params, "quickfix"))
+        for (const Finding &finding : document.document().findings()) {
+            if (finding.suppression || !touches(finding.span.value_or(RtiFedSpan()), range))
+                continue;
+            if (!finding.fix.empty())
+                actions.addFix(finding);
+            actions.addAllow(finding);
+        }
+    for (const char *kind : {"source.fixAll.rtifed", "source.addMom.rtifed"})
+        if (wants(params, kind))
+            actions.addSourceAction(sourceAction(kind));
     return std::move(actions).actions();
+}
+
+Json resolveCodeAction(Session &session, const Params &params) {
+    Json action(params.value());
+    if (const auto data = params.find("data")) {
+        const std::string uri = (*data)["uri"].string();
+        const OpenDocument *document = session.find(uri);
+        if (!document)
+            throw ProtocolError(ErrorCode::invalidParams, "the document " + inQuotes(uri, kTextLimit) + " is not open");
+        if (Actions::inputOf(*document).isImage())
+            throw ProtocolError(ErrorCode::requestFailed, "expected FED text, found a NUL byte");
+        action["edit"] = Actions::editOf(session, *document, sourceAction(params["kind"].string()));
+    }
+    return action;
 }

@@ -34,7 +34,9 @@ Json capabilitiesFor(const Client &client) {
                          {"documentOnTypeFormattingProvider", {{"firstTriggerCharacter", "\n"}}},
                          {"workspace", {{"workspaceFolders", {{"supported", true}, {"changeNotifications", true}}}}}};
     if (client.codeActionLiterals)
-        capabilities["codeActionProvider"] = {{"codeActionKinds", {"quickfix"}}};
+        capabilities["codeActionProvider"] = {
+            {"codeActionKinds", {"quickfix", "source.fixAll.rtifed", "source.addMom.rtifed"}},
+            {"resolveProvider", true}};
     if (client.pullsDiagnostics)
         capabilities["diagnosticProvider"] = {{"identifier", "rtifed"},
                                               {"interFileDependencies", false},

@@ -24,6 +24,7 @@ constexpr Method kMethods[] = {
     {"textDocument/rangeFormatting", kRequest, formatRange},
     {"textDocument/onTypeFormatting", kRequest, formatNewLine},
     {"textDocument/codeAction", kRequest, codeActions},
+    {"codeAction/resolve", kRequest, resolveCodeAction},
     {"textDocument/documentSymbol", kRequest, symbolsOfText},
     {"textDocument/foldingRange", kRequest, foldText},
     {"textDocument/selectionRange", kRequest, selectText},

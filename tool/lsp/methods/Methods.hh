@@ -40,6 +40,7 @@ Json formatNewLine(Session &session, const Params &params);
 
 // CodeActions.cc
 Json codeActions(Session &session, const Params &params);
+Json resolveCodeAction(Session &session, const Params &params);
 
 // Structure.cc
 Json symbolsOfText(Session &session, const Params &params);
