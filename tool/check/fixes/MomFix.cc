@@ -43,8 +43,10 @@ private:
 
     /// The place that a finding about what is missing has.
     std::uint32_t placeOf(const Match &match) const {
-        const auto *const node = match.node ? match.node : match.existingOwner()->node;
-        const auto place = _text.declarations().span(node);
+        const Match *existing = &match;
+        while (!existing->node) // ends at the root, which the text has
+            existing = existing->owner;
+        const auto place = _text.declarations().span(existing->node);
         return place ? place->begin : 0;
     }
 
