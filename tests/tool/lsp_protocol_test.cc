@@ -1,0 +1,248 @@
+// The messages of the language server: how bytes become messages, and what is done about any value in them; and that
+// what it offers to do does what it says. tests/data/lsp.txt has recorded sessions.
+
+#include "tests/Support.hh"
+#include "tool/format/Format.hh"
+#include "tool/lsp/Server.hh"
+#include "tool/lsp/Uri.hh"
+
+#include <random>
+
+namespace {
+
+const std::string kUri = "file:///nowhere/a.fed";
+const std::string kRequest = R"({"id": 1, "method": "textDocument/)";
+
+/// What the server sends, without headers.
+std::vector<Received> messagesIn(const std::string &bytes) {
+    MessageReader reader;
+    reader.add(bytes);
+    std::vector<Received> messages;
+    while (const auto message = reader.next())
+        messages.push_back(Received::parse(message->body));
+    return messages;
+}
+
+class Exchange {
+public:
+    void add(const std::string &body) { _input += framed(body); }
+    void add(const Json &message) { add(textOfMessage(message)); }
+
+    void begin(const std::string &text, const Json &capabilities = Json::object()) {
+        add({{"id", 0}, {"method", "initialize"}, {"params", {{"capabilities", capabilities}}}});
+        add({{"method", "textDocument/didOpen"},
+             {"params", {{"textDocument", {{"uri", kUri}, {"version", 1}, {"text", text}}}}}});
+    }
+
+    /// Sends all in one piece, or in pieces of random sizes, each handled as far as it goes.
+    std::vector<Received> run(std::mt19937 *random = nullptr) {
+        std::string output;
+        Server server([&](const std::string &bytes) { output += bytes; });
+        for (std::size_t at = 0; at < _input.size();) {
+            const std::size_t size = random ? 1 + (*random)() % 40 : _input.size();
+            server.receive(std::string_view(_input).substr(at, size));
+            at += size;
+            while (random && server.handleNext())
+                continue;
+        }
+        while (server.handleNext() || server.handleIdle())
+            continue;
+        return messagesIn(output);
+    }
+
+private:
+    std::string _input;
+};
+
+/// The answer with this id.
+Received answerOf(const std::vector<Received> &messages, const Received &id) {
+    for (const Received &message : messages)
+        if (message.value("id", Received()) == id && !message.contains("method"))
+            return message;
+    return {};
+}
+
+int errorOf(const Received &answer) {
+    return answer.contains("error") ? answer["error"]["code"].get<int>() : 0;
+}
+
+/// The text after the edits of a document that a result has.
+std::string edited(const std::string &text, const Received &edits) {
+    PositionedText result(text, PositionEncoding::utf16);
+    std::vector<Received> ordered = edits;
+    const auto begin = [](const Received &edit) {
+        const Received &start = edit["range"]["start"];
+        return std::pair(start["line"].get<int>(), start["character"].get<int>());
+    };
+    std::sort(ordered.begin(), ordered.end(), [&](const auto &a, const auto &b) { return begin(a) > begin(b); });
+    for (const Received &edit : ordered) {
+        const auto offset = [&](const char *end) {
+            const Received &place = edit["range"][end];
+            return result.offsetAt({place["line"].get<std::uint32_t>(), place["character"].get<std::uint32_t>()});
+        };
+        result.replace(offset("start"), offset("end"), edit["newText"].get<std::string>());
+    }
+    return result.text();
+}
+
+} // namespace
+
+TEST(LspProtocol, ReadsMessagesInPiecesOfAnySize) {
+    std::mt19937 random(1);
+    Exchange exchange;
+    exchange.begin("(FED (Federation \xC3\xA4)");
+    for (int id = 1; id < 20; ++id)
+        exchange.add(
+            {{"id", id}, {"method", "textDocument/foldingRange"}, {"params", {{"textDocument", {{"uri", kUri}}}}}});
+    const std::vector<Received> whole = exchange.run();
+    ASSERT_EQ(whole.size(), 21U) << "an answer to each request, and diagnostics once";
+    for (int i = 0; i < 20; ++i) {
+        std::vector<Received> answers;
+        for (Received &message : exchange.run(&random))
+            if (message.contains("id")) // diagnostics are sent whenever nothing is to do
+                answers.push_back(std::move(message));
+        EXPECT_EQ(answers, std::vector<Received>(whole.begin(), whole.end() - 1));
+    }
+}
+
+TEST(LspProtocol, FindsTheNextMessageAfterOneThatIsTooLong) {
+    MessageReader reader;
+    reader.add("Content-Length: " + std::to_string(kMaxMessage + 1) + "\r\n\r\n");
+    EXPECT_NE(reader.next()->fault, "");
+    const std::string piece(std::size_t(1) << 20, 'x');
+    for (std::size_t size = 0; size < kMaxMessage; size += piece.size()) {
+        reader.add(piece);
+        ASSERT_FALSE(reader.next());
+    }
+    reader.add("x" + framed("{}"));
+    const auto message = reader.next();
+    ASSERT_TRUE(message);
+    EXPECT_EQ(message->body, "{}");
+}
+
+TEST(LspProtocol, CancelsRequestsThatWait) {
+    Exchange exchange;
+    exchange.begin("(FED)");
+    exchange.add(kRequest + R"(foldingRange", "params": {"textDocument": {"uri": ")" + kUri + "\"}}}");
+    exchange.add(
+        {{"id", "two"}, {"method", "textDocument/foldingRange"}, {"params", {{"textDocument", {{"uri", kUri}}}}}});
+    exchange.add({{"method", "$/cancelRequest"}, {"params", {{"id", "two"}}}});
+    exchange.add({{"method", "$/cancelRequest"}, {"params", {{"id", 77}}}});
+    const std::vector<Received> messages = exchange.run();
+    EXPECT_EQ(errorOf(answerOf(messages, 1)), 0);
+    EXPECT_EQ(errorOf(answerOf(messages, "two")), -32800);
+}
+
+TEST(LspProtocol, RefusesParametersOfAnyWrongKind) {
+    const Json wrong[] = {nullptr, 1, -1, 1.5, "x", true, Json::array(), Json::object(), Json::array({1}), 99999999999};
+    const Json place = {{"line", 0}, {"character", 0}};
+    const Json range = {{"start", place}, {"end", place}};
+    const Json params = {
+        {"textDocument", {{"uri", kUri}}},
+        {"position", place},
+        {"range", range},
+        {"positions", Json::array({place})},
+        {"newName", "New"},
+        {"ch", "\n"},
+        {"context", {{"diagnostics", Json::array()}, {"includeDeclaration", true}, {"only", {"quickfix"}}}}};
+    const char *const methods[] = {"hover",    "definition", "references",       "documentHighlight", "completion",
+                                   "rename",   "formatting", "onTypeFormatting", "rangeFormatting",   "codeAction",
+                                   "codeLens", "inlayHint",  "selectionRange",   "prepareRename",     "diagnostic"};
+    Exchange exchange;
+    exchange.begin("(FED (objects (class A)))");
+    int id = 0;
+    for (const char *method : methods)
+        for (const auto &[key, right] : params.items())
+            for (const Json &value : wrong) {
+                Json changed = params;
+                changed[key] = value;
+                exchange.add({{"id", ++id}, {"method", "textDocument/" + std::string(method)}, {"params", changed}});
+            }
+    const std::vector<Received> messages = exchange.run();
+    for (int each = 1; each <= id; ++each) {
+        const int error = errorOf(answerOf(messages, each));
+        EXPECT_TRUE(error == 0 || error == -32602 || error == -32803) << each << ": " << error;
+    }
+}
+
+TEST(LspProtocol, KeepsBytesThatAreNotUtf8) {
+    const std::string bytes = "a\xFF\xC3\xC0\x80\xED\xA0\x80\xF4\x90\x80\x80\xC3\xA4\xF4\x8F\xBF\xBFz";
+    const Received message = parseMessage('"' + bytes + '"');
+    const std::string valid = "\xC3\xA4 \xF0\x9F\x98\x80 \xF4\x8F\xBB\xBF";
+    EXPECT_EQ(withOriginalBytes(parseMessage('"' + valid + '"').get<std::string>()), valid);
+    for (int byte = 0x80; byte < 0x100; ++byte) {
+        const std::string one = "x" + std::string(1, static_cast<char>(byte)) + "y";
+        EXPECT_EQ(withOriginalBytes(parseMessage('"' + one + '"').get<std::string>()), one);
+    }
+    EXPECT_EQ(withOriginalBytes(message.get<std::string>()).substr(0, 14), bytes.substr(0, 14));
+}
+
+TEST(LspProtocol, RefusesMessagesThatWouldTakeMuchMemory) {
+    const std::string deep(65, '['), many(2000001, ',');
+    for (const std::string &body : {deep, "[" + many + "]", deep + std::string(65, ']')})
+        EXPECT_THROW(parseMessage(body), ProtocolError);
+    EXPECT_NO_THROW(parseMessage('"' + deep + many + R"(\"[[\\")")) << "in a string they are no values";
+}
+
+TEST(LspProtocol, NamesFilesByTheirUris) {
+    for (const std::string path : {"/a.fed", "/with blank/\xC3\xA4%20?#.fed", "/\xFF\n"})
+        EXPECT_EQ(pathOfUri(uriOfPath(path)), path);
+    EXPECT_EQ(pathOfUri("file://host/a%2fb"), "/a/b");
+    EXPECT_EQ(pathOfUri("FILE:/a%zz%4"), "/a%zz%4");
+    for (const char *uri : {"untitled:Untitled-1", "file:", "file://", "file:a", "file:///a%00b", "http:///a", ""})
+        EXPECT_EQ(pathOfUri(uri), std::nullopt) << uri;
+}
+
+/// Each action on a text with the mistakes of the recorded findings leaves the text without what it is about.
+TEST(LspProtocol, OffersActionsThatHelp) {
+    const Json capabilities = {{"textDocument", {{"codeAction", {{"codeActionLiteralSupport", Json::object()}}}}}};
+    const std::string example = readFile(RTIFED_EXAMPLES "/harbour.fed");
+    const Json all = {{"start", {{"line", 0}, {"character", 0}}}, {"end", {{"line", 9999}, {"character", 0}}}};
+    std::size_t numActions = 0;
+    for (const auto &[right, wrong] : {std::pair("best_effort", "best_efort"),
+                                       {"timestamp", "time_stamp"},
+                                       {"reliable receive", "receive reliable"},
+                                       {"(class RTIprivate)", ""}}) {
+        std::string text = example;
+        const std::size_t at = text.find(right);
+        ASSERT_NE(at, std::string::npos) << right;
+        text.replace(at, std::string(right).size(), wrong);
+        Exchange exchange;
+        exchange.begin(text, capabilities);
+        exchange.add({{"id", 1},
+                      {"method", "textDocument/codeAction"},
+                      {"params", {{"textDocument", {{"uri", kUri}}}, {"range", all}, {"context", Json::object()}}}});
+        const Received actions = answerOf(exchange.run(), 1)["result"];
+        for (const Received &action : actions) {
+            const std::string after = edited(text, action["edit"]["changes"][kUri]);
+            Exchange second;
+            second.begin(after);
+            const std::vector<Received> messages = second.run();
+            for (const Received &finding : action.value("diagnostics", Received::array()))
+                for (const Received &left : messages.back()["params"]["diagnostics"])
+                    EXPECT_NE(left["message"], finding["message"]) << action["title"];
+            ++numActions;
+        }
+    }
+    EXPECT_GE(numActions, 8U);
+}
+
+TEST(LspProtocol, FormatsAsTheProgramDoes) {
+    const std::string example = readFile(RTIFED_EXAMPLES "/harbour.fed");
+    std::mt19937 random(8);
+    for (int i = 0; i < 20; ++i) {
+        std::string text;
+        for (const char c : example)
+            if (c == '\n')
+                text += random() % 9 == 0 ? "  \r\n" : random() % 9 == 0 ? "\r\n\r\n" : "\r\n";
+            else
+                text += c == ' ' && random() % 20 == 0 ? "   " : std::string(1, c);
+        Exchange exchange;
+        exchange.begin(text);
+        exchange.add(
+            {{"id", 1}, {"method", "textDocument/formatting"}, {"params", {{"textDocument", {{"uri", kUri}}}}}});
+        const Received edits = answerOf(exchange.run(), 1)["result"];
+        const RtiFedParser parser(text);
+        EXPECT_EQ(edited(text, edits), formatted(SyntaxTree(parser)));
+    }
+}
