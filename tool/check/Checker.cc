@@ -486,6 +486,6 @@ Finding Checker::withSuggestion(Finding finding, const Suggestion &suggestion) c
     // A keyword that is not allowed here is often right, and its place wrong.
     const bool isMisplaced =
         finding.rule == &ruleOf(RtiFedParser::expectedClause) && !RtiFedParser::keyword(word).empty();
-    finding.fix = {{{*finding.span, asWord(meant)}}, suggestion.isOnly && !isMisplaced};
+    finding.fix = {{{*finding.span, asWord(meant)}}, suggestion.isSure && !isMisplaced};
     return finding;
 }

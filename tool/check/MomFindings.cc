@@ -79,7 +79,9 @@ private:
         report(RuleId::momIncomplete, *place,
                "the Management Object Model (MOM) has no " + noun + " " + inQuotes(lastComponent(record.getName())) +
                    didYouMean(meant));
-        findings.back().fix = {{{*place, meant}}, true};
+        // If it is not sure, the record may be the federation's own: what is missing is added then.
+        if (bestOf(lastComponent(record.getName()), {meant}).isSure)
+            findings.back().fix = {{{*place, meant}}, true};
     }
 
     void reportMisplaced(const Match &match) {

@@ -15,11 +15,14 @@
 /// product of their lengths, so that long words and very many candidates get no suggestion.
 std::string suggestionFor(std::string_view word, const std::vector<std::string> &candidates);
 
-/// A suggestion, and whether nothing else is similar to the misspelt word. Names that differ in letter case, and the
-/// two forms of a transportation or ordering, are one thing.
+/// A suggestion, and whether it is sure enough to be taken without asking.
+///
+/// The idea: a slip of the finger changes one letter, or swaps two. More changes, a changed digit, and any change of a
+/// very short word may make a word that means something else, as in `unreliable`. And nothing else may be similar;
+/// names that differ in letter case, and the two forms of a transportation or ordering, are one thing.
 struct Suggestion {
     std::string word; ///< Empty if there is none.
-    bool isOnly = false;
+    bool isSure = false;
 };
 Suggestion bestOf(std::string_view word, const std::vector<std::string> &candidates);
 

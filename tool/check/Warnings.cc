@@ -209,8 +209,14 @@ private:
         Finding &finding = warn(RuleId::noPrivilegeToDelete, *_text.declarations().span(root),
                                 "\"ObjectRoot\" has no attribute \"privilegeToDelete\"");
         for (const RtiFedAttribute &attribute : root->members())
-            if (noteIfNear(finding, attribute, "privilegeToDelete"))
+            if (noteIfNear(finding, attribute, "privilegeToDelete")) {
+                // Under its name in later standards, it is the same; but in a file that loads, programs may know it.
+                const std::string name = RtiStringUtility::toupper(attribute.getName());
+                const bool isNewerName = name == "HLAPRIVILEGETODELETEOBJECT" || name == "PRIVILEGETODELETEOBJECT" ||
+                                         name == "HLAPRIVILEGETODELETE";
+                finding.fix.isSafe = isNewerName && !_text.findsNoError();
                 return;
+            }
     }
 
     template <class Record>

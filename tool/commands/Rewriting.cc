@@ -50,6 +50,7 @@ public:
         const bool changes = text != input.contents;
         if (_options.write && changes)
             replaceFile(input, text);
+        _console.err << rewritten->report;
         if (_options.diff)
             writeUnifiedDiff(input.contents, text, input.name, _console.color, _console.out);
         else if (_options.check && changes)

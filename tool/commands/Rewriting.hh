@@ -20,7 +20,8 @@ struct RewriteOptions {
 /// The new text of a file.
 struct Rewritten {
     std::string text;
-    bool isGood = true; ///< Whether the command has nothing to complain about.
+    bool isGood = true;      ///< Whether the command has nothing to complain about.
+    std::string report = {}; ///< For standard error, once the file is written.
 };
 
 /// Returns the new text of a file; nothing if it is refused, with the reason on `console.err`.

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int kMostRounds = 50;
+constexpr int kMostRounds = 300; // more than classes have levels, each of which may hide the next one
 
 CheckedFile checked(const std::string &name, const std::string &text, const Settings &settings) {
     CheckedFile file = checkFile({name, text}, Severity::warning);

@@ -36,5 +36,5 @@ struct FixedText {
 /// The idea: check the text, make all fixes at once that do not touch each other, and begin again, until there is
 /// nothing to do. So each fix is judged in the text in which it is made: one that a syntax error hid comes in a later
 /// round, and one that an earlier fix made needless does not come at all. Fixes that undo each other come to an end
-/// too; after fifty rounds, what is left is for another run.
+/// too; after three hundred rounds, what is left is for another run.
 FixedText withFixes(const Input &input, const Settings &settings, const FixSelection &selection);

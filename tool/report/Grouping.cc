@@ -43,6 +43,8 @@ int compareMistakes(const Finding &a, const Finding &b) {
         return order;
     if (const int order = compare(a.details, b.details))
         return order;
+    if (const int order = compare(std::pair(a.fix.empty(), a.fix.isSafe), std::pair(b.fix.empty(), b.fix.isSafe)))
+        return order;
     if (const int order = compareNotes(a, b))
         return order;
     return compareSuppressions(a, b);

@@ -75,6 +75,11 @@ void SyntaxEdits::remove(Index clause, std::string left) {
     replace({begin, end - begin}, std::move(left));
 }
 
+void SyntaxEdits::removeLine(Index comment) {
+    const std::uint32_t begin = _tree.begin(comment) - static_cast<std::uint32_t>(lineIndentation(comment).size());
+    replace({begin, _tree.end(std::min(comment + 1, _tree.numTokens() - 1)) - begin}, {});
+}
+
 void SyntaxEdits::insertAfter(Index clause, std::string_view text) {
     Index last = std::min(_tree.clauses()[clause].close, _tree.numTokens() - 1);
     const Index next = last + 1 + (_tree.kind(last + 1) == Kind::blanks ? 1 : 0);

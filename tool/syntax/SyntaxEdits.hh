@@ -35,6 +35,8 @@ public:
     /// Inserts a clause before the first one in this one.
     void insertFirst(Index clause, std::string_view text);
 
+    /// Removes a comment that is alone on its line, and the line.
+    void removeLine(Index comment);
     /// Moves what is in a clause, comments included, after what is in another one, and removes the clause.
     void moveContents(Index from, Index to);
 

@@ -35,8 +35,12 @@ public:
             return;
         }
         const Index clause = _tree.clauseAt(finding.span->begin);
-        if (clause == SyntaxTree::kNone)
+        const bool isInWord =
+            edit.span.begin < _tree.text().size() && _tree.begin(_tree.tokenAt(edit.span.begin)) != edit.span.begin;
+        if (clause == SyntaxTree::kNone || isInWord) {
+            finding.fix = {};
             return;
+        }
         _edits.insertClose(clause, edit.span.begin);
         finding.fix.edits = _edits.take();
     }
@@ -87,14 +91,50 @@ private:
         if (clause == SyntaxTree::kNone || first == SyntaxTree::kNone)
             return {};
         const bool isSame = meaningsIn(clause) == meaningsIn(first) && _tree.keyword(clause) != "dimension";
+        const bool isInherited = finding.rule == &ruleOf(RuleId::inheritedMember);
+        std::string text = "remove this " + std::string(_tree.keyword(clause)) + ' ' + inQuotes(nameOf(finding));
+        if (!isSame)
+            text += ", which differs: " +
+                    shown(_tree.text().substr(_tree.span(clause).begin, _tree.span(clause).length), kTextLimit);
+        else
+            text += isInherited ? ", which the class inherits" : ", which repeats the first one";
+        if (hasComments(clause))
+            text += "; its comments stay";
+        removeAllowComments(clause);
         _edits.removeClause(clause);
-        const std::string what = std::string(_tree.keyword(clause)) + ' ' + inQuotes(nameOf(finding));
-        return {{}, isSame, "remove this " + what + (isSame ? ", which repeats the first one" : "")};
+        return {{}, isSame, std::move(text)};
+    }
+
+    /// Whether there are comments in a clause, or after it on its line.
+    bool hasComments(Index clause) const {
+        const Index close = _tree.clauses()[clause].close;
+        for (Index token = _tree.clauses()[clause].open; token < close; ++token)
+            if (_tree.kind(token) == Kind::comment)
+                return true;
+        Index next = close + 1;
+        while (_tree.kind(next) == Kind::blanks)
+            ++next;
+        return _tree.kind(next) == Kind::comment;
+    }
+
+    /// Removes the comments above a clause that allow rules in it: they would allow them in the next one.
+    void removeAllowComments(Index clause) {
+        for (Index token = _tree.clauses()[clause].open; token-- > 0;) {
+            if (SyntaxTree::isSpace(_tree.kind(token)))
+                continue;
+            if (_tree.kind(token) != Kind::comment || !indentationOf(_tree, token) ||
+                _tree.bytes(token).find("rtifed: allow") == std::string_view::npos)
+                return;
+            _edits.removeLine(token);
+        }
     }
 
     Fix addMom(const Finding &finding) {
         addMissingMom(*_file.text, finding, _edits);
-        return {{}, true, "add what is missing of the MOM"};
+        std::size_t numDeclarations = 0;
+        for (const Replacement &edit : _edits.replacements())
+            numDeclarations += static_cast<std::size_t>(std::count(edit.text.begin(), edit.text.end(), '('));
+        return {{}, true, "add what is missing of the MOM, " + counted(numDeclarations, "declaration")};
     }
 
     /// A federation that has no name gets that of the file. In a text with other errors, the clause may be there, or
@@ -114,7 +154,8 @@ private:
             _edits.insertAfter(federation, "(FEDversion v1.3)");
             return {{}, true, "add (FEDversion v1.3)"};
         }
-        if (name.empty() || name.size() > kNameLimit || shown(name) != name || name.find('"') != std::string::npos)
+        if (name.empty() || name[0] == '-' || name[0] == '.' || name[0] == '<' || name.size() > kNameLimit ||
+            shown(name) != name || name.find('"') != std::string::npos)
             return {};
         const std::string clause = "(Federation " + asWord(name) + ')';
         _edits.insertFirst(0, clause);
@@ -234,9 +275,10 @@ private:
 
     std::vector<std::string> meaningsIn(Index clause) const {
         std::vector<std::string> meanings;
-        for (const Index word : _tree.words(clause))
-            meanings.push_back(
-                meaningOf(_file.text->declarations().wordAt({_tree.begin(word), _tree.end(word) - _tree.begin(word)})));
+        for (Index token = _tree.clauses()[clause].open; token < _tree.clauses()[clause].close; ++token)
+            if (SyntaxTree::isWord(_tree.kind(token)))
+                meanings.push_back(meaningOf(
+                    _file.text->declarations().wordAt({_tree.begin(token), _tree.end(token) - _tree.begin(token)})));
         return meanings;
     }
 

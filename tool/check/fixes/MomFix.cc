@@ -29,8 +29,11 @@ public:
             return;
         }
         for (const Match &match : _match.all())
-            if (match.required && places.count(placeOf(match)) > 0)
-                add(match);
+            if (match.required) {
+                if (places.count(placeOf(match)) > 0)
+                    add(match);
+                addMisspeltMembers(match, places);
+            }
     }
 
 private:
@@ -62,12 +65,28 @@ private:
 
     void add(const Match &match) {
         const Index clause = _text.tree().clauseAt(placeOf(match));
-        if (match.how != How::missing) {
+        if (match.how == How::misspelt && !isSure(*match.node, match.name)) {
+            if (const auto owner = _text.declarations().span(match.existingOwner()->node))
+                _edits.insertInto(_text.tree().clauseAt(owner->begin), momClass(Tree::kind, match.required->className));
+        } else if (match.how != How::missing) {
             for (const std::string &member : match.missingMembers)
                 addMember(clause, member);
         } else if (match.owner->how != How::missing) { // else it comes with its superclass
             _edits.insertInto(clause, momClass(Tree::kind, match.required->className));
         }
+    }
+
+    /// Adds the members that others are spelt like.
+    void addMisspeltMembers(const Match &match, const std::set<std::uint32_t> &places) {
+        for (const auto &[member, meant] : match.misspeltMembers)
+            if (const auto place = _text.declarations().span(member);
+                place && places.count(place->begin) > 0 && !isSure(*member, meant))
+                addMember(_text.tree().clauseAt(placeOf(match)), meant);
+    }
+
+    template <class Record>
+    static bool isSure(const Record &record, const std::string &meant) {
+        return bestOf(lastComponent(record.getName()), {meant}).isSure;
     }
 
     /// Adds a member after the last one of its class, and in its column.
