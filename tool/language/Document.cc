@@ -1,5 +1,6 @@
 #include "tool/language/Document.hh"
 
+#include "tool/check/fixes/Fixes.hh"
 #include "tool/control/Decision.hh"
 
 #include <utility>
@@ -10,6 +11,7 @@ Document::Document(std::string name, std::string text, const Settings &settings)
 const std::vector<Finding> &Document::findings() const {
     if (!_decided) {
         _file.findings = findingsOfText(*_file.text, Severity::warning);
+        addFixes(_file);
         decide(_file, _settings, nullptr);
         _decided = true;
     }
@@ -17,9 +19,7 @@ const std::vector<Finding> &Document::findings() const {
 }
 
 const SyntaxTree &Document::tree() const {
-    if (!_tree)
-        _tree.emplace(parser());
-    return *_tree;
+    return checker().tree();
 }
 
 const Clauses &Document::clauses() const {

@@ -50,7 +50,6 @@ private:
     const Settings _settings;
     mutable CheckedFile _file; // its findings are valid once _decided
     mutable bool _decided = false;
-    mutable std::optional<SyntaxTree> _tree;
     mutable std::optional<Clauses> _clauses;
     mutable std::optional<Entities> _entities;
 };

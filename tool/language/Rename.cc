@@ -53,7 +53,7 @@ public:
             const bool isInComment = reference.use == NameUse::comment;
             if (!isInComment)
                 edits.push_back({{reference.span, asWord(name)}, false});
-            else if (reference.isCertain)
+            else if (reference.isCertain && asWord(name) == name) // a comment has no quotes
                 edits.push_back({{reference.span, std::string(name)}, true});
         }
         return edits;

@@ -4,6 +4,8 @@
 #include "tool/console/Text.hh"
 #include "tool/lsp/Uri.hh"
 
+#include <algorithm>
+
 #include <utility>
 
 namespace {
@@ -31,8 +33,12 @@ OpenDocument &Session::document(const Params &params) {
 }
 
 OpenDocument *Session::find(const std::string &uri) {
-    const auto found = _documents.find(uri);
-    return found == _documents.end() ? nullptr : &found->second;
+    if (const auto found = _documents.find(uri); found != _documents.end())
+        return &found->second;
+    const auto path = pathOfUri(uri);
+    const auto same = std::find_if(_documents.begin(), _documents.end(),
+                                   [&path](const auto &known) { return path && known.second.path() == *path; });
+    return same == _documents.end() ? nullptr : &same->second;
 }
 
 /// An unusable configuration of the user's own settings must not stop all others from being used.

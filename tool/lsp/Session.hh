@@ -28,7 +28,7 @@ public:
     void close(const std::string &uri);
     /// Returns the open text that `params.textDocument` names. Throws ProtocolError if there is none.
     OpenDocument &document(const Params &params);
-    /// Returns the open text of this URI, or null.
+    /// Returns the open text of this URI, or of one that encodes the same path otherwise, as editors do; or null.
     OpenDocument *find(const std::string &uri);
     const std::map<std::string, OpenDocument> &documents() const { return _documents; }
 

@@ -7,6 +7,8 @@
 #include "tool/model/FedFiles.hh"
 #include "tool/model/Input.hh"
 
+#include <algorithm>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -35,6 +37,12 @@ WorkspaceFile contentsOf(const Session &session, const OpenDocument &document) {
     return {document.uri(), document.version, symbolsIn(document), diagnosticsOf(session, document)};
 }
 
+bool isInFolder(const Session &session, const std::string &path) {
+    const auto &folders = session.client.folders;
+    return std::any_of(folders.begin(), folders.end(),
+                       [&path](const std::string &folder) { return path.rfind(folder + '/', 0) == 0; });
+}
+
 } // namespace
 
 void WorkspaceFiles::forEach(Session &session, const std::function<void(std::size_t, std::size_t)> &progress,
@@ -43,6 +51,9 @@ void WorkspaceFiles::forEach(Session &session, const std::function<void(std::siz
         for (const FileToRead &file : withoutFolders(session.client.folders))
             if (file.failure.empty())
                 _names.push_back(file.name);
+    // Folders may be in each other.
+    std::sort(_names.begin(), _names.end());
+    _names.erase(std::unique(_names.begin(), _names.end()), _names.end());
     const std::vector<std::string> names = _names;
     for (std::size_t i = 0; i < names.size(); ++i) {
         session.checkCancelled();
@@ -53,6 +64,9 @@ void WorkspaceFiles::forEach(Session &session, const std::function<void(std::siz
         else if (const WorkspaceFile *file = read(session, names[i]))
             visit(*file);
     }
+    for (const auto &[uri, document] : session.documents()) // those that were never saved
+        if (!std::binary_search(names.begin(), names.end(), document.path()) && isInFolder(session, document.path()))
+            visit(contentsOf(session, document));
     if (!session.client.watchesFiles)
         forgetNames();
 }

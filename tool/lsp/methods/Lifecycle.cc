@@ -10,7 +10,7 @@ namespace {
 /// What the server can do, in the order of the protocol.
 Json capabilitiesFor(const Client &client) {
     Json capabilities = {{"positionEncoding", nameOf(client.encoding)},
-                         {"textDocumentSync", {{"openClose", true}, {"change", 2}}},
+                         {"textDocumentSync", {{"openClose", true}, {"change", 2}, {"save", true}}},
                          {"completionProvider", {{"triggerCharacters", {"(", " "}}}},
                          {"hoverProvider", true},
                          {"declarationProvider", true},

@@ -16,7 +16,7 @@ constexpr Method kMethods[] = {
     {"textDocument/didOpen", kNotification, openText},
     {"textDocument/didChange", kNotification, changeText},
     {"textDocument/didClose", kNotification, closeText},
-    {"textDocument/didSave", kNotification, ignoreNote},
+    {"textDocument/didSave", kNotification, saveText},
     {"textDocument/willSave", kNotification, ignoreNote},
     {"$/setTrace", kNotification, ignoreNote},
     {"textDocument/diagnostic", kRequest, diagnoseText},

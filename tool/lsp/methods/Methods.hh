@@ -28,6 +28,7 @@ Json changeFolders(Session &session, const Params &params);
 Json openText(Session &session, const Params &params);
 Json changeText(Session &session, const Params &params);
 Json closeText(Session &session, const Params &params);
+Json saveText(Session &session, const Params &params);
 Json ignoreNote(Session &session, const Params &params);
 
 // Diagnostics.cc

@@ -7,6 +7,12 @@ std::int64_t versionOf(const Params &textDocument) {
     return version.is_number_integer() ? version.get<std::int64_t>() : 0;
 }
 
+/// A client that does not tell which files change may have another configuration by now.
+void readConfigurations(Session &session) {
+    if (!session.client.watchesFiles)
+        session.reload();
+}
+
 } // namespace
 
 Json openText(Session &session, const Params &params) {
@@ -16,6 +22,7 @@ Json openText(Session &session, const Params &params) {
     if (text.size() > kMaxOpenText)
         throw ProtocolError(ErrorCode::requestFailed,
                             "expected a text of at most " + std::to_string(kMaxOpenText) + " bytes, found more");
+    readConfigurations(session);
     session.open(uri, std::move(text)).version = versionOf(textDocument);
     session.markUndiagnosed(uri);
     return nullptr;
@@ -43,6 +50,11 @@ Json closeText(Session &session, const Params &params) {
     session.close(uri);
     if (!session.client.pullsDiagnostics)
         session.notify("textDocument/publishDiagnostics", {{"uri", uri}, {"diagnostics", Json::array()}});
+    return nullptr;
+}
+
+Json saveText(Session &session, const Params &) {
+    readConfigurations(session);
     return nullptr;
 }
 
