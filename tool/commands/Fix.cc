@@ -83,18 +83,23 @@ private:
         return numMoved;
     }
 
-    /// Whether a change is of something that the old text had: not of a word that was no transportation or ordering.
-    static bool wasUnderstood(const Comparison::Change &change) {
+    /// Whether a change is of something that the old text had: not of a word that was no transportation, ordering or
+    /// space.
+    static bool wasUnderstood(const Comparison::Change &change, const Outline &old) {
         using Kind = Comparison::Change::Kind;
         if (change.kind == Kind::unclear || !change.before)
             return change.kind != Kind::unclear;
         const std::string before = change.value(*change.before);
+        const auto isSpaceOf = [](const Outline &outline, const std::string &name) {
+            return std::any_of(outline.spaces.begin(), outline.spaces.end(),
+                               [&name](const Outline::Space &space) { return space.name == name; });
+        };
         const auto isOneOf = [&before](const DeliveryWords &words) {
             return before == words[0].shortForm || before == words[1].shortForm;
         };
         return change.kind == Kind::transportation ? isOneOf(kTransportations)
                : change.kind == Kind::ordering     ? isOneOf(kOrderings)
-               : change.kind == Kind::space        ? !before.empty()
+               : change.kind == Kind::space        ? isSpaceOf(old, before)
                                                    : true;
     }
 
@@ -106,7 +111,7 @@ private:
         const Comparison comparison(before, after, false);
         auto verdict = Comparison::Verdict::same;
         for (const Change &change : comparison.changes()) {
-            if (wasUnderstood(change))
+            if (wasUnderstood(change, before))
                 verdict = std::max(verdict, Comparison::meaning(change.kind));
         }
         const std::size_t numMoved = numOfMovedHandles(before, after);

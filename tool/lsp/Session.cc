@@ -5,7 +5,6 @@
 #include "tool/lsp/Uri.hh"
 
 #include <algorithm>
-
 #include <utility>
 
 namespace {

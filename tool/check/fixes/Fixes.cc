@@ -90,7 +90,7 @@ private:
         const Index clause = declaring(*finding.span), first = declaring(finding.notes.front().span);
         if (clause == SyntaxTree::kNone || first == SyntaxTree::kNone)
             return {};
-        const bool isSame = meaningsIn(clause) == meaningsIn(first) && _tree.keyword(clause) != "dimension";
+        const bool isSame = meaningsIn(clause) == meaningsIn(first);
         const bool isInherited = finding.rule == &ruleOf(RuleId::inheritedMember);
         std::string text = "remove this " + std::string(_tree.keyword(clause)) + ' ' + inQuotes(nameOf(finding));
         if (!isSame)
@@ -102,7 +102,7 @@ private:
             text += "; its comments stay";
         removeAllowComments(clause);
         _edits.removeClause(clause);
-        return {{}, isSame, std::move(text)};
+        return {{}, isSame && finding.rule != &ruleOf(RuleId::repeatedDimension), std::move(text)};
     }
 
     /// Whether there are comments in a clause, or after it on its line.
