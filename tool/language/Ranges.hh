@@ -9,8 +9,8 @@ class Document;
 
 /// Lines that an editor can hide, all but the first.
 struct FoldingRange {
-    RtiFedSpan span; ///< From the first line to the last one; both are lines of the range.
-    bool isComment;  ///< Consecutive lines with nothing but a comment; otherwise a clause.
+    RtiFedSpan span;        ///< From the first line to the last one; both are lines of the range.
+    bool isComment = false; ///< Consecutive lines with nothing but a comment; otherwise a clause.
 };
 
 /// Returns the clauses over several lines and the runs of comment lines, in the order of their first bytes. A line that

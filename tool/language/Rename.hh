@@ -21,7 +21,7 @@ RenamePlace renameAt(const Document &document, std::uint32_t offset);
 
 struct RenameEdit {
     Replacement replacement;
-    bool isInComment; ///< An editor may ask whether to change comments.
+    bool isInComment = false; ///< An editor may ask whether to change comments.
 };
 
 /// The edits of a renaming, in the order of the text; or why it is refused, for a person.

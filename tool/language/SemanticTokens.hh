@@ -31,8 +31,8 @@ inline constexpr std::array<const char *, 3> kTokenModifierNames = {"declaration
 
 struct SemanticToken {
     RtiFedSpan span; ///< Within one line.
-    TokenType type;
-    unsigned char modifiers;
+    TokenType type = TokenType::keyword;
+    unsigned char modifiers = 0;
 };
 
 /// Returns the tokens that have a colour, in the order of the text. A word that nothing is known of, such as a misspelt

@@ -14,7 +14,7 @@ constexpr const char *kReason = "TODO: say why";
 
 /// An action on the whole text.
 struct SourceAction {
-    const char *kind, *title;
+    const char *kind = "", *title = "";
     FixSelection selection;
 };
 
