@@ -50,7 +50,8 @@ struct RtiFedErrorTypes {
         std::string text;        ///< What was expected and what was found.
         std::vector<Note> notes;
         std::vector<std::string> keywords; ///< If a keyword was expected: the keywords allowed there.
-        /// If a parenthesis is missing or superfluous and the layout of the text shows one place only: the change there.
+        /// If a parenthesis is missing or superfluous and the layout of the text shows one place only: the change
+        /// there.
         std::optional<Correction> correction;
     };
 };

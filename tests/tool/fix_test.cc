@@ -221,3 +221,65 @@ TEST(Fix, KeepsWhatLoadsAndComesToAnEnd) {
         }
     }
 }
+
+/// What may mean something else is left to a person, or stays beside what is added.
+TEST(Fix, IsSafeOnlyIfItHasOneMeaning) {
+    struct Case {
+        const char *was, *is, *fixed; ///< `fixed` is empty if nothing safe can be done.
+    };
+    const auto check = [](const std::string &model, const Case &each) {
+        const std::string broken = replaced(model, each.was, each.is);
+        const std::string fixed = withFixes({"a.fed", broken}, {}, {}).text.text();
+        EXPECT_EQ(fixed, *each.fixed ? replaced(model, each.was, each.fixed) : broken) << each.is;
+    };
+    const std::string model = withMom("(class Boat (attribute Length reliable timestamp Harbour1)\n"
+                                      "  (class Tug (attribute Pull best_effort receive)))",
+                                      "", "(space Harbour1 (dimension x))");
+    const std::string length = "(attribute Length reliable timestamp Harbour1)",
+                      pull = "(attribute Pull best_effort receive)";
+    for (const Case &each : {Case{"Length reliable", "Length relieable", "Length reliable"},
+                             {"Length reliable", "Length Re-liable", "Length reliable"},
+                             {"Length reliable", "Length unreliable", ""},
+                             {"Pull best_effort receive", "Pull best_effort no_receive", ""},
+                             {"timestamp Harbour1", "timestamp Harbour2", ""},
+                             {"timestamp Harbour1", "timestamp Harbor1", "timestamp Harbour1"},
+                             {"timestamp Harbour1", "timestamp OtherHarbour1", ""}})
+        check(model, each);
+    const auto withTug = [&](const std::string &more) { return replaced(model, pull, pull + more); };
+    for (const auto &[more, left] :
+         {std::pair<std::string, std::string>{" (attribute LENGTH RTI_RELIABLE timestamp harbour1)", ""},
+          {"\n  ;; rtifed: allow letter-case old\n  (attribute LENGTH reliable timestamp Harbour1)", "\n  "},
+          {"\n  (attribute LENGTH reliable timestamp Harbour1) ; again\n", "\n  ; again\n"},
+          {" (attribute Length reliable timestamp)", " (attribute Length reliable timestamp)"},
+          {" (attribute Length reliable timestamp Harbour1 (sec_level High))",
+           " (attribute Length reliable timestamp Harbour1 (sec_level High))"}})
+        EXPECT_EQ(withFixes({"a.fed", withTug(more)}, {}, {}).text.text(), withTug(left)) << more;
+}
+
+TEST(Fix, AddsToTheMomWhatOnlyResemblesIt) {
+    const std::string whole = example("minimal.fed");
+    const std::string own = replaced(whole, "FederateType ", "FederateKind ");
+    const FixedText fixed = withFixes({"a.fed", own}, {}, {});
+    EXPECT_NE(fixed.text.text().find("(attribute FederateKind "), std::string::npos);
+    EXPECT_NE(fixed.text.text().find("(attribute FederateType "), std::string::npos);
+    EXPECT_TRUE(fixed.left.findings.empty());
+    const FixedText federation = withFixes({"-", replaced(whole, "(Federation Minimal)", "")}, {}, {});
+    EXPECT_TRUE(federation.made.empty()) << "standard input has no name to take";
+    const std::string newer = replaced(replaced(whole, "privilegeToDelete", "HLAprivilegeToDeleteObject"),
+                                       "(class RequestUpdatesSent", "(class Other");
+    EXPECT_NE(withFixes({"a.fed", newer}, {}, {}).text.text().find("(attribute privilegeToDelete "), std::string::npos);
+    const std::string loads = replaced(whole, "privilegeToDelete", "HLAprivilegeToDeleteObject");
+    EXPECT_EQ(withFixes({"a.fed", loads}, {}, {}).text.text(), loads) << "programs may know the name";
+}
+
+/// Misspelt keywords hide what is in them, so that each needs a round of its own.
+TEST(Fix, GoesOnAsDeepAsClassesNest) {
+    std::string deep, end;
+    for (int i = 0; i < 200; ++i) {
+        deep += "(clas D" + std::to_string(i) + ' ';
+        end += ')';
+    }
+    const FixedText fixed = withFixes({"a.fed", withMom(deep + end)}, {}, {});
+    EXPECT_TRUE(fixed.left.findings.empty());
+    EXPECT_EQ(fixed.made.size(), 200U);
+}
