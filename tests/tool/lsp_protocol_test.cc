@@ -2,11 +2,16 @@
 // what it offers to do does what it says. tests/data/lsp.txt has recorded sessions.
 
 #include "tests/Support.hh"
+#include "tool/check/CheckedFile.hh"
+#include "tool/fix/EditedText.hh"
 #include "tool/format/Format.hh"
 #include "tool/lsp/Server.hh"
 #include "tool/lsp/Uri.hh"
 
+#include <filesystem>
+#include <fstream>
 #include <random>
+#include <set>
 
 namespace {
 
@@ -245,4 +250,83 @@ TEST(LspProtocol, FormatsAsTheProgramDoes) {
         const RtiFedParser parser(text);
         EXPECT_EQ(edited(text, edits), formatted(SyntaxTree(parser)));
     }
+}
+
+/// Each fix of `rtifed fix` is an action, with the same edits; fixing all gives the same text.
+TEST(LspProtocol, OffersEachFix) {
+    const std::string example = readFile(RTIFED_EXAMPLES "/harbour.fed");
+    const Json all = {{"start", {{"line", 0}, {"character", 0}}}, {"end", {{"line", 9999}, {"character", 0}}}};
+    const Json capabilities = {{"textDocument", {{"codeAction", {{"codeActionLiteralSupport", Json::object()}}}}}};
+    for (const auto &[was, is] : {std::pair<std::string, std::string>{"(class RequestUpdatesSent", "(class Other"},
+                                  {"(attribute privilegeToDelete reliable timestamp)", ""},
+                                  {"(class Tug", "(class Tug (attribute Position best_effort timestamp ApproachArea)"},
+                                  {"(class Tug", "(class Tug (attribute Position reliable timestamp)"},
+                                  {"(FEDversion v1.3)", ""},
+                                  {"(objects", "(objects)\n  (objects"},
+                                  {"(spaces", "(spaces (space Unused (dimension x))"}}) {
+        const std::string text = replaced(example, was, is);
+        CheckedFile file = checkFile({"/nowhere/a.fed", text}, Severity::warning);
+        Exchange exchange;
+        exchange.begin(text, capabilities);
+        exchange.add({{"id", 1},
+                      {"method", "textDocument/codeAction"},
+                      {"params", {{"textDocument", {{"uri", kUri}}}, {"range", all}, {"context", Json::object()}}}});
+        std::multiset<std::string> offered, expected;
+        bool offersAll = false;
+        const Received actions = answerOf(exchange.run(), 1)["result"];
+        for (const Received &action : actions) {
+            if (action["kind"] == "quickfix" && action["title"].get<std::string>().rfind("Allow ", 0) != 0)
+                offered.insert(edited(text, action["edit"]["changes"][kUri]));
+            offersAll = offersAll || action["kind"] == "source.fixAll.rtifed";
+        }
+        bool anySafe = false;
+        for (const Finding &finding : file.findings) {
+            anySafe = anySafe || finding.fix.isSafe;
+            EditedText after(text);
+            after.add(finding.fix.edits);
+            after.makeEdits();
+            if (!finding.fix.empty())
+                expected.insert(after.text());
+        }
+        EXPECT_FALSE(expected.empty()) << is;
+        EXPECT_EQ(offered, expected) << is;
+        EXPECT_EQ(offersAll, anySafe) << is;
+    }
+}
+
+/// Editors write the same path in different ways, save files that did not exist, and have folders in each other.
+TEST(LspProtocol, KnowsTheTextsOfItsFolders) {
+    const TemporaryFile file("");
+    const std::string folder = file.path() + " c++ (b)";
+    std::filesystem::create_directories(folder + "/sub");
+    std::ofstream(folder + "/sub/a.fed") << "(FED (Federation Old))";
+    const auto symbolsOf = [&](const std::string &uri, const std::string &text) {
+        Exchange exchange;
+        exchange.add({{"id", 0},
+                      {"method", "initialize"},
+                      {"params",
+                       {{"capabilities", Json::object()},
+                        {"workspaceFolders",
+                         {{{"uri", uriOfPath(folder)}, {"name", "f"}},
+                          {{"uri", uriOfPath(folder + "/sub")}, {"name", "s"}}}}}}});
+        exchange.add({{"method", "textDocument/didOpen"},
+                      {"params", {{"textDocument", {{"uri", uri}, {"version", 1}, {"text", text}}}}}});
+        exchange.add({{"id", 1}, {"method", "workspace/symbol"}, {"params", {{"query", ""}}}});
+        std::string found;
+        const Received symbols = answerOf(exchange.run(), 1)["result"];
+        for (const Received &symbol : symbols)
+            found += symbol["name"].get<std::string>() + (symbol["location"]["uri"] == uri ? "! " : " ");
+        return found;
+    };
+    const std::string strict = uriOfPath(folder + "/sub/a.fed");
+    std::string loose = strict;
+    for (const auto &[code, character] : {std::pair("%2B", "+"), {"%28", "("}, {"%29", ")"}})
+        while (loose.find(code) != std::string::npos)
+            loose = replaced(loose, code, character);
+    EXPECT_NE(loose, strict);
+    for (const std::string &uri : {strict, loose})
+        EXPECT_EQ(symbolsOf(uri, "(FED (Federation New))"), "New! ") << uri;
+    EXPECT_EQ(symbolsOf(uriOfPath(folder + "/unsaved.fed"), "(FED (Federation New))"), "Old New! ");
+    EXPECT_EQ(symbolsOf("untitled:Untitled-1", "(FED (Federation New))"), "Old ");
+    std::filesystem::remove_all(folder);
 }

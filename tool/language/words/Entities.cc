@@ -44,7 +44,7 @@ void Entities::readSpaces() {
 
 template <class Tree>
 void Entities::readClasses() {
-    constexpr bool ofObjects = &Tree::kind == &kObjectTree;
+    constexpr bool ofObjects = Tree::kind.membersHaveProperties;
     std::unordered_map<const void *, Index> known;
     for (const auto &handle : Tree::handles(_text.database())) {
         const typename Tree::Node &node = *_text.database().find(handle);
