@@ -120,7 +120,7 @@ const Break kBreaks[] = {
      [](Breakable &text) {
          const Index attribute = text.any(0, "attribute");
          return text.edited(attribute, [&](SyntaxEdits &edits) {
-             for (const std::size_t n : {2, 3})
+             for (const std::size_t n : {2U, 3U})
                  edits.replaceToken(text.tree().words(attribute)[n], text.word(attribute, 5 - n));
          });
      }},
