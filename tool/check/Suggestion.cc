@@ -10,7 +10,7 @@
 namespace {
 
 constexpr std::size_t kLongest = 64; // length of the words that are compared
-constexpr std::size_t kShortest = 3; // length of the words in which a changed letter is a slip
+constexpr std::size_t kShortest = 3; // in shorter words, a changed letter is no mere typing error
 constexpr std::size_t kMost = 1000;  // candidates that one word is compared with
 
 /// Returns a word without the differences that do not count.
@@ -43,7 +43,7 @@ std::size_t distance(std::string_view a, std::string_view b) {
     return row[b.size()];
 }
 
-bool isSlip(std::string_view written, std::string_view meant) {
+bool isTypingError(std::string_view written, std::string_view meant) {
     const auto digitsOf = [](std::string_view word) {
         std::string digits;
         std::copy_if(word.begin(), word.end(), std::back_inserter(digits), [](char c) { return c >= '0' && c <= '9'; });
@@ -81,7 +81,7 @@ Suggestion bestOf(std::string_view word, const std::vector<std::string> &candida
     std::vector<std::string> others;
     std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(others),
                  [&](const std::string &other) { return meaningOf(other) != meaningOf(best.word); });
-    best.isSure = isSlip(word, best.word) && suggestionFor(word, others).empty();
+    best.isSure = isTypingError(word, best.word) && suggestionFor(word, others).empty();
     return best;
 }
 

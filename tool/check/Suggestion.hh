@@ -17,7 +17,7 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
 
 /// A suggestion, and whether it is sure enough to be taken without asking.
 ///
-/// The idea: a slip of the finger changes one letter, or swaps two. More changes, a changed digit, and any change of a
+/// The idea: a typing error changes one letter, or swaps two. More changes, a changed digit, and any change of a
 /// very short word may make a word that means something else, as in `unreliable`. And nothing else may be similar;
 /// names that differ in letter case, and the two forms of a transportation or ordering, are one thing.
 struct Suggestion {

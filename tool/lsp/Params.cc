@@ -35,7 +35,7 @@ std::string Params::string() const {
     return withOriginalBytes(_value->get_ref<const std::string &>());
 }
 
-/// A number beyond 32 bits is as good as the greatest: it is a line or column behind the end.
+/// A number beyond 32 bits is as good as the greatest: it is a line or column after the end.
 std::uint32_t Params::number() const {
     constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
     if (!_value->is_number_unsigned())

@@ -31,7 +31,7 @@ public:
     /// Does what can wait until there is no message: diagnostics of one text. Returns false if nothing is left.
     bool handleIdle();
 
-    /// Whether so many bytes wait to be handled that no more should be read.
+    /// Whether the bytes that wait to be handled are too many to read more.
     bool isFull() const { return _numWaiting > kMaxWaiting; }
     bool hasExited() const { return _session.state == Session::State::exited; }
     /// The exit status: 0 if the client asked for a shutdown before.
