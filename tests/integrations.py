@@ -44,7 +44,7 @@ class Repository:
         (models / "harbour.fed").write_text(harbour)
         (self.path / "-old harbour.fed").write_text(harbour)  # neither an option nor two names
         if not good:
-            wrong = harbour.replace("HullNumber reliable timestamp", "HullNumber reliable time_stamp")
+            wrong = re.sub("(HullNumber +reliable +)timestamp", r"\1time_stamp", harbour)
             (models / "$(touch ran) `touch ran`.FED").write_text(wrong)
         (self.path / "README.md").write_text("no FED file\n")
         self.git("init", "-q")
@@ -84,13 +84,13 @@ def hook(repository, configuration):
     repository.run(["pre-commit", "install"], check=True)
     (repository.path / "no-fed-file").touch()
     status, log = repository.run(["pre-commit", "run", "--all-files"])
-    repository.expect("pre-commit run", status, log, "`touch ran`.FED:52:42: error: unknown ordering")
+    repository.expect("pre-commit run", status, log, "`touch ran`.FED:52:47: error: unknown ordering")
     status, log = repository.run(["git", "commit", "-m", "Change"])
     check(status == 0 and "no files to check" in log, "pre-commit: a commit without FED files", log)
     with open(next((repository.path / "models").glob("*.FED" if not repository.good else "har*")), "a") as file:
         file.write(";; changed\n")
     status, log = repository.run(["git", "commit", "-a", "-m", "Change"])
-    repository.expect("git commit", status, log, "`touch ran`.FED:52:42: error: unknown ordering")
+    repository.expect("git commit", status, log, "`touch ran`.FED:52:47: error: unknown ordering")
 
 
 # GitHub
@@ -136,7 +136,7 @@ def try_action(good, bad):
         status, log, outputs, summary = action(repository, {"report": "rtifed.sarif"})
         repository.expect("action", status, log, "::error file=models/$(touch ran) `touch ran`.FED,line=52,")
         check(outputs.get("status") == str(status) and os.access(outputs.get("program", ""), os.X_OK), f"action: {outputs}", log)
-        check(repository.good or "    models/$(touch ran) `touch ran`.FED:52:42: error" in summary, "action: summary", summary)
+        check(repository.good or "    models/$(touch ran) `touch ran`.FED:52:47: error" in summary, "action: summary", summary)
         check(summary.startswith("### FED files: "), "action: summary", summary)
         sarif = json.loads((repository.path / "rtifed.sarif").read_text())
         check(bool(sarif["runs"][0]["results"]) != repository.good, "action: SARIF", str(sarif))
@@ -163,7 +163,7 @@ def gitlab(repository, variables, path):
     logs = []
     for shell in ("sh", "bash"):
         status, log = repository.run([shell, script], environment)
-        repository.expect(f"GitLab job, {shell}", status, log, "`touch ran`.FED:52:42: error: unknown ordering")
+        repository.expect(f"GitLab job, {shell}", status, log, "`touch ran`.FED:52:47: error: unknown ordering")
         logs.append(log)
     check(logs[0] == logs[1], "GitLab job: sh and bash differ", "".join(logs))
     reports = job["artifacts"]["reports"]
