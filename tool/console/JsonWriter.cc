@@ -1,19 +1,26 @@
 #include "tool/console/JsonWriter.hh"
 
-#include <string>
+#include <algorithm>
 
 namespace {
+
+constexpr std::size_t kPieceSize = 16384;
 
 std::string serialized(const Json &value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
+/// Whether a byte stands for itself in a JSON string, whatever is around it.
+bool isPlain(char byte) {
+    return byte >= ' ' && byte < '\x7f' && byte != '"' && byte != '\\';
+}
+
 } // namespace
 
 JsonWriter &JsonWriter::key(std::string_view name) {
-    const std::string text = serialized(name);
     beginElement();
-    _os << text << (_layout == Layout::indented ? ": " : ":");
+    appendString(name);
+    append(_layout == Layout::indented ? ": " : ":");
     _afterKey = true;
     return *this;
 }
@@ -21,7 +28,7 @@ JsonWriter &JsonWriter::key(std::string_view name) {
 JsonWriter &JsonWriter::value(const Json &value) {
     const std::string text = serialized(value);
     beginElement();
-    _os << text;
+    append(text);
     return *this;
 }
 
@@ -32,7 +39,7 @@ JsonWriter &JsonWriter::breakLine() {
 
 JsonWriter &JsonWriter::begin(char bracket) {
     beginElement();
-    _os << bracket;
+    _text += bracket;
     _hasElements.push_back(false);
     return *this;
 }
@@ -42,9 +49,11 @@ JsonWriter &JsonWriter::end(char bracket) {
     _hasElements.pop_back();
     if (_breakPending || (_layout == Layout::indented && !empty))
         newLine();
-    _os << bracket;
-    if (_hasElements.empty())
-        _os << '\n';
+    _text += bracket;
+    if (_hasElements.empty()) {
+        _text += '\n';
+        flush();
+    }
     return *this;
 }
 
@@ -52,7 +61,7 @@ JsonWriter &JsonWriter::end(char bracket) {
 void JsonWriter::beginElement() {
     if (!_afterKey && !_hasElements.empty()) {
         if (_hasElements.back())
-            _os << ',';
+            _text += ',';
         _hasElements.back() = true;
         if (_breakPending || _layout == Layout::indented)
             newLine();
@@ -61,8 +70,30 @@ void JsonWriter::beginElement() {
 }
 
 void JsonWriter::newLine() {
-    _os << '\n';
+    _text += '\n';
     if (_layout == Layout::indented)
-        _os << std::string(2 * _hasElements.size(), ' ');
+        _text.append(2 * _hasElements.size(), ' ');
     _breakPending = false;
+}
+
+/// Nearly all names are plain. The library knows what to do with the others.
+void JsonWriter::appendString(std::string_view text) {
+    if (!std::all_of(text.begin(), text.end(), isPlain)) {
+        append(serialized(text));
+        return;
+    }
+    _text += '"';
+    _text += text;
+    append("\"");
+}
+
+void JsonWriter::append(std::string_view text) {
+    _text += text;
+    if (_text.size() >= kPieceSize)
+        flush();
+}
+
+void JsonWriter::flush() {
+    _os.write(_text.data(), static_cast<std::streamsize>(_text.size()));
+    _text.clear();
 }

@@ -2,8 +2,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include <charconv>
 #include <ostream>
+#include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 /// A JSON value whose keys keep their order.
@@ -11,6 +14,8 @@ using Json = nlohmann::ordered_json;
 
 /// Writes a JSON document piece by piece, so that the memory it takes does not grow with the document. Bytes that are
 /// not UTF-8 are written as the replacement character.
+///
+/// The text is collected and handed to the stream in large pieces, the last when the outermost object or array ends.
 class JsonWriter {
 public:
     enum class Layout {
@@ -26,9 +31,15 @@ public:
     JsonWriter &endArray() { return end(']'); }
     /// Writes the key of the next value, object or array.
     JsonWriter &key(std::string_view name);
-    /// Writes a value. If memory runs out, nothing of it is written.
     JsonWriter &value(const Json &value);
+    /// Writes a string, a truth value or a whole number without making a Json of it: a model has a million of them.
+    template <class Value>
+    JsonWriter &value(const Value &value);
     JsonWriter &member(std::string_view name, const Json &value) { return key(name).value(value); }
+    template <class Value>
+    JsonWriter &member(std::string_view name, const Value &value) {
+        return key(name).value(value);
+    }
     /// Puts the next key, element or closing bracket on a new line.
     JsonWriter &breakLine();
 
@@ -37,10 +48,33 @@ private:
     JsonWriter &end(char bracket);
     void beginElement();
     void newLine();
+    void append(std::string_view text);
+    void appendString(std::string_view text);
+    void flush();
 
     std::ostream &_os;
     Layout _layout;
+    std::string _text;              // what is not yet written
     std::vector<bool> _hasElements; // for each open object and array, the outermost first
     bool _afterKey = false;
     bool _breakPending = false;
 };
+
+template <class Value>
+JsonWriter &JsonWriter::value(const Value &value) {
+    if constexpr (std::is_convertible_v<const Value &, std::string_view>) {
+        beginElement();
+        appendString(value);
+    } else if constexpr (std::is_same_v<Value, bool>) {
+        beginElement();
+        append(value ? "true" : "false");
+    } else if constexpr (std::is_integral_v<Value>) {
+        char digits[24];
+        const auto written = std::to_chars(digits, digits + sizeof digits, value);
+        beginElement();
+        append({digits, static_cast<std::size_t>(written.ptr - digits)});
+    } else {
+        this->value(Json(value));
+    }
+    return *this;
+}
