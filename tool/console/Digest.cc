@@ -2,16 +2,17 @@
 
 #include "tool/console/Text.hh"
 
-#include <openssl/evp.h>
-#include <stdexcept>
+#include <cstdint>
+#include <nettle/sha2.h>
 
 std::string sha256(std::string_view bytes) {
-    unsigned char digest[EVP_MAX_MD_SIZE];
-    unsigned digestSize = 0;
-    if (EVP_Digest(bytes.data(), bytes.size(), digest, &digestSize, EVP_sha256(), nullptr) != 1)
-        throw std::runtime_error("SHA-256 cannot be computed");
+    sha256_ctx state;
+    sha256_init(&state);
+    sha256_update(&state, bytes.size(), reinterpret_cast<const std::uint8_t *>(bytes.data()));
+    std::uint8_t digest[SHA256_DIGEST_SIZE];
+    sha256_digest(&state, sizeof digest, digest);
     std::string digits;
-    for (unsigned i = 0; i < digestSize; ++i)
-        digits += hexDigits(digest[i]);
+    for (const std::uint8_t byte : digest)
+        digits += hexDigits(byte);
     return digits;
 }
