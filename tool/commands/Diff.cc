@@ -3,6 +3,7 @@
 #include "tool/console/Text.hh"
 #include "tool/model/Revision.hh"
 #include "tool/report/DiffReport.hh"
+#include "tool/report/json/DiffJson.hh"
 
 #include <utility>
 
@@ -36,14 +37,16 @@ Status diff(const DiffOptions &options, const Console &console) {
     Input before = options.against.empty() ? readInputOrRevision(options.oldName, console.stdinName)
                                            : readRevision(options.against, options.newName);
     Input after = readInputOrRevision(options.newName, console.stdinName);
-    ComparedFile old = outlined(std::move(before));
-    const Difference difference(std::move(old), outlined(std::move(after)));
+    const ComparedFile old = outlined(std::move(before)), now = outlined(std::move(after));
+    const Difference difference(old, now);
     if (!options.quiet) {
         noteRefused(difference, console.err);
-        if (options.json)
-            writeDifferenceAsJson(difference, console.out);
-        else
+        if (options.json) {
+            JsonWriter json(console.out, JsonWriter::Layout::compact);
+            writeDifference(json, difference);
+        } else {
             writeDifference(difference, options.all, console);
+        }
     }
     return difference.comparison.verdict() >= options.failOn ? wrong : done;
 }

@@ -1,10 +1,8 @@
 #include "tool/report/DiffReport.hh"
 
-#include "tool/console/JsonWriter.hh"
 #include "tool/console/TerminalBuffer.hh"
 #include "tool/console/Text.hh"
 #include "tool/report/ChangeGroup.hh"
-#include "tool/report/JsonPlace.hh"
 
 #include <algorithm>
 
@@ -14,50 +12,10 @@ using Verdict = Comparison::Verdict;
 using Change = Comparison::Change;
 using Element = Comparison::Element;
 
-constexpr int kFormatVersion = 2; // of the JSON; to be raised when a key is removed or changes its meaning
-
 std::size_t numOf(Change::Kind kind, const Comparison &comparison) {
     const std::vector<Change> &changes = comparison.changes();
     return static_cast<std::size_t>(
         std::count_if(changes.begin(), changes.end(), [kind](const Change &change) { return change.kind == kind; }));
-}
-
-/// Explains the verdict to a person who runs the federation.
-std::string explanation(const Difference &difference) {
-    const Comparison &comparison = difference.comparison;
-    const std::size_t numMoved = numOf(Change::Kind::renumbered, comparison);
-    const std::string moved = counted(numMoved, "handle") + " moved";
-    // A file that does not load has neither image nor checksum. The terms of checksums may cancel out.
-    const std::string disagree = !comparison.handlesCompared() ? "."
-                                 : difference.checksumsAgree()
-                                     ? "; the images differ, but the 32-bit checksums are equal, so a mix-up goes "
-                                       "unnoticed: all federates must use "
-                                       "the same file."
-                                     : "; images and checksums differ, so all federates must use the same file.";
-    switch (comparison.verdict()) {
-    case Verdict::identical:
-        return "the files are the same, byte for byte.";
-    case Verdict::same:
-        return "the models are the same; only text, comments or form of the files differ.";
-    case Verdict::relabelled:
-        return "Lookups by name give the same answers in both" + disagree;
-    case Verdict::renumbered:
-        return "Every name is still there with the same properties, but " + moved + disagree;
-    case Verdict::additions:
-        return "Everything in the old model is still there with the same properties" +
-               (numMoved > 0                   ? ", but " + moved
-                : comparison.handlesCompared() ? " and handles"
-                                               : "") +
-               disagree;
-    case Verdict::incompatible:
-        break;
-    }
-    if (numOf(Change::Kind::refused, comparison) > 0)
-        return "No federation can run with the new file: the library refuses it.";
-    if (numOf(Change::Kind::unclear, comparison) > 0)
-        return "The files were not understood completely, so it is unknown whether federates made for the old one work "
-               "with the new one.";
-    return "Something in the old model was removed or changed: federates made for it may fail with the new one.";
 }
 
 class TextWriter {
@@ -73,7 +31,7 @@ public:
                      << (comparison.handlesCompared() || verdict == Verdict::identical
                              ? ""
                              : ", as far as it can be understood")
-                     << (verdict <= Verdict::same ? ": " : "\n") << explanation(_difference) << '\n';
+                     << (verdict <= Verdict::same ? ": " : "\n") << explanationOf(_difference) << '\n';
         for (const ChangeGroup &group : ChangeGroup::groupsOf(comparison))
             write(group);
     }
@@ -142,70 +100,45 @@ private:
     const Console &_console;
 };
 
-Json jsonOf(const ComparedFile &side) {
-    return {{"file", side.input.name},
-            {"form", side.input.isImage() ? "image" : "text"},
-            {"loads", side.outline.loads},
-            {"federation", side.outline.federation},
-            {"version", side.outline.version}};
-}
-
-Json jsonOf(const Element &element) {
-    return {{"subject", Comparison::nameOf(element.kind)}, {"in", element.owner}, {"name", element.name}};
-}
-
-Json placeOf(const std::optional<Element> &element) {
-    return element ? placeAsJson(element->place) : Json();
-}
-
-/// Returns a handle as a number, other values as text, null for none.
-Json valueOf(const Change &change, const Element &element) {
-    if (change.kind == Change::Kind::renumbered || change.kind == Change::Kind::reordered)
-        return element.handle;
-    const std::string value = change.value(element);
-    return value.empty() ? Json() : Json(value);
-}
-
-Json jsonOf(const Change &change) {
-    Json json{{"kind", Comparison::nameOf(change.kind)},
-              {"meaning", Comparison::nameOf(Comparison::meaning(change.kind))}};
-    json.update(jsonOf(change.element()));
-    const bool onBothSides = change.before && change.after;
-    json["from"] = onBothSides ? valueOf(change, *change.before) : Json();
-    json["to"] = onBothSides ? valueOf(change, *change.after) : Json();
-    json["oldPlace"] = placeOf(change.before);
-    json["newPlace"] = placeOf(change.after);
-    json["rename"] = change.rename ? Json{{"name", change.rename->name},
-                                          {"likelihood", Comparison::nameOf(change.rename->likelihood)}}
-                                   : Json();
-    json["contents"] = Json::array();
-    json["movedDownTo"] = Json::array();
-    Json &contents = json[change.element().hasMembers() ? "contents" : "movedDownTo"];
-    for (const Element &element : change.contents) {
-        contents.push_back(jsonOf(element));
-        contents.back()["place"] = placeAsJson(element.place);
-    }
-    return json;
-}
-
 } // namespace
+
+std::string explanationOf(const Difference &difference) {
+    const Comparison &comparison = difference.comparison;
+    const std::size_t numMoved = numOf(Change::Kind::renumbered, comparison);
+    const std::string moved = counted(numMoved, "handle") + " moved";
+    // A file that does not load has neither image nor checksum. The terms of checksums may cancel out.
+    const std::string disagree = !comparison.handlesCompared() ? "."
+                                 : difference.checksumsAgree()
+                                     ? "; the images differ, but the 32-bit checksums are equal, so a mix-up goes "
+                                       "unnoticed: all federates must use "
+                                       "the same file."
+                                     : "; images and checksums differ, so all federates must use the same file.";
+    switch (comparison.verdict()) {
+    case Verdict::identical:
+        return "the files are the same, byte for byte.";
+    case Verdict::same:
+        return "the models are the same; only text, comments or form of the files differ.";
+    case Verdict::relabelled:
+        return "Lookups by name give the same answers in both" + disagree;
+    case Verdict::renumbered:
+        return "Every name is still there with the same properties, but " + moved + disagree;
+    case Verdict::additions:
+        return "Everything in the old model is still there with the same properties" +
+               (numMoved > 0                   ? ", but " + moved
+                : comparison.handlesCompared() ? " and handles"
+                                               : "") +
+               disagree;
+    case Verdict::incompatible:
+        break;
+    }
+    if (numOf(Change::Kind::refused, comparison) > 0)
+        return "No federation can run with the new file: the library refuses it.";
+    if (numOf(Change::Kind::unclear, comparison) > 0)
+        return "The files were not understood completely, so it is unknown whether federates made for the old one work "
+               "with the new one.";
+    return "Something in the old model was removed or changed: federates made for it may fail with the new one.";
+}
 
 void writeDifference(const Difference &difference, bool all, const Console &console) {
     TextWriter(difference, all, console).write();
-}
-
-void writeDifferenceAsJson(const Difference &difference, std::ostream &out) {
-    const Comparison &comparison = difference.comparison;
-    const bool comparesHandles = comparison.handlesCompared();
-    JsonWriter json(out, JsonWriter::Layout::compact);
-    json.beginObject().member("formatVersion", kFormatVersion);
-    json.breakLine().member("verdict", Comparison::nameOf(comparison.verdict()));
-    json.breakLine().member("old", jsonOf(difference.before));
-    json.breakLine().member("new", jsonOf(difference.after));
-    json.breakLine().member("handlesCompared", comparesHandles);
-    json.breakLine().member("checksumsAgree", comparesHandles ? Json(difference.checksumsAgree()) : Json());
-    json.breakLine().key("changes").beginArray();
-    for (const Change &change : comparison.changes())
-        json.breakLine().value(jsonOf(change));
-    json.breakLine().endArray().endObject();
 }

@@ -4,34 +4,30 @@
 #include "tool/model/Comparison.hh"
 #include "tool/model/Input.hh"
 
-#include <ostream>
-#include <utility>
+#include <string>
 
 struct ComparedFile {
     Input input;
     Outline outline;
 };
 
-/// Two files, and the changes from one to the other.
+/// The changes from one file to another, which must both outlive it.
 struct Difference {
-    ComparedFile before, after;
+    const ComparedFile &before, &after;
     Comparison comparison;
 
-    Difference(ComparedFile old, ComparedFile now)
-        : before(std::move(old)), after(std::move(now)),
-          comparison(before.outline, after.outline,
-                     before.input.whole && after.input.whole && before.input.contents == after.input.contents) {}
-
-    Difference(const Difference &) = delete; // the comparison refers to the outlines
-    Difference &operator=(const Difference &) = delete;
+    Difference(const ComparedFile &old, const ComparedFile &now)
+        : before(old), after(now),
+          comparison(old.outline, now.outline,
+                     old.input.whole && now.input.whole && old.input.contents == now.input.contents) {}
 
     bool checksumsAgree() const {
         return before.outline.loads && after.outline.loads && before.outline.checksum == after.outline.checksum;
     }
 };
 
+/// Explains the verdict to a person who runs the federation.
+std::string explanationOf(const Difference &difference);
+
 /// Writes the verdict, what it means, and the changes by groups: the first few of each, or all with their places.
 void writeDifference(const Difference &difference, bool all, const Console &console);
-
-/// Writes the JSON document that docs/diff.schema.json describes, one change a line.
-void writeDifferenceAsJson(const Difference &difference, std::ostream &out);

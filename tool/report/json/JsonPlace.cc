@@ -1,4 +1,4 @@
-#include "tool/report/JsonPlace.hh"
+#include "tool/report/json/JsonPlace.hh"
 
 Json placeAsJson(const std::optional<RtiFedPosition> &place) {
     return place ? Json{{"line", place->line}, {"column", place->column}} : Json();

@@ -1,19 +1,9 @@
-#include "tool/console/JsonWriter.hh"
-#include "tool/report/JsonPlace.hh"
 #include "tool/report/Report.hh"
+#include "tool/report/json/FindingJson.hh"
 
 namespace {
 
 constexpr int kFormatVersion = 2; // to be raised when a key is removed or changes its meaning
-
-/// Lists texts with their places, such as notes.
-template <class TextAt>
-Json jsonOf(const Source &source, const std::vector<TextAt> &texts) {
-    Json list = Json::array();
-    for (const auto &[span, text] : texts)
-        list.push_back({{"text", text}, {"place", placeAsJson(source, span)}});
-    return list;
-}
 
 class JsonReport : public Report {
 public:
@@ -26,16 +16,9 @@ public:
     }
 
     void add(const Source &source, const Finding &finding) override {
-        _json.breakLine().beginObject().member("rule", finding.rule->id);
-        _json.member("severity", nameOf(finding.severity)).member("text", finding.text);
-        _json.member("place", placeAsJson(source, finding.span)).key("furtherPlaces").beginArray();
-        for (const FurtherPlace &further : finding.furtherPlaces) // of which there may be very many
-            _json.value({{"text", finding.textAt(further)},
-                         {"place", placeAsJson(source, further.span)},
-                         {"fix", jsonOf(source, further.fix.edits)}});
-        _json.endArray().member("details", finding.details).member("notes", jsonOf(source, finding.notes));
-        _json.member("fix", jsonOf(source, finding.fix.edits)).member("fixIsSafe", finding.fix.isSafe);
-        _json.member("fixText", finding.fix.description(source.text())).endObject();
+        _json.breakLine().beginObject();
+        writeMembers(_json, source, finding);
+        _json.endObject();
     }
 
     void endFile(const Source &, const Tally &tally) override {
