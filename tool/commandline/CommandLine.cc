@@ -47,6 +47,7 @@ CommandLine::CommandLine(const Console &console)
     addDiff();
     addTree();
     addFind();
+    addHtml();
     addJson();
     addList();
     addCalls();

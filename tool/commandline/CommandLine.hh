@@ -35,6 +35,7 @@ private:
     void addSave();
     void addTree();
     void addFind();
+    void addHtml();
     void addJson();
     void addDiff();
     void addFmt();
@@ -53,6 +54,7 @@ private:
     ChecksumOptions _checksum;
     TreeOptions _tree;
     FindOptions _find;
+    HtmlOptions _html;
     JsonOptions _json;
     DiffOptions _diff;
     FmtOptions _fmt;

@@ -43,6 +43,13 @@ struct JsonOptions {
     bool effective = false; ///< Whether each class lists its inherited members as well.
 };
 
+struct HtmlOptions {
+    std::string fileName;     ///< Or a folder, of whose files pages and an index are made.
+    std::string output = "-"; ///< The file to write, - for standard output; the folder to write to, for a folder.
+    std::string against;      ///< The old file, REV:PATH or REV; for a folder, the old one or REV. Empty for none.
+    ConfigurationOptions configuration;
+};
+
 struct ChecksumOptions {
     std::vector<std::string> fileNames; ///< Or folders.
     bool sha256 = false;
@@ -82,6 +89,7 @@ Status list(const std::string &fileName, const Console &console);
 Status calls(const std::string &fileName, const Console &console);
 Status tree(const TreeOptions &options, const Console &console);
 Status find(const FindOptions &options, const Console &console);
+Status html(const HtmlOptions &options, const Console &console);
 Status json(const JsonOptions &options, const Console &console);
 Status checksum(const ChecksumOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);

@@ -75,6 +75,8 @@ struct Outline {
     /// the file either.
     bool hasAllNames = true;
 
+    /// The outline of a file of which nothing is understood.
+    Outline() = default;
     /// Reads a database; `isAccepted` is false for one that was built from as much of a text as can be understood.
     /// `declarations` is null for an image.
     Outline(const RtiFedDatabase &database, const Declarations *declarations, bool isAccepted);

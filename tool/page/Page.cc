@@ -1,0 +1,59 @@
+#include "tool/page/Page.hh"
+
+#include "tool/console/Digest.hh"
+#include "tool/console/Text.hh"
+
+namespace {
+
+std::string policyOf(const PageFiles &files) {
+    return "default-src 'none'; script-src 'sha256-" + sha256InBase64(files.script) + "'; style-src 'sha256-" +
+           sha256InBase64(files.style) + "'; base-uri 'none'; form-action 'none'";
+}
+
+} // namespace
+
+std::string asHtml(std::string_view text) {
+    std::string html;
+    for (const char c : shown(text))
+        switch (c) {
+        case '&':
+            html += "&amp;";
+            break;
+        case '<':
+            html += "&lt;";
+            break;
+        case '>':
+            html += "&gt;";
+            break;
+        case '"':
+            html += "&quot;";
+            break;
+        default:
+            html += c;
+        }
+    return html;
+}
+
+void writePage(const PageFiles &files, const std::string &title,
+               const std::function<void(std::ostream &)> &writeContent, std::ostream &out) {
+    std::string_view rest = files.html;
+    for (std::size_t begin = 0; (begin = rest.find("{{")) != std::string_view::npos;) {
+        const std::size_t end = rest.find("}}", begin);
+        if (end == std::string_view::npos)
+            break;
+        const std::string_view mark = rest.substr(begin + 2, end - begin - 2);
+        out << rest.substr(0, begin);
+        rest.remove_prefix(end + 2);
+        if (mark == "policy")
+            out << policyOf(files);
+        else if (mark == "title")
+            out << asHtml(title);
+        else if (mark == "style")
+            out << files.style;
+        else if (mark == "script")
+            out << files.script;
+        else
+            writeContent(out);
+    }
+    out << rest;
+}

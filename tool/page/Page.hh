@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tool/page/PageFiles.hh"
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+/// Returns a text as HTML shows it, in an element or in a quoted attribute: whatever is in it stays text. Bytes that
+/// are not printable UTF-8 are written as \xNN.
+std::string asHtml(std::string_view text);
+
+/// Writes a page: its template, in which marks such as {{title}} are replaced. `writeContent` writes what replaces
+/// {{data}} or {{rows}}.
+///
+/// The content security policy in the page names the digests of its style and script, so that a browser runs nothing
+/// else and fetches nothing, even if something in the content were taken for markup.
+void writePage(const PageFiles &files, const std::string &title,
+               const std::function<void(std::ostream &)> &writeContent, std::ostream &out);
