@@ -1,6 +1,8 @@
 # The files of the pages. The scripts of a page are joined in this order, inside one function in strict mode.
 set(RTIFED_MODEL_PAGE page.html page.css)
-set(RTIFED_MODEL_SCRIPTS model.js)
+set(RTIFED_MODEL_SCRIPTS
+    words.js model.js links.js changes.js findings.js search.js dom.js TreeView.js SearchBox.js parts.js membersTable.js
+    overview.js classPage.js spacePage.js findingsPage.js changesPage.js printed.js Scrolling.js main.js)
 set(RTIFED_INDEX_PAGE index.html index.css)
 set(RTIFED_INDEX_SCRIPTS index.js)
 set(RTIFED_PAGE_FILES ${RTIFED_MODEL_PAGE} ${RTIFED_MODEL_SCRIPTS} ${RTIFED_INDEX_PAGE} ${RTIFED_INDEX_SCRIPTS})

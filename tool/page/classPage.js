@@ -1,0 +1,93 @@
+// The page of an object or interaction class.
+
+function classFacts(page, node) {
+    const changes = page.marks.changesOf(node);
+    const {data} = node;
+    const was = kind => changeOfKind(changes, kind);
+    return make("dl", {class: "facts"},
+        fact("Full name", make("span", {class: "full"}, breakable(node.name))),
+        fact("Handle", page.hasHandles && !node.removed ? changedValue(was("renumbered"), data.handle === null ? null : String(data.handle)) : null),
+        node.kind === "object" ? null : [
+            fact("Transportation", changedValue(was("transportation"), data.transportation)),
+            fact("Ordering", changedValue(was("ordering"), data.ordering)),
+            fact("Space", changedValue(was("space"), spaceLink(page, data.space)) || "none")],
+        fact("Declared", node.removed || !data.place ? null : placeText(data.place)));
+}
+
+/** What happened to the class itself, in a sentence each. */
+function classNews(page, node) {
+    const news = page.marks.changesOf(node).map(change => {
+        const hint = renameHint(change);
+        if (change.kind === "added") return "Added in this version" + (hint ? ", " + hint : "") + ".";
+        if (change.kind === "removed") return "Removed in this version" + (hint ? ", " + hint : "") + ".";
+        if (change.kind === "renamed") return "Spelt " + change.from + " before.";
+        if (change.kind === "superclass") return "The superclass was " + change.from + ".";
+        return "";
+    }).filter(text => text !== "");
+    if (news.length === 0 && node.removed) news.push("Removed in this version.");
+    if (news.length === 0 && page.marks.signOf(node) === "+") news.push("Added in this version.");
+    return news.length === 0 ? null : make("div", {class: "news " + (MEANING_OF_SIGN[page.marks.signOf(node)] || "changed")},
+        news.map(text => make("p", null, breakable(text))));
+}
+
+function inheritedSwitch(page, node) {
+    const inherited = countInherited(node);
+    if (inherited === 0) return null;
+    return make("label", {class: "switch"},
+        make("input", {type: "checkbox", id: "inherited", checked: page.withInherited, onchange: event => {
+            page.withInherited = event.target.checked;
+            page.showAgain();
+            byId("inherited").focus({preventScroll: true});
+        }}), " Show " + inherited.toLocaleString("en-GB") + " inherited");
+}
+
+function membersSection(page, node, target) {
+    const {memberNoun, members} = KINDS[node.kind];
+    const table = membersTable(page, node, {withInherited: page.withInherited, target});
+    const inherited = countInherited(node);
+    const none = inherited > 0 && node.members.length === 0 ? "This class declares no " + members + " of its own."
+        : "This class has no " + members + ".";
+    return make("section", null,
+        make("div", {class: "heading"}, make("h2", null, capitalized(plural(memberNoun)), " ",
+            make("span", {class: "number"}, String(node.members.length))), inheritedSwitch(page, node)),
+        node.members.length === 0 && !(table && inherited === 0) ? make("p", {class: "note"}, none) : null, table);
+}
+
+function subclassesSection(page, node) {
+    if (node.children.length === 0) return null;
+    return make("section", null,
+        make("h2", null, "Subclasses ", make("span", {class: "number"}, String(node.children.length))),
+        longList(make("ul", {class: "classes"}), node.children, child => classItem(page, child), 100));
+}
+
+function missingMemberNotice(node, name) {
+    return make("p", {class: "missing"}, "This version of the class has no " + KINDS[node.kind].memberNoun + " ",
+        make("strong", null, breakable(name)), ".");
+}
+
+function headingOf(page, node) {
+    const name = node.removed ? make("del", null, breakable(node.own)) : breakable(node.own);
+    return [
+        make("p", {class: "kind"}, capitalized(KINDS[node.kind].noun), node.mom ? " of the Management Object Model" : null),
+        make("h1", {tabindex: "-1"}, signMark(page.marks.signOf(node)), name)
+    ];
+}
+
+function classPage(page, {node, member, declarer, missingMember}) {
+    if (declarer && declarer !== node) page.withInherited = true;
+    return {
+        node,
+        title: member ? node.own + "." + member.name : node.own,
+        content: [
+            pathOf(node),
+            headingOf(page, node),
+            missingMember ? missingMemberNotice(node, missingMember) : null,
+            classNews(page, node),
+            documentation(page.remarks.documentationOf(node)),
+            page.remarks.findingsOf(node).map(finding => findingBox(page, finding, {withSeverity: true})),
+            classFacts(page, node),
+            membersSection(page, node, member || null),
+            subclassesSection(page, node)
+        ]
+    };
+}

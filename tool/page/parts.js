@@ -1,0 +1,113 @@
+// Pieces that several pages consist of.
+
+function linkTo(node, memberName, attributes, ...content) {
+    return make("a", Object.assign({href: "#" + linkOf(node, memberName)}, attributes), content);
+}
+
+/** The sign of a change with the word for screen readers; nothing for no sign. */
+function signMark(sign) {
+    if (sign === "") return null;
+    const shown = sign === "-" ? "\u2212" : sign;
+    return make("span", {class: "sign " + MEANING_OF_SIGN[sign], title: MEANING_OF_SIGN[sign]},
+        make("span", {"aria-hidden": "true"}, shown), spoken(MEANING_OF_SIGN[sign] + " "));
+}
+
+/** The superclasses of a class as links. */
+function pathOf(node) {
+    const ancestors = ancestorsOf(node);
+    if (ancestors.length === 0) return null;
+    const steps = ancestors.map(above => make("li", null, linkTo(above, null, null, above.own)));
+    return make("nav", {"class": "path", "aria-label": "Superclasses"}, make("ol", null, steps));
+}
+
+/** A term with its value in a list of facts; nothing if there is no value. */
+function fact(term, ...value) {
+    const isEmpty = value.every(part => part === null || part === undefined || part === "");
+    return isEmpty ? null : make("div", null, make("dt", null, term), make("dd", null, value));
+}
+
+/** A value that changed: the old one struck out before the new one. */
+function changedValue(change, current) {
+    if (!change) return current;
+    const text = value => value === null ? "none" : String(value);
+    return [make("del", null, spoken("was "), text(change.from)), " ",
+            make("ins", null, spoken("is now "), current || text(change.to))];
+}
+
+function changeOfKind(changes, kind) {
+    return changes.find(change => change.kind === kind) || null;
+}
+
+function spaceLink(page, name) {
+    if (!name) return null;
+    const node = findNode(page.model.space, name);
+    return node ? linkTo(node, null, null, name) : name;
+}
+
+function placeText(place) {
+    return place ? "line " + place.line.toLocaleString("en-GB") : "";
+}
+
+/** The comment that documents a declaration. Its lines are kept: people align text and tables in comments. */
+function documentation(text) {
+    return text === "" ? null : make("p", {class: "documentation"}, text);
+}
+
+/** One finding with all that the check says about it. A page of findings says the severity and explains the rule already. */
+function findingBox(page, finding, {withSubject = false, withSeverity = false}) {
+    const rule = page.data.rules[finding.rule];
+    const subject = withSubject && finding.of ? subjectOf(page.model, finding.of) : null;
+    const where = [placeText(finding.place), finding.place && subject ? ", " : null, subject];
+    return make("div", {class: "finding " + finding.severity},
+        make("p", {class: "where"}, withSeverity ? [make("strong", {class: "severity"}, finding.severity), " "] : null, where),
+        make("p", null, finding.text),
+        finding.details.length === 0 ? null : make("ul", null, finding.details.map(text => make("li", null, text))),
+        finding.notes.map(note => make("p", {class: "note"}, note.text, note.place ? ", " + placeText(note.place) : "")),
+        finding.fixText ? make("p", {class: "note"}, "Fix: ", finding.fixText) : null,
+        withSubject ? null : make("p", {class: "note"}, make("a", {href: "#findings"}, rule ? rule.title : finding.rule)));
+}
+
+/** A link to what a finding is about. */
+function subjectOf(model, reference) {
+    const [kind, index, memberIndex] = reference;
+    const node = model[kind].nodes[index];
+    if (!node) return null;
+    const member = memberIndex === undefined ? null : node.members[memberIndex];
+    return linkTo(node, member && member.name, null, breakable(member ? node.name + "." + member.name : node.name));
+}
+
+/** The verdict of the difference and the sentence that explains it. */
+function verdictBox(page, withLink) {
+    const {difference, wording} = page.data;
+    if (!difference) return null;
+    return make("section", {"class": "verdict " + difference.verdict, "aria-label": "Comparison"},
+        make("p", null, make("strong", null, difference.verdict), ", compared with ",
+            make("span", {class: "file"}, breakable(difference.old.file))),
+        make("p", null, capitalized(wording.explanation),
+            withLink && difference.changes.length > 0 ? [" ", make("a", {href: "#changes"},
+                "See " + counted(wording.groups.length, "group") + " of changes")] : null));
+}
+
+function capitalized(text) {
+    return text.charAt(0).toUpperCase() + text.slice(1);
+}
+
+/**
+ * A list of which only the first items are made; a button makes more. A model may have thousands of findings or subclasses, of
+ * which nobody reads all.
+ */
+function longList(list, items, makeItem, atOnce) {
+    const button = make("button", {type: "button", class: "more"});
+    let shown = 0;
+    const more = () => {
+        const next = items.slice(shown, shown + atOnce);
+        append(list, next.map(makeItem));
+        shown += next.length;
+        const left = items.length - shown;
+        button.textContent = "Show " + Math.min(left, atOnce).toLocaleString("en-GB") + " more of " + left.toLocaleString("en-GB");
+        button.hidden = left === 0;
+    };
+    button.addEventListener("click", more);
+    more();
+    return [list, button];
+}

@@ -1,0 +1,36 @@
+// The page of a routing space.
+
+function useItem(page, {node, member}) {
+    const name = linkTo(node, member && member.name, null, breakable(member ? member.name : node.own));
+    return make("li", null, name, " ", make("span", {class: "sizes"}, breakable(member ? node.name : node.parent ? node.parent.name : "")));
+}
+
+function usesSection(page, title, uses) {
+    if (uses.length === 0) return null;
+    return make("section", null, make("h2", null, title + " ", make("span", {class: "number"}, uses.length.toLocaleString("en-GB"))),
+        longList(make("ul", {class: "classes"}), uses, use => useItem(page, use), 200));
+}
+
+function spacePage(page, {node, member, missingMember}) {
+    const uses = page.spaceUses.get(fold(node.name)) || [];
+    const table = membersTable(page, node, {withInherited: false, target: member || null});
+    return {
+        node,
+        title: node.own,
+        content: [
+            headingOf(page, node),
+            missingMember ? missingMemberNotice(node, missingMember) : null,
+            classNews(page, node),
+            documentation(page.remarks.documentationOf(node)),
+            page.remarks.findingsOf(node).map(finding => findingBox(page, finding, {withSeverity: true})),
+            make("dl", {class: "facts"},
+                fact("Handle", node.data.handle === null || node.removed ? null : String(node.data.handle)),
+                fact("Declared", node.removed ? null : placeText(node.data.place)),
+                fact("Used by", uses.length === 0 ? "nothing" : null)),
+            make("section", null, make("h2", null, "Dimensions ", make("span", {class: "number"}, String(node.members.length))),
+                table || make("p", {class: "note"}, "This space has no dimensions.")),
+            usesSection(page, "Attributes in this space", uses.filter(use => use.member)),
+            usesSection(page, "Interaction classes in this space", uses.filter(use => !use.member))
+        ]
+    };
+}
