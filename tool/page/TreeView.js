@@ -2,6 +2,7 @@
 
 const ROWS_AROUND = 12;        // rows made above and below the visible ones, so that scrolling shows no gaps
 const OPEN_AT_FIRST = 80;       // a model with more classes begins with only the first level open
+const INDENTED_LEVELS = 11;   // more would leave no room for names
 const TYPING_PAUSE = 700;      // milliseconds after which typed letters begin a new name
 
 /** Sections such as "Object classes" have no page of their own. */
@@ -131,7 +132,7 @@ class TreeView {
             "aria-expanded": row.isParent ? String(this.unfolded.has(row.item)) : null
         }, make("span", {class: row.isParent ? "twisty" : "twisty none", "aria-hidden": "true"}), content);
         element.style.top = index * height + "px";
-        element.style.paddingLeft = Math.min(row.level - 1, 24) * 14 + 8 + "px"; // deeper levels would leave no room for names
+        element.style.paddingLeft = Math.min(row.level - 1, INDENTED_LEVELS) * 14 + 8 + "px";
         return element;
     }
 

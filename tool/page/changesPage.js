@@ -2,32 +2,25 @@
 
 const CHANGES_AT_ONCE = 50;
 
-/** Links a text to the class, space or member that a change is about; some changes are about the file as a whole. */
-function changeLink(page, change, text) {
-    const place = placeOfElement(change);
-    const node = place && findNode(page.model[place.kind], place.name);
-    return node ? linkTo(node, place.member, null, breakable(text)) : breakable(text);
-}
-
 function changeGroup(page, group) {
     const {changes} = page.data.difference;
     const first = changes[group.changes[0].change];
     if (group.changes.length === 1) { // which the headline names
         return make("section", {class: "change"},
-            make("h3", null, signMark(group.sign), changeLink(page, first, group.headline)),
+            make("h3", null, signMark(group.sign), linkOfChange(page, first, group.headline)),
             first.contents.length > 0 ? contentsOf(page, first) : null);
     }
     return make("section", {class: "change"},
         make("h3", null, signMark(group.sign), breakable(group.headline)),
         longList(make("ul", {class: "changes"}), group.changes, item =>
-            make("li", null, changeLink(page, changes[item.change], item.text)), CHANGES_AT_ONCE));
+            make("li", null, linkOfChange(page, changes[item.change], item.text)), CHANGES_AT_ONCE));
 }
 
 /** What was added or removed together with a class or space. */
 function contentsOf(page, change) {
-    return make("details", null, make("summary", null, "With it"),
+    return make("details", null, make("summary", null, counted(change.contents.length, "declaration") + " in it"),
         longList(make("ul", {class: "changes"}), change.contents, element =>
-            make("li", null, changeLink(page, element, element.in + "." + element.name)), CHANGES_AT_ONCE));
+            make("li", null, linkOfChange(page, element, element.in + "." + element.name)), CHANGES_AT_ONCE));
 }
 
 function changesPage(page) {

@@ -11,23 +11,30 @@ function classFacts(page, node) {
             fact("Transportation", changedValue(was("transportation"), data.transportation)),
             fact("Ordering", changedValue(was("ordering"), data.ordering)),
             fact("Space", changedValue(was("space"), spaceLink(page, data.space)) || "none")],
-        fact("Declared", node.removed || !data.place ? null : placeText(data.place)));
+        declaredFact(page, node));
 }
 
 /** What happened to the class itself, in a sentence each. */
 function classNews(page, node) {
     const news = page.marks.changesOf(node).map(change => {
-        const hint = renameHint(change);
-        if (change.kind === "added") return "Added in this version" + (hint ? ", " + hint : "") + ".";
-        if (change.kind === "removed") return "Removed in this version" + (hint ? ", " + hint : "") + ".";
-        if (change.kind === "renamed") return "Spelt " + change.from + " before.";
-        if (change.kind === "superclass") return "The superclass was " + change.from + ".";
-        return "";
-    }).filter(text => text !== "");
-    if (news.length === 0 && node.removed) news.push("Removed in this version.");
-    if (news.length === 0 && page.marks.signOf(node) === "+") news.push("Added in this version.");
-    return news.length === 0 ? null : make("div", {class: "news " + (MEANING_OF_SIGN[page.marks.signOf(node)] || "changed")},
-        news.map(text => make("p", null, breakable(text))));
+        const hint = renameHint(page, change);
+        if (change.kind === "added") return ["Added in this version", hint ? [", ", hint] : null, "."];
+        if (change.kind === "removed") return ["Removed in this version", hint ? [", ", hint] : null, "."];
+        if (change.kind === "renamed") return ["Spelt " + change.from + " before."];
+        if (change.kind === "superclass") return ["The superclass was " + change.from + " before."];
+        return null;
+    }).filter(text => text !== null);
+    const sign = page.marks.signOf(node);
+    if (news.length === 0 && sign === "-") news.push("Removed in this version.");
+    if (news.length === 0 && sign === "+") news.push("Added in this version.");
+    return news.length === 0 ? null
+        : make("div", {class: "news " + (MEANING_OF_SIGN[sign] || "changed")}, news.map(text => make("p", null, text)));
+}
+
+/** Where the class is declared, in the file that has it. */
+function declaredFact(page, node) {
+    if (!node.data.place) return null;
+    return fact("Declared", placeText(node.data.place), node.removed ? " of " + page.data.difference.old.file : null);
 }
 
 function inheritedSwitch(page, node) {

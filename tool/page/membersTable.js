@@ -63,25 +63,19 @@ function makeMemberRow(page, row, columns, target) {
         "class": [isTarget ? "target" : "", MEANING_OF_SIGN[row.sign] || ""].join(" ").trim() || null,
         "aria-current": isTarget ? "true" : null
     }, make("th", {scope: "row", class: "name"}, signMark(row.sign), row.sign === "-" ? make("del", null, name) : name,
-        change ? make("span", {class: "was"}, "was ", change.from) : null, memberHints(row)), cells);
+        change ? make("span", {class: "was"}, "was ", change.from) : null, memberHints(page, row)), cells);
 }
 
 /** What the comparison guesses about a member that was added or removed. */
-function memberHints(row) {
+function memberHints(page, row) {
     return row.changes.map(change => {
         const hint = renameHint(change) || movedHint(change);
         return hint === "" ? null : make("span", {class: "was"}, hint);
     });
 }
 
-function renameHint(change) {
-    if (!change.rename) return "";
-    const likelihood = change.rename.likelihood === "probable" ? "probably" : "perhaps";
-    return likelihood + (change.kind === "removed" ? " renamed to " : " renamed from ") + change.rename.name;
-}
-
 function movedHint(change) {
-    if (change.movedDownTo.length === 0) return "";
+    if (change.movedDownTo.length === 0) return null;
     return "moved down to " + (change.movedDownTo.length === 1 ? change.movedDownTo[0].in
         : counted(change.movedDownTo.length, "class"));
 }

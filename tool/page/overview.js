@@ -110,7 +110,7 @@ function overviewPage(page) {
     return {
         title: "",
         content: [
-            make("p", {class: "kind"}, "Federation"),
+            make("p", {class: "kind"}, data.model.federation ? "Federation" : "File"),
             make("h1", {tabindex: "-1"}, breakable(federationName(page))),
             verdictBox(page, true),
             identity(page),

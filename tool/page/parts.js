@@ -1,5 +1,7 @@
 // Pieces that several pages consist of.
 
+const MAX_STEPS = 16; // of a path
+
 function linkTo(node, memberName, attributes, ...content) {
     return make("a", Object.assign({href: "#" + linkOf(node, memberName)}, attributes), content);
 }
@@ -12,11 +14,13 @@ function signMark(sign) {
         make("span", {"aria-hidden": "true"}, shown), spoken(MEANING_OF_SIGN[sign] + " "));
 }
 
-/** The superclasses of a class as links. */
+/** The superclasses of a class as links; of very many, the first and the last. */
 function pathOf(node) {
     const ancestors = ancestorsOf(node);
     if (ancestors.length === 0) return null;
     const steps = ancestors.map(above => make("li", null, linkTo(above, null, null, above.own)));
+    const left = steps.length - MAX_STEPS;
+    if (left > 1) steps.splice(MAX_STEPS / 2, left, make("li", null, "\u2026 " + counted(left, "class")));
     return make("nav", {"class": "path", "aria-label": "Superclasses"}, make("ol", null, steps));
 }
 
@@ -24,6 +28,21 @@ function pathOf(node) {
 function fact(term, ...value) {
     const isEmpty = value.every(part => part === null || part === undefined || part === "");
     return isEmpty ? null : make("div", null, make("dt", null, term), make("dd", null, value));
+}
+
+/** The guess of the comparison that something was renamed; null for none. */
+function renameHint(page, change) {
+    if (!change.rename) return null;
+    const likelihood = change.rename.likelihood === "probable" ? "probably" : "perhaps";
+    const other = Object.assign({}, change, {name: change.rename.name});
+    return [likelihood, change.kind === "removed" ? " renamed to " : " renamed from ", linkOfChange(page, other, change.rename.name)];
+}
+
+/** Links a text to the class, space or member that a change is about; some changes are about the file as a whole. */
+function linkOfChange(page, change, text) {
+    const place = placeOfElement(change);
+    const node = place && findNode(page.model[place.kind], place.name);
+    return node ? linkTo(node, place.member, null, breakable(text)) : breakable(text);
 }
 
 /** A value that changed: the old one struck out before the new one. */
@@ -85,7 +104,7 @@ function verdictBox(page, withLink) {
             make("span", {class: "file"}, breakable(difference.old.file))),
         make("p", null, capitalized(wording.explanation),
             withLink && difference.changes.length > 0 ? [" ", make("a", {href: "#changes"},
-                "See " + counted(wording.groups.length, "group") + " of changes")] : null));
+                "See the changes")] : null));
 }
 
 function capitalized(text) {

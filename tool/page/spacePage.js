@@ -25,7 +25,7 @@ function spacePage(page, {node, member, missingMember}) {
             page.remarks.findingsOf(node).map(finding => findingBox(page, finding, {withSeverity: true})),
             make("dl", {class: "facts"},
                 fact("Handle", node.data.handle === null || node.removed ? null : String(node.data.handle)),
-                fact("Declared", node.removed ? null : placeText(node.data.place)),
+                declaredFact(page, node),
                 fact("Used by", uses.length === 0 ? "nothing" : null)),
             make("section", null, make("h2", null, "Dimensions ", make("span", {class: "number"}, String(node.members.length))),
                 table || make("p", {class: "note"}, "This space has no dimensions.")),
