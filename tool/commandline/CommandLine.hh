@@ -34,6 +34,7 @@ private:
     void addChecksum();
     void addSave();
     void addTree();
+    void checkTreeOptions() const;
     void addFind();
     void addHtml();
     void addJson();

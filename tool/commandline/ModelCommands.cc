@@ -3,22 +3,49 @@
 #include "tool/commandline/Options.hh"
 
 void CommandLine::addTree() {
-    CLI::App *command = addCommand("tree", "Show the class trees with their members, and the routing spaces",
-                                   "CLASS is a full dotted name, with or without its root, or the end of one. If the "
-                                   "file does not load, only what\n"
-                                   "can be understood is shown, and the exit status is 1.\n\n"
-                                   "Examples:\n"
-                                   "  rtifed tree harbour.fed\n"
-                                   "  rtifed tree --inherited harbour.fed Craft",
-                                   [this] { return tree(_tree, _console); });
+    CLI::App *command =
+        addCommand("tree", "Show the class trees with their members, and the routing spaces",
+                   "CLASS is a full dotted name, with or without its root, or the end of one. If the "
+                   "file does not load, only what\n"
+                   "can be understood is shown, and the exit status is 1.\n\n"
+                   "The formats dot (for Graphviz), svg and mermaid (for Markdown) are pictures of the class trees, in "
+                   "which the\nManagement Object Model (MOM) is one box unless CLASS names one of its classes, and +N "
+                   "is the number of\nclasses below that --depth leaves out.\n\n"
+                   "Examples:\n"
+                   "  rtifed tree harbour.fed\n"
+                   "  rtifed tree --inherited harbour.fed Craft\n"
+                   "  rtifed tree --format svg --members harbour.fed Craft >craft.svg",
+                   [this] {
+                       checkTreeOptions();
+                       return tree(_tree, _console);
+                   });
     addOperand(command, "FILE", _tree.fileName, kFile)->required();
     addOperand(command, "CLASS", _tree.className, "Show only this class and its descendants");
+    addChoice(command, "--format", _tree.format,
+              {{"text", TreeOptions::text},
+               {"dot", TreeOptions::dot},
+               {"svg", TreeOptions::svg},
+               {"mermaid", TreeOptions::mermaid}},
+              "FORMAT", "Output format: text (default), dot, svg or mermaid");
     command->add_flag("--inherited", _tree.inherited,
-                      "Show inherited members as well, with the class that declares them");
-    command->add_flag("--classes", _tree.classesOnly, "Show no members");
+                      "Show inherited members as well, with the class that declares them; only of text");
+    command->add_flag("--classes", _tree.classesOnly, "Show no members; only of text");
+    command->add_flag("--members", _tree.members, "Show the members that each class declares; only of pictures");
     command->add_option("--depth", _tree.depth, "Show the outermost N levels of classes")
         ->check(CLI::Range(std::size_t(1), std::size_t(1000)))
         ->option_text("N");
+}
+
+/// Throws a usage error for an option that the format of `tree` does not have.
+void CommandLine::checkTreeOptions() const {
+    const bool isText = _tree.format == TreeOptions::text;
+    if (isText && _tree.members)
+        throw CLI::ValidationError("--members", "only with --format dot, svg or mermaid; text shows members anyway");
+    if (!isText && _tree.inherited)
+        throw CLI::ValidationError("--inherited", "only with --format text");
+    if (!isText && _tree.classesOnly)
+        throw CLI::ValidationError("--classes",
+                                   "only with --format text; the other formats show members only with --members");
 }
 
 void CommandLine::addFind() {

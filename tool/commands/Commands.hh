@@ -23,11 +23,15 @@
 /// throws CannotWork if it cannot do its work at all.
 
 struct TreeOptions {
+    enum Format { text, dot, svg, mermaid };
+
     std::string fileName;
     std::string className;    ///< The class to show with its descendants; empty for the whole model.
-    bool inherited = false;   ///< Whether classes are shown with the members that they inherit.
-    bool classesOnly = false; ///< Whether no members are shown.
+    bool inherited = false;   ///< Whether classes are shown with the members that they inherit; only of text.
+    bool classesOnly = false; ///< Whether no members are shown; only of text.
     std::size_t depth = 0;    ///< The number of levels of classes to show, 0 for all.
+    Format format = text;
+    bool members = false; ///< Whether a picture shows the members of each class.
 };
 
 struct FindOptions {

@@ -6,6 +6,7 @@
 #include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Names.hh"
+#include "tool/picture/Picture.hh"
 
 #include <algorithm>
 
@@ -218,37 +219,66 @@ std::vector<std::size_t> classesNamed(const std::string &name, std::string_view 
     return byFullName.empty() ? byEnd : byFullName;
 }
 
-/// Prints the class that the name means in each of the two trees. Returns false if neither tree has one, or if it is
-/// ambiguous in one of them.
-bool printNamed(const TreeOptions &options, const std::string &fileName, const Outline &outline,
-                const Console &console) {
-    const std::string &name = options.className;
-    std::vector<std::pair<const Outline::Classes *, std::size_t>> meant;
+/// Returns the class that the name means in each of the two trees. Empty, with a complaint, if neither tree has one, or
+/// if it is ambiguous in one of them.
+std::vector<ClassPicture::Start> meantClasses(const std::string &name, const std::string &fileName,
+                                              const Outline &outline, const Console &console) {
+    std::vector<ClassPicture::Start> meant;
     std::vector<std::string> candidates;
-    for (const auto &[classes, prefix] : {std::pair(&outline.objects, RtiFedObjectClass::_rootPrefix),
-                                          std::pair(&outline.interactions, RtiFedInteractionClass::_rootPrefix)}) {
-        const std::vector<std::size_t> found = classesNamed(name, prefix, *classes);
+    for (const auto &[kind, prefix] : {std::pair(&kObjectTree, RtiFedObjectClass::_rootPrefix),
+                                       std::pair(&kInteractionTree, RtiFedInteractionClass::_rootPrefix)}) {
+        const Outline::Classes &classes = outline.classes(*kind);
+        const std::vector<std::size_t> found = classesNamed(name, prefix, classes);
         if (found.size() > 1) {
             console.err << fileName << ": there are " << found.size() << " classes "
                         << inQuotes(name, std::string::npos) << ", such as "
-                        << inQuotes(classes->at(found[0]).name, std::string::npos) << " and "
-                        << inQuotes(classes->at(found[1]).name, std::string::npos) << "; give more of the name\n";
-            return false;
+                        << inQuotes(classes[found[0]].name, std::string::npos) << " and "
+                        << inQuotes(classes[found[1]].name, std::string::npos) << "; give more of the name\n";
+            return {};
         }
         if (found.size() == 1)
-            meant.emplace_back(classes, found.front());
-        for (const Outline::Class &node : *classes)
+            meant.push_back({kind, found.front()});
+        for (const Outline::Class &node : classes)
             candidates.emplace_back(endLike(node.name, name));
     }
     if (meant.empty())
         console.err << fileName << ": there is no class " << inQuotes(name, std::string::npos)
                     << didYouMean(suggestionFor(name, candidates)) << '\n';
-    for (const auto &[classes, index] : meant) {
-        if (classes != meant.front().first)
+    return meant;
+}
+
+void printText(const TreeOptions &options, const Outline &outline, const std::vector<ClassPicture::Start> &classes,
+               const Console &console) {
+    const TreePrinter printer(options, console);
+    if (classes.empty())
+        printer.printModel(outline);
+    for (const auto &[kind, index] : classes) {
+        if (kind != classes.front().kind)
             console.out << '\n';
-        TreePrinter(options, console).printClass(*classes, index);
+        printer.printClass(outline.classes(*kind), index);
     }
-    return !meant.empty();
+}
+
+void drawMermaid(const ClassPicture &picture, const std::string &fileName, const Console &console) {
+    std::size_t numEdges = 0;
+    for (const ClassPicture::Tree &shown : picture.trees)
+        numEdges += shown.numEdges();
+    if (numEdges > kMermaidEdges)
+        console.err << "rtifed: " << fileName << ": the diagram has " << numEdges
+                    << " edges; most pages show only up to " << kMermaidEdges << ", so give a CLASS or --depth\n";
+    writeMermaid(picture, console.out);
+}
+
+void draw(const TreeOptions &options, const std::string &fileName, const ClassPicture &picture,
+          const Console &console) {
+    switch (options.format) {
+    case TreeOptions::dot:
+        return writeDot(picture, console.out);
+    case TreeOptions::mermaid:
+        return drawMermaid(picture, fileName, console);
+    default:
+        return writeSvg(picture, console.out);
+    }
 }
 
 } // namespace
@@ -258,10 +288,15 @@ Status tree(const TreeOptions &options, const Console &console) {
     const auto outline = outlineToShow(input, console.err);
     if (!outline)
         return wrong;
-    bool found = true;
-    if (options.className.empty())
-        TreePrinter(options, console).printModel(*outline);
+    std::vector<ClassPicture::Start> classes;
+    if (!options.className.empty()) {
+        classes = meantClasses(options.className, input.name, *outline, console);
+        if (classes.empty())
+            return wrong;
+    }
+    if (options.format == TreeOptions::text)
+        printText(options, *outline, classes, console);
     else
-        found = printNamed(options, input.name, *outline, console);
-    return found && outline->loads ? done : wrong;
+        draw(options, input.name, ClassPicture(*outline, classes, {options.depth, options.members}), console);
+    return outline->loads ? done : wrong;
 }

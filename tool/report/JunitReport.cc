@@ -1,41 +1,7 @@
+#include "tool/console/Xml.hh"
 #include "tool/report/Report.hh"
 
 namespace {
-
-/// Escapes a character for XML. Those that no XML document may contain, such as control characters, become \xNN.
-std::string xmlCharacter(std::string_view character, bool isPrintable) {
-    switch (character.front()) {
-    case '<':
-        return "&lt;";
-    case '>':
-        return "&gt;"; // which ends a section if it follows "]]"
-    case '&':
-        return "&amp;";
-    case '"':
-        return "&quot;";
-    default:
-        break;
-    }
-    const bool isNoncharacter = character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF"; // U+FFFE and U+FFFF
-    if (isPrintable && !isNoncharacter)
-        return std::string(character);
-    std::string escaped;
-    for (const char byte : character)
-        escaped += "\\x" + hexDigits(static_cast<unsigned char>(byte));
-    return escaped;
-}
-
-/// Escapes a text for XML; `lineEnd` takes the place of line ends, which an attribute cannot have.
-std::string xml(std::string_view text, std::string_view lineEnd = "\n") {
-    std::string escaped;
-    while (!text.empty()) {
-        const std::size_t printable = RtiFedParser::printableSize(text);
-        const std::size_t size = std::max<std::size_t>(printable, 1);
-        escaped += text.front() == '\n' ? std::string(lineEnd) : xmlCharacter(text.substr(0, size), printable > 0);
-        text.remove_prefix(size);
-    }
-    return escaped;
-}
 
 std::string attribute(const char *name, const std::string &value) {
     return std::string(" ") + name + "=\"" + xml(value, "&#10;") + '"';

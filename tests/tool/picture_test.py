@@ -1,0 +1,61 @@
+"""Reads pictures with an XML parser and with Graphviz: each name of a model must arrive as it is, whatever characters it has.
+
+Usage: picture_test.py PROGRAM EXAMPLES PICTURES    PICTURES is the folder of the pictures in documents
+"""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+import xml.etree.ElementTree
+
+program, examples, pictures = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+SVG = "{http://www.w3.org/2000/svg}"
+NAMES = ["</script><img onerror=alert(1)>", "a&amp;b", "back\\slash\\n", "\\N", "\\l", "\\", "{rec|ord}<p>", "q'uote", "#35;#quot;",
+         "%%{init: {}}%%", "two  blanks", "漢字", "שלום", "🚢", "-->", "]]>", "<br>", "&#60;", "&", "end", "$$x$$", "HTML<>", "[x](y)"]
+
+
+def run(*arguments, status=1):
+    done = subprocess.run([program, "tree", *arguments], capture_output=True)
+    assert done.returncode == status, (arguments, done.stderr)
+    return done.stdout.decode(), done.stderr.decode()
+
+
+def texts(svg):
+    """Returns the texts of a picture."""
+    document = xml.etree.ElementTree.fromstring(svg.encode())
+    return ["".join(text.itertext()).replace("\xa0", " ") for text in document.iter(SVG + "text")]
+
+
+with tempfile.TemporaryDirectory() as folder:
+    file = pathlib.Path(folder) / "hostile.fed"
+    file.write_text("(FED (Federation F) (FEDversion v) (objects (class ObjectRoot "
+                    + "".join(f'(class "{name}" (attribute "{name}1" reliable receive)) ' for name in NAMES) + ")))")
+    members = [name + "1" for name in NAMES]
+    frame = ["F, version v", "Object classes", "ObjectRoot"]
+    for options, expected in ((), frame + NAMES), (("--members",), frame + NAMES + members):
+        assert sorted(texts(run("--format", "svg", *options, file)[0])) == sorted(expected)
+        dot = run("--format", "dot", *options, file)[0]
+        drawn = subprocess.run(["dot", "-Tsvg"], input=dot.encode(), capture_output=True, check=True)
+        assert not drawn.stderr, drawn.stderr
+        assert sorted(texts(drawn.stdout.decode())) == sorted(expected)
+
+    # No byte of a file makes a picture that cannot be read.
+    file.write_bytes(b"(FED (Federation \"" + bytes(c for c in range(1, 256) if c not in b"\"\r\n") + b"\") (FEDversion v))")
+    assert "\\x01\\x02" in texts(run("--format", "svg", file)[0])[0]
+    file.write_bytes(b"")
+    assert texts(run("--format", "svg", file)[0]) == ["A federation without a name: no classes"]
+
+    # Too many edges for most pages that show Mermaid.
+    file.write_text("(FED (objects (class ObjectRoot" + "".join(f"(class C{i})" for i in range(501)) + ")))")
+    assert "501 edges" in run("--format", "mermaid", file)[1] and "edges" not in run("--format", "dot", file)[1]
+
+harbour = examples / "harbour.fed"
+assert "--members" in run("--members", harbour, status=2)[1]
+for text_only in "--inherited", "--classes":
+    assert text_only in run("--format", "svg", text_only, harbour, status=2)[1]
+assert run("--format", "mermaid", harbour, "Krane", status=1)[1].endswith('did you mean "Crane"?\n')
+
+for name, options in ("harbour", []), ("craft", ["--members", "Craft"]):
+    assert run("--format", "svg", harbour, *options, status=0)[0] == (pictures / f"{name}.svg").read_text(), \
+        f"{name}.svg is out of date: scripts/pictures makes it"
