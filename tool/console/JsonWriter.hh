@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <charconv>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -35,6 +36,10 @@ public:
     /// Writes a string, a truth value or a whole number without making a Json of it: a model has a million of them.
     template <class Value>
     JsonWriter &value(const Value &value);
+    template <class Value>
+    JsonWriter &value(const std::optional<Value> &valueOrNull) {
+        return valueOrNull ? value(*valueOrNull) : value(Json());
+    }
     JsonWriter &member(std::string_view name, const Json &value) { return key(name).value(value); }
     template <class Value>
     JsonWriter &member(std::string_view name, const Value &value) {

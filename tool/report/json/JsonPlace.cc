@@ -4,6 +4,13 @@ Json placeAsJson(const std::optional<RtiFedPosition> &place) {
     return place ? Json{{"line", place->line}, {"column", place->column}} : Json();
 }
 
+void writePlace(JsonWriter &json, const std::optional<RtiFedPosition> &place) {
+    if (place)
+        json.beginObject().member("line", place->line).member("column", place->column).endObject();
+    else
+        json.value(Json());
+}
+
 Json placeAsJson(const Source &source, const std::optional<RtiFedSpan> &span) {
     if (!span)
         return {};

@@ -4,14 +4,16 @@
 #include "tool/report/json/JsonPlace.hh"
 
 #include <algorithm>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace {
 
 constexpr int kFormatVersion = 1; // to be raised when a key is removed or changes its meaning
 
-Json orNull(const std::string &text) {
-    return text.empty() ? Json() : Json(text);
+std::optional<std::string_view> orNull(std::string_view text) {
+    return text.empty() ? std::nullopt : std::optional(text);
 }
 
 /// Writes a model as docs/model.schema.json describes it.
@@ -54,7 +56,9 @@ private:
     void writeClasses(const TreeKind &tree, const Outline::Classes &classes) {
         writeArray(tree.classesKey, classes, [&](const Outline::Class &node) {
             writeDeclaration(node);
-            _json.member("parent", node.parent == Outline::kNone ? Json() : Json(classes[node.parent].name));
+            _json.member("parent", node.parent == Outline::kNone
+                                       ? std::nullopt
+                                       : std::optional<std::string_view>(classes[node.parent].name));
             if (!tree.membersHaveProperties)
                 writeProperties(node.properties);
             writeArray(tree.membersKey, node.members, [&](const Outline::Member &member) {
@@ -93,16 +97,8 @@ private:
     template <class Declared>
     void writeDeclaration(const Declared &declared) {
         _json.member("name", declared.name);
-        _json.member("handle", _outline.loads ? Json(declared.handle) : Json());
-        const Json place = placeAsJson(declared.place);
-        if (place.is_null()) {
-            _json.member("place", place);
-            return;
-        }
-        _json.key("place").beginObject();
-        for (const auto &[key, value] : place.items())
-            _json.member(key, value);
-        _json.endObject();
+        _json.member("handle", _outline.loads ? std::optional(declared.handle) : std::nullopt);
+        writePlace(_json.key("place"), declared.place);
     }
 
     void writeProperties(const Outline::Properties &properties) {
