@@ -31,7 +31,7 @@ function noticeOf({data}) {
     if (!data.complete) {
         notices.push(make("p", null, "Parts of the file could not be understood, so classes or members may be missing here."));
     }
-    return notices.length === 0 ? null : make("div", {class: "refused", role: "note"}, notices);
+    return notices.length === 0 ? null : make("section", {"class": "refused", "aria-label": "About this file"}, notices);
 }
 
 /** The links in the bar. */

@@ -69,8 +69,8 @@ function makeMemberRow(page, row, columns, target) {
 /** What the comparison guesses about a member that was added or removed. */
 function memberHints(page, row) {
     return row.changes.map(change => {
-        const hint = renameHint(change) || movedHint(change);
-        return hint === "" ? null : make("span", {class: "was"}, hint);
+        const hint = renameHint(page, change) || movedHint(change);
+        return hint === null ? null : make("span", {class: "was"}, hint);
     });
 }
 
