@@ -42,7 +42,7 @@ function resolveLink(model, link) {
     if (link.name === undefined) {
         return ["overview", "findings", "changes"].includes(link.view) ? link : {view: "missing", link};
     }
-    const forest = KINDS[link.view] && model[link.view];
+    const forest = isKind(link.view) ? model[link.view] : null;
     const numbered = forest && link.index !== null ? forest.nodes[link.index] : null;
     const node = numbered && fold(numbered.name) === fold(link.name) ? numbered : forest && findNode(forest, link.name);
     if (!node) return {view: "missing", link};

@@ -48,7 +48,7 @@ function placesOf({data}) {
 }
 
 function missingPage({link}) {
-    const kind = KINDS[link.view];
+    const kind = isKind(link.view) ? KINDS[link.view] : null;
     return {title: "Not found", content: [
         make("h1", {tabindex: "-1"}, "Not in this version"),
         make("p", {class: "missing"}, kind ? ["This version of the model has no " + kind.noun + " ", make("strong", null, breakable(link.name)), "."]

@@ -15,6 +15,11 @@ const KINDS = {
     }
 };
 
+/** Whether a text, which may be anything, is one of the kinds. */
+function isKind(text) {
+    return Object.keys(KINDS).includes(text);
+}
+
 const MOM_SPACE = "hlamomdefaultspace";
 
 /** The name without those of its superclasses. */

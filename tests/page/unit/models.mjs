@@ -5,7 +5,7 @@ const place = () => ({ line: ++line, column: 1 });
 
 /** A class: its full name, its members as a list of names, and the superclass by the name. */
 function classOf(list, name, members, memberKey, from, more) {
-    const parent = [...list].reverse().find(other => name.startsWith(other.name + ".")) || null;
+    const parent = [...list].reverse().find(other => name.toLowerCase().startsWith(other.name.toLowerCase() + ".")) || null;
     const index = list.length;
     const inherited = parent ? parent[from] : [];
     return {
