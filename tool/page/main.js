@@ -65,7 +65,7 @@ const PAGES = {
 function describeItem(page, item, isUnfolded) {
     if (!isOpenable(item)) {
         const count = item.children.length === 0 ? 0 : item.forest.nodes.filter(node => !node.removed).length;
-        return {link: "#", title: null, classes: ["section"], content: [make("span", {class: "name"}, item.title), numberOf(count)]};
+        return {link: "#", title: null, classes: ["section"], content: [make("span", {class: "name"}, item.title), numberOf(count, KINDS[item.kind].noun, "")]};
     }
     const sign = page.marks.signOf(item);
     const severity = page.remarks.severityOf(item);
@@ -81,12 +81,15 @@ function describeItem(page, item, isUnfolded) {
             isChangedBelow ? make("span", {class: "below", title: "changes below"}, spoken(" changes below")) : null,
             severity ? make("span", {class: "flag " + severity, title: severity}, spoken(" " + severity)) : null,
             hidden ? make("span", {class: "flag hollow " + hidden, title: hidden + " below"}, spoken(" " + hidden + " below")) : null,
-            numberOf(item.numBelow)]
+            numberOf(item.numBelow, "class", " below")]
     };
 }
 
-function numberOf(count) {
-    return count === 0 ? null : make("span", {class: "number"}, count.toLocaleString("en-GB"));
+/** A number at the end of a row, for screen readers with what it counts. */
+function numberOf(count, noun, where) {
+    return count === 0 ? null : [
+        make("span", {"class": "number", "aria-hidden": "true"}, count.toLocaleString("en-GB")),
+        spoken(" " + counted(count, noun) + where)];
 }
 
 function sectionsOf(model) {
