@@ -20,10 +20,6 @@ ReportMaker *formatOf(const CheckOptions &options) {
     return options.format == jsonReport ? jsonStatisticsReport : statisticsReport;
 }
 
-std::string withoutName(const std::string &failure, const std::string &name) {
-    return failure.rfind(name + ": ", 0) == 0 ? failure.substr(name.size() + 2) : failure;
-}
-
 /// Reads the configurations of all files, so that one that cannot be used is reported once, before any finding.
 void readConfigurations(const std::vector<FileToRead> &files, const Console &console, Configurations &configurations) {
     for (const FileToRead &file : files)

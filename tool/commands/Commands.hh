@@ -130,6 +130,11 @@ struct FixOptions {
 };
 Status fix(const FixOptions &options, const Console &console);
 
+/// Returns why a file cannot be read without its name, which such reasons begin with.
+inline std::string withoutName(const std::string &failure, const std::string &name) {
+    return failure.rfind(name + ": ", 0) == 0 ? failure.substr(name.size() + 2) : failure;
+}
+
 /// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other:
 /// its reason is written to `console.err`, and `fail` is called with its name and the reason.
 template <class Work, class Fail>

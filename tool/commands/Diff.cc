@@ -1,6 +1,4 @@
-#include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/console/Text.hh"
 #include "tool/model/Revision.hh"
 #include "tool/report/DiffReport.hh"
 #include "tool/report/json/DiffJson.hh"
@@ -8,15 +6,6 @@
 #include <utility>
 
 namespace {
-
-ComparedFile outlined(Input input) {
-    try {
-        Outline outline = readOutline(input);
-        return {std::move(input), std::move(outline)};
-    } catch (const RTI::Exception &refused) {
-        throw CannotWork(input.name + ": " + reasonOf(refused));
-    }
-}
 
 /// Notes that a file which the library refuses was compared nevertheless.
 void noteRefused(const Difference &difference, std::ostream &err) {
@@ -37,7 +26,7 @@ Status diff(const DiffOptions &options, const Console &console) {
     Input before = options.against.empty() ? readInputOrRevision(options.oldName, console.stdinName)
                                            : readRevision(options.against, options.newName);
     Input after = readInputOrRevision(options.newName, console.stdinName);
-    const ComparedFile old = outlined(std::move(before)), now = outlined(std::move(after));
+    const ComparedFile old = loadForComparison(std::move(before)), now = loadForComparison(std::move(after));
     const Difference difference(old, now);
     if (!options.quiet) {
         noteRefused(difference, console.err);

@@ -1,34 +1,46 @@
-#include "tool/check/ReadOutline.hh"
-#include "tool/commands/Commands.hh"
-#include "tool/console/OutputFile.hh"
-#include "tool/console/Text.hh"
+#include "tool/commands/HtmlFolder.hh"
 #include "tool/model/Revision.hh"
 #include "tool/page/ModelPage.hh"
+#include "tool/page/Page.hh"
 
+#include <filesystem>
 #include <sstream>
 
+namespace {
+
+/// Returns the old file that the page shows the changes from; nothing if there is none to compare.
+std::optional<ComparedFile> oldFile(const HtmlOptions &options, const ModelToShow &model, const Console &console) {
+    if (options.against.empty())
+        return {};
+    ComparedFile old = loadForComparison(readOldVersion(options.against, options.fileName, console.stdinName));
+    if (model.isDamagedImage())
+        return {};
+    return old;
+}
+
+} // namespace
+
 Status html(const HtmlOptions &options, const Console &console) {
-    Configurations configurations(options.configuration);
+    std::error_code none;
+    if (options.fileName != "-" && std::filesystem::is_directory(options.fileName, none))
+        return htmlOfFolder(options, console);
     Input input = readInput(options.fileName, console.stdinName);
-    const Settings settings = configurations.settingsFor(input.name);
+    const Settings settings = Configurations(options.configuration).settingsFor(input.name);
     ModelToShow model(std::move(input), settings);
-    std::optional<ComparedFile> old;
-    std::optional<Difference> difference;
-    if (!options.against.empty()) {
-        Input before = readRevision(options.against, options.fileName);
-        Outline outline = readOutline(before);
-        old.emplace(ComparedFile{std::move(before), std::move(outline)});
-        difference.emplace(*old, model.file);
-    }
     const bool loads = model.file.outline.loads;
+    const std::optional<ComparedFile> old = oldFile(options, model, console);
+    std::optional<Difference> difference;
+    if (old)
+        difference.emplace(*old, model.file);
+    if (!loads)
+        complainIfRefused(model.file.input, model.isDamagedImage() ? "" : kOnlyUnderstood, console.err);
     const ModelPageOptions page{difference ? &*difference : nullptr, ""};
     if (options.output == "-") {
         writeModelPage(model, page, console.out);
     } else {
         std::ostringstream text;
         writeModelPage(model, page, text);
-        const std::string bytes = text.str();
-        writeFile(options.output, bytes.data(), bytes.size());
+        writePageFile(options.output, text.str());
     }
     return loads ? done : wrong;
 }

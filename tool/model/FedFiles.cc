@@ -15,7 +15,7 @@ bool isFedFile(const fs::directory_entry &entry) {
     // A link that leads nowhere shall be reported when it is opened.
     const bool mayBeFile =
         type == fs::file_type::regular || type == fs::file_type::not_found || type == fs::file_type::none;
-    return mayBeFile && RtiFedName::equal(entry.path().extension().string(), ".fed");
+    return mayBeFile && isFedName(entry.path().string());
 }
 
 /// The files in "." are named as people and reports name them. None of them is "-", which would be standard input.
@@ -43,6 +43,10 @@ void addFilesIn(const fs::path &folder, const std::string &operand, std::vector<
 }
 
 } // namespace
+
+bool isFedName(const std::string &name) {
+    return RtiFedName::equal(fs::path(name).extension().string(), ".fed");
+}
 
 std::vector<FileToRead> withoutFolders(const std::vector<std::string> &operands) {
     std::vector<FileToRead> files;

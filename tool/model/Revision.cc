@@ -2,7 +2,9 @@
 
 #include "tool/console/ChildProcess.hh"
 #include "tool/console/Text.hh"
+#include "tool/model/FedFiles.hh"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
@@ -64,6 +66,29 @@ Input readObject(const std::string &object, const std::string &folder, const std
     }
 }
 
+[[noreturn]] void refuseRevision(const std::string &revision) {
+    throw CannotWork(revision + ": expected a revision, or REV:PATH");
+}
+
+/// Returns what `git ls-tree -z` prints of a tree: an entry for each file, `MODE TYPE OBJECT<tab>PATH`, and a NUL.
+std::string listTree(const std::string &tree, const std::string &folder) {
+    try {
+        ChildProcess git({"git", "-C", folder, "ls-tree", "-r", "-z", "--full-tree", tree});
+        std::string list, chunk(65536, '\0');
+        while (const std::size_t size = std::fread(chunk.data(), 1, chunk.size(), git.output()))
+            list.append(chunk, 0, size);
+        if (!git.succeeds())
+            throw CannotWork(tree + ": " + complaintOf(git));
+        return list;
+    } catch (const std::string &reason) {
+        throw CannotWork(tree + ": git, which reads revisions, cannot be started: " + reason);
+    }
+}
+
+bool isHidden(const std::string &path) {
+    return path[0] == '.' || path.find("/.") != std::string::npos;
+}
+
 } // namespace
 
 Input readInputOrRevision(const std::string &name, const std::string &stdinName) {
@@ -74,7 +99,7 @@ Input readRevision(const std::string &revision, const std::string &fileName) {
     if (maybeRevision(revision))
         return readObject(revision, ".", revision);
     if (revision[0] == '-' || colonOf(revision) != std::string::npos)
-        throw CannotWork(revision + ": expected a revision, or REV:PATH");
+        refuseRevision(revision);
     if (fileName == "-")
         throw CannotWork("standard input is in no revision: write " + revision + ":PATH for the old file");
     // git need not know the whole path: it may be absolute, or in another repository.
@@ -82,4 +107,28 @@ Input readRevision(const std::string &revision, const std::string &fileName) {
     const std::string folder = path.parent_path().empty() ? "." : path.parent_path().string();
     const bool above = fileName.rfind("../", 0) == 0 || fileName.rfind("./", 0) == 0 || path.is_absolute();
     return readObject(revision + ":./" + path.filename().string(), folder, revision + (above ? ":" : ":./") + fileName);
+}
+
+Input readOldVersion(const std::string &old, const std::string &fileName, const std::string &stdinName) {
+    if (old == "-" || exists(old))
+        return readInput(old, stdinName);
+    try {
+        return readRevision(old, fileName);
+    } catch (const CannotWork &why) {
+        throw CannotWork(old + ": there is no such file; as a revision in git: " + why.what());
+    }
+}
+
+std::vector<std::string> fedFilesAtRevision(const std::string &revision, const std::string &folder) {
+    const bool namesFolder = maybeRevision(revision);
+    if (!namesFolder && (revision[0] == '-' || colonOf(revision) != std::string::npos))
+        refuseRevision(revision);
+    std::vector<std::string> paths;
+    for (const std::string &entry :
+         split(listTree(namesFolder ? revision : revision + ":./", namesFolder ? "." : folder), '\0')) {
+        const std::string path = entry.substr(std::min(entry.find('\t'), entry.size() - 1) + 1);
+        if (entry.rfind("100", 0) == 0 && !isHidden(path) && isFedName(path))
+            paths.push_back(path);
+    }
+    return paths;
 }

@@ -1,13 +1,33 @@
 #include "tool/page/Page.hh"
 
+#include "tool/console/Console.hh"
 #include "tool/console/Digest.hh"
+#include "tool/console/OutputFile.hh"
 #include "tool/console/Text.hh"
+
+#include <filesystem>
+#include <fstream>
 
 namespace {
 
 std::string policyOf(const PageFiles &files) {
     return "default-src 'none'; script-src 'sha256-" + sha256InBase64(files.script) + "'; style-src 'sha256-" +
            sha256InBase64(files.style) + "'; base-uri 'none'; form-action 'none'";
+}
+
+/// The element by which a page is recognised, near the beginning of each template.
+constexpr std::string_view kGenerator = "<meta name=\"generator\" content=\"rtifed";
+
+/// Whether there is a file of this name that is not empty and not a page of this program.
+bool isForeign(const std::string &fileName) {
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(fileName, none))
+        return false;
+    std::ifstream file(fileName, std::ios::binary);
+    std::string head(1024, '\0');
+    file.read(head.data(), static_cast<std::streamsize>(head.size()));
+    head.resize(static_cast<std::size_t>(file.gcount()));
+    return !head.empty() && head.find(kGenerator) == std::string::npos;
 }
 
 } // namespace
@@ -56,4 +76,10 @@ void writePage(const PageFiles &files, const std::string &title,
             writeContent(out);
     }
     out << rest;
+}
+
+void writePageFile(const std::string &fileName, const std::string &page) {
+    if (isForeign(fileName))
+        throw CannotWork(fileName + ": the file is not a page of rtifed, so it is not replaced by one");
+    writeFile(fileName, page.data(), page.size());
 }

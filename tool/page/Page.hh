@@ -18,3 +18,7 @@ std::string asHtml(std::string_view text);
 /// else and fetches nothing, even if something in the content were taken for markup.
 void writePage(const PageFiles &files, const std::string &title,
                const std::function<void(std::ostream &)> &writeContent, std::ostream &out);
+
+/// Writes a page to a file, as writeFile does. Throws CannotWork, also if the file exists and is not a page of this
+/// program, such as the FED file itself or a start page that a person wrote.
+void writePageFile(const std::string &fileName, const std::string &page);

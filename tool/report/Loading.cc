@@ -35,8 +35,9 @@ private:
     std::size_t _numErrors = 0;
 };
 
-/// Returns whether the library refuses a file; if so, says why, and `consequence`.
-bool complain(const Input &input, const char *consequence, std::ostream &complaints) {
+} // namespace
+
+bool complainIfRefused(const Input &input, const char *consequence, std::ostream &complaints) {
     FirstFinding first;
     reportFindings(input, Severity::error, 1, first);
     if (first.found())
@@ -45,21 +46,28 @@ bool complain(const Input &input, const char *consequence, std::ostream &complai
     return first.found();
 }
 
-} // namespace
-
 std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
-    return complain(input, "", complaints) ? nullptr : buildModel(input);
+    return complainIfRefused(input, "", complaints) ? nullptr : buildModel(input);
 }
 
 std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints) {
     try {
         Outline outline = readOutline(input);
         if (!outline.loads)
-            complain(input, ", so that only what can be understood is shown", complaints);
+            complainIfRefused(input, kOnlyUnderstood, complaints);
         return outline;
     } catch (const RTI::Exception &) {
-        complain(input, "", complaints);
+        complainIfRefused(input, "", complaints);
         return {};
+    }
+}
+
+ComparedFile loadForComparison(Input input) {
+    try {
+        Outline outline = readOutline(input);
+        return {std::move(input), std::move(outline)};
+    } catch (const RTI::Exception &refused) {
+        throw CannotWork(input.name + ": " + reasonOf(refused));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/model/Input.hh"
 #include "tool/model/Outline.hh"
+#include "tool/report/DiffReport.hh"
 
 #include <memory>
 #include <optional>
@@ -19,6 +20,14 @@ std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &comp
 /// Returns the outline of a file, also of a FED text that the library refuses. Nothing for an image that cannot be
 /// restored.
 std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints);
+
+/// Says so if the library refuses a file, followed by `consequence`. Returns whether it does.
+bool complainIfRefused(const Input &input, const char *consequence, std::ostream &complaints);
+inline constexpr const char *kOnlyUnderstood = ", so that only what can be understood is shown";
+
+/// Returns a file to compare; of a FED text that the library refuses, as far as it can be understood. Throws CannotWork
+/// for an image that cannot be restored.
+ComparedFile loadForComparison(Input input);
 
 /// Writes the syntax errors of a text as `check` does: for commands that need no more than that it parses. Returns
 /// whether there are any.

@@ -1,0 +1,177 @@
+#include "tool/commands/HtmlFolder.hh"
+
+#include "tool/console/OutputFolder.hh"
+#include "tool/console/Text.hh"
+#include "tool/model/Revision.hh"
+#include "tool/page/IndexPage.hh"
+#include "tool/page/Page.hh"
+#include "tool/report/Summary.hh"
+
+#include <filesystem>
+#include <set>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Returns the path of a file in a folder that it was found in.
+std::string pathIn(const std::string &folder, const std::string &file) {
+    return fs::path(file).lexically_normal().lexically_relative(fs::path(folder).lexically_normal()).string();
+}
+
+/// Throws CannotWork if a page is to be where another one needs a folder, as for `a.fed` and `a.fed.html/b.fed`.
+void checkForClashes(const std::set<std::string> &paths) {
+    std::set<std::string> pages;
+    for (const std::string &path : paths)
+        pages.insert(pageOf(path));
+    for (const std::string &path : paths)
+        for (std::size_t slash = 0; (slash = path.find('/', slash)) != std::string::npos; ++slash)
+            if (const std::string folder = path.substr(0, slash); pages.count(folder) > 0)
+                throw CannotWork(path + ": its page needs a folder " + folder + ", which is the name of another page");
+}
+
+/// The old versions of the files in a folder.
+class OldFiles {
+public:
+    /// `old` is a folder, or a revision in git of `folder`; empty for none. Throws CannotWork.
+    OldFiles(std::string old, std::string folder) : _old(std::move(old)), _folder(std::move(folder)) {
+        std::error_code none;
+        _isFolder = fs::is_directory(_old, none);
+        if (_isFolder)
+            for (const FileToRead &file : withoutFolders({_old})) {
+                if (!file.failure.empty())
+                    throw CannotWork(file.failure);
+                _paths.insert(pathIn(_old, file.name));
+            }
+        else if (fs::exists(_old, none))
+            throw CannotWork(_old + ": expected a folder, as " + _folder + " is one, found a file");
+        else if (!_old.empty())
+            for (std::string &path : fedFilesAtRevision(_old, _folder))
+                _paths.insert(std::move(path));
+    }
+
+    const std::set<std::string> &paths() const { return _paths; }
+    bool has(const std::string &path) const { return _paths.count(path) > 0; }
+
+    ComparedFile read(const std::string &path) const {
+        if (_isFolder)
+            return loadForComparison(readInput((fs::path(_old) / path).string(), ""));
+        const bool namesFolder = _old.find(':') != std::string::npos;
+        return loadForComparison(
+            readRevision(namesFolder ? _old + '/' + path : _old, (fs::path(_folder) / path).string()));
+    }
+
+private:
+    std::string _old, _folder;
+    bool _isFolder = false;
+    std::set<std::string> _paths;
+};
+
+/// Makes the pages of a folder, and keeps a row of the index for each.
+class FolderPages {
+public:
+    FolderPages(const HtmlOptions &options, const Console &console)
+        : _options(options), _console(console), _configurations(options.configuration),
+          _old(options.against, options.fileName) {}
+
+    Status write() {
+        const std::vector<FileToRead> files = withoutFolders({_options.fileName});
+        if (files.front().name == _options.fileName)
+            throw CannotWork(files.front().failure);
+        std::set<std::string> paths;
+        for (const FileToRead &file : files) {
+            _configurations.settingsFor(file.name); // one that cannot be used is reported before any page is written
+            paths.insert(pathIn(_options.fileName, file.name));
+        }
+        checkForClashes(paths);
+        _output.emplace(_options.output);
+        const auto writeOne = [this](Input input) { return writePageOf(std::move(input)); };
+        const auto failFile = [this](const std::string &name, const std::string &reason) {
+            _summary.addFailure();
+            _rows.push_back({pathIn(_options.fileName, name), IndexRow::State::unreadable, withoutName(reason, name)});
+        };
+        Status status = std::max(forEachFile(files, _console, writeOne, failFile), _status);
+        for (const std::string &path : _old.paths())
+            if (paths.count(path) == 0)
+                _rows.push_back({path});
+        writeIndex();
+        return status;
+    }
+
+private:
+    bool writePageOf(Input input) {
+        const Settings settings = _configurations.settingsFor(input.name);
+        input.name = pathIn(_options.fileName, input.name); // which readers of the pages know
+        const std::string path = input.name;
+        ModelToShow model(std::move(input), settings);
+        IndexRow row = IndexRow::of(path, model);
+        const std::optional<ComparedFile> old = oldOf(model, row);
+        std::optional<Difference> difference;
+        if (old) {
+            difference.emplace(*old, model.file);
+            const Comparison::Verdict verdict = difference->comparison.verdict();
+            row.verdict = Comparison::nameOf(verdict);
+            row.meaning = Comparison::descriptionOf(verdict);
+        }
+        std::string index = kIndexName;
+        for (const char c : path)
+            index.insert(0, c == '/' ? "../" : "");
+        std::ostringstream page;
+        const Tally tally = writeModelPage(model, {difference ? &*difference : nullptr, index}, page);
+        writePageFile(_output->fileAt(pageOf(path)), page.str());
+        row.errors = tally.errors;
+        row.warnings = tally.warnings;
+        _summary.addFile(tally);
+        _rows.push_back(std::move(row));
+        return tally.gravest == nullptr;
+    }
+
+    /// Returns the old version of a model; nothing if there is none, for which `row` gives the reason.
+    std::optional<ComparedFile> oldOf(const ModelToShow &model, IndexRow &row) {
+        if (_options.against.empty())
+            return {};
+        if (!_old.has(row.path)) {
+            row.verdict = "new";
+            return {};
+        }
+        try {
+            if (model.isDamagedImage())
+                throw CannotWork(row.path + ": the image cannot be restored, so it is not compared");
+            return _old.read(row.path);
+        } catch (const CannotWork &why) {
+            _console.err << "rtifed: " << why.what() << '\n';
+            _status = cannotWork;
+            row.verdict = "unknown";
+            row.meaning = why.what();
+            return {};
+        }
+    }
+
+    void writeIndex() {
+        std::ostringstream index;
+        const std::string name = fs::canonical(_options.fileName).filename().string();
+        writeIndexPage("Models" + (name.empty() ? "" : " in " + name), _rows, !_options.against.empty(), index);
+        const std::string file = _output->fileAt(kIndexName);
+        writePageFile(file, index.str());
+        _console.out << shown(file) << ": " << _summary.text() << '\n';
+    }
+
+    const HtmlOptions &_options;
+    const Console &_console;
+    Configurations _configurations;
+    OldFiles _old;
+    std::optional<OutputFolder> _output;
+    std::vector<IndexRow> _rows;
+    Summary _summary;
+    Status _status = done;
+};
+
+} // namespace
+
+Status htmlOfFolder(const HtmlOptions &options, const Console &console) {
+    if (options.output == "-")
+        throw CannotWork(options.fileName + ": is a folder; name another one for its pages with -o");
+    return FolderPages(options, console).write();
+}
