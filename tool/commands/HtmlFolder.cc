@@ -36,36 +36,34 @@ void checkForClashes(const std::set<std::string> &paths) {
 class OldFiles {
 public:
     /// `old` is a folder, or a revision in git of `folder`; empty for none. Throws CannotWork.
-    OldFiles(std::string old, std::string folder) : _old(std::move(old)), _folder(std::move(folder)) {
+    OldFiles(const std::string &old, const std::string &folder) : _old(old) {
         std::error_code none;
-        _isFolder = fs::is_directory(_old, none);
-        if (_isFolder)
-            for (const FileToRead &file : withoutFolders({_old})) {
+        if (old.empty())
+            return;
+        if (fs::is_directory(old, none)) {
+            for (const FileToRead &file : withoutFolders({old})) {
                 if (!file.failure.empty())
                     throw CannotWork(file.failure);
-                _paths.insert(pathIn(_old, file.name));
+                _paths.insert(pathIn(old, file.name));
             }
-        else if (fs::exists(_old, none))
-            throw CannotWork(_old + ": expected a folder, as " + _folder + " is one, found a file");
-        else if (!_old.empty())
-            for (std::string &path : fedFilesAtRevision(_old, _folder))
-                _paths.insert(std::move(path));
+        } else if (fs::exists(old, none)) {
+            throw CannotWork(old + ": expected a folder, as " + folder + " is one, found a file");
+        } else {
+            _revision.emplace(old, folder);
+            _paths.insert(_revision->paths().begin(), _revision->paths().end());
+        }
     }
 
     const std::set<std::string> &paths() const { return _paths; }
     bool has(const std::string &path) const { return _paths.count(path) > 0; }
 
     ComparedFile read(const std::string &path) const {
-        if (_isFolder)
-            return loadForComparison(readInput((fs::path(_old) / path).string(), ""));
-        const bool namesFolder = _old.find(':') != std::string::npos;
-        return loadForComparison(
-            readRevision(namesFolder ? _old + '/' + path : _old, (fs::path(_folder) / path).string()));
+        return loadForComparison(_revision ? _revision->read(path) : readInput((fs::path(_old) / path).string(), ""));
     }
 
 private:
-    std::string _old, _folder;
-    bool _isFolder = false;
+    std::string _old;
+    std::optional<FolderAtRevision> _revision; // unless it is a folder
     std::set<std::string> _paths;
 };
 
@@ -94,8 +92,10 @@ public:
         };
         Status status = std::max(forEachFile(files, _console, writeOne, failFile), _status);
         for (const std::string &path : _old.paths())
-            if (paths.count(path) == 0)
+            if (paths.count(path) == 0) {
                 _rows.push_back({path});
+                _rows.back().verdict = "removed";
+            }
         writeIndex();
         return status;
     }
@@ -172,6 +172,6 @@ private:
 
 Status htmlOfFolder(const HtmlOptions &options, const Console &console) {
     if (options.output == "-")
-        throw CannotWork(options.fileName + ": is a folder; name another one for its pages with -o");
+        throw CannotWork(options.fileName + ": expected -o FOLDER for the pages of a folder");
     return FolderPages(options, console).write();
 }

@@ -20,9 +20,11 @@ fs::path resolved(const fs::path &path) {
 
 void create(const fs::path &folder) {
     std::error_code error;
+    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
+        throw CannotWork(folder.string() + ": expected a folder, found a file");
     fs::create_directories(folder, error);
-    if (error || !fs::is_directory(folder, error))
-        throw CannotWork(folder.string() + ": " + (error ? error.message() : "expected a folder, found a file"));
+    if (error)
+        throw CannotWork(folder.string() + ": " + error.message());
 }
 
 bool isIn(const fs::path &path, const fs::path &folder) {

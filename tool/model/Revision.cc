@@ -78,7 +78,7 @@ std::string listTree(const std::string &tree, const std::string &folder) {
         while (const std::size_t size = std::fread(chunk.data(), 1, chunk.size(), git.output()))
             list.append(chunk, 0, size);
         if (!git.succeeds())
-            throw CannotWork(tree + ": " + complaintOf(git));
+            throw CannotWork(tree + ": there is no such folder; as a revision in git: " + complaintOf(git));
         return list;
     } catch (const std::string &reason) {
         throw CannotWork(tree + ": git, which reads revisions, cannot be started: " + reason);
@@ -119,16 +119,21 @@ Input readOldVersion(const std::string &old, const std::string &fileName, const 
     }
 }
 
-std::vector<std::string> fedFilesAtRevision(const std::string &revision, const std::string &folder) {
-    const bool namesFolder = maybeRevision(revision);
-    if (!namesFolder && (revision[0] == '-' || colonOf(revision) != std::string::npos))
+FolderAtRevision::FolderAtRevision(const std::string &revision, const std::string &folder)
+    : _revision(revision), _folder(folder), _namesFolder(colonOf(revision) != std::string::npos) {
+    if (revision[0] == '-' || revision[0] == ':')
         refuseRevision(revision);
-    std::vector<std::string> paths;
-    for (const std::string &entry :
-         split(listTree(namesFolder ? revision : revision + ":./", namesFolder ? "." : folder), '\0')) {
+    const std::string list = listTree(_namesFolder ? revision : revision + ":./", _namesFolder ? "." : folder);
+    for (const std::string &entry : split(list, '\0')) {
         const std::string path = entry.substr(std::min(entry.find('\t'), entry.size() - 1) + 1);
         if (entry.rfind("100", 0) == 0 && !isHidden(path) && isFedName(path))
-            paths.push_back(path);
+            _paths.push_back(path);
     }
-    return paths;
+}
+
+Input FolderAtRevision::read(const std::string &path) const {
+    if (!_namesFolder)
+        return readRevision(_revision, (std::filesystem::path(_folder) / path).string());
+    const bool needsSlash = _revision.back() != ':' && _revision.back() != '/';
+    return readRevision(_revision + (needsSlash ? "/" : "") + path, "");
 }

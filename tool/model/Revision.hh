@@ -17,7 +17,20 @@ Input readRevision(const std::string &revision, const std::string &fileName);
 /// CannotWork.
 Input readOldVersion(const std::string &old, const std::string &fileName, const std::string &stdinName);
 
-/// Returns the paths in a folder of the FED files that it has at a revision in git. `revision` is REV for the folder of
-/// this name at that revision, or REV:PATH for another one. As in other folders, hidden files are left out; so are
-/// symbolic links, whose targets may be outside of the revision. Throws CannotWork.
-std::vector<std::string> fedFilesAtRevision(const std::string &revision, const std::string &folder);
+/// The FED files of a folder at a revision in git. As in other folders, hidden files are left out; so are symbolic
+/// links, whose targets may be outside of the revision.
+class FolderAtRevision {
+public:
+    /// `revision` is REV, for this folder at that revision, or REV:PATH for another folder. Throws CannotWork.
+    FolderAtRevision(const std::string &revision, const std::string &folder);
+
+    /// Their paths in the folder.
+    const std::vector<std::string> &paths() const { return _paths; }
+    /// Reads the file at one of these paths. Throws CannotWork.
+    Input read(const std::string &path) const;
+
+private:
+    std::string _revision, _folder;
+    bool _namesFolder; // whether the revision is REV:PATH
+    std::vector<std::string> _paths;
+};
