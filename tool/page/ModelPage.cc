@@ -75,7 +75,7 @@ public:
         _json.member("index", _options.index.empty() ? Json() : Json(_options.index));
         _json.breakLine().key("model");
         writeModel(_json, {_model.file.input.name, outline, _model.database()}, false);
-        _json.breakLine().member("complete", !_model.isDamagedImage() && !outline.incompleteAt);
+        _json.breakLine().member("complete", !_model.isDamagedImage() && outline.hasAllNames);
         writeDocumentation();
         writeDifferences();
         FindingsWriter findings(_json, _refs ? &*_refs : nullptr);
