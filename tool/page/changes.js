@@ -25,7 +25,7 @@ function placeOfElement(element) {
 }
 
 function signOfChange(change) {
-    return change.kind === "added" || change.kind === "moved up" ? "+" : change.kind === "removed" ? "-" : "~";
+    return change.kind === "added" ? "+" : change.kind === "removed" ? "-" : "~";
 }
 
 const MEANING_OF_SIGN = {"+": "added", "-": "removed", "~": "changed"};
@@ -47,9 +47,17 @@ class Marks {
     }
 
     add(change) {
-        this.addElement(change, change);
-        if (change.kind !== "added" && change.kind !== "removed") return;
+        if (change.kind === "moved up") this.addMovedUp(change);
+        else this.addElement(change, change);
         for (const element of change.contents) this.addElement(element, change);
+        for (const element of change.movedDownTo) this.noteMember(element, change, "~");
+    }
+
+    /** The member is added to the superclass; the class that declared it has it still. */
+    addMovedUp(change) {
+        this.noteMember(Object.assign({}, change, {in: change.to}), change, "+");
+        const {kind, name} = placeOfElement(change);
+        this.note(keyOfNode(kind, name), change, "~");
     }
 
     addElement(element, change) {
@@ -58,13 +66,17 @@ class Marks {
         const counts = change.kind !== "renumbered" || this.onlyHandles;
         const whole = element === change || change.kind === "added" || change.kind === "removed";
         if (place.member !== null) {
-            this.note(keyOfMember(place.kind, place.name, place.member), element === change ? change : null,
-                      counts ? signOfChange(change) : "");
-            this.note(keyOfNode(place.kind, place.name), null, counts ? "~" : "");
+            this.noteMember(element, element === change ? change : null, counts ? signOfChange(change) : "");
         } else {
             this.note(keyOfNode(place.kind, place.name), element === change ? change : null,
                       counts && whole ? signOfChange(change) : "");
         }
+    }
+
+    noteMember(element, change, sign) {
+        const {kind, name, member} = placeOfElement(element);
+        this.note(keyOfMember(kind, name, member), change, sign);
+        this.note(keyOfNode(kind, name), null, sign === "" ? "" : "~");
     }
 
     /** The first sign of a whole class stays: its members are among the contents of the same change. */

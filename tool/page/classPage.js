@@ -21,6 +21,7 @@ function classNews(page, node) {
         if (change.kind === "added") return ["Added in this version", hint ? [", ", hint] : null, "."];
         if (change.kind === "removed") return ["Removed in this version", hint ? [", ", hint] : null, "."];
         if (change.kind === "renamed") return ["Spelt " + change.from + " before."];
+        if (change.kind === "moved up") return ["The " + change.subject + " " + change.name + " moved up to " + change.to + "."];
         if (change.kind === "superclass") return ["The superclass was " + change.from + " before."];
         return null;
     }).filter(text => text !== null);
@@ -49,15 +50,23 @@ function inheritedSwitch(page, node) {
 }
 
 function membersSection(page, node, target) {
-    const {memberNoun, members} = KINDS[node.kind];
+    const {memberNoun} = KINDS[node.kind];
     const table = membersTable(page, node, {withInherited: page.withInherited, target});
     const inherited = countInherited(node);
-    const none = inherited > 0 && node.members.length === 0 ? "This class declares no " + members + " of its own."
-        : "This class has no " + members + ".";
     return make("section", null,
         make("div", {class: "heading"}, make("h2", null, capitalized(plural(memberNoun)), " ",
             make("span", {class: "number"}, String(node.members.length))), inheritedSwitch(page, node)),
-        node.members.length === 0 && !(table && inherited === 0) ? make("p", {class: "note"}, none) : null, table);
+        noteOnMembers(page, node, table !== null, inherited), table);
+}
+
+/** Says why there is no table, or that everything in it is inherited. */
+function noteOnMembers(page, node, hasTable, numInherited) {
+    const {members} = KINDS[node.kind];
+    const note = text => make("p", {class: "note"}, text);
+    if (!hasTable && page.onlyChanges) return note("No changed " + members + ".");
+    if (node.members.length > 0) return null;
+    if (numInherited > 0) return note("This class declares no " + members + " of its own.");
+    return hasTable ? null : note("This class has no " + members + ".");
 }
 
 function subclassesSection(page, node) {
@@ -82,18 +91,19 @@ function headingOf(page, node) {
 
 function classPage(page, {node, member, declarer, missingMember}) {
     if (declarer && declarer !== node) page.withInherited = true;
+    const removed = missingMember ? findMember(removedFrom(page, node), missingMember) : null;
     return {
         node,
         title: member ? node.own + "." + member.name : node.own,
         content: [
             pathOf(node),
             headingOf(page, node),
-            missingMember ? missingMemberNotice(node, missingMember) : null,
+            missingMember && !removed ? missingMemberNotice(node, missingMember) : null,
             classNews(page, node),
             documentation(page.remarks.documentationOf(node)),
             page.remarks.findingsOf(node).map(finding => findingBox(page, finding, {withSeverity: true})),
             classFacts(page, node),
-            membersSection(page, node, member || null),
+            membersSection(page, node, member || removed),
             subclassesSection(page, node)
         ]
     };

@@ -4,7 +4,7 @@ const started = performance.now();
 
 /** What the pages know: the data, the model made of it, and the choices of the reader. */
 function createPage(data) {
-    const page = {data, model: createModel(data.model), before: null, marks: new Marks(data.difference), withInherited: false};
+    const page = {data, model: createModel(data.model), before: null, marks: new Marks(data.difference), withInherited: false, onlyChanges: false};
     if (data.before) {
         page.before = createModel(data.before);
         for (const kind of Object.keys(KINDS)) {
@@ -132,7 +132,13 @@ class Reader {
         document.addEventListener("keydown", event => this.onKey(event));
         byId("menu").addEventListener("click", () => this.showSide(!this.isSideShown()));
         byId("skip").addEventListener("click", () => this.main.focus());
-        byId("only-changes").addEventListener("change", event => this.tree.setOnlyChanges(event.target.checked));
+        byId("only-changes").addEventListener("change", event => this.setOnlyChanges(event.target.checked));
+    }
+
+    setOnlyChanges(only) {
+        this.page.onlyChanges = only;
+        this.tree.setOnlyChanges(only);
+        this.show();
     }
 
     /** Shows what the address names, at the top or where the reader left it. */

@@ -37,10 +37,13 @@ function rowOf(page, node, declarer, member, memberIndex) {
     };
 }
 
+function removedFrom(page, node) {
+    return removedMembers(page.marks, node, page.before && findNode(page.before[node.kind], node.name));
+}
+
 function ownRows(page, node) {
     const rows = node.members.map((member, index) => rowOf(page, node, node, member, index));
-    const removed = removedMembers(page.marks, node, page.before && findNode(page.before[node.kind], node.name));
-    return rows.concat(removed.map(member => ({
+    return rows.concat(removedFrom(page, node).map(member => ({
         node, declarer: node, member, isRemoved: true, sign: "-", documentation: "", findings: [],
         changes: page.marks.ofMember(node, member.name).changes
     })));
@@ -69,13 +72,15 @@ function makeMemberRow(page, row, columns, target) {
 /** What the comparison guesses about a member that was added or removed. */
 function memberHints(page, row) {
     return row.changes.map(change => {
-        const hint = renameHint(page, change) || movedHint(change);
+        const hint = renameHint(page, change) || movedHint(row, change);
         return hint === null ? null : make("span", {class: "was"}, hint);
     });
 }
 
-function movedHint(change) {
+function movedHint(row, change) {
+    if (change.kind === "moved up") return "moved up from " + change.from;
     if (change.movedDownTo.length === 0) return null;
+    if (!row.isRemoved) return "moved down from " + change.in;
     return "moved down to " + (change.movedDownTo.length === 1 ? change.movedDownTo[0].in
         : counted(change.movedDownTo.length, "class"));
 }
@@ -102,8 +107,10 @@ function groupHeading(declarer, count, columns) {
  * each superclass.
  */
 function membersTable(page, node, {withInherited, target}) {
-    const own = ownRows(page, node);
-    const groups = withInherited ? inheritedGroups(page, node) : [];
+    const shows = row => !page.onlyChanges || row.sign !== "" || row.member === target;
+    const own = ownRows(page, node).filter(shows);
+    const groups = (withInherited ? inheritedGroups(page, node) : [])
+        .map(({declarer, rows}) => ({declarer, rows: rows.filter(shows)})).filter(({rows}) => rows.length > 0);
     if (own.length === 0 && groups.length === 0) return null;
     const all = joined([own, ...groups.map(group => group.rows)]);
     const columns = columnsOf(page, node.kind, all);

@@ -12,14 +12,15 @@ function usesSection(page, title, uses) {
 }
 
 function spacePage(page, {node, member, missingMember}) {
+    const removed = missingMember ? findMember(removedFrom(page, node), missingMember) : null;
     const uses = page.spaceUses.get(fold(node.name)) || [];
-    const table = membersTable(page, node, {withInherited: false, target: member || null});
+    const table = membersTable(page, node, {withInherited: false, target: member || removed});
     return {
         node,
         title: node.own,
         content: [
             headingOf(page, node),
-            missingMember ? missingMemberNotice(node, missingMember) : null,
+            missingMember && !removed ? missingMemberNotice(node, missingMember) : null,
             classNews(page, node),
             documentation(page.remarks.documentationOf(node)),
             page.remarks.findingsOf(node).map(finding => findingBox(page, finding, {withSeverity: true})),
@@ -28,7 +29,7 @@ function spacePage(page, {node, member, missingMember}) {
                 declaredFact(page, node),
                 fact("Used by", uses.length === 0 ? "nothing" : null)),
             make("section", null, make("h2", null, "Dimensions ", make("span", {class: "number"}, String(node.members.length))),
-                table || make("p", {class: "note"}, "This space has no dimensions.")),
+                table || make("p", {class: "note"}, page.onlyChanges ? "No changed dimensions." : "This space has no dimensions.")),
             usesSection(page, "Attributes in this space", uses.filter(use => use.member)),
             usesSection(page, "Interaction classes in this space", uses.filter(use => !use.member))
         ]

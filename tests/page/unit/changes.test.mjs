@@ -49,6 +49,16 @@ test("classes and members have the sign of their change", () => {
     assert.ok(marks.shows(find("Root.B")) && marks.shows(find("Root.Gone")));
 });
 
+test("members that moved are marked where they are declared now", () => {
+    const { marks, find } = compared([
+        change("moved up", "attribute", "Root.B.C", "b", { from: "Root.B.C", to: "Root.B" }),
+        change("removed", "attribute", "Root", "x", { movedDownTo: [{ subject: "attribute", in: "ROOT.A", name: "x" }] }),
+    ]);
+    const member = (name, memberName) => marks.ofMember(find(name), memberName).sign;
+    assert.deepEqual([member("Root.B", "b"), member("Root.B.C", "b"), member("ROOT.A", "x"), member("Root", "x")], ["+", "", "~", "-"]);
+    assert.deepEqual(["Root", "ROOT.A", "Root.B", "Root.B.C"].map(name => marks.signOf(find(name))), ["~", "~", "~", "~"]);
+});
+
 test("new handles alone are marked if nothing else changed", () => {
     const { marks, find } = compared(CHANGES.filter(({ kind }) => kind === "renumbered"));
     assert.equal(marks.signOf(find("Root.B")), "~");
