@@ -200,6 +200,22 @@ END
     expect 2 '' 'rtifed: --against: expected only the operand NEW, found OLD as well
 Run rtifed diff --help for more information.
 ' "$program" diff --against v1 harbour.fed harbour.fed
+    # Pages of a folder and what changed since a revision of it, of itself or named.
+    mv a:b.fed new.fed
+    for old in v1 v1:models v1:./; do
+        expect 0 'site/index.html: 2 load
+' '' "$program" html . --against "$old" -o site
+        [ "$(grep -c '"verdict":"incompatible"' site/harbour.fed.html)" = 1 ] && [ ! -e site/a:b.fed.html ] &&
+            [ "$(grep -o '<td class="verdict [a-z]*' site/index.html | tr '\n' ' ')" = "$(echo '<td class="verdict incompatible' \
+                '<td class="verdict new' '<td class="verdict removed' '')" ] ||
+            { echo "FAILED: pages of a folder against $old: $(grep verdict site/index.html)"; failures=1; }
+    done
+    rm -r site new.fed
+    expect 2 '' "rtifed: v9:./: there is no such folder; as a revision in git: Not a valid object name v9:./
+" "$program" html . --against v9 -o site
+    expect 0 '' '' "$program" html harbour.fed --against v1 -o harbour.html
+    expect 0 '' '' "$program" html harbour.fed --against v1:models/harbour.fed -o harbour.html
+    rm harbour.html
     expect 2 '' 'rtifed: v1:./harbour.fed: git, which reads revisions, cannot be started: No such file or directory
 ' env PATH=/nowhere "$program" diff --against v1 harbour.fed
     exit "$failures"

@@ -77,6 +77,19 @@ with tempfile.TemporaryDirectory() as folder:
         assert run.returncode == status, arguments
         validate(json.loads(run.stdout), kind)
 
+    # The data of a page is made of the documents of other commands.
+    for file in (new, wrong):
+        page = subprocess.run([program, "html", "--against", old, file], capture_output=True).stdout.decode("utf-8", "strict")
+        data = json.loads(page.split('<script id="data" type="application/json">')[1].split("</script")[0])
+        validate(data["model"], "model")
+        validate(data["before"], "model")
+        validate(data["difference"], "diff")
+        for finding in data["findings"]:
+            assert data["rules"][finding["rule"]].keys() == {"title", "text"} and finding.pop("of", 0) != 0
+        validate({"formatVersion": 2, "failures": [], "files": [{
+            "file": file, "findings": data["findings"], "loads": data["model"]["loads"], "errors": 0, "warnings": 0, "fixable": 0,
+            "notShown": 0, "suppressed": 0}]}, "findings")
+
     # Machine formats list every finding, and are valid whatever is in names and texts.
     hostile = bytes(folder, "utf-8") + b"/\x01\xff\n<&\"']]>[x](y)%25.fed"
     name = b"\xff\x02\xef\xbf\xbe]]>&amp;<x>'\xe2\x80\xae[x](http://y)"

@@ -111,9 +111,8 @@ private:
         std::optional<Difference> difference;
         if (old) {
             difference.emplace(*old, model.file);
-            const Comparison::Verdict verdict = difference->comparison.verdict();
-            row.verdict = Comparison::nameOf(verdict);
-            row.meaning = Comparison::descriptionOf(verdict);
+            row.verdict = Comparison::nameOf(difference->comparison.verdict());
+            row.meaning = explanationOf(*difference);
         }
         std::string index = kIndexName;
         for (const char c : path)

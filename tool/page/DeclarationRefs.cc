@@ -42,13 +42,16 @@ void DeclarationRefs::findClauses() {
             continue;
         _declared[clause] = place.entity;
     }
+    _about = _declared;
+    for (SyntaxTree::Index clause = 0; clause < _about.size(); ++clause) // a clause comes after the one around it
+        if (const SyntaxTree::Index around = _tree.clauses()[clause].parent;
+            _about[clause] == kNone && around != SyntaxTree::kNone)
+            _about[clause] = _about[around];
 }
 
 Json DeclarationRefs::at(std::uint32_t offset) const {
-    SyntaxTree::Index clause = _tree.clauseAt(offset);
-    while (clause != SyntaxTree::kNone && _declared[clause] == kNone)
-        clause = _tree.clauses()[clause].parent;
-    return clause == SyntaxTree::kNone ? Json() : asJson(_declared[clause]);
+    const SyntaxTree::Index clause = _tree.clauseAt(offset);
+    return clause == SyntaxTree::kNone || _about[clause] == kNone ? Json() : asJson(_about[clause]);
 }
 
 void DeclarationRefs::forEachDocumentation(const std::function<void(const Json &, const std::string &)> &visit) const {

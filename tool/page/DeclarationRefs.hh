@@ -40,4 +40,5 @@ private:
     Entities _entities;
     std::vector<Ref> _refs;                 // by entity
     std::vector<Entities::Index> _declared; // by clause; kNone if it declares nothing that is in the model
+    std::vector<Entities::Index> _about; // by clause: the same, or that of the innermost clause around it that has one
 };
