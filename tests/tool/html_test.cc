@@ -298,6 +298,7 @@ TEST(Html, WritesAPageForEachFileOfAFolder) {
     EXPECT_EQ(b["index"], "../index.html");
     EXPECT_EQ(b["model"]["file"], "sub/b.fed"); // not where the folder is
     EXPECT_EQ(b["difference"]["verdict"], "same");
+    EXPECT_EQ(b["before"]["file"], "old/sub/b.fed");
     const std::string index = readFile(folder / "site/models/index.html");
     const char *kExpected[] = {
         "<a href=\"%3Ci%3E%26%22%25.FED.html\">&lt;i&gt;&amp;&quot;%.FED</a>",

@@ -206,6 +206,7 @@ Run rtifed diff --help for more information.
         expect 0 'site/index.html: 2 load
 ' '' "$program" html . --against "$old" -o site
         [ "$(grep -c '"verdict":"incompatible"' site/harbour.fed.html)" = 1 ] && [ ! -e site/a:b.fed.html ] &&
+            grep -q '"old":{"file":"v1:[a-z./]*harbour.fed"' site/harbour.fed.html &&
             [ "$(grep -o '<td class="verdict [a-z]*' site/index.html | tr '\n' ' ')" = "$(echo '<td class="verdict incompatible' \
                 '<td class="verdict new' '<td class="verdict removed' '')" ] ||
             { echo "FAILED: pages of a folder against $old: $(grep verdict site/index.html)"; failures=1; }

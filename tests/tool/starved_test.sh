@@ -32,7 +32,7 @@ mkfifo pipe
 
 # Standard output is full, closed or no longer read; standard error is closed.
 for arguments in 'check wrong.fed' 'check --format json wrong.fed' 'check --format sarif wrong.fed' explain \
-    'diff minimal.fed harbour.fed' 'tree harbour.fed' 'find harbour.fed Position' 'json harbour.fed' 'list harbour.fed' \
+    'diff minimal.fed harbour.fed' 'tree harbour.fed' 'find harbour.fed Position' 'json harbour.fed' 'html harbour.fed' 'list harbour.fed' \
     'calls harbour.fed' 'save harbour.fed -' 'checksum harbour.fed' 'checksum --check list' --help --version; do
     gives 2 'standard output cannot be written: Bad file descriptor' "\$rtifed $arguments >&-"
     if [ -c /dev/full ]; then
@@ -72,6 +72,9 @@ gives 2 'dangling: No such file or directory' '$rtifed save harbour.fed dangling
 gives 2 'loop: Too many levels of symbolic links' '$rtifed save harbour.fed loop'
 gives 2 'folder: Is a directory' '$rtifed save harbour.fed folder'
 gives 2 'minimal.img: File too large' 'ulimit -f 1; $rtifed save harbour.fed minimal.img'
+"$rtifed" html harbour.fed -o page.html && cp page.html whole.html || failures=1
+gives 2 'page.html: File too large' 'ulimit -f 1; $rtifed html minimal.fed -o page.html'
+cmp page.html whole.html && rm page.html whole.html || failures=1
 gives 2 'standard output cannot be written: File too large' 'ulimit -f 1; $rtifed calls harbour.fed >limited'
 gives 0 '' '$rtifed save harbour.fed pipe & cmp pipe harbour.img'
 gives 0 '' '$rtifed save - - <harbour.fed | cmp - by-stdin.img'
@@ -95,6 +98,9 @@ if (ulimit -v 60000 && "$rtifed" --version) >out 2>&1; then
     gives 2 'large.fed: out of memory' 'ulimit -v 60000; $rtifed checksum large.fed minimal.fed'
     [ "$(cat out)" = '96881752  minimal.fed' ] || { echo 'FAILED: the other file'; failures=1; }
     gives 2 'out of memory' 'ulimit -v 60000; $rtifed list large.fed'
+    mkdir models && cp large.fed minimal.fed models
+    gives 2 'models/large.fed: out of memory' 'ulimit -v 60000; $rtifed html models -o site'
+    [ "$(ls site)" = "$(printf '%s\n' index.html minimal.fed.html)" ] || { echo 'FAILED: pages of a folder'; failures=1; }
 else
     skip 'little memory: the program does not start, as with sanitizers'
 fi
@@ -105,7 +111,7 @@ export file="$escape.fed"
 sed "s/Minimal/Mini${escape}mal/" minimal.fed >"$file"
 "$rtifed" list "$file" | grep -qF "Mini${escape}mal" || { echo 'FAILED: list to a file'; failures=1; }
 if command -v script >/dev/null; then
-    for command in list calls tree json checksum 'checksum --check' none; do
+    for command in list calls tree json html checksum 'checksum --check' none; do
         script -qec "\$rtifed --color never $command \"\$file\"" /dev/null </dev/null >out
         [ -s out ] && ! grep -qF "$escape" out || { echo "FAILED: $command on a terminal"; failures=1; }
     done

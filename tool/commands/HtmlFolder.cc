@@ -57,8 +57,13 @@ public:
     const std::set<std::string> &paths() const { return _paths; }
     bool has(const std::string &path) const { return _paths.count(path) > 0; }
 
+    /// Readers of the pages know the file by its path in the folder, as they know the new one.
     ComparedFile read(const std::string &path) const {
-        return loadForComparison(_revision ? _revision->read(path) : readInput((fs::path(_old) / path).string(), ""));
+        if (_revision)
+            return loadForComparison(_revision->read(path));
+        Input input = readInput((fs::path(_old) / path).string(), "");
+        input.name = (fs::canonical(_old).filename() / path).string();
+        return loadForComparison(std::move(input));
     }
 
 private:

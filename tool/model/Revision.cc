@@ -133,7 +133,7 @@ FolderAtRevision::FolderAtRevision(const std::string &revision, const std::strin
 
 Input FolderAtRevision::read(const std::string &path) const {
     if (!_namesFolder)
-        return readRevision(_revision, (std::filesystem::path(_folder) / path).string());
+        return readObject(_revision + ":./" + path, _folder, _revision + ":" + path);
     const bool needsSlash = _revision.back() != ':' && _revision.back() != '/';
     return readRevision(_revision + (needsSlash ? "/" : "") + path, "");
 }

@@ -26,7 +26,8 @@ public:
 
     /// Their paths in the folder.
     const std::vector<std::string> &paths() const { return _paths; }
-    /// Reads the file at one of these paths. Throws CannotWork.
+    /// Reads the file at one of these paths; its name is REV:PATH, for REV with the path in the folder. Throws
+    /// CannotWork.
     Input read(const std::string &path) const;
 
 private:
