@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Runs the benchmarks of a build and prints one table: ours, a peer, and whether their ratio meets the goal.
 
-Usage: table.py BUILD_FOLDER [quick] [REGEX]
+Usage: table.py BUILD_FOLDER [quick] [--save FILE | REGEX]
 
 A figure is the median over repetitions. A ratio is that of two medians of one run, followed by the lowest and the highest
 ratio of two repetitions. Times are CPU times per query or per declaration. REGEX selects rows by "WORKLOAD SIZE PEER".
+--save also measures loads of growing federations, and writes all figures to FILE as JSON, of which charts.py makes charts.
 """
 
 import collections
@@ -171,11 +172,62 @@ def machine(folder):
     return f"{model}, {os.cpu_count()} cores; {version}"
 
 
+def growing(quick):
+    """The names of loads of growing federations, which only charts show."""
+    sizes = [1000, 10000, 100000] + ([] if quick else [1000000])
+    return [f"{contender}/{size}" for contender in ("text", "maps", "image", "tree") for size in sizes]
+
+
+class Result:
+    """A row with its figures."""
+
+    def __init__(self, row, ours, peer):
+        self.row, self.ours, self.peer = row, statistics.median(ours), statistics.median(peer)
+        self.ratio = self.ours / self.peer
+        paired = [a / b for a, b in zip(ours, peer)]
+        self.lowest, self.highest = min(paired), max(paired)
+        self.met = self.ratio <= row.goal
+
+
+def print_table(results):
+    lines = [("workload", "size", "ours", "peer", "ratio (spread)", "goal", "")]
+    for result in results:
+        row = result.row
+        lines.append((row.title, row.size.label, f"{result.ours:.2f} {UNITS[row.kind]}", f"{row.peer_name} {result.peer:.2f}",
+                      f"{result.ratio:.2f} ({result.lowest:.2f} - {result.highest:.2f})", f"{row.goal:.2f}",
+                      "met" if result.met else "not met"))
+    widths = [max(map(len, column)) for column in zip(*lines)]
+    lines.insert(1, ["-" * width for width in widths])
+    for line in lines:
+        print("| " + " | ".join(cell.ljust(width) for cell, width in zip(line, widths)) + " |")
+    print(f"{sum(result.met for result in results)} of {len(results)} goals met")
+
+
+def save(path, machine_name, results, growth):
+    numbers = {
+        "machine": machine_name,
+        "rows": [{"workload": result.row.title, "size": result.row.size.label, "unit": UNITS[result.row.kind],
+                  "ours": round(result.ours, 3), "peer": result.row.peer_name, "peerFigure": round(result.peer, 3)}
+                 for result in results],
+        "growth": {},
+    }
+    for name, figures in growth.items():
+        contender, size = name.split("/")
+        numbers["growth"].setdefault(contender, []).append([int(size), round(statistics.median(figures), 3)])
+    with open(path, "w", encoding="utf-8") as file:
+        json.dump(numbers, file, indent=1)
+        file.write("\n")
+
+
 def main():
     arguments = sys.argv[2:]
     quick = arguments[:1] == ["quick"]
-    pattern = re.compile("".join(arguments[1:] if quick else arguments))
+    rest = arguments[1:] if quick else arguments
+    saves = rest[:1] == ["--save"]
+    if len(rest) != (2 if saves else min(len(rest), 1)):
+        sys.exit(__doc__)
     effort = Effort(5, 5, 3, 5, 0.01) if quick else Effort(15, 11, 5, 15, 0.05)
+    pattern = re.compile("" if saves or not rest else rest[0])
     chosen = [row for row in rows(quick) if pattern.search(f"{row.title} {row.size.label} {row.peer_name}")]
     if not chosen:
         sys.exit("no row is selected")
@@ -183,27 +235,16 @@ def main():
     names = {}
     for row in chosen:
         names.setdefault(row.kind, {}).update({row.ours: None, row.peer: None})
+    growth = growing(quick) if saves else []
     programs = Programs(os.path.abspath(sys.argv[1]), effort)
-    programs.generate({int(name.split("/")[1]) for some in names.values() for name in some})
+    programs.generate({int(name.split("/")[1]) for some in [*names.values(), growth] for name in some})
     figures = {kind: programs.measure(kind, list(some)) for kind, some in names.items()}
-
-    lines = [("workload", "size", "ours", "peer", "ratio (spread)", "goal", "")]
-    met = 0
-    for row in chosen:
-        ours, peer = figures[row.kind][row.ours], figures[row.kind][row.peer]
-        ratio = statistics.median(ours) / statistics.median(peer)
-        paired = [a / b for a, b in zip(ours, peer)]
-        met += ratio <= row.goal
-        lines.append((row.title, row.size.label, f"{statistics.median(ours):.2f} {UNITS[row.kind]}",
-                      f"{row.peer_name} {statistics.median(peer):.2f}",
-                      f"{ratio:.2f} ({min(paired):.2f} - {max(paired):.2f})", f"{row.goal:.2f}",
-                      "met" if ratio <= row.goal else "not met"))
-    print(machine(os.path.abspath(sys.argv[1])))
-    widths = [max(map(len, column)) for column in zip(*lines)]
-    lines.insert(1, ["-" * width for width in widths])
-    for line in lines:
-        print("| " + " | ".join(cell.ljust(width) for cell, width in zip(line, widths)) + " |")
-    print(f"{met} of {len(chosen)} goals met")
+    results = [Result(row, figures[row.kind][row.ours], figures[row.kind][row.peer]) for row in chosen]
+    machine_name = machine(os.path.abspath(sys.argv[1]))
+    print(machine_name)
+    print_table(results)
+    if saves:
+        save(rest[1], machine_name, results, programs.measure("scale", growth))
 
 
 main()
