@@ -1,15 +1,19 @@
-"""Reads pictures with an XML parser and with Graphviz: each name of a model must arrive as it is, whatever characters it has.
+"""Reads pictures with an XML parser and with Graphviz: each name of a model must arrive as it is, whatever characters it has. The
+pictures in documents must show what the program prints now.
 
 Usage: picture_test.py PROGRAM EXAMPLES PICTURES    PICTURES is the folder of the pictures in documents
 """
 
+import os
 import pathlib
+import re
+import shutil
 import subprocess
 import sys
 import tempfile
 import xml.etree.ElementTree
 
-program, examples, pictures = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+program, examples, pictures = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
 SVG = "{http://www.w3.org/2000/svg}"
 NAMES = ["</script><img onerror=alert(1)>", "a&amp;b", "back\\slash\\n", "\\N", "\\l", "\\", "{rec|ord}<p>", "q'uote", "#35;#quot;",
          "%%{init: {}}%%", "two  blanks", "漢字", "שלום", "🚢", "-->", "]]>", "<br>", "&#60;", "&", "end", "$$x$$", "HTML<>", "[x](y)"]
@@ -19,6 +23,10 @@ def run(*arguments, status=1):
     done = subprocess.run([program, "tree", *arguments], capture_output=True)
     assert done.returncode == status, (arguments, done.stderr)
     return done.stdout.decode(), done.stderr.decode()
+
+
+def without_blanks(text):
+    return re.sub(r"\s", "", text)
 
 
 def texts(svg):
@@ -59,3 +67,14 @@ assert run("--format", "mermaid", harbour, "Krane", status=1)[1].endswith('did y
 for name, options in ("harbour", []), ("craft", ["--members", "Craft"]):
     assert run("--format", "svg", harbour, *options, status=0)[0] == (pictures / f"{name}.svg").read_text(), \
         f"{name}.svg is out of date: scripts/pictures makes it"
+
+with tempfile.TemporaryDirectory() as folder:
+    shutil.copy(harbour, folder)
+    readme = (pictures.parent.parent / "README.md").read_text()
+    shell = {"cwd": folder, "shell": True, "env": {**os.environ, "PATH": f"{program.parent}:{os.environ['PATH']}"}}
+    for prepare, command, name in re.findall(r"^\$ (.*)\n```\n\n!\[(rtifed .*?) reports[^\]]*\]\(docs/pictures/(\w+)\.svg\)", readme, re.M):
+        subprocess.run(prepare, check=True, **shell)
+        printed = f"$ {command}" + subprocess.run(command, capture_output=True, text=True, **shell).stdout
+        # Lines are broken between words there, and each colour is a text of its own.
+        drawn = "".join(texts((pictures / f"{name}.svg").read_text()))
+        assert without_blanks(drawn) == without_blanks(printed), f"{name}.svg is out of date: scripts/pictures makes it"

@@ -5,9 +5,9 @@
 
 /// A box of a tree to lay out. Boxes are in depth-first order: each is followed by its descendants.
 struct TreeBox {
-    std::size_t parent; ///< The index of the parent, or the greatest number for a root.
-    long width, height; ///< The height is even, so that its middle is a whole number.
-    long x = 0, y = 0;  ///< The upper left corner; set by layOut.
+    std::size_t parent = 0;     ///< The index of the parent, or the greatest number for a root.
+    long width = 0, height = 0; ///< The height is even, so that its middle is a whole number.
+    long x = 0, y = 0;          ///< The upper left corner; set by layOut.
 
     long middle() const { return y + height / 2; }
     long right() const { return x + width; }
