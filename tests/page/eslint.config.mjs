@@ -32,8 +32,13 @@ export default [
         },
     },
     {
+        // Functions that a browser test runs in the page see the page's names.
         files: ["tests/page/**/*.mjs"],
-        languageOptions: { ecmaVersion: 2023, sourceType: "module", globals: globals("process console URL Buffer performance window document location history") },
+        languageOptions: {
+            ecmaVersion: 2023,
+            sourceType: "module",
+            globals: globals("process console URL Buffer performance setTimeout window document location addEventListener requestAnimationFrame InputEvent"),
+        },
         rules: mistakes,
     },
 ];

@@ -57,7 +57,10 @@ class SearchBox {
         const {node, member} = entry;
         const classPath = member === null ? node.parent && node.parent.name : node.name;
         const kind = member === null ? KINDS[node.kind].noun : KINDS[node.kind].memberNoun;
-        return make("div", {"role": "option", "id": "option-" + index, "aria-selected": "false", "class": "option"},
+        return make("div", {
+            "role": "option", "id": "option-" + index, "aria-selected": "false", "class": "option",
+            "data-link": linkOf(node, member && member.name)
+        },
             make("span", {class: node.removed ? "name removed" : "name"}, marked(entry.name, ranges)), " ",
             make("span", {class: "kind"}, kind + (node.removed ? ", removed" : node.mom ? ", MOM" : "")), " ",
             classPath ? make("span", {class: "path"}, breakable(classPath)) : null);

@@ -1,0 +1,243 @@
+// What a person does with a page: search, walk the tree by keyboard, follow links and go back, print; and with pages of differences
+// and folders.
+import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
+import { mkdirSync, readdirSync, writeFileSync } from "node:fs";
+import path from "node:path";
+import { after, before, test } from "node:test";
+import { heading, launch, none, open, quietly, visit } from "./browser.mjs";
+import { models } from "./models.mjs";
+import { example, makePage, modelOf, output, rtifed } from "./program.mjs";
+
+const folder = path.join(output, "use");
+mkdirSync(folder, { recursive: true });
+const texts = models();
+const write = name => { writeFileSync(path.join(folder, name), texts[name]); return path.join(folder, name); };
+const harbour = example("harbour.fed");
+const page = makePage(harbour);
+const craft = "#object/ObjectRoot.Craft";
+const merchant = `${craft}.MerchantVessel`;
+
+let browser;
+before(async () => { browser = await launch(); });
+after(() => browser.close());
+
+const address = shown => shown.evaluate(() => location.hash);
+const focused = shown => shown.evaluate(() => document.activeElement.getAttribute("role") || document.activeElement.tagName.toLowerCase());
+
+/** The tree's item that assistive technology takes for the current one: the focused one, or the one that the focused tree names. */
+const current = shown => shown.evaluate(() => {
+    const active = document.activeElement;
+    const item = active.getAttribute("role") === "treeitem" ? active : document.getElementById(active.getAttribute("aria-activedescendant"));
+    return item && { link: item.getAttribute("href"), expanded: item.getAttribute("aria-expanded"), level: +item.getAttribute("aria-level") };
+});
+
+test("search: what is typed, and what comes first", () => quietly(browser, page, {}, async shown => {
+    for (const [typed, first] of [
+        ["merchantvessel", merchant], ["MERCHANTVESSEL", merchant], ["MV", merchant], ["merVes", merchant], ["chantVes", merchant],
+        ["Craft", "#object/ObjectRoot.Craft"], ["craft.merchantvessel", merchant],
+        ["tanklevels", `${merchant}.Tanker/TankLevels`], ["easting", "#space/ApproachArea/easting"],
+    ]) {
+        await shown.locator("input[type=search]").fill(typed);
+        assert.equal("#" + await shown.locator("[role=option]").first().getAttribute("data-link"), first, typed);
+    }
+    await shown.locator("input[type=search]").fill("nothing has this name");
+    assert.equal(await shown.locator("[role=option]").count(), 0);
+    assert.match(await shown.locator("body").innerText(), /\b(no|nothing)\b/i);
+}));
+
+test("search by keyboard", () => quietly(browser, page, {}, async shown => {
+    await shown.keyboard.press("/");
+    assert.equal(await focused(shown), "combobox");
+    assert.equal(await shown.locator("input[type=search]").inputValue(), "");
+    await shown.keyboard.type("vessel");
+    const chosen = () => shown.evaluate(() => {
+        const option = document.getElementById(document.activeElement.getAttribute("aria-activedescendant"));
+        return option && { link: option.dataset.link, selected: option.getAttribute("aria-selected") };
+    });
+    await shown.keyboard.press("ArrowDown");
+    const second = await chosen();
+    assert.equal(second.selected, "true");
+    await shown.keyboard.press("ArrowDown");
+    assert.notEqual((await chosen()).link, second.link);
+    await shown.keyboard.press("ArrowUp");
+    await shown.keyboard.press("Enter");
+    assert.equal(await address(shown), "#" + second.link);
+    assert.equal(await shown.locator("[role=option]:visible").count(), 0);
+    await shown.keyboard.press("/");
+    await shown.keyboard.press("Escape");
+    assert.notEqual(await focused(shown), "combobox");
+}));
+
+test("the tree by keyboard alone", () => quietly(browser, page, {}, async shown => {
+    for (let i = 0; i < 40 && !["tree", "treeitem"].includes(await focused(shown)); ++i) await shown.keyboard.press("Tab");
+    const press = async key => { await shown.keyboard.press(key); return current(shown); };
+    await press("Home");
+    const last = await press("End");
+    const first = await press("Home");
+    assert.notDeepEqual(first, last);
+    // A letter moves to the next item that begins with it; the arrows open, enter, leave and close.
+    for (let i = 0; i < 20 && (await current(shown)).link !== craft; ++i) await press("c");
+    let at = await current(shown);
+    assert.equal(at.link, craft);
+    if (at.expanded === "false") at = await press("ArrowRight");
+    assert.equal(at.expanded, "true");
+    const inside = await press("ArrowRight");
+    assert.equal(inside.level, at.level + 1);
+    if (inside.expanded === "true") await press("ArrowLeft");
+    assert.equal((await press("ArrowLeft")).link, craft);
+    assert.equal((await press("ArrowLeft")).expanded, "false");
+    await press("Enter");
+    assert.equal(await address(shown), craft);
+    assert.match(await heading(shown), /Craft/);
+    const items = await shown.locator("[role=treeitem]").evaluateAll(all => all.map(item =>
+        [item.getAttribute("aria-setsize"), item.getAttribute("aria-posinset"), item.getAttribute("aria-level"), item.href]));
+    for (const [size, position, level, link] of items) assert.ok(+size >= +position && +position >= 1 && +level >= 1, link);
+    assert.equal(await shown.locator("[role=treeitem][aria-selected=true]").getAttribute("href"), craft);
+}));
+
+test("back, forward, and addresses as people keep them", () => quietly(browser, page, { hash: `${merchant}/HullNumber` }, async shown => {
+    assert.match(await heading(shown), /MerchantVessel/);
+    assert.match(await shown.title(), /MerchantVessel/);
+    assert.equal(await shown.locator("[aria-current=true]").getAttribute("data-link"), `${merchant.slice(1)}/HullNumber`);
+    await shown.locator(`main a[href="#object/ObjectRoot.Craft"]`).first().click();
+    await shown.waitForFunction(() => document.querySelector("main :is(h1, h2)").textContent.includes("Craft"));
+    await visit(shown, "#space/RadioTraffic");
+    await shown.goBack();
+    assert.equal(await address(shown), "#object/ObjectRoot.Craft");
+    await shown.goBack();
+    assert.match(await heading(shown), /MerchantVessel/);
+    await shown.goForward();
+    assert.match(await heading(shown), /Craft/);
+    await visit(shown, "#object/objectroot.CRAFT.merchantvessel/hullnumber");
+    assert.match(await heading(shown), /MerchantVessel/);
+    assert.equal(await shown.locator("[aria-current=true]").getAttribute("data-link"), `${merchant.slice(1)}/HullNumber`);
+    for (const wrong of ["#object/ObjectRoot.Submarine", "#space/%", "#nonsense", "#object/", "#space/__proto__"]) {
+        await visit(shown, wrong);
+        assert.match(await shown.locator("main").innerText(), /\b(no|nothing)\b/i, wrong);
+    }
+    await visit(shown, "#object/ObjectRoot.Craft/Displacement");
+    assert.match(await heading(shown), /Craft/);
+    assert.match(await shown.locator("main").innerText(), /\bno\b.*Displacement/i);
+    await visit(shown, "#findings");
+    assert.match(await heading(shown), /finding/i);
+}));
+
+test("inherited members", () => quietly(browser, page, { hash: merchant }, async shown => {
+    const rows = () => shown.locator("main tr[data-link]").evaluateAll(all => all.map(row => row.dataset.link));
+    await shown.locator("#inherited").setChecked(false);
+    const own = await rows();
+    assert.equal(own.length, 5);
+    await shown.locator("#inherited").setChecked(true);
+    const all = await rows();
+    assert.equal(all.length, own.length + 11);
+    await shown.locator("main table a[href='#object/ObjectRoot.Craft']").first().click();
+    await shown.waitForFunction(() => !document.querySelector("main :is(h1, h2)").textContent.includes("Merchant"));
+    // A link to an inherited member shows it, whatever the switch says.
+    await visit(shown, merchant);
+    await shown.locator("#inherited").setChecked(false);
+    await visit(shown, `${merchant}/Heading`);
+    assert.equal(await shown.locator("main tr[aria-current=true]").count(), 1);
+}));
+
+test("printing", async () => {
+    const printed = async hash => {
+        const file = path.join(folder, "print.pdf");
+        await quietly(browser, page, { hash }, async shown => {
+            const links = await shown.locator("[role=treeitem]").count();
+            await shown.pdf({ path: file, format: "A4" });
+            assert.equal(await shown.locator("[role=treeitem]").count(), links, "the page after printing");
+        });
+        return execFileSync("pdftotext", ["-layout", file, "-"], { encoding: "utf8" }).replace(/\s/g, "");
+    };
+    const model = modelOf(harbour);
+    const whole = await printed("");
+    for (const { name } of [...model.objectClasses, ...model.interactionClasses]) assert.ok(whole.includes(name), name);
+    for (const name of ["ApproachArea", "TankLevels", "refrigerated"]) assert.ok(whole.includes(name), name);
+    const one = await printed(merchant);
+    assert.ok(one.includes("DangerousGoods") && !one.includes("TankLevels"), "only the class that is shown");
+});
+
+test("findings, and a file that the library refuses", async () => {
+    await quietly(browser, makePage(write("faulty.fed")), {}, async shown => {
+        assert.match(await shown.locator("[role=alert], .refused").first().innerText(), /refuse|load/i);
+        await visit(shown, "#findings");
+        const all = await shown.locator("main").innerText();
+        for (const text of ["240 errors", "unknown-ordering", "Faulty7.Wrong", 'unknown ordering "soon"']) assert.ok(all.includes(text), text);
+        await visit(shown, "#object/ObjectRoot.Faulty7");
+        assert.match(await shown.locator("main").innerText(), /unknown ordering "soon"/);
+    });
+});
+
+test("a comparison", async () => {
+    const later = makePage(write("later.fed"), "--against", harbour);
+    await quietly(browser, later, {}, async shown => {
+        assert.match(await shown.locator("main").innerText(), /incompatible/i);
+        await visit(shown, "#changes");
+        const changes = await shown.locator("main").innerText();
+        for (const name of ["GasTanker", "FerryBoat", "Buoy", "frequency", "best_effort"]) assert.ok(changes.includes(name), name);
+        const items = await shown.locator("[role=treeitem]").count();
+        await shown.locator("#only-changes").setChecked(true);
+        const links = await shown.locator("[role=treeitem]").evaluateAll(all => all.map(item => item.getAttribute("href")));
+        assert.ok(links.length < items || links.length < 20, `${links.length} of ${items}`);
+        assert.ok(links.some(link => link.endsWith("Buoy")) && !links.some(link => link.endsWith("ServiceCraft")), links.join());
+        await visit(shown, `${merchant}.Tanker.GasTanker`);
+        assert.match(await heading(shown), /GasTanker/);
+        assert.match(await shown.locator("main").innerText(), /removed[\s\S]*BoilOffRate/i);
+        await visit(shown, `${merchant}/HullNumber`);
+        assert.match(await shown.locator("main").innerText(), /best_effort/);
+        await visit(shown, "#object/ObjectRoot.NeverThere");
+        assert.match(await shown.locator("main").innerText(), /\bno\b/i);
+    });
+});
+
+test("a model of 10,000 declarations keeps a small tree", t => quietly(browser, makePage(write("wide.fed")), {}, async shown => {
+    const items = () => shown.locator("[role=treeitem]").count();
+    for (const hash of ["#object/ObjectRoot.ManyChildren", "#object/ObjectRoot.ManyChildren.Child4321", "#object/ObjectRoot.Group17.Kind17x31"]) {
+        await visit(shown, hash);
+        assert.ok(await items() < 200);
+    }
+    const selected = shown.locator("[role=treeitem][aria-selected=true]");
+    assert.match(await selected.getAttribute("href"), /Kind17x31$/);
+    assert.ok(await selected.isVisible());
+    await selected.click();
+    for (const key of ["Home", "ArrowDown", "*", "End", "PageUp"]) {
+        await shown.keyboard.press(key);
+        assert.ok(await items() < 200, key);
+        assert.ok(await current(shown), `${key} keeps a current item`);
+    }
+    const slowest = await shown.evaluate(async () => {
+        const field = document.querySelector("input[type=search]");
+        let longest = 0;
+        for (const text of ["k", "ki", "kin", "kind", "Kind1", "value29x49", "e4", "nothing of that"]) {
+            const start = performance.now();
+            field.value = text;
+            field.dispatchEvent(new InputEvent("input", { bubbles: true }));
+            await new Promise(requestAnimationFrame);
+            longest = Math.max(longest, performance.now() - start);
+        }
+        return longest;
+    });
+    t.diagnostic(`slowest keystroke ${Math.round(slowest)} ms`);
+    assert.ok(await items() < 200);
+}));
+
+test("the index of a folder", async () => {
+    const fedFiles = path.join(folder, "models"), pages = path.join(folder, "pages");
+    mkdirSync(path.join(fedFiles, "older"), { recursive: true });
+    for (const name of ["later.fed", "faulty.fed", "hostile.fed"]) writeFileSync(path.join(fedFiles, name), texts[name]);
+    writeFileSync(path.join(fedFiles, "older", "# 1 & 50%.fed"), texts["later.fed"]);
+    rtifed(["html", fedFiles, "-o", pages]);
+    assert.deepEqual(readdirSync(pages).sort(), ["faulty.fed.html", "hostile.fed.html", "index.html", "later.fed.html", "older"]);
+    for (const javaScriptEnabled of [false, true]) {
+        const { page: index, complaints, close } = await open(browser, path.join(pages, "index.html"), { javaScriptEnabled, index: true });
+        const links = await index.locator("table a[href]").evaluateAll(all => all.map(a => a.href));
+        assert.equal(links.length, 4);
+        assert.match(await index.locator("tr", { hasText: "faulty" }).innerText(), /error/);
+        none(complaints, "complaints");
+        await index.locator("a", { hasText: "50%" }).click();
+        if (javaScriptEnabled) await index.waitForFunction(() => document.documentElement.dataset.ready);
+        assert.match(await index.title(), /./);
+        await close();
+    }
+});
