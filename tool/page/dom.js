@@ -1,5 +1,8 @@
 // Elements are made by createElement, and texts set as text only: nothing from the model is ever read as markup.
 
+// Without tabs and line ends, which comments have, and the joiners of some scripts.
+const UNSEEN = /([\u0000-\u0008\u000b-\u001f\u007f-\u009f\u00ad\u061c\u180e\u200b\u200e\u200f\u2028-\u202e\u2060-\u206f\ufeff])/;
+
 /**
  * Makes an element. Of the attributes, `on...` are functions that listen to an event, true is an attribute without a value,
  * and null or false is none. Children are elements, texts, lists of these, or null.
@@ -20,8 +23,21 @@ function append(element, children) {
     for (const child of children) {
         if (child === null || child === undefined || child === "") continue;
         if (Array.isArray(child)) append(element, child);
+        else if (typeof child === "string" && UNSEEN.test(child)) element.append(...withUnseen(child));
         else element.append(child);
     }
+}
+
+/**
+ * Shows the codes of characters that nobody sees, or that reorder the text around them. The style adds the codes, so that copied
+ * text has the characters only; and keeps the effect of a character within its element.
+ */
+function withUnseen(text) {
+    return text.split(UNSEEN).map((piece, i) => {
+        if (i % 2 === 0) return piece;
+        return make("span", {"class": "unseen", "data-code": "U+" + piece.charCodeAt(0).toString(16).toUpperCase().padStart(4, "0")},
+            document.createTextNode(piece));
+    });
 }
 
 /** Replaces everything in an element. */

@@ -55,7 +55,7 @@ async function violations(page, rules) {
     return found.violations.flatMap(({ id, nodes }) => nodes.slice(0, 3).map(node => `${id}: ${node.html.slice(0, 200)}: ${node.failureSummary}`));
 }
 
-/** Opens each page once, and reports what is wrong with each of its views: broken rules, and sideways scrolling. */
+/** Opens each page once, and reports what is wrong with each of its views: broken rules, sideways scrolling, links without a text. */
 async function look(screen, options, rules) {
     const problems = [];
     for (const file of new Set(Object.values(views).map(([each]) => each))) {
@@ -67,6 +67,8 @@ async function look(screen, options, rules) {
             await page.screenshot({ path: path.join(output, `${name}-${screen}.png`) });
             const tooWide = await page.evaluate(() => document.documentElement.scrollWidth - document.documentElement.clientWidth);
             if (tooWide > 0) problems.push(`${name}: ${tooWide} pixels too wide`);
+            const unseen = await page.locator("main a").evaluateAll(all => all.filter(a => a.offsetParent && a.getBoundingClientRect().width < 4).map(a => a.href));
+            problems.push(...unseen.map(href => `${name}: nobody can see the link ${href}`));
             problems.push(...(await violations(page, rules)).map(text => `${name}: ${text}`));
         }
         await close();
