@@ -128,6 +128,29 @@ TEST(Picture, CentresParentsOnTheirChildren) {
     EXPECT_EQ(layOut(none, {40, 8, 3}).height, 0);
 }
 
+TEST(Picture, GrowsWithTheNumberOfClassesOnly) {
+    constexpr std::size_t kWide = 20000, kDeep = 256; // the greatest depth that the library accepts
+    std::string wide = "(class Root", deep;
+    for (std::size_t i = 0; i < kWide; ++i)
+        wide += "(class C" + std::to_string(i) + ")";
+    for (std::size_t i = 0; i < kDeep; ++i)
+        deep += "(class D";
+    deep += std::string(kDeep, ')');
+    for (const auto &[classes, count, bytesEach] :
+         {std::tuple(wide + ")", kWide + 1, 300), std::tuple(deep, kDeep, 900)})
+        for (const TreeOptions::Format format : {TreeOptions::svg, TreeOptions::dot, TreeOptions::mermaid}) {
+            TreeOptions options;
+            options.format = format;
+            const std::string picture = drawn("(FED (Federation F) (FEDversion v) (objects " + classes + "))", options);
+            EXPECT_LT(picture.size(), count * std::size_t(bytesEach));
+            if (format == TreeOptions::svg) {
+                const std::vector<DrawnBox> boxes = boxesIn(picture);
+                ASSERT_EQ(boxes.size(), count);
+                EXPECT_NE(boxes[count - 1].box.x, boxes[0].box.x);
+            }
+        }
+}
+
 TEST(Picture, LeavesRoomForTheWidestCommonFont) {
     // Measured in DejaVu Sans, in hundredths of a pixel at a size of 13.
     for (const auto &[text, width] :

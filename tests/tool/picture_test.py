@@ -54,9 +54,14 @@ with tempfile.TemporaryDirectory() as folder:
     file.write_bytes(b"")
     assert texts(run("--format", "svg", file)[0]) == ["A federation without a name: no classes"]
 
-    # Too many edges for most pages that show Mermaid.
-    file.write_text("(FED (objects (class ObjectRoot" + "".join(f"(class C{i})" for i in range(501)) + ")))")
-    assert "501 edges" in run("--format", "mermaid", file)[1] and "edges" not in run("--format", "dot", file)[1]
+    # Most pages show no larger diagrams of Mermaid.
+    for members, options, warns in (0, [], True), (0, ["--depth", "1"], False), (9, [], True):
+        count = 501 if members == 0 else 500
+        attributes = "".join(f"(attribute AttributeNumber{i} reliable receive)" for i in range(members))
+        file.write_text("(FED (objects (class ObjectRoot" + "".join(f"(class C{i} {attributes})" for i in range(count)) + ")))")
+        complaint = run("--format", "mermaid", *["--members"] * (members > 0), *options, file)[1]
+        assert ("edges and" in complaint) == warns, complaint
+    assert "edges" not in run("--format", "dot", file)[1]
 
 harbour = examples / "harbour.fed"
 assert "--members" in run("--members", harbour, status=2)[1]

@@ -9,6 +9,7 @@
 #include "tool/picture/Picture.hh"
 
 #include <algorithm>
+#include <sstream>
 
 namespace {
 
@@ -260,13 +261,17 @@ void printText(const TreeOptions &options, const Outline &outline, const std::ve
 }
 
 void drawMermaid(const ClassPicture &picture, const std::string &fileName, const Console &console) {
+    std::ostringstream diagram;
+    writeMermaid(picture, diagram);
+    const std::string text = diagram.str();
     std::size_t numEdges = 0;
     for (const ClassPicture::Tree &shown : picture.trees)
         numEdges += shown.numEdges();
-    if (numEdges > kMermaidEdges)
-        console.err << "rtifed: " << fileName << ": the diagram has " << numEdges
-                    << " edges; most pages show only up to " << kMermaidEdges << ", so give a CLASS or --depth\n";
-    writeMermaid(picture, console.out);
+    if (numEdges > kMermaidEdges || text.size() > kMermaidSize)
+        console.err << "rtifed: " << fileName << ": the diagram has " << numEdges << " edges and " << text.size()
+                    << " bytes; most pages show only up to " << kMermaidEdges << " and " << kMermaidSize
+                    << ", so give a CLASS or --depth\n";
+    console.out << text;
 }
 
 void draw(const TreeOptions &options, const std::string &fileName, const ClassPicture &picture,

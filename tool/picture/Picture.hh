@@ -15,5 +15,5 @@ void writeDot(const ClassPicture &picture, std::ostream &os);
 /// Writes a flowchart of Mermaid, which Markdown shows on many hosts.
 void writeMermaid(const ClassPicture &picture, std::ostream &os);
 
-/// Mermaid draws no diagram with more edges, unless the page that shows it raises this limit.
-inline constexpr std::size_t kMermaidEdges = 500;
+/// Mermaid draws no diagram with more edges or a longer text, unless the page that shows it raises these limits.
+inline constexpr std::size_t kMermaidEdges = 500, kMermaidSize = 50000;
