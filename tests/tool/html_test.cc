@@ -174,7 +174,7 @@ TEST(Html, HasTheDataOfTheOtherCommands) {
     const std::string old = folder.write("old.fed", harbour);
     const std::string slow =
         "(attribute a slow receive) (attribute b slow receive) ;; rtifed: allow unknown-transportation known\n"
-        "(attribute c slow receive)";
+        "(attribute c slow receive) (attribute d slow receive)";
     const std::string config = folder.write("config", "[rules]\nunused-space = \"error\"\nno-rti-private = \"off\"\n");
     const std::string image = folder.write("image", bytesOf(*load(harbour)));
     for (const std::string &text : {harbour, replaced(harbour, "(class Ferry", "(class CarFerry"),
@@ -219,6 +219,7 @@ TEST(Html, HasTheDataOfTheOtherCommands) {
         for (const auto &[rule, texts] : data["rules"].items())
             explained.insert(rule);
         EXPECT_EQ(explained, rules);
+        EXPECT_EQ(data["complete"], rules.count("unclosed-clause") + rules.count("not-a-fed-text") == 0);
     }
 }
 
@@ -299,6 +300,9 @@ TEST(Html, WritesAPageForEachFileOfAFolder) {
     EXPECT_EQ(b["model"]["file"], "sub/b.fed"); // not where the folder is
     EXPECT_EQ(b["difference"]["verdict"], "same");
     EXPECT_EQ(b["before"]["file"], "old/sub/b.fed");
+    const Json damaged = dataOf(readFile(folder / "site/models/damaged.fed.html"));
+    EXPECT_EQ(damaged["complete"], false);
+    EXPECT_EQ(damaged["findings"][0]["rule"], "damaged-image");
     const std::string index = readFile(folder / "site/models/index.html");
     const char *kExpected[] = {
         "<a href=\"%3Ci%3E%26%22%25.FED.html\">&lt;i&gt;&amp;&quot;%.FED</a>",
@@ -329,7 +333,8 @@ TEST(Html, ReplacesOnlyItsOwnPagesAndLeavesTheFolderNever) {
     fs::create_directories(folder / "linked");
     fs::create_directory_symlink(folder / "outside", folder / "linked/sub");
     fs::create_directories(folder / "filelink/sub");
-    fs::create_symlink(mine, folder / "filelink/sub/a.fed.html");
+    EXPECT_EQ(runHtml(htmlOf(file, folder / "other.html")).status, done);
+    fs::create_symlink(folder / "other.html", folder / "filelink/sub/a.fed.html");
     folder.write("taken/index.html", "of the team");
     folder.write("clash/a.fed", "");
     folder.write("clash/a.fed.html/b.fed", "");

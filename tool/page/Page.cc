@@ -18,13 +18,15 @@ std::string policyOf(const PageFiles &files) {
 /// The element by which a page is recognised, near the beginning of each template.
 constexpr std::string_view kGenerator = "<meta name=\"generator\" content=\"rtifed";
 
-/// Whether there is a file of this name that is not empty and not a page of this program.
+/// Whether there is a file of this name that is not empty, and not a page of this program as far as it can be read.
 bool isForeign(const std::string &fileName) {
     std::error_code none;
     if (!std::filesystem::is_regular_file(fileName, none))
         return false;
     std::ifstream file(fileName, std::ios::binary);
     std::string head(1024, '\0');
+    if (!file)
+        return true;
     file.read(head.data(), static_cast<std::streamsize>(head.size()));
     head.resize(static_cast<std::size_t>(file.gcount()));
     return !head.empty() && head.find(kGenerator) == std::string::npos;

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-/// Returns a text as HTML shows it, in an element or in a quoted attribute: whatever is in it stays text. Bytes that
-/// are not printable UTF-8 are written as \xNN.
+/// Returns a text as HTML shows it, in an element or in an attribute in double quotes: whatever is in it stays text.
+/// Bytes that are not printable UTF-8 are written as \xNN.
 std::string asHtml(std::string_view text);
 
 /// Writes a page: its template, in which marks such as {{title}} are replaced. `writeContent` writes what replaces

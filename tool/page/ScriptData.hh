@@ -4,7 +4,7 @@
 #include <streambuf>
 
 /// Passes JSON on into a script element. In such an element a browser knows no escapes, but ends it at "</script", and
-/// reads "<!--" as the begin of a comment that may hide the end. In JSON, "<" occurs in strings only; so each one is
+/// "<!--" may make it ignore that end. In JSON, "<" occurs in strings only; so each one is
 /// written as \u003c, which is the same to a reader of JSON.
 class ScriptData : public std::streambuf {
 public:
