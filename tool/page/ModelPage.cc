@@ -37,13 +37,15 @@ class FindingsWriter : public Report {
 public:
     FindingsWriter(JsonWriter &json, const DeclarationRefs *refs) : _json(json), _refs(refs) {}
 
-    bool joinsFindings() const override { return false; }
     void beginFile(const Source &, const Tally &) override { _json.breakLine().key("findings").beginArray(); }
     void add(const Source &source, const Finding &finding) override {
         _rules.insert(finding.rule);
         _json.breakLine().beginObject();
         writeMembers(_json, source, finding);
-        _json.member("of", finding.span && _refs ? _refs->at(finding.span->begin) : Json()).endObject();
+        _json.member("of", finding.span ? refAt(*finding.span) : Json()).key("furtherOf").beginArray();
+        for (const FurtherPlace &further : finding.furtherPlaces)
+            _json.value(refAt(further.span));
+        _json.endArray().endObject();
     }
     void endFile(const Source &, const Tally &) override { _json.endArray(); }
 
@@ -55,6 +57,8 @@ public:
     }
 
 private:
+    Json refAt(const RtiFedSpan &span) const { return _refs ? _refs->at(span.begin) : Json(); }
+
     JsonWriter &_json;
     const DeclarationRefs *_refs; // null for an image, whose findings have no places
     std::set<const Rule *> _rules;

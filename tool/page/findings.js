@@ -2,6 +2,13 @@
 
 const SEVERITIES = ["error", "warning"];
 
+/** A finding at each of its places: a mistake that is repeated is one finding, but shown at each declaration that it is about. */
+function atEachPlace(finding) {
+    const further = finding.furtherPlaces.map(({text, place}, index) =>
+        Object.assign({}, finding, {text, place, of: finding.furtherOf[index]}));
+    return [finding, ...further];
+}
+
 /** Turns the references of the data, such as ["object", 3, 0], into keys. */
 function keyOfReference(reference) {
     return reference.join("/");
@@ -21,7 +28,7 @@ function indexByReference(items) {
 /** What the data says about declarations: findings and documentation. Nothing is known about what was removed. */
 class Remarks {
     constructor(data) {
-        this.findings = indexByReference(data.findings);
+        this.findings = indexByReference(joined(data.findings.map(atEachPlace)));
         this.documentation = indexByReference(data.documentation);
         this.severity = this.gravestPerNode();
         this.below = new Map();

@@ -146,10 +146,10 @@ class Reader {
         const position = this.scrolling.arrive();
         this.showSide(false);
         this.show();
+        window.scrollTo(0, position === null ? 0 : position);
         const target = this.main.querySelector("tr.target");
-        if (position !== null) window.scrollTo(0, position);
-        else if (target) target.scrollIntoView({block: "center"});
-        else window.scrollTo(0, 0);
+        const isBelow = target !== null && target.getBoundingClientRect().bottom > window.innerHeight;
+        if (position === null && isBelow) target.scrollIntoView({block: "center"});
         if (!this.keepsFocus) this.main.querySelector("h1").focus({preventScroll: true});
         this.keepsFocus = false;
     }

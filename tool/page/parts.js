@@ -1,6 +1,7 @@
 // Pieces that several pages consist of.
 
 const MAX_STEPS = 16; // of a path
+const PLACES_AT_ONCE = 50;
 
 function linkTo(node, memberName, attributes, ...content) {
     return make("a", Object.assign({href: "#" + linkOf(node, memberName)}, attributes), content);
@@ -75,15 +76,27 @@ function documentation(text) {
 /** One finding with all that the check says about it. A page of findings says the severity and explains the rule already. */
 function findingBox(page, finding, {withSubject = false, withSeverity = false}) {
     const rule = page.data.rules[finding.rule];
-    const subject = withSubject && finding.of ? subjectOf(page.model, finding.of) : null;
-    const where = [placeText(finding.place), finding.place && subject ? ", " : null, subject];
     return make("div", {class: "finding " + finding.severity},
-        make("p", {class: "where"}, withSeverity ? [make("strong", {class: "severity"}, finding.severity), " "] : null, where),
+        make("p", {class: "where"}, withSeverity ? [make("strong", {class: "severity"}, finding.severity), " "] : null, whereOf(page, finding, withSubject)),
         make("p", null, finding.text),
+        withSubject ? furtherPlaces(page, finding) : null,
         finding.details.length === 0 ? null : make("ul", null, finding.details.map(text => make("li", null, text))),
         finding.notes.map(note => make("p", {class: "note"}, note.text, note.place ? ", " + placeText(note.place) : "")),
         finding.fixText ? make("p", {class: "note"}, "Fix: ", finding.fixText) : null,
         withSubject ? null : make("p", {class: "note"}, make("a", {href: "#findings"}, rule ? rule.title : finding.rule)));
+}
+
+/** The line of a finding, and with `withSubject` what it is about. */
+function whereOf(page, finding, withSubject) {
+    const subject = withSubject && finding.of ? subjectOf(page.model, finding.of) : null;
+    return [placeText(finding.place), finding.place && subject ? ", " : null, subject];
+}
+
+function furtherPlaces(page, finding) {
+    const [, ...further] = atEachPlace(finding);
+    if (further.length === 0) return null;
+    return make("details", null, make("summary", null, "Also at " + counted(further.length, "more place")),
+        longList(make("ul"), further, other => make("li", null, whereOf(page, other, true)), PLACES_AT_ONCE));
 }
 
 /** A link to what a finding is about. */

@@ -79,12 +79,17 @@ test("removed classes are shown where they were, with their members", () => {
 test("findings are at what they are about, and seen from above it", () => {
     const { model } = compared([]);
     const remarks = new Remarks({
-        findings: [{ severity: "warning", of: ["object", 4] }, { severity: "error", of: ["object", 3, 0] }, { severity: "error", of: null }],
+        findings: [
+            { severity: "warning", of: ["object", 0, 0], furtherPlaces: [{ text: "too", place: { line: 9 } }], furtherOf: [["object", 4]] },
+            { severity: "error", of: ["object", 3, 0], furtherPlaces: [], furtherOf: [] },
+            { severity: "error", of: null, furtherPlaces: [], furtherOf: [] },
+        ],
         documentation: [{ of: ["object", 3, 0], text: "one" }, { of: ["object", 3, 0], text: "two" }],
     });
     remarks.spread(model);
     const [root, , , b, c] = model.object.nodes;
-    assert.deepEqual([root, b, c].map(node => remarks.severityOf(node)), ["", "error", "warning"]);
+    assert.deepEqual([root, b, c].map(node => remarks.severityOf(node)), ["warning", "error", "warning"]);
+    assert.deepEqual(remarks.findingsOf(c).map(({ text, place }) => `${place.line} ${text}`), ["9 too"]);
     assert.deepEqual([root, b, c].map(node => remarks.severityBelow(node)), ["error", "warning", ""]);
     assert.equal(remarks.findingsOf(b).length, 0);
     assert.equal(remarks.findingsOf(b, 0).length, 1);
