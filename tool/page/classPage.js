@@ -101,7 +101,7 @@ function classPage(page, {node, member, declarer, missingMember}) {
             missingMember && !removed ? missingMemberNotice(node, missingMember) : null,
             classNews(page, node),
             documentation(page.remarks.documentationOf(node)),
-            page.remarks.findingsOf(node).map(finding => findingBox(page, finding, {withSeverity: true})),
+            findingsAt(page, node),
             classFacts(page, node),
             membersSection(page, node, member || removed),
             subclassesSection(page, node)

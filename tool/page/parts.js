@@ -2,6 +2,7 @@
 
 const MAX_STEPS = 16; // of a path
 const PLACES_AT_ONCE = 50;
+const FINDINGS_AT_ONCE = 4; // above the members of a class
 
 function linkTo(node, memberName, attributes, ...content) {
     return make("a", Object.assign({href: "#" + linkOf(node, memberName)}, attributes), content);
@@ -84,6 +85,12 @@ function findingBox(page, finding, {withSubject = false, withSeverity = false}) 
         finding.notes.map(note => make("p", {class: "note"}, note.text, note.place ? ", " + placeText(note.place) : "")),
         finding.fixText ? make("p", {class: "note"}, "Fix: ", finding.fixText) : null,
         withSubject ? null : make("p", {class: "note"}, make("a", {href: "#findings"}, rule ? rule.title : finding.rule)));
+}
+
+/** The findings about a class or space; of very many the first few, so that the class itself stays in sight. */
+function findingsAt(page, node) {
+    return longList(make("div"), page.remarks.findingsOf(node),
+        finding => findingBox(page, finding, {withSeverity: true}), FINDINGS_AT_ONCE);
 }
 
 /** The line of a finding, and with `withSubject` what it is about. */

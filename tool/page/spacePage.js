@@ -23,7 +23,7 @@ function spacePage(page, {node, member, missingMember}) {
             missingMember && !removed ? missingMemberNotice(node, missingMember) : null,
             classNews(page, node),
             documentation(page.remarks.documentationOf(node)),
-            page.remarks.findingsOf(node).map(finding => findingBox(page, finding, {withSeverity: true})),
+            findingsAt(page, node),
             make("dl", {class: "facts"},
                 fact("Handle", node.data.handle === null || node.removed ? null : String(node.data.handle)),
                 declaredFact(page, node),
