@@ -86,6 +86,7 @@ with tempfile.TemporaryDirectory() as folder:
         validate(data["difference"], "diff")
         for finding in data["findings"]:
             assert data["rules"][finding["rule"]].keys() == {"title", "text"} and finding.pop("of", 0) != 0
+            assert len(finding.pop("furtherOf")) == len(finding["furtherPlaces"])
         validate({"formatVersion": 2, "failures": [], "files": [{
             "file": file, "findings": data["findings"], "loads": data["model"]["loads"], "errors": 0, "warnings": 0, "fixable": 0,
             "notShown": 0, "suppressed": 0}]}, "findings")

@@ -12,10 +12,10 @@ namespace {
 using Digest = std::array<std::uint8_t, SHA256_DIGEST_SIZE>;
 
 Digest digestOf(std::string_view bytes) {
-    sha256_ctx state;
+    sha256_ctx state{};
     sha256_init(&state);
     sha256_update(&state, bytes.size(), reinterpret_cast<const std::uint8_t *>(bytes.data()));
-    Digest digest;
+    Digest digest{};
     sha256_digest(&state, digest.size(), digest.data());
     return digest;
 }
