@@ -64,7 +64,7 @@ private:
     std::set<const Rule *> _rules;
 };
 
-/// Writes what the script of the page reads.
+/// Writes what the script of the page reads, as data.schema.json describes it.
 class DataWriter {
 public:
     DataWriter(ModelToShow &model, const ModelPageOptions &options, std::ostream &out)
