@@ -2,7 +2,7 @@
 
 const ROWS_AROUND = 12;        // rows made above and below the visible ones, so that scrolling shows no gaps
 const OPEN_AT_FIRST = 80;       // a model with more classes begins with only the first level open
-const INDENTED_LEVELS = 11;   // more would leave no room for names
+const INDENTED_LEVELS = 11;   // deeper indentation would leave no space for names
 const TYPING_PAUSE = 700;      // milliseconds after which typed letters begin a new name
 
 /** Sections such as "Object classes" have no page of their own. */
@@ -11,7 +11,7 @@ function isOpenable(item) {
 }
 
 /**
- * A tree of which only the visible rows are elements. `rows` lists what is unfolded, in order; each row has the same height, so
+ * A tree in which only the visible rows are elements. `rows` lists all unfolded rows in order; each row has the same height, so
  * the position of the scrollbar says which rows are visible. Rebuilding some 60 rows at each scroll step is cheap; keeping rows
  * and moving them would be more code and not faster.
  *
@@ -85,7 +85,7 @@ class TreeView {
         this.showRow(this.active);
     }
 
-    /** Selects the item that the page shows, and unfolds what it is in. */
+    /** Selects the item that the page shows, and unfolds its ancestors. */
     select(item) {
         this.selected = item;
         if (item) this.unfoldAround(item);

@@ -31,8 +31,8 @@ function signOfChange(change) {
 const MEANING_OF_SIGN = {"+": "added", "-": "removed", "~": "changed"};
 
 /**
- * The marks of a difference: for each class, space and member the changes that concern it. `whole` is the sign of what was
- * added or removed as a whole; what is only changed, or has changed members, has "~".
+ * The marks of a difference: for each class, space and member the changes that concern it, and a sign.
+ * Anything added or removed as a whole has "+" or "-"; a class that changed, or some of whose members changed, has "~".
  *
  * Adding one class moves the handles of most others. So a new handle alone is no mark, unless handles are all that changed:
  * otherwise every class would have one, and nobody would find the changes that matter.

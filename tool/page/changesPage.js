@@ -16,7 +16,7 @@ function changeGroup(page, group) {
             make("li", null, linkOfChange(page, changes[item.change], item.text)), CHANGES_AT_ONCE));
 }
 
-/** What was added or removed together with a class or space. */
+/** The declarations that were added or removed with a class or space. */
 function contentsOf(page, change) {
     return make("details", null, make("summary", null, counted(change.contents.length, "declaration") + " in it"),
         longList(make("ul", {class: "changes"}), change.contents, element =>

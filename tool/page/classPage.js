@@ -6,7 +6,7 @@ function classFacts(page, node) {
     const was = kind => changeOfKind(changes, kind);
     return make("dl", {class: "facts"},
         fact("Full name", make("span", {class: "full"}, breakable(node.name))),
-        fact("Handle", page.hasHandles && !node.removed ? changedValue(was("renumbered"), data.handle === null ? null : String(data.handle)) : null),
+        fact("Handle", page.hasHandles && !node.removed ? changedValue(was("renumbered"), String(data.handle)) : null),
         node.kind === "object" ? null : [
             fact("Transportation", changedValue(was("transportation"), data.transportation)),
             fact("Ordering", changedValue(was("ordering"), data.ordering)),
@@ -14,7 +14,7 @@ function classFacts(page, node) {
         declaredFact(page, node));
 }
 
-/** What happened to the class itself, in a sentence each. */
+/** A sentence for each change of the class itself. */
 function classNews(page, node) {
     const news = page.marks.changesOf(node).map(change => {
         const hint = renameHint(page, change);
@@ -46,7 +46,7 @@ function inheritedSwitch(page, node) {
             page.withInherited = event.target.checked;
             page.showAgain();
             byId("inherited").focus({preventScroll: true});
-        }}), " Show " + inherited.toLocaleString("en-GB") + " inherited");
+        }}), " Show " + numeral(inherited) + " inherited");
 }
 
 function membersSection(page, node, target) {
@@ -54,8 +54,8 @@ function membersSection(page, node, target) {
     const table = membersTable(page, node, {withInherited: page.withInherited, target});
     const inherited = countInherited(node);
     return make("section", null,
-        make("div", {class: "heading"}, make("h2", null, capitalized(plural(memberNoun)), " ",
-            make("span", {class: "number"}, String(node.members.length))), inheritedSwitch(page, node)),
+        make("div", {class: "heading"},
+            countedHeading(capitalized(plural(memberNoun)), node.members.length), inheritedSwitch(page, node)),
         noteOnMembers(page, node, table !== null, inherited), table);
 }
 
@@ -72,7 +72,7 @@ function noteOnMembers(page, node, hasTable, numInherited) {
 function subclassesSection(page, node) {
     if (node.children.length === 0) return null;
     return make("section", null,
-        make("h2", null, "Subclasses ", make("span", {class: "number"}, String(node.children.length))),
+        countedHeading("Subclasses", node.children.length),
         longList(make("ul", {class: "classes"}), node.children, child => classItem(page, child), 100));
 }
 

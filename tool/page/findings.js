@@ -1,4 +1,4 @@
-// The findings of the check, by what they are about.
+// The findings of the check, by the declarations that they are about.
 
 const SEVERITIES = ["error", "warning"];
 
@@ -25,7 +25,7 @@ function indexByReference(items) {
     return index;
 }
 
-/** What the data says about declarations: findings and documentation. Nothing is known about what was removed. */
+/** The findings and comments of each declaration. Removed declarations have none. */
 class Remarks {
     constructor(data) {
         this.findings = indexByReference(joined(data.findings.map(atEachPlace)));

@@ -4,7 +4,7 @@ function ruleSection(page, group) {
     const rule = page.data.rules[group.rule] || {title: group.rule, text: ""};
     const count = group.findings.length;
     return make("section", {class: "rule"},
-        make("h2", null, rule.title, " ", make("span", {class: "number"}, count.toLocaleString("en-GB"))),
+        countedHeading(rule.title, count),
         make("p", {class: "note"}, make("span", {class: "severity " + group.severity}, group.severity), " ",
             make("code", null, group.rule)),
         rule.text.split("\n").map(paragraph => paragraph === "" ? null : make("p", {class: "explanation"}, paragraph)),

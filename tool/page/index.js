@@ -10,7 +10,7 @@ function textOf(row, column) {
     return row.cells[column].textContent;
 }
 
-/** Numbers by their value, texts as people sort them; what is empty comes last in either direction. */
+/** Compares numbers by value and texts alphabetically. Empty cells come last in either direction. */
 function compare(a, b, isDescending) {
     if (a === "" || b === "") return Number(a === "") - Number(b === "");
     const order = a.localeCompare(b, "en", {numeric: true});

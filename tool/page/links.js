@@ -20,7 +20,7 @@ function decoded(text) {
     }
 }
 
-/** What a fragment names: {view, name, member, index}, of which only `view` is always there. */
+/** Parses a fragment into {view, name, member, index}; for a page without a class only `view` is set. */
 function parseLink(fragment) {
     const text = fragment.replace(/^#/, "");
     const parts = text.split("/");
@@ -35,8 +35,8 @@ function parseLink(fragment) {
 }
 
 /**
- * Finds what a link names. Returns {view, node, member, declarer}, or {view: "missing", ...} if this version of the model does
- * not have it; a class that exists but lacks the member is shown with `missingMember`.
+ * Finds the class, space or member of a link. Returns {view, node, member, declarer}, or {view: "missing", ...} if this version
+ * of the model does not have it; a class that exists but lacks the member is shown with `missingMember`.
  */
 function resolveLink(model, link) {
     if (link.name === undefined) {

@@ -1,10 +1,13 @@
-// Opens the page: reads the data, and shows what the address names.
+// Opens the page: reads the data, and shows the class or page that the address names.
 
 const started = performance.now();
 
-/** What the pages know: the data, the model made of it, and the choices of the reader. */
+/** The state that all pages share: the data, the model made of it, and the choices of the reader. */
 function createPage(data) {
-    const page = {data, model: createModel(data.model), before: null, marks: new Marks(data.difference), withInherited: false, onlyChanges: false};
+    const page = {
+        data, model: createModel(data.model), before: null, marks: new Marks(data.difference),
+        withInherited: false, onlyChanges: false
+    };
     if (data.before) {
         page.before = createModel(data.before);
         for (const kind of Object.keys(KINDS)) {
@@ -51,7 +54,8 @@ function missingPage({link}) {
     const kind = isKind(link.view) ? KINDS[link.view] : null;
     return {title: "Not found", content: [
         make("h1", {tabindex: "-1"}, "Not in this version"),
-        make("p", {class: "missing"}, kind ? ["This version of the model has no " + kind.noun + " ", make("strong", null, breakable(link.name)), "."]
+        make("p", {class: "missing"}, kind
+            ? ["This version of the model has no " + kind.noun + " ", make("strong", null, breakable(link.name)), "."]
             : "This address names nothing in the model."),
         make("p", null, make("a", {href: "#"}, "To the overview"))]};
 }
@@ -65,7 +69,8 @@ const PAGES = {
 function describeItem(page, item, isUnfolded) {
     if (!isOpenable(item)) {
         const count = item.children.length === 0 ? 0 : item.forest.nodes.filter(node => !node.removed).length;
-        return {link: "#", title: null, classes: ["section"], content: [make("span", {class: "name"}, item.title), numberOf(count, KINDS[item.kind].noun, "")]};
+        const name = make("span", {class: "name"}, item.title);
+        return {link: "#", title: null, classes: ["section"], content: [name, numberOf(count, KINDS[item.kind].noun, "")]};
     }
     const sign = page.marks.signOf(item);
     const severity = page.remarks.severityOf(item);
@@ -78,17 +83,22 @@ function describeItem(page, item, isUnfolded) {
             (item.numBelow > 0 ? ", " + counted(item.numBelow, "class") + " below" : ""),
         classes: [item.mom ? "mom" : "", item.removed ? "removed" : ""].filter(name => name !== ""),
         content: [make("span", {class: "name"}, item.own), signMark(sign),
-            isChangedBelow ? make("span", {class: "below", title: "changes below"}, spoken(" changes below")) : null,
-            severity ? make("span", {class: "flag " + severity, title: severity}, spoken(" " + severity)) : null,
-            hidden ? make("span", {class: "flag hollow " + hidden, title: hidden + " below"}, spoken(" " + hidden + " below")) : null,
+            isChangedBelow ? flag("below", "changes below") : null,
+            severity ? flag("flag " + severity, severity) : null,
+            hidden ? flag("flag hollow " + hidden, hidden + " below") : null,
             numberOf(item.numBelow, "class", " below")]
     };
 }
 
-/** A number at the end of a row, for screen readers with what it counts. */
+/** A coloured dot in the tree. */
+function flag(classes, meaning) {
+    return make("span", {class: classes, title: meaning}, spoken(" " + meaning));
+}
+
+/** A number at the end of a row; screen readers also hear the noun. */
 function numberOf(count, noun, where) {
     return count === 0 ? null : [
-        make("span", {"class": "number", "aria-hidden": "true"}, count.toLocaleString("en-GB")),
+        make("span", {"class": "number", "aria-hidden": "true"}, numeral(count)),
         spoken(" " + counted(count, noun) + where)];
 }
 
@@ -141,7 +151,7 @@ class Reader {
         this.show();
     }
 
-    /** Shows what the address names, at the top or where the reader left it. */
+    /** Shows the page of the address, scrolled to the top or to its last position. */
     arrive() {
         const position = this.scrolling.arrive();
         this.showSide(false);
@@ -161,8 +171,9 @@ class Reader {
         fill(this.main, shown.content);
         document.title = (shown.title ? shown.title + " \u2013 " : "") + federationName(this.page);
         this.tree.select(shown.node || null);
+        const address = found.view === "overview" ? "#" : "#" + found.view;
         for (const link of byId("places").children) {
-            if (link.getAttribute("href") === (found.view === "overview" ? "#" : "#" + found.view)) link.setAttribute("aria-current", "page");
+            if (link.getAttribute("href") === address) link.setAttribute("aria-current", "page");
             else link.removeAttribute("aria-current");
         }
     }

@@ -25,7 +25,7 @@ function columnsOf(page, kind, rows) {
     return columns.filter(column => column.name !== "handle" || page.hasHandles);
 }
 
-/** What a row of the table shows: a member as `declarer` declares it. */
+/** The values of a row: a member of `node`, declared by `declarer`. */
 function rowOf(page, node, declarer, member, memberIndex) {
     const mark = page.marks.ofMember(declarer, member.name);
     return {
@@ -69,7 +69,7 @@ function makeMemberRow(page, row, columns, target) {
         change ? make("span", {class: "was"}, "was ", change.from) : null, memberHints(page, row)), cells);
 }
 
-/** What the comparison guesses about a member that was added or removed. */
+/** The guesses of the comparison about a member that was added or removed. */
 function memberHints(page, row) {
     return row.changes.map(change => {
         const hint = renameHint(page, change) || movedHint(row, change);
@@ -99,7 +99,8 @@ function tableHead(kind, columns) {
 
 function groupHeading(declarer, count, columns) {
     return make("tr", {class: "group"}, make("th", {scope: "rowgroup", colspan: columns.length + 1},
-        "Inherited from ", linkTo(declarer, null, null, breakable(declarer.own)), " ", make("span", {class: "number"}, String(count))));
+        "Inherited from ", linkTo(declarer, null, null, breakable(declarer.own)), " ",
+        make("span", {class: "number"}, numeral(count))));
 }
 
 /**

@@ -95,7 +95,7 @@ function ancestorsOf(node) {
     return ancestors;
 }
 
-/** Nodes come after their superclasses, so that one pass from the end adds up what is below each. */
+/** Counts the descendants of each class. Nodes come after their superclasses, so one pass from the end is enough. */
 function countBelow(forest) {
     for (const node of forest.nodes) node.numBelow = 0;
     for (let i = forest.nodes.length - 1; i >= 0; --i) {

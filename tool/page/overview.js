@@ -1,13 +1,23 @@
-// The first page: what the model is, whether it can be used, and where to go on.
+// The first page: the name and fingerprints of the model, whether it loads, its size, and its main classes.
 
 const FINDINGS_AT_FIRST = 5;
+const ITEMS_AT_ONCE = 60;
 
 /** The numbers of a forest with and without the MOM. */
 function countsOf(forest) {
     const live = forest.nodes.filter(node => !node.removed);
     const own = live.filter(node => !node.mom);
     const members = nodes => nodes.reduce((sum, node) => sum + node.members.length, 0);
-    return {classes: own.length, members: members(own), momClasses: live.length - own.length, momMembers: members(live) - members(own)};
+    return {
+        classes: own.length, members: members(own),
+        momClasses: live.length - own.length, momMembers: members(live) - members(own)
+    };
+}
+
+/** The head of a table from the heading of each column, and its class. */
+function headRow(...columns) {
+    return make("thead", null, make("tr", null, columns.map(([heading, name]) =>
+        make("th", {scope: "col", class: name}, heading))));
 }
 
 function countsTable(model) {
@@ -16,14 +26,13 @@ function countsTable(model) {
         const noun = forest.kind === "space" ? "space" : "class";
         const counts = countsOf(forest);
         return make("tr", null, make("th", {scope: "row"}, title),
-            make("td", {class: "number"}, counts.classes.toLocaleString("en-GB")),
+            make("td", {class: "number"}, numeral(counts.classes)),
             make("td", null, counted(counts.members, memberNoun)),
             make("td", {class: "mom"}, counts.momClasses === 0 ? "none" : counted(counts.momClasses, noun) +
                 (counts.momMembers > 0 ? " with " + counted(counts.momMembers, memberNoun) : "")));
     });
     return make("div", {class: "wide"}, make("table", {class: "counts"},
-        make("thead", null, make("tr", null, make("th", null, spoken("Kind")), make("th", {scope: "col", class: "number"}, "Declared"),
-            make("th", {scope: "col"}, "Members"), make("th", {scope: "col"}, make("abbr", {title: "Management Object Model"}, "MOM")))),
+        headRow([spoken("Kind")], ["Declared", "number"], ["Members"], [make("abbr", {title: "Management Object Model"}, "MOM")]),
         make("tbody", null, rows)));
 }
 
@@ -54,12 +63,10 @@ function deliveryTable(model) {
     }
     if (counts.size === 0) return null;
     const rows = [...counts.values()].sort((a, b) => b.attributes + b.interactions - a.attributes - a.interactions);
-    const number = count => make("td", {class: "number"}, count === 0 ? "" : count.toLocaleString("en-GB"));
+    const number = count => make("td", {class: "number"}, count === 0 ? "" : numeral(count));
     return make("section", null, make("h2", null, "Delivery"),
         make("div", {class: "wide"}, make("table", {class: "delivery-counts"},
-            make("thead", null, make("tr", null, make("th", {scope: "col"}, "Transportation"), make("th", {scope: "col"}, "Ordering"),
-                make("th", {scope: "col", class: "number"}, "Attributes"),
-                make("th", {scope: "col", class: "number"}, "Interactions"))),
+            headRow(["Transportation"], ["Ordering"], ["Attributes", "number"], ["Interactions", "number"]),
             make("tbody", null, rows.map(row => make("tr", null, make("td", null, row.transportation || "none"),
                 make("td", null, row.ordering || "none"), number(row.attributes), number(row.interactions)))))));
 }
@@ -79,7 +86,7 @@ function subjects(page, forest) {
     const top = joined(forest.roots.map(root => root.children)).filter(node => !node.mom && fold(node.own) !== "rtiprivate");
     if (top.length === 0) return null;
     return make("section", {class: "contents"}, make("h2", null, KINDS[forest.kind].title),
-        longList(make("ul", {class: "classes"}), top, node => classItem(page, node), 60));
+        longList(make("ul", {class: "classes"}), top, node => classItem(page, node), ITEMS_AT_ONCE));
 }
 
 /** A class in a list: its name, its size and its comment. */
@@ -92,13 +99,18 @@ function classItem(page, node) {
         make("span", {class: "sizes"}, sizes.join(", ")), documentation(page.remarks.documentationOf(node)));
 }
 
+function spaceItem(page, node) {
+    return make("li", null, signMark(page.marks.signOf(node)), linkTo(node, null, null, breakable(node.own)), " ",
+        make("span", {class: "sizes"}, node.members.map(member => member.name).join(", ") || "no dimensions",
+            node.mom ? ", of the MOM" : ""),
+        documentation(page.remarks.documentationOf(node)));
+}
+
 function spacesList(page) {
     const {nodes} = page.model.space;
     if (nodes.length === 0) return null;
-    const items = nodes.map(node => make("li", null, signMark(page.marks.signOf(node)), linkTo(node, null, null, breakable(node.own)), " ",
-        make("span", {class: "sizes"}, node.members.map(member => member.name).join(", ") || "no dimensions",
-            node.mom ? ", of the MOM" : ""), documentation(page.remarks.documentationOf(node))));
-    return make("section", {class: "contents"}, make("h2", null, "Routing spaces"), longList(make("ul", {class: "classes"}), items, item => item, 60));
+    return make("section", {class: "contents"}, make("h2", null, KINDS.space.title),
+        longList(make("ul", {class: "classes"}), nodes, node => spaceItem(page, node), ITEMS_AT_ONCE));
 }
 
 function federationName(page) {

@@ -26,6 +26,11 @@ function pathOf(node) {
     return make("nav", {"class": "path", "aria-label": "Superclasses"}, make("ol", null, steps));
 }
 
+/** A heading of a section, with the number of things in it. */
+function countedHeading(title, count) {
+    return make("h2", null, title, " ", make("span", {class: "number"}, numeral(count)));
+}
+
 /** A term with its value in a list of facts; nothing if there is no value. */
 function fact(term, ...value) {
     const isEmpty = value.every(part => part === null || part === undefined || part === "");
@@ -37,7 +42,8 @@ function renameHint(page, change) {
     if (!change.rename) return null;
     const likelihood = change.rename.likelihood === "probable" ? "probably" : "perhaps";
     const other = Object.assign({}, change, {name: change.rename.name});
-    return [likelihood, change.kind === "removed" ? " renamed to " : " renamed from ", linkOfChange(page, other, change.rename.name)];
+    const verb = change.kind === "removed" ? " renamed to " : " renamed from ";
+    return [likelihood, verb, linkOfChange(page, other, change.rename.name)];
 }
 
 /** Links a text to the class, space or member that a change is about; some changes are about the file as a whole. */
@@ -66,7 +72,7 @@ function spaceLink(page, name) {
 }
 
 function placeText(place) {
-    return place ? "line " + place.line.toLocaleString("en-GB") : "";
+    return place ? "line " + place.line : "";
 }
 
 /** The comment that documents a declaration. Its lines are kept: people align text and tables in comments. */
@@ -77,8 +83,9 @@ function documentation(text) {
 /** One finding with all that the check says about it. A page of findings says the severity and explains the rule already. */
 function findingBox(page, finding, {withSubject = false, withSeverity = false}) {
     const rule = page.data.rules[finding.rule];
+    const severity = withSeverity ? [make("strong", {class: "severity"}, finding.severity), " "] : null;
     return make("div", {class: "finding " + finding.severity},
-        make("p", {class: "where"}, withSeverity ? [make("strong", {class: "severity"}, finding.severity), " "] : null, whereOf(page, finding, withSubject)),
+        make("p", {class: "where"}, severity, whereOf(page, finding, withSubject)),
         make("p", null, finding.text),
         withSubject ? furtherPlaces(page, finding) : null,
         finding.details.length === 0 ? null : make("ul", null, finding.details.map(text => make("li", null, text))),
@@ -93,7 +100,7 @@ function findingsAt(page, node) {
         finding => findingBox(page, finding, {withSeverity: true}), FINDINGS_AT_ONCE);
 }
 
-/** The line of a finding, and with `withSubject` what it is about. */
+/** The line of a finding and, with `withSubject`, a link to its declaration. */
 function whereOf(page, finding, withSubject) {
     const subject = withSubject && finding.of ? subjectOf(page.model, finding.of) : null;
     return [placeText(finding.place), finding.place && subject ? ", " : null, subject];
@@ -106,7 +113,7 @@ function furtherPlaces(page, finding) {
         longList(make("ul"), further, other => make("li", null, whereOf(page, other, true)), PLACES_AT_ONCE));
 }
 
-/** A link to what a finding is about. */
+/** A link to the declaration that a finding is about. */
 function subjectOf(model, reference) {
     const [kind, index, memberIndex] = reference;
     const node = model[kind].nodes[index];
@@ -143,7 +150,7 @@ function longList(list, items, makeItem, atOnce) {
         append(list, next.map(makeItem));
         shown += next.length;
         const left = items.length - shown;
-        button.textContent = "Show " + Math.min(left, atOnce).toLocaleString("en-GB") + " more of " + left.toLocaleString("en-GB");
+        button.textContent = "Show " + numeral(Math.min(left, atOnce)) + " more of " + numeral(left);
         button.hidden = left === 0;
     };
     button.addEventListener("click", more);

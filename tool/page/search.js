@@ -78,8 +78,8 @@ function matchName(entry, query) {
 }
 
 /**
- * Counts the classes between the parts of a query that name classes and what was found: 0 for a complete path. Returns -1 if
- * the classes of an entry do not match in this order. Taking the nearest class that matches is right: it leaves the most
+ * Counts the superclasses of an entry that the query leaves out: 0 for a complete path. Returns -1 if the superclasses do not
+ * match the qualifiers in their order. Taking the nearest class that matches is right: it leaves the most
  * classes to the remaining parts.
  */
 function skippedClasses(index, entry, qualifiers) {
@@ -139,9 +139,9 @@ function scoreOf(entry, rank, skipped) {
 }
 
 /**
- * Returns the best `limit` entries with their matched ranges, and the number of all that match. What matches a query also
- * matches its beginning, so a query that goes on searches only what the last one found. Score and position go into one number
- * for sorting, because typed arrays sort numbers without a call for each comparison.
+ * Returns the best `limit` entries with their matched ranges, and the number of all that match. A name that matches a query also
+ * matches its beginning, so while the user types on, only the names found last are searched. Score and position go into one
+ * number for sorting, because typed arrays sort numbers without a call for each comparison.
  */
 function search(index, text, limit) {
     const query = parseQuery(text);

@@ -2,12 +2,13 @@
 
 function useItem(page, {node, member}) {
     const name = linkTo(node, member && member.name, null, breakable(member ? member.name : node.own));
-    return make("li", null, name, " ", make("span", {class: "sizes"}, breakable(member ? node.name : node.parent ? node.parent.name : "")));
+    const owner = member ? node : node.parent;
+    return make("li", null, name, " ", make("span", {class: "sizes"}, owner ? breakable(owner.name) : null));
 }
 
 function usesSection(page, title, uses) {
     if (uses.length === 0) return null;
-    return make("section", null, make("h2", null, title + " ", make("span", {class: "number"}, uses.length.toLocaleString("en-GB"))),
+    return make("section", null, countedHeading(title, uses.length),
         longList(make("ul", {class: "classes"}), uses, use => useItem(page, use), 200));
 }
 
@@ -28,7 +29,7 @@ function spacePage(page, {node, member, missingMember}) {
                 fact("Handle", node.data.handle === null || node.removed ? null : String(node.data.handle)),
                 declaredFact(page, node),
                 fact("Used by", uses.length === 0 ? "nothing" : null)),
-            make("section", null, make("h2", null, "Dimensions ", make("span", {class: "number"}, String(node.members.length))),
+            make("section", null, countedHeading("Dimensions", node.members.length),
                 table || make("p", {class: "note"}, page.onlyChanges ? "No changed dimensions." : "This space has no dimensions.")),
             usesSection(page, "Attributes in this space", uses.filter(use => use.member)),
             usesSection(page, "Interaction classes in this space", uses.filter(use => !use.member))

@@ -4,9 +4,14 @@ function plural(noun) {
     return noun + (noun.endsWith("s") ? "es" : "s");
 }
 
+/** "1,204" */
+function numeral(number) {
+    return number.toLocaleString("en-GB");
+}
+
 /** "1 class", "1,204 classes". */
 function counted(number, noun) {
-    return number.toLocaleString("en-GB") + " " + (number === 1 ? noun : plural(noun));
+    return numeral(number) + " " + (number === 1 ? noun : plural(noun));
 }
 
 /** Folds a name as lookups do: only the letters A to Z are the same in any case. */
