@@ -116,6 +116,7 @@ private:
         std::optional<Difference> difference;
         if (old) {
             difference.emplace(*old, model.file);
+            row.isCompared = true;
             row.verdict = Comparison::nameOf(difference->comparison.verdict());
             row.meaning = explanationOf(*difference);
         }

@@ -72,10 +72,12 @@ public:
         _out << "<tr data-state=\"" << nameOf(row.state) << "\">";
         writeFile(row);
         writeCell("federation", asHtml(row.federation));
-        writeCell(std::string("state ") + nameOf(row.state), asHtml(describeState(row)));
-        if (_withVerdicts)
-            writeCell("verdict " + row.verdict, asHtml(row.verdict), asHtml(row.meaning));
         const bool hasModel = row.state == State::loads || row.state == State::refused;
+        writeCell(std::string("state ") + nameOf(row.state),
+                  linked(row.errors > 0, row, "#findings", asHtml(describeState(row))));
+        if (_withVerdicts)
+            writeCell("verdict " + row.verdict, linked(row.isCompared, row, "#changes", asHtml(row.verdict)),
+                      asHtml(row.meaning));
         for (const NumberColumn &column : kNumbers)
             writeCell(std::string("number ") + column.key, hasModel ? std::to_string(row.*column.count) : "");
         writeCode("checksum", row.checksum);
@@ -90,10 +92,12 @@ private:
 
     void writeFile(const IndexRow &row) {
         const bool hasPage = row.state == State::loads || row.state == State::refused;
-        _out << "<th scope=\"row\" class=\"file\">";
-        if (hasPage)
-            _out << "<a href=\"" << pathInUri(pageOf(row.path)) << "\">";
-        _out << asHtml(row.path) << (hasPage ? "</a>" : "") << "</th>";
+        _out << "<th scope=\"row\" class=\"file\">" << linked(hasPage, row, "", asHtml(row.path)) << "</th>";
+    }
+
+    /// Returns the HTML as a link to a part of the model's page, if it is one.
+    static std::string linked(bool isLink, const IndexRow &row, const char *part, const std::string &html) {
+        return isLink ? "<a href=\"" + pathInUri(pageOf(row.path)) + part + "\">" + html + "</a>" : html;
     }
 
     void writeCell(const std::string &classes, const std::string &html, const std::string &title = "") {

@@ -17,6 +17,7 @@ struct IndexRow {
     std::string federation = {}, checksum = {}, fingerprint = {};
     std::size_t errors = 0, warnings = 0;
     std::size_t objectClasses = 0, attributes = 0, interactionClasses = 0, parameters = 0, spaces = 0;
+    bool isCompared = false;  ///< Whether its page has a difference.
     std::string verdict = {}; ///< In one word.
     std::string meaning = {}; ///< What the verdict means, or why there is none.
 
