@@ -37,7 +37,7 @@ export default [
         languageOptions: {
             ecmaVersion: 2023,
             sourceType: "module",
-            globals: globals("process console URL Buffer performance setTimeout window document location addEventListener requestAnimationFrame InputEvent"),
+            globals: globals("process console URL Buffer performance setTimeout window document location addEventListener requestAnimationFrame InputEvent MutationObserver PerformanceObserver"),
         },
         rules: mistakes,
     },

@@ -14,8 +14,9 @@ export const dark = { colorScheme: "dark" };
 /**
  * Opens a page from disk and waits until its script has shown it. Its complaints are anything that a silent page does not do: messages
  * on the console, errors, requests, dialogs, further windows, violations of its policy. An index may lead to the pages of its folder.
+ * The function watch runs in the page before its script.
  */
-export async function open(browser, file, { hash = "", index = false, ...options } = {}) {
+export async function open(browser, file, { hash = "", index = false, watch = () => {}, ...options } = {}) {
     const address = pathToFileURL(file).href;
     const expected = request => request.url().split("#")[0] === address ||
         (index && request.isNavigationRequest() && request.url().startsWith(new URL(".", address).href));
@@ -30,6 +31,7 @@ export async function open(browser, file, { hash = "", index = false, ...options
     page.on("dialog", dialog => { complain("dialog", dialog.message()); dialog.dismiss(); });
     page.on("request", request => expected(request) || complain("request", request.url()));
     await page.addInitScript(() => addEventListener("securitypolicyviolation", event => console.log(`policy: ${event.violatedDirective}`)));
+    await page.addInitScript(watch);
     try {
         await page.goto(address + hash);
         if (!index) await page.waitForFunction(() => document.documentElement.dataset.ready);

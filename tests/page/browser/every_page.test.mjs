@@ -1,7 +1,7 @@
 // The page of each model - the examples, the models made for these tests, and those of the folders in MODELS - stays silent, finds
 // all names, and shows each declaration under its address.
 import assert from "node:assert/strict";
-import { existsSync, mkdirSync, readdirSync, writeFileSync } from "node:fs";
+import { mkdirSync, readdirSync, writeFileSync } from "node:fs";
 import path from "node:path";
 import { after, before, test } from "node:test";
 import { launch, none, quietly } from "./browser.mjs";
@@ -12,7 +12,7 @@ import { examples, makePage, modelOf, output } from "./program.mjs";
 const made = path.join(output, "models");
 mkdirSync(made, { recursive: true });
 for (const [name, text] of Object.entries(models())) writeFileSync(path.join(made, name), text);
-const folders = [examples, made, ...(process.env.MODELS || "").split(":").filter(existsSync)];
+const folders = [examples, made, ...(process.env.MODELS || "").split(":").filter(Boolean)];
 const files = folders.flatMap(folder => readdirSync(folder).filter(name => name.endsWith(".fed")).map(name => path.join(folder, name)));
 
 let browser;
@@ -60,7 +60,7 @@ for (const file of files) {
             t.diagnostic(`${all.length} declarations, ${await page.evaluate(() => document.documentElement.dataset.ready)} ms of script`);
 
             const byName = new Map();
-            for (const { name, link } of sample(all, 500)) byName.set(name, [...(byName.get(name) || []), link]);
+            for (const { name, link } of all.length > 1500 ? sample(all, 300) : all) byName.set(name, [...(byName.get(name) || []), link]);
             const found = await search(page, [...byName.keys()]);
             none([...byName.keys()].filter((name, i) => !byName.get(name).some(link => found[i].includes(link))), "names that the search misses");
 
