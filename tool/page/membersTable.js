@@ -115,7 +115,7 @@ function membersTable(page, node, {withInherited, target}) {
     if (own.length === 0 && groups.length === 0) return null;
     const all = joined([own, ...groups.map(group => group.rows)]);
     const columns = columnsOf(page, node.kind, all);
-    const table = make("table", {class: "members"}, tableHead(node.kind, columns));
+    const table = make("table", {class: "members " + node.kind}, tableHead(node.kind, columns));
     // A link to a member must find its row, however far down it is.
     const atOnce = target ? Infinity : MEMBERS_AT_ONCE;
     const parts = [longList(make("tbody"), own, row => makeRows(page, row, columns, target), atOnce)];

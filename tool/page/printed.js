@@ -9,7 +9,7 @@ function printedClass(page, {node, rows}, columns) {
             make("span", {class: "sizes"}, [handle, ...delivery].filter(text => text).join(", "))),
         documentation(page.remarks.documentationOf(node)),
         page.remarks.findingsOf(node).map(finding => findingBox(page, finding, {withSeverity: true})),
-        rows.length === 0 ? null : make("table", {class: "members"}, tableHead(node.kind, columns),
+        rows.length === 0 ? null : make("table", {class: "members " + node.kind}, tableHead(node.kind, columns),
             make("tbody", null, rows.map(row => makeRows(page, row, columns, null)))));
 }
 
