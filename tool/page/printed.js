@@ -38,6 +38,13 @@ function printedModel(page) {
         .map(forest => printedForest(page, forest)));
 }
 
+/** Shows all items of long lists: paper has no buttons. An item may contain a list of its own. */
+function unfoldAll(main) {
+    const nextButton = () => main.querySelector("button.more:not([hidden])");
+    for (let button = nextButton(); button; button = nextButton()) button.click();
+    for (const details of main.querySelectorAll("details")) details.open = true;
+}
+
 /** Made only when somebody prints, because it is as long as the model. */
 function preparePrinting(main, printsWhole) {
     let printed = null;
@@ -49,6 +56,7 @@ function preparePrinting(main, printsWhole) {
         remove();
         printed = printsWhole();
         if (printed) main.append(printed);
+        else unfoldAll(main);
     });
     window.addEventListener("afterprint", remove);
 }

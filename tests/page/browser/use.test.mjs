@@ -141,21 +141,24 @@ test("inherited members", () => quietly(browser, page, { hash: merchant }, async
 }));
 
 test("printing", async () => {
-    const printed = async hash => {
+    const printed = async (hash, model = page) => {
         const file = path.join(folder, "print.pdf");
-        await quietly(browser, page, { hash }, async shown => {
+        await quietly(browser, model, { hash }, async shown => {
             const links = await shown.locator("[role=treeitem]").count();
             await shown.pdf({ path: file, format: "A4" });
             assert.equal(await shown.locator("[role=treeitem]").count(), links, "the page after printing");
         });
         return execFileSync("pdftotext", ["-layout", file, "-"], { encoding: "utf8" }).replace(/\s/g, "");
     };
-    const model = modelOf(harbour);
+    const { objectClasses, interactionClasses } = modelOf(harbour);
     const whole = await printed("");
-    for (const { name } of [...model.objectClasses, ...model.interactionClasses]) assert.ok(whole.includes(name), name);
+    for (const { name } of [...objectClasses, ...interactionClasses]) assert.ok(whole.includes(name), name);
     for (const name of ["ApproachArea", "TankLevels", "refrigerated"]) assert.ok(whole.includes(name), name);
     const one = await printed(merchant);
     assert.ok(one.includes("DangerousGoods") && !one.includes("TankLevels"), "only the class that is shown");
+    // On the screen, the long lists of these pages are not whole.
+    assert.equal(new Set((await printed("#object/ObjectRoot.ManyMembers", makePage(write("wide.fed")))).match(/Member\d+/g)).size, 2000);
+    assert.equal(new Set((await printed("#findings", makePage(write("faulty.fed")))).match(/Faulty\d+/g)).size, 120);
 });
 
 test("findings, and a file that the library refuses", async () => {
