@@ -14,7 +14,8 @@ function usesSection(page, title, uses) {
 
 function spacePage(page, {node, member, missingMember}) {
     const removed = missingMember ? findMember(removedFrom(page, node), missingMember) : null;
-    const uses = page.spaceUses.get(fold(node.name)) || [];
+    const isFound = findNode(node.forest, node.name) === node; // of several spaces with the same name, names mean the first
+    const uses = isFound && page.spaceUses.get(fold(node.name)) || [];
     const table = membersTable(page, node, {withInherited: false, target: member || removed});
     return {
         node,
