@@ -62,8 +62,8 @@ std::vector<RtiFedSpan> allSpans(const Document &document, std::uint32_t step) {
             spans.push_back(reference.span);
         for (const RenameEdit &edit : rename(document, offset, "New name").edits)
             spans.push_back(edit.replacement.span);
-        spans.push_back(completionsAt(document, offset).replaced);
-        spans.push_back(hoverAt(document, offset).value_or(Hover()).span);
+        spans.push_back(completionsAt(document, offset, Markup::none).replaced);
+        spans.push_back(hoverAt(document, offset, Markup::none).value_or(Hover()).span);
         if (const auto item = hierarchyItemAt(document, offset))
             for (const HierarchyItem &below : subclassesOf(document, item->kind, item->fullName))
                 spans.insert(spans.end(), {below.span, below.nameSpan});
@@ -133,7 +133,7 @@ TEST(LanguageProperty, TheMomIsKnown) {
             continue;
         EXPECT_NE(renameAt(document, place.begin).refusal, "") << entities.path(i);
         EXPECT_EQ(library.count(place.begin), 1u) << entities.path(i);
-        const std::string text = hoverAt(document, place.begin).value_or(Hover()).markdown;
+        const std::string text = hoverAt(document, place.begin, Markup::none).value_or(Hover()).text;
         EXPECT_EQ(text.back(), '.') << text; // of the explanation
     }
 }
@@ -149,7 +149,7 @@ TEST(LanguageProperty, CompletionRestoresTheMom) {
             continue;
         const RtiFedSpan span = document.tree().span(clause);
         const Document without("a.fed", std::string(text).erase(span.begin, span.length), Settings());
-        const Completions offered = completionsAt(without, span.begin);
+        const Completions offered = completionsAt(without, span.begin, Markup::none);
         const std::string label = "class " + std::string(entities[i].name);
         const auto item = std::find_if(offered.items.begin(), offered.items.end(),
                                        [&](const Completion &other) { return other.label == label; });
@@ -172,7 +172,7 @@ TEST(LanguageProperty, CompletionOffersTheNextWord) {
         ++numChecked[role];
         const std::string before = text.substr(0, tree.begin(token));
         const Document cut("a.fed", before, Settings());
-        EXPECT_TRUE(offers(completionsAt(cut, tree.begin(token)), std::string(tree.bytes(token))))
+        EXPECT_TRUE(offers(completionsAt(cut, tree.begin(token), Markup::none), std::string(tree.bytes(token))))
             << before.substr(before.size() - 100) << "^" << tree.bytes(token);
     });
     EXPECT_EQ(numChecked.size(), 4u);

@@ -61,11 +61,11 @@ Question inHarbour(const std::string &place) {
     return Question(replaced(kHarbour, replaced(place, "^", ""), place));
 }
 
-std::string hover(const Question &asked) {
-    const auto shown = hoverAt(asked.document, asked.offset);
+std::string hover(const Question &asked, Markup markup = Markup::markdown) {
+    const auto shown = hoverAt(asked.document, asked.offset, markup);
     if (!shown)
         return "nothing";
-    std::string text = shown->markdown;
+    std::string text = shown->text;
     std::replace(text.begin(), text.end(), '\n', '/');
     return std::string(asked.at(shown->span)) + " => " + text;
 }
@@ -117,7 +117,7 @@ TEST(Language, LimitsTheDepthOfItsAnswers) {
     EXPECT_EQ(depths.size(), 20001u);
     EXPECT_EQ(*std::max_element(depths.begin(), depths.end()), DocumentSymbol::kMaxDepth);
     EXPECT_LT(selectionAt(asked.document, asked.offset).size(), 1000u);
-    EXPECT_TRUE(hoverAt(asked.document, 10));
+    EXPECT_TRUE(hoverAt(asked.document, 10, Markup::none));
 }
 
 TEST(Language, FoldsClausesAndComments) {
@@ -213,6 +213,22 @@ TEST(Language, DescribesWhatIsAtACursor) {
         "`privilegeToDelete`//Handle 3//---//a_b \\_c\\_ 1. \\`x\\` \\[y\\](z)");
 }
 
+TEST(Language, DescribesWithoutMarkupWhereNoneIsShown) {
+    const auto plain = [](const Question &asked) { return hover(asked, Markup::none); };
+    EXPECT_EQ(plain(inHarbour("(class Cr^aft")),
+              "Craft => object class ObjectRoot.Craft//1 attribute: Position//1 attribute inherited:/from ObjectRoot: "
+              "privilegeToDelete//1 subclass: Tug//Handle 3, provisional: the file does not load//What floats.//See "
+              "Craft.Position and Tug.Position.");
+    EXPECT_EQ(plain(inHarbour("best_effort re^ceive")), "receive => receive: delivered in the order of arrival.");
+    EXPECT_EQ(plain(Question(withMom("\n; a_b _c_\n; `x` [y](z)\n(class \"A`` \\\x01^\")"))),
+              "\"A`` \\\x01\" => object class ObjectRoot.A`` \\\\x01//1 attribute inherited:/from ObjectRoot: "
+              "privilegeToDelete//Handle 3//a_b _c_/`x` [y](z)");
+    const Question asked("(FED (spaces (space Area_1)) ; _the_ sea\n(objects (class A (attribute a reliable receive ^");
+    for (const Markup markup : {Markup::none, Markup::markdown})
+        EXPECT_EQ(completionsAt(asked.document, asked.offset, markup).items.at(0).documentation,
+                  markup == Markup::none ? "_the_ sea" : "\\_the\\_ sea");
+}
+
 TEST(Language, FindsWhatNamesTheSame) {
     const auto found = [](const std::string &place) {
         const Question asked = inHarbour(place);
@@ -241,7 +257,7 @@ TEST(Language, CompletesByThePlace) {
     };
     const auto completed = [](const std::string &text) {
         const Question asked(text);
-        const Completions offered = completionsAt(asked.document, asked.offset);
+        const Completions offered = completionsAt(asked.document, asked.offset, Markup::markdown);
         std::string all = "[" + std::string(asked.at(offered.replaced)) + "]";
         for (const Completion &item : offered.items)
             all += " " + item.text;
@@ -278,7 +294,7 @@ TEST(Language, CompletesByThePlace) {
         EXPECT_EQ(completed(c.text), c.items) << c.text;
     const auto snippet = [](const std::string &text, std::size_t index) {
         const Question asked(text);
-        const Completion item = completionsAt(asked.document, asked.offset).items.at(index);
+        const Completion item = completionsAt(asked.document, asked.offset, Markup::markdown).items.at(index);
         return item.snippet.empty() ? item.text : item.snippet;
     };
     EXPECT_EQ(snippet("(objects (class C (^)", 0),

@@ -40,8 +40,9 @@ std::string snippetOf(ClauseKind kind) {
 /// Collects what fits at one place.
 class Completer {
 public:
-    Completer(const Document &document, std::uint32_t offset)
-        : _document(document), _tree(document.tree()), _clauses(document.clauses()), _place(_tree, _clauses, offset) {}
+    Completer(const Document &document, std::uint32_t offset, Markup markup)
+        : _document(document), _tree(document.tree()), _clauses(document.clauses()), _place(_tree, _clauses, offset),
+          _markup(markup) {}
 
     Completions run() {
         if (!_place.isText)
@@ -209,18 +210,19 @@ private:
         for (Entities::Index i = 0; i < entities.size() && !isClass(entities[i].kind); ++i)
             if (entities[i].kind == ClauseKind::space && entities[i].place.length > 0)
                 _items.push_back({Completion::Kind::space, std::string(entities[i].name), "routing space",
-                                  documentationMarkdown(_document, entities[i].place), asWord(entities[i].name)});
+                                  documentationOf(_document, entities[i].place, _markup), asWord(entities[i].name)});
     }
 
     const Document &_document;
     const SyntaxTree &_tree;
     const Clauses &_clauses;
     const CompletionPlace _place;
+    const Markup _markup;
     std::vector<Completion> _items;
 };
 
 } // namespace
 
-Completions completionsAt(const Document &document, std::uint32_t offset) {
-    return Completer(document, offset).run();
+Completions completionsAt(const Document &document, std::uint32_t offset, Markup markup) {
+    return Completer(document, offset, markup).run();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "infrastructure/RtiFedPosition.hh"
+#include "tool/language/Markup.hh"
 
 #include <cstdint>
 #include <string>
@@ -22,7 +23,7 @@ struct Completion {
     Kind kind;
     std::string label;         ///< What the user types the beginning of.
     std::string detail;        ///< A few words; may be empty.
-    std::string documentation; ///< Markdown; may be empty.
+    std::string documentation; ///< May be empty.
     std::string text;          ///< What to insert.
     /// The same with `${1:Name}` and the like for what is to be filled in, in the syntax of the Language Server
     /// Protocol; empty if nothing is. Its lines have LF and two blanks a level, without indentation of the first line.
@@ -39,5 +40,5 @@ struct Completions {
 /// uses and that are missing. Nothing in a comment and where only the user knows the name.
 ///
 /// It depends on the text before the cursor, so that it works where the rest does not parse. Takes time in proportion
-/// to the clauses directly around the cursor and to the spaces.
-Completions completionsAt(const Document &document, std::uint32_t offset);
+/// to the clauses directly around the cursor and to the spaces. The documentation of the items has this markup.
+Completions completionsAt(const Document &document, std::uint32_t offset, Markup markup);

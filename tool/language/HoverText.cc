@@ -4,7 +4,6 @@
 #include "tool/console/Text.hh"
 #include "tool/language/Document.hh"
 #include "tool/language/Hover.hh"
-#include "tool/language/Markdown.hh"
 #include "tool/language/words/MomNames.hh"
 
 #include <algorithm>
@@ -19,26 +18,26 @@ constexpr std::size_t kMostListed = 10; // names of a list
 /// Writes the description of one entity, a paragraph for each fact.
 class Describer {
 public:
-    explicit Describer(const Document &document) : _document(document), _entities(document.entities()) {}
+    Describer(const Document &document, Markup markup)
+        : _document(document), _entities(document.entities()), _markup(markup) {}
 
     std::string describe(const NamedEntity &named, NameUse use) {
         const Entities::Entity &entity = _entities[named.entity];
         const bool isInherited = named.via != Entities::kNone && named.via != entity.owner;
-        add(std::string("**") + formOf(entity.kind).noun + "** " + markdownCode(_entities.path(named.entity)));
+        add(strong(_markup, formOf(entity.kind).noun) + " " + codeOf(_entities.path(named.entity)));
         if (use == NameUse::repeatedDeclaration)
             add("A duplicate, which the library refuses: it is declared first in line " +
                 std::to_string(_document.parser().positionAt(entity.place.begin).line) + ".");
         add(propertiesOf(entity));
         if (isInherited)
-            add(markdownCode(_entities.path(named.via)) + " inherits it from " +
-                markdownCode(_entities.path(entity.owner)) + ".");
+            add(codeOf(_entities.path(named.via)) + " inherits it from " + codeOf(_entities.path(entity.owner)) + ".");
         addStructure(named.entity);
         add(handleOf(entity));
         if (entity.place.length > 0) {
             add(explanationOfMom(entity.place));
-            const std::string documentation = documentationMarkdown(_document, entity.place);
+            const std::string documentation = documentationOf(_document, entity.place, _markup);
             if (!documentation.empty())
-                add("---\n\n" + documentation);
+                _text += separator(_markup) + documentation;
         }
         return std::move(_text);
     }
@@ -49,12 +48,14 @@ private:
             _text += (_text.empty() ? "" : "\n\n") + paragraph;
     }
 
+    std::string codeOf(std::string_view text) const { return code(_markup, text); }
+
     std::string propertiesOf(const Entities::Entity &entity) const {
         if (entity.kind != ClauseKind::attribute && entity.kind != ClauseKind::interactionClass)
             return {};
         const auto word = [&](Declarations::Argument argument) {
             const std::string written = _document.declarations().written(entity.record, argument);
-            return written.empty() ? std::string() : markdownCode(written);
+            return written.empty() ? std::string() : codeOf(written);
         };
         std::string text = word(Declarations::transportation);
         const std::string ordering = word(Declarations::ordering), space = word(Declarations::space);
@@ -101,7 +102,7 @@ private:
         std::vector<std::string> names;
         const Index numMembers = _entities[owner].numMembers;
         for (Index i = 1; i <= numMembers && i <= kMostListed; ++i)
-            names.push_back(markdownCode(_entities[owner + i].name));
+            names.push_back(codeOf(_entities[owner + i].name));
         return withRest(names, numMembers);
     }
 
@@ -119,10 +120,11 @@ private:
         std::string lines;
         for (Index above = _entities[index].owner; above != Entities::kNone; above = _entities[above].owner)
             if (_entities[above].numMembers > 0)
-                lines += (lines.empty() ? "" : "  \n") + ("from " + markdownCode(_entities.path(above))) + ": " +
+                lines += (lines.empty() ? "" : lineEnd(_markup)) + ("from " + codeOf(_entities.path(above))) + ": " +
                          membersOf(above);
         if (!lines.empty())
-            add(counted(_entities.numInherited(index), memberNoun(_entities[index].kind)) + " inherited:  \n" + lines);
+            add(counted(_entities.numInherited(index), memberNoun(_entities[index].kind)) +
+                " inherited:" + lineEnd(_markup) + lines);
     }
 
     /// The full name of a class without that of a superclass. A class whose superclass was found without the name of
@@ -145,7 +147,7 @@ private:
                 waiting.pop_back();
                 continue;
             }
-            names.push_back(markdownCode(nameWithin(next, index)));
+            names.push_back(codeOf(nameWithin(next, index)));
             waiting.push_back(_entities[next].nextSibling);
             next = _entities[next].firstSubclass;
         }
@@ -154,13 +156,14 @@ private:
 
     const Document &_document;
     const Entities &_entities;
+    const Markup _markup;
     std::string _text;
 };
 
 } // namespace
 
-std::string hoverText(const Document &document, const NamedEntity &named, NameUse use) {
-    return Describer(document).describe(named, use);
+std::string hoverText(const Document &document, const NamedEntity &named, NameUse use, Markup markup) {
+    return Describer(document, markup).describe(named, use);
 }
 
 const char *explanationOf(const DeliveryWords &words, const DeliveryWord &word) {

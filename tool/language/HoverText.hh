@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tool/language/Markup.hh"
 #include "tool/language/NameUses.hh"
 #include "tool/model/DeliveryWords.hh"
 
@@ -7,8 +8,8 @@
 
 class Document;
 
-/// Returns the description of something that the text declares, as Markdown.
-std::string hoverText(const Document &document, const NamedEntity &named, NameUse use);
+/// Returns the description of something that the text declares.
+std::string hoverText(const Document &document, const NamedEntity &named, NameUse use, Markup markup);
 
 /// Returns what a transportation or ordering means, in one sentence.
 const char *explanationOf(const DeliveryWords &words, const DeliveryWord &word);

@@ -27,6 +27,10 @@ bool lists(const Params &capabilities, std::initializer_list<const char *> path,
            std::any_of(part->value().begin(), part->value().end(), [&](const Received &each) { return each == word; });
 }
 
+Markup markupOf(const Params &capabilities, std::initializer_list<const char *> path) {
+    return lists(capabilities, path, nameOf(Markup::markdown)) ? Markup::markdown : Markup::none;
+}
+
 /// Returns the first encoding in the order of the client that the server has, too; UTF-16 for a client that names none.
 PositionEncoding encodingFor(const Params &capabilities) {
     if (const auto general = capabilities.find("general"))
@@ -59,6 +63,10 @@ const char *nameOf(PositionEncoding encoding) {
     return encoding == PositionEncoding::utf8 ? "utf-8" : encoding == PositionEncoding::utf16 ? "utf-16" : "utf-32";
 }
 
+const char *nameOf(Markup markup) {
+    return markup == Markup::markdown ? "markdown" : "plaintext";
+}
+
 Client Client::of(const Params &params) {
     static const Received none = Received::object();
     const Params capabilities = params.find("capabilities").value_or(Params(none));
@@ -74,7 +82,9 @@ Client Client::of(const Params &params) {
     client.resolvesCodeActions =
         lists(capabilities, {"textDocument", "codeAction", "resolveSupport", "properties"}, "edit");
     client.snippets = can(capabilities, {"textDocument", "completion", "completionItem", "snippetSupport"});
-    client.markdown = lists(capabilities, {"textDocument", "hover", "contentFormat"}, "markdown");
+    client.hoverMarkup = markupOf(capabilities, {"textDocument", "hover", "contentFormat"});
+    client.completionMarkup =
+        markupOf(capabilities, {"textDocument", "completion", "completionItem", "documentationFormat"});
     client.nestedSymbols = can(capabilities, {"textDocument", "documentSymbol", "hierarchicalDocumentSymbolSupport"});
     client.watchesFiles = can(capabilities, {"workspace", "didChangeWatchedFiles", "dynamicRegistration"});
     client.refreshesInlayHints = can(capabilities, {"workspace", "inlayHint", "refreshSupport"});
@@ -83,14 +93,19 @@ Client Client::of(const Params &params) {
     return client;
 }
 
-void Client::set(const Params &settings) {
-    if (const auto own = settings.find("rtifed"))
+void ClientSettings::set(const Params &given) {
+    if (const auto own = given.find("rtifed"))
         return set(*own);
-    inlayHints = settings.flag("inlayHints", inlayHints);
-    codeLenses = settings.flag("codeLens", codeLenses);
-    if (const auto format = settings.find("format"))
-        if (const auto indent = format->find("indent"))
-            indentation = std::clamp<std::size_t>(indent->number(), 1, kMaxIndentation);
-    configuration = settings.stringOf("configuration", configuration.c_str());
-    rulesUrl = settings.stringOf("rulesUrl", rulesUrl.c_str());
+    static const ClientSettings defaults;
+    const auto kept = [&](const char *key, auto ClientSettings::*setting) {
+        return given.isNull(key) ? defaults.*setting : this->*setting;
+    };
+    inlayHints = given.flag("inlayHints", kept("inlayHints", &ClientSettings::inlayHints));
+    codeLenses = given.flag("codeLens", kept("codeLens", &ClientSettings::codeLenses));
+    if (const auto format = given.find("format"); format && format->isNull("indent"))
+        indentation = defaults.indentation;
+    else if (const auto indent = format ? format->find("indent") : std::nullopt)
+        indentation = std::clamp<std::size_t>(indent->number(), 1, kMaxIndentation);
+    configuration = given.stringOf("configuration", kept("configuration", &ClientSettings::configuration).c_str());
+    rulesUrl = given.stringOf("rulesUrl", kept("rulesUrl", &ClientSettings::rulesUrl).c_str());
 }

@@ -20,6 +20,10 @@ std::optional<Params> Params::find(const char *key) const {
     return Params(*member, _path + '.' + key);
 }
 
+bool Params::isNull(const char *key) const {
+    return _value->is_object() && _value->contains(key) && _value->at(key).is_null();
+}
+
 std::vector<Params> Params::items() const {
     if (!_value->is_array())
         refuse("a list");

@@ -16,6 +16,7 @@ public:
     Params operator[](const char *key) const;
     /// Nothing if it is absent or null.
     std::optional<Params> find(const char *key) const;
+    bool isNull(const char *key) const;
     std::vector<Params> items() const;
 
     /// With the bytes that the client sent.

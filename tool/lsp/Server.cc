@@ -15,12 +15,21 @@
 
 namespace {
 
-/// Returns an id as it is sent back: a string or whole number. Throws ProtocolError for another one.
+constexpr const char *kCancel = "$/cancelRequest";
+
+bool isId(const Received &id) {
+    return id.is_string() || id.is_number_integer();
+}
+
+ProtocolError unusableId(const Received &id) {
+    return {ErrorCode::invalidRequest, std::string("id: expected a string or whole number, found ") + id.type_name()};
+}
+
+/// Returns an id as it is sent back. Throws ProtocolError for one that cannot be.
 Json idOf(const Received &id) {
-    if (id.is_string() || id.is_number_integer() || id.is_null())
-        return Json(id);
-    throw ProtocolError(ErrorCode::invalidRequest,
-                        std::string("id: expected a string or whole number, found ") + id.type_name());
+    if (!isId(id) && !id.is_null())
+        throw unusableId(id);
+    return Json(id);
 }
 
 /// Whether a message may be ignored: those whose names begin so are extensions of other clients and servers.
@@ -50,8 +59,8 @@ void Server::add(const std::string &body) {
         if (!message.is_object())
             throw ProtocolError(ErrorCode::invalidRequest,
                                 std::string("expected an object, found ") + message.type_name());
-        if (message.value("method", Received()) == "$/cancelRequest")
-            return cancel(Params(message)["params"]["id"].value());
+        if (message.value("method", Received()) == kCancel && !message.contains("id"))
+            return cancel(message);
         _waiting.push_back({std::move(message), body.size()});
         _numWaiting += body.size();
     } catch (const ProtocolError &refused) {
@@ -59,7 +68,19 @@ void Server::add(const std::string &body) {
     }
 }
 
-void Server::cancel(const Received &id) {
+/// Cancels a request at once, before those that came earlier are answered. As for any notification, what is wrong with
+/// it is logged.
+void Server::cancel(const Received &message) {
+    try {
+        cancelRequest(Params(message, "message")["params"]["id"].value());
+    } catch (const ProtocolError &refused) {
+        _session.log(std::string(kCancel) + ": " + refused.what());
+    }
+}
+
+void Server::cancelRequest(const Received &id) {
+    if (!isId(id))
+        throw unusableId(id);
     for (Waiting &waiting : _waiting) {
         const auto waitingId = waiting.message.find("id");
         if (waitingId != waiting.message.end() && *waitingId == id)

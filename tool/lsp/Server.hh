@@ -50,7 +50,8 @@ private:
     };
 
     void add(const std::string &body);
-    void cancel(const Received &id);
+    void cancel(const Received &message);
+    void cancelRequest(const Received &id);
     void handle(const Waiting &waiting);
     Json answer(const std::string &method, const Params &params);
     void note(const std::string &method, const Params &params);

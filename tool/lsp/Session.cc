@@ -45,7 +45,7 @@ Configurations &Session::configurations() {
     if (!_configurations)
         try {
             ConfigurationOptions options;
-            options.file = client.configuration;
+            options.file = client.settings.configuration;
             _configurations = std::make_unique<Configurations>(std::move(options));
         } catch (const CannotWork &) {
             _configurations = std::make_unique<Configurations>(ConfigurationOptions{});

@@ -49,7 +49,8 @@ Json diagnosticOf(const Session &session, const OpenDocument &document, const Fi
                        {"code", finding.rule->id},
                        {"source", "rtifed"},
                        {"message", finding.textWithDetails()}};
-    const std::string page = session.client.codeDescriptions ? pageOfRule(*finding.rule, session.client.rulesUrl) : "";
+    const std::string page =
+        session.client.codeDescriptions ? pageOfRule(*finding.rule, session.client.settings.rulesUrl) : "";
     if (!page.empty())
         diagnostic["codeDescription"] = {{"href", page}};
     if (session.client.diagnosticTags && isUnnecessary(*finding.rule))

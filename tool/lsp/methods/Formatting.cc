@@ -9,7 +9,7 @@ namespace {
 Json formattingOf(const Session &session, const OpenDocument &document, std::optional<LineRange> lines) {
     if (document.document().parser().numErrors() > 0)
         return nullptr;
-    const std::string after = formatted(document.document().tree(), {session.client.indentation, lines});
+    const std::string after = formatted(document.document().tree(), {session.client.settings.indentation, lines});
     return textEdits(document, differences(document.text().text(), after));
 }
 
@@ -64,7 +64,7 @@ Json formatNewLine(Session &session, const Params &params) {
     if (clause != SyntaxTree::kNone) {
         indentation = blanksOfLine(text, tree.begin(tree.clauses()[clause].open));
         if (rest.substr(blanks, 1) != ")")
-            indentation.append(session.client.indentation, ' ');
+            indentation.append(session.client.settings.indentation, ' ');
     }
     return textEdits(document, indentation == rest.substr(0, blanks)
                                    ? std::vector<Replacement>()

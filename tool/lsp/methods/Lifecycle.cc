@@ -49,7 +49,7 @@ Json capabilitiesFor(const Client &client) {
 void takeSettings(Session &session, const std::optional<Params> &settings) {
     try {
         if (settings)
-            session.client.set(*settings);
+            session.client.settings.set(*settings);
     } catch (const ProtocolError &wrong) {
         session.showError(std::string("settings of rtifed: ") + wrong.what());
     }
@@ -62,6 +62,7 @@ Json initialize(Session &session, const Params &params) {
         throw ProtocolError(ErrorCode::invalidRequest, "the server is initialized already");
     session.client = Client::of(params);
     takeSettings(session, params.find("initializationOptions"));
+    session.client.initialSettings = session.client.settings;
     session.state = Session::State::running;
     return {{"capabilities", capabilitiesFor(session.client)},
             {"serverInfo", {{"name", "rtifed"}, {"version", RTIFED_VERSION}}}};
@@ -84,8 +85,12 @@ Json shutDown(Session &session, const Params &) {
     return nullptr;
 }
 
+/// Without any settings those hold again that the server was started with.
 Json changeConfiguration(Session &session, const Params &params) {
-    takeSettings(session, params.find("settings"));
+    const auto settings = params.find("settings");
+    if (!settings || settings->isNull("rtifed"))
+        session.client.settings = session.client.initialSettings;
+    takeSettings(session, settings);
     session.reload();
     if (session.client.refreshesInlayHints)
         session.request("workspace/inlayHint/refresh", nullptr);

@@ -44,10 +44,10 @@ struct KnownItem {
 
 Json hoverName(Session &session, const Params &params) {
     const OpenDocument &document = session.document(params);
-    const auto hover = hoverAt(document.document(), offsetIn(document, params));
+    const auto hover = hoverAt(document.document(), offsetIn(document, params), session.client.hoverMarkup);
     if (!hover)
         return nullptr;
-    return {{"contents", {{"kind", session.client.markdown ? "markdown" : "plaintext"}, {"value", hover->markdown}}},
+    return {{"contents", {{"kind", nameOf(session.client.hoverMarkup)}, {"value", hover->text}}},
             {"range", document.range(hover->span)}};
 }
 

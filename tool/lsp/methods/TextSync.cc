@@ -13,6 +13,13 @@ void readConfigurations(Session &session) {
         session.reload();
 }
 
+/// Closes a document, and takes back its diagnostics, which the client would show for ever.
+void close(Session &session, const std::string &uri) {
+    session.close(uri);
+    if (!session.client.pullsDiagnostics)
+        session.notify("textDocument/publishDiagnostics", {{"uri", uri}, {"diagnostics", Json::array()}});
+}
+
 } // namespace
 
 Json openText(Session &session, const Params &params) {
@@ -38,7 +45,7 @@ Json changeText(Session &session, const Params &params) {
             document.apply(change);
         document.version = versionOf(params["textDocument"]);
     } catch (const ProtocolError &) {
-        session.close(uri);
+        close(session, uri);
         throw;
     }
     session.markUndiagnosed(uri);
@@ -46,10 +53,8 @@ Json changeText(Session &session, const Params &params) {
 }
 
 Json closeText(Session &session, const Params &params) {
-    const std::string uri = session.document(params).uri();
-    session.close(uri);
-    if (!session.client.pullsDiagnostics)
-        session.notify("textDocument/publishDiagnostics", {{"uri", uri}, {"diagnostics", Json::array()}});
+    const std::string uri = session.document(params).uri(); // a copy, which outlives the document
+    close(session, uri);
     return nullptr;
 }
 

@@ -42,7 +42,7 @@ Json itemOf(const Client &client, const Completion &item, const Json &range, std
     if (!item.detail.empty())
         json["detail"] = item.detail;
     if (!item.documentation.empty())
-        json["documentation"] = {{"kind", client.markdown ? "markdown" : "plaintext"}, {"value", item.documentation}};
+        json["documentation"] = {{"kind", nameOf(client.completionMarkup)}, {"value", item.documentation}};
     const bool isSnippet = client.snippets && !item.snippet.empty();
     if (isSnippet) {
         json["insertTextFormat"] = Formats::snippet;
@@ -56,7 +56,8 @@ Json itemOf(const Client &client, const Completion &item, const Json &range, std
 
 Json completeText(Session &session, const Params &params) {
     const OpenDocument &document = session.document(params);
-    const Completions found = completionsAt(document.document(), document.offset(params["position"]));
+    const Completions found =
+        completionsAt(document.document(), document.offset(params["position"]), session.client.completionMarkup);
     const Json range = document.range(found.replaced);
     Json items = Json::array();
     for (const Completion &item : found.items)
@@ -86,7 +87,7 @@ Json renameName(Session &session, const Params &params) {
 
 Json hintText(Session &session, const Params &params) {
     Json hints = Json::array();
-    if (!session.client.inlayHints)
+    if (!session.client.settings.inlayHints)
         return hints;
     const OpenDocument &document = session.document(params);
     for (const InlayHint &hint : inlayHints(document.document(), document.span(params["range"])))
@@ -100,7 +101,7 @@ Json hintText(Session &session, const Params &params) {
 /// A lens is only read: its command does nothing.
 Json lensText(Session &session, const Params &params) {
     Json lenses = Json::array();
-    if (!session.client.codeLenses)
+    if (!session.client.settings.codeLenses)
         return lenses;
     const OpenDocument &document = session.document(params);
     for (const CodeLens &lens : codeLenses(document.document()))

@@ -1,4 +1,4 @@
-#include "tool/language/Markdown.hh"
+#include "tool/language/Markup.hh"
 
 #include "tool/console/Text.hh"
 
@@ -32,7 +32,7 @@ bool isMarkup(std::string_view line, std::size_t at) {
            (at > 0 && at == numDigits && kAfterNumber.find(line[at]) != std::string_view::npos);
 }
 
-void appendLine(std::string_view line, std::string &text) {
+void appendEscaped(std::string_view line, std::string &text) {
     for (std::size_t at = 0; at < line.size(); ++at) {
         if (isMarkup(line, at))
             text += '\\';
@@ -42,25 +42,44 @@ void appendLine(std::string_view line, std::string &text) {
 
 } // namespace
 
+std::string strong(Markup markup, std::string_view word) {
+    const char *const mark = markup == Markup::markdown ? "**" : "";
+    return mark + std::string(word) + mark;
+}
+
 /// A code span is enclosed in more backticks than the name has in a row; a blank at both ends is not part of it.
-std::string markdownCode(std::string_view name) {
-    const std::string text = shown(name, kTextLimit);
+std::string code(Markup markup, std::string_view name) {
+    std::string text = shown(name, kTextLimit);
+    if (markup == Markup::none)
+        return text;
     const std::string fence(longestRunOf('`', text) + 1, '`');
     const bool needsBlanks = text.empty() || text.front() == '`' || text.back() == '`' || text.front() == ' ';
     const char *const blank = needsBlanks ? " " : "";
     return fence + blank + text + blank + fence;
 }
 
-/// Two blanks at the end of a line keep its line break. Only what is markup at its place gets a backslash, since some
-/// editors show the text as it is.
-std::string markdownText(std::string_view text) {
-    std::string escaped;
+/// Only what is markup at its place gets a backslash, since some editors show Markdown as it is.
+std::string plainText(Markup markup, std::string_view text) {
+    std::string result;
     while (!text.empty()) {
         const std::size_t size = std::min(text.find('\n'), text.size());
-        appendLine(shown(text.substr(0, size)), escaped);
+        const std::string line = shown(text.substr(0, size));
+        if (markup == Markup::markdown)
+            appendEscaped(line, result);
+        else
+            result += line;
         text.remove_prefix(std::min(size + 1, text.size()));
         if (!text.empty())
-            escaped += size == 0 || text.front() == '\n' ? "\n" : "  \n";
+            result += size == 0 || text.front() == '\n' ? "\n" : lineEnd(markup);
     }
-    return escaped;
+    return result;
+}
+
+/// Two blanks at the end of a line keep its line break.
+const char *lineEnd(Markup markup) {
+    return markup == Markup::markdown ? "  \n" : "\n";
+}
+
+const char *separator(Markup markup) {
+    return markup == Markup::markdown ? "\n\n---\n\n" : "\n\n";
 }
