@@ -8,9 +8,14 @@ class Scrolling {
     constructor() {
         this.positions = new Map();
         this.last = 0;
-        this.current = this.number();
+        this.arrive();
         if ("scrollRestoration" in history) history.scrollRestoration = "manual";
-        window.addEventListener("scroll", () => this.positions.set(this.current, window.scrollY), {passive: true});
+        window.addEventListener("scroll", () => this.note(), {passive: true});
+    }
+
+    /** A link to "#" scrolls to the top before the script learns that the address has changed: that is no choice of the reader. */
+    note() {
+        if (location.href === this.address) this.positions.set(this.current, window.scrollY);
     }
 
     number() {
@@ -23,6 +28,7 @@ class Scrolling {
     /** To be called when the address has changed. Returns the position of a page that was shown before, else null. */
     arrive() {
         this.current = this.number();
+        this.address = location.href;
         return this.positions.has(this.current) ? this.positions.get(this.current) : null;
     }
 }

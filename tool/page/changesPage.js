@@ -6,8 +6,9 @@ function changeGroup(page, group) {
     const {changes} = page.data.difference;
     const first = changes[group.changes[0].change];
     if (group.changes.length === 1) { // which the headline names
+        const place = first.kind === "unclear" ? ": " + placeText(first.newPlace || first.oldPlace) : "";
         return make("section", {class: "change"},
-            make("h3", null, signMark(group.sign), linkOfChange(page, first, group.headline)),
+            make("h3", null, signMark(group.sign), linkOfChange(page, first, group.headline), place),
             first.contents.length > 0 ? contentsOf(page, first) : null);
     }
     return make("section", {class: "change"},

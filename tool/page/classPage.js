@@ -38,24 +38,24 @@ function declaredFact(page, node) {
     return fact("Declared", placeText(node.data.place), node.removed ? " of " + page.data.difference.old.file : null);
 }
 
-function inheritedSwitch(page, node) {
+function inheritedSwitch(page, node, withInherited) {
     const inherited = countInherited(node);
     if (inherited === 0) return null;
     return make("label", {class: "switch"},
-        make("input", {type: "checkbox", id: "inherited", checked: page.withInherited, onchange: event => {
-            page.withInherited = event.target.checked;
+        make("input", {type: "checkbox", id: "inherited", checked: withInherited, onchange: event => {
+            page.withInherited = page.inheritedHere = event.target.checked;
             page.showAgain();
             byId("inherited").focus({preventScroll: true});
         }}), " Show " + numeral(inherited) + " inherited");
 }
 
-function membersSection(page, node, target) {
+function membersSection(page, node, withInherited, target) {
     const {memberNoun} = KINDS[node.kind];
-    const table = membersTable(page, node, {withInherited: page.withInherited, target});
+    const table = membersTable(page, node, {withInherited, target});
     const inherited = countInherited(node);
     return make("section", null,
         make("div", {class: "heading"},
-            countedHeading(capitalized(plural(memberNoun)), node.members.length), inheritedSwitch(page, node)),
+            countedHeading(capitalized(plural(memberNoun)), node.members.length), inheritedSwitch(page, node, withInherited)),
         noteOnMembers(page, node, table !== null, inherited), table);
 }
 
@@ -70,10 +70,11 @@ function noteOnMembers(page, node, hasTable, numInherited) {
 }
 
 function subclassesSection(page, node) {
-    if (node.children.length === 0) return null;
+    const children = shownNodes(page, node.children);
+    if (children.length === 0) return null;
     return make("section", null,
-        countedHeading("Subclasses", node.children.length),
-        longList(make("ul", {class: "classes"}), node.children, child => classItem(page, child), 100));
+        countedHeading("Subclasses", children.length),
+        longList(make("ul", {class: "classes"}), children, child => classItem(page, child), 100));
 }
 
 function missingMemberNotice(node, name) {
@@ -90,7 +91,8 @@ function headingOf(page, node) {
 }
 
 function classPage(page, {node, member, declarer, missingMember}) {
-    if (declarer && declarer !== node) page.withInherited = true;
+    // A link to an inherited member shows it, but the reader can still switch it off.
+    const withInherited = page.inheritedHere === null ? page.withInherited || (declarer || node) !== node : page.inheritedHere;
     const removed = missingMember ? findMember(removedFrom(page, node), missingMember) : null;
     return {
         node,
@@ -103,7 +105,7 @@ function classPage(page, {node, member, declarer, missingMember}) {
             documentation(page.remarks.documentationOf(node)),
             findingsAt(page, node),
             classFacts(page, node),
-            membersSection(page, node, member || removed),
+            membersSection(page, node, withInherited, member || removed),
             subclassesSection(page, node)
         ]
     };

@@ -6,7 +6,9 @@ const started = performance.now();
 function createPage(data) {
     const page = {
         data, model: createModel(data.model), before: null, marks: new Marks(data.difference),
-        withInherited: false, onlyChanges: false
+        withInherited: false, // the reader's choice for all classes
+        inheritedHere: null, // the same for the class that is shown, if the reader chose there
+        onlyChanges: false
     };
     if (data.before) {
         page.before = createModel(data.before);
@@ -23,15 +25,16 @@ function createPage(data) {
     return page;
 }
 
-function noticeOf({data}) {
+function noticeOf({data, model}) {
+    const isEmpty = forestsOf(model).every(forest => forest.nodes.length === 0);
     const notices = [];
     if (!data.model.loads) {
         const errors = countSeverity(data.findings, "error");
         notices.push(make("p", null, make("strong", null, "The library refuses this file"),
             errors > 0 ? [": ", make("a", {href: "#findings"}, counted(errors, "error"))] : null,
-            ". The page shows what can be understood of it, without handles."));
+            isEmpty ? ". Nothing in it can be shown." : ". The page shows what can be understood of it, without handles."));
     }
-    if (!data.complete) {
+    if (!data.complete && !isEmpty) {
         notices.push(make("p", null, "Parts of the file could not be understood, so classes or members may be missing here."));
     }
     return notices.length === 0 ? null : make("section", {"class": "refused", "aria-label": "About this file"}, notices);
@@ -46,7 +49,7 @@ function placesOf({data}) {
         make("a", {href: "#"}, "Overview"),
         make("a", {href: "#findings", class: severity}, "Findings ", make("span", {class: "number"}, String(data.findings.length))),
         data.difference ? make("a", {href: "#changes"}, "Changes ",
-            make("span", {class: "number"}, String(data.wording.groups.length))) : null
+            make("span", {class: "number"}, numeral(data.difference.changes.length))) : null
     ];
 }
 
@@ -154,6 +157,7 @@ class Reader {
     /** Shows the page of the address, scrolled to the top or to its last position. */
     arrive() {
         const position = this.scrolling.arrive();
+        this.page.inheritedHere = null;
         this.showSide(false);
         this.show();
         window.scrollTo(0, position === null ? 0 : position);

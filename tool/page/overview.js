@@ -32,7 +32,7 @@ function countsTable(model) {
                 (counts.momMembers > 0 ? " with " + counted(counts.momMembers, memberNoun) : "")));
     });
     return make("div", {class: "wide"}, make("table", {class: "counts"},
-        headRow([spoken("Kind")], ["Declared", "number"], ["Members"], [make("abbr", {title: "Management Object Model"}, "MOM")]),
+        headRow([spoken("Kind")], ["Without MOM", "number"], ["Members"], [make("abbr", {title: "Management Object Model"}, "MOM")]),
         make("tbody", null, rows)));
 }
 
@@ -83,7 +83,8 @@ function findingsSummary(page) {
 
 /** The classes directly below the root, which are the subjects that a federation is about. */
 function subjects(page, forest) {
-    const top = joined(forest.roots.map(root => root.children)).filter(node => !node.mom && fold(node.own) !== "rtiprivate");
+    const top = shownNodes(page, joined(forest.roots.map(root => root.children)))
+        .filter(node => !node.mom && fold(node.own) !== "rtiprivate");
     if (top.length === 0) return null;
     return make("section", {class: "contents"}, make("h2", null, KINDS[forest.kind].title),
         longList(make("ul", {class: "classes"}), top, node => classItem(page, node), ITEMS_AT_ONCE));
@@ -107,7 +108,7 @@ function spaceItem(page, node) {
 }
 
 function spacesList(page) {
-    const {nodes} = page.model.space;
+    const nodes = shownNodes(page, page.model.space.nodes);
     if (nodes.length === 0) return null;
     return make("section", {class: "contents"}, make("h2", null, KINDS.space.title),
         longList(make("ul", {class: "classes"}), nodes, node => spaceItem(page, node), ITEMS_AT_ONCE));

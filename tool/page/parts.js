@@ -68,7 +68,7 @@ function changeOfKind(changes, kind) {
 function spaceLink(page, name) {
     if (!name) return null;
     const node = findNode(page.model.space, name);
-    return node ? linkTo(node, null, null, name) : name;
+    return node ? linkTo(node, null, null, breakable(name)) : breakable(name);
 }
 
 function placeText(place) {
@@ -113,6 +113,11 @@ function furtherPlaces(page, finding) {
         longList(make("ul"), further, other => make("li", null, whereOf(page, other, true)), PLACES_AT_ONCE));
 }
 
+/** The classes or spaces that are shown: with the switch "Only changes", those that changed and those above them. */
+function shownNodes(page, nodes) {
+    return page.onlyChanges ? nodes.filter(node => page.marks.shows(node)) : nodes;
+}
+
 /** A link to the declaration that a finding is about. */
 function subjectOf(model, reference) {
     const [kind, index, memberIndex] = reference;
@@ -128,7 +133,8 @@ function verdictBox(page, withLink) {
     if (!difference) return null;
     return make("section", {"class": "verdict " + difference.verdict, "aria-label": "Comparison"},
         make("p", null, make("strong", null, difference.verdict), ", compared with ",
-            make("span", {class: "file"}, breakable(difference.old.file))),
+            make("span", {class: "file"}, breakable(difference.old.file)),
+            difference.handlesCompared || difference.verdict === "identical" ? "" : ", as far as it can be understood"),
         make("p", null, capitalized(wording.explanation),
             withLink && difference.changes.length > 0 ? [" ", make("a", {href: "#changes"},
                 "See the changes")] : null));
@@ -136,6 +142,11 @@ function verdictBox(page, withLink) {
 
 function capitalized(text) {
     return text.charAt(0).toUpperCase() + text.slice(1);
+}
+
+function focusOn(element) {
+    element.tabIndex = -1;
+    element.focus({preventScroll: true});
 }
 
 /**
@@ -153,7 +164,11 @@ function longList(list, items, makeItem, atOnce) {
         button.textContent = "Show " + numeral(Math.min(left, atOnce)) + " more of " + numeral(left);
         button.hidden = left === 0;
     };
-    button.addEventListener("click", more);
+    button.addEventListener("click", () => {
+        const last = list.lastElementChild;
+        more();
+        if (button.hidden) focusOn(last.nextElementSibling); // a hidden button loses the focus to the top of the page
+    });
     more();
     return [list, button];
 }

@@ -27,7 +27,7 @@ function inTreeOrder(forest) {
 
 /** All tables of one kind have the same columns, so that they are aligned. */
 function printedForest(page, forest) {
-    const classes = inTreeOrder(forest).map(node => ({node, rows: ownRows(page, node)}));
+    const classes = shownNodes(page, inTreeOrder(forest)).map(node => ({node, rows: ownRows(page, node)}));
     const columns = columnsOf(page, forest.kind, joined(classes.map(({rows}) => rows)));
     return make("section", null, make("h2", null, KINDS[forest.kind].title),
         classes.map(printed => printedClass(page, printed, columns)));

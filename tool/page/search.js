@@ -1,7 +1,7 @@
 // The search over all names: which names a text finds, and which of them first.
 
 // How well a name matches, from the best. Within one of these, shorter names come first, and the MOM last.
-const RANK = {exact: 0, prefix: 1, humpsFromStart: 2, atHump: 3, humps: 4, inside: 5, anything: 6};
+const RANK = {exact: 0, initials: 1, prefix: 2, humpsFromStart: 3, atHump: 4, humps: 5, inside: 6, anything: 7};
 
 const SEPARATORS = /[./\s]+/; // between the names of classes in a query
 const MAX_SKIPPED = 7; // classes between the parts of a query such as "Craft.Position" that count in the order
@@ -114,11 +114,20 @@ function parseQuery(text) {
     const parts = whole.split(SEPARATORS);
     if (parts.length > 1 && parts[0] === "") parts.shift();
     const qualifiers = parts.slice(0, -1).map(part => ({text: part, matches: new Map()}));
-    return {whole, name: parts[parts.length - 1], qualifiers};
+    return {whole, name: parts[parts.length - 1], qualifiers, isCapitals: /^[A-Z]{2,}$/.test(text.trim())};
+}
+
+/** Whether the words of a name begin with the letters of a query in capitals: who types "PE" rather means PhysicalEntity than Period. */
+function hasInitials({lower, starts}, query) {
+    return query.isCapitals && starts.length >= query.whole.length &&
+        [...query.whole].every((letter, i) => lower[starts[i]] === letter);
 }
 
 /** Returns {rank, ranges, skipped}, or null. */
 function matchEntry(index, entry, query) {
+    if (entry.lower !== query.whole && hasInitials(entry, query)) {
+        return {rank: RANK.initials, ranges: entry.starts.slice(0, query.whole.length).map(at => [at, at + 1])};
+    }
     if (query.qualifiers.length === 0 || entry.lower.includes(query.whole)) return matchName(entry, query.whole);
     const part = matchName(entry, query.name);
     const skipped = part ? skippedClasses(index, entry, query.qualifiers) : -1;
