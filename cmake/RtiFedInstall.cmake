@@ -29,5 +29,5 @@ rtifed_pkg_config(rtifed "Federation database of an HLA 1.3 Run-Time Infrastruct
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation
     FILES_MATCHING PATTERN "*.fed" PATTERN "*.cc")
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation FILES_MATCHING PATTERN "*.md"
-    PATTERN "*.json" PATTERN "*.svg")
+    PATTERN "*.json" PATTERN "*.svg" PATTERN "*.png")
 install(FILES README.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)

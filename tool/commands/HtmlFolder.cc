@@ -1,9 +1,9 @@
 #include "tool/commands/HtmlFolder.hh"
 
-#include "tool/console/OutputFolder.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Revision.hh"
 #include "tool/page/IndexPage.hh"
+#include "tool/page/OutputFolder.hh"
 #include "tool/page/Page.hh"
 #include "tool/report/Summary.hh"
 

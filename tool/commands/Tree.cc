@@ -145,12 +145,8 @@ private:
 
     template <class Visit>
     void walkRoots(const Outline::Classes &classes, Visit visit) const {
-        std::vector<std::size_t> roots;
-        for (std::size_t i = 0; i < classes.size(); ++i)
-            if (classes[i].parent == Outline::kNone)
-                roots.push_back(i);
         std::string indent;
-        walkAll(classes, roots, indent, 1, visit);
+        walkAll(classes, rootsOf(classes), indent, 1, visit);
     }
 
     /// Visits sibling classes and their descendants. `indent` precedes the branches of each.

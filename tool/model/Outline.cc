@@ -117,3 +117,11 @@ Outline::Outline(const RtiFedDatabase &database, const Declarations *declaration
     : loads(isAccepted), checksum(loads ? database.getChecksum() : 0) {
     OutlineReader(database, declarations, *this).read();
 }
+
+std::vector<std::size_t> rootsOf(const Outline::Classes &classes) {
+    std::vector<std::size_t> roots;
+    for (std::size_t i = 0; i < classes.size(); ++i)
+        if (classes[i].parent == Outline::kNone)
+            roots.push_back(i);
+    return roots;
+}

@@ -81,3 +81,6 @@ struct Outline {
     /// `declarations` is null for an image.
     Outline(const RtiFedDatabase &database, const Declarations *declarations, bool isAccepted);
 };
+
+/// Returns the classes that have no superclass: in a text that the library refuses there may be several.
+std::vector<std::size_t> rootsOf(const Outline::Classes &classes);

@@ -28,7 +28,7 @@ std::unique_ptr<RtiFedDatabase> restoredFrom(const Input &input) {
     }
 }
 
-Outline outlineToShow(const CheckedFile &checked, const RtiFedDatabase *restored) {
+Outline outlineOfFile(const CheckedFile &checked, const RtiFedDatabase *restored) {
     return checked.text ? outlineOf(*checked.text) : restored ? Outline(*restored, nullptr, true) : Outline();
 }
 
@@ -148,7 +148,7 @@ std::string titleOf(const ComparedFile &file) {
 ModelToShow::ModelToShow(Input input, const Settings &settings)
     : file{std::move(input), Outline()}, checked(checkFile(file.input, Severity::warning)),
       restored(restoredFrom(file.input)) {
-    file.outline = outlineToShow(checked, restored.get());
+    file.outline = outlineOfFile(checked, restored.get());
     decide(checked, settings, nullptr);
 }
 

@@ -3,7 +3,7 @@
 #include "tool/console/Console.hh"
 #include "tool/console/Digest.hh"
 #include "tool/console/OutputFile.hh"
-#include "tool/console/Text.hh"
+#include "tool/console/Xml.hh"
 
 #include <filesystem>
 #include <fstream>
@@ -35,25 +35,7 @@ bool isForeign(const std::string &fileName) {
 } // namespace
 
 std::string asHtml(std::string_view text) {
-    std::string html;
-    for (const char c : shown(text))
-        switch (c) {
-        case '&':
-            html += "&amp;";
-            break;
-        case '<':
-            html += "&lt;";
-            break;
-        case '>':
-            html += "&gt;";
-            break;
-        case '"':
-            html += "&quot;";
-            break;
-        default:
-            html += c;
-        }
-    return html;
+    return xml(text, "\\x0a");
 }
 
 void writePage(const PageFiles &files, const std::string &title,

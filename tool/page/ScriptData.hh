@@ -4,8 +4,8 @@
 #include <streambuf>
 
 /// Passes JSON on into a script element. In such an element a browser knows no escapes, but ends it at "</script", and
-/// "<!--" may make it ignore that end. In JSON, "<" occurs in strings only; so each one is
-/// written as \u003c, which is the same to a reader of JSON.
+/// "<!--" may make it ignore that end. In JSON, "<" occurs in strings only; so each one is written as \u003c, which is
+/// the same to a reader of JSON.
 class ScriptData : public std::streambuf {
 public:
     explicit ScriptData(std::ostream &page) : _page(page) {}

@@ -8,14 +8,6 @@
 
 namespace {
 
-std::vector<std::size_t> topLevelClasses(const Outline::Classes &classes) {
-    std::vector<std::size_t> indices;
-    for (std::size_t i = 0; i < classes.size(); ++i)
-        if (classes[i].parent == Outline::kNone)
-            indices.push_back(i);
-    return indices;
-}
-
 /// Collects the classes below some classes, without recursion.
 class TreeCollector {
 public:
@@ -93,7 +85,7 @@ ClassPicture::ClassPicture(const Outline &outline, const std::vector<Start> &sta
         add(*start.kind, {start.index});
     if (starts.empty())
         for (const TreeKind *kind : kTreeKinds)
-            add(*kind, topLevelClasses(outline.classes(*kind)));
+            add(*kind, rootsOf(outline.classes(*kind)));
 }
 
 std::string ClassPicture::title() const {

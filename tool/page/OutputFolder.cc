@@ -1,4 +1,4 @@
-#include "tool/console/OutputFolder.hh"
+#include "tool/page/OutputFolder.hh"
 
 #include "tool/console/Console.hh"
 
