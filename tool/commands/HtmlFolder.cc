@@ -157,7 +157,7 @@ private:
     void writeIndex() {
         std::ostringstream index;
         const std::string name = fs::canonical(_options.fileName).filename().string();
-        writeIndexPage("Models" + (name.empty() ? "" : " in " + name), _rows, !_options.against.empty(), index);
+        writeIndexPage("Models" + (name.empty() ? "" : " in " + name), _rows, _options.against, index);
         const std::string file = _output->fileAt(kIndexName);
         writePageFile(file, index.str());
         _console.out << shown(file) << ": " << _summary.text() << '\n';

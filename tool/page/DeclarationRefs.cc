@@ -3,7 +3,67 @@
 #include "tool/check/Checker.hh"
 #include "tool/language/words/Comments.hh"
 
+#include <algorithm>
+#include <array>
 #include <map>
+#include <set>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+using Index = SyntaxTree::Index;
+
+/// The clauses whose comments are about all classes or spaces, and how the script knows these.
+constexpr std::array<std::pair<std::string_view, const char *>, 3> kSections = {
+    {{"spaces", "space"}, {"objects", "object"}, {"interactions", "interaction"}}};
+
+/// The first clause that is about more than the federation as a whole, or the number of clauses.
+Index firstDeclaring(const SyntaxTree &tree) {
+    const auto numClauses = static_cast<Index>(tree.clauses().size());
+    if (numClauses == 0 || tree.keyword(0) != "FED")
+        return 0;
+    Index clause = 1;
+    const auto isAboutTheFile = [&tree](Index at) {
+        const std::string_view keyword = tree.keyword(at);
+        return keyword == "Federation" || keyword == "FEDversion" || keyword == "Federate";
+    };
+    while (clause < numClauses && isAboutTheFile(clause))
+        ++clause;
+    return clause;
+}
+
+/// What the comments before the first declaration say, which are about the file, with an empty line wherever other
+/// lines are between two of them. The comments next to that declaration, and those next to federates, are not about the
+/// file.
+std::string documentationOfFile(const SyntaxTree &tree) {
+    const auto numClauses = static_cast<Index>(tree.clauses().size());
+    const Index declaring = firstDeclaring(tree);
+    std::set<Index> others;
+    for (Index clause = 0; clause < std::min(declaring + 1, numClauses); ++clause)
+        if (clause == declaring || tree.keyword(clause) == "Federate")
+            for (const Index comment : commentsOf(tree, clause))
+                others.insert(comment);
+    std::string text;
+    std::vector<Index> paragraph;
+    const auto endParagraph = [&] {
+        if (const std::string lines = textOf(tree, paragraph); !lines.empty())
+            text += (text.empty() ? "" : "\n\n") + lines;
+        paragraph.clear();
+    };
+    const Index end = declaring < numClauses ? tree.clauses()[declaring].open : tree.numTokens();
+    for (Index token = 0; token < end; ++token) {
+        if (tree.kind(token) != SyntaxTree::Kind::comment || others.count(token) > 0)
+            continue;
+        if (!paragraph.empty() && tree.line(token) > tree.line(paragraph.back()) + 1)
+            endParagraph();
+        paragraph.push_back(token);
+    }
+    endParagraph();
+    return text;
+}
+
+} // namespace
 
 DeclarationRefs::DeclarationRefs(const Checker &text) : _tree(text.tree()), _entities(text) {
     number();
@@ -56,14 +116,27 @@ Json DeclarationRefs::at(std::uint32_t offset) const {
 
 void DeclarationRefs::forEachDocumentation(const std::function<void(const Json &, const std::string &)> &visit) const {
     std::map<Entities::Index, std::string> texts; // a class that is declared again may have several
+    std::map<std::string_view, std::string> textsOfSections;
     for (SyntaxTree::Index clause = 0; clause < _declared.size(); ++clause)
         if (_declared[clause] != kNone)
-            if (const std::string text = documentationOf(_tree, clause); !text.empty()) {
-                std::string &all = texts[_declared[clause]];
-                all += (all.empty() ? "" : "\n") + text;
-            }
+            addDocumentation(clause, texts[_declared[clause]]);
+        else if (const std::string_view keyword = _tree.keyword(clause); !keyword.empty())
+            addDocumentation(clause, textsOfSections[keyword]);
+    const auto visitUnlessEmpty = [&visit](const Json &ref, const std::string &text) {
+        if (!text.empty())
+            visit(ref, text);
+    };
+    visitUnlessEmpty(Json(), documentationOfFile(_tree));
+    for (const auto &[keyword, section] : kSections)
+        visitUnlessEmpty(Json::array({section}), textsOfSections[keyword]);
     for (const auto &[entity, text] : texts)
-        visit(asJson(entity), text);
+        visitUnlessEmpty(asJson(entity), text);
+}
+
+/// Appends the documentation of a clause to the texts of others.
+void DeclarationRefs::addDocumentation(SyntaxTree::Index clause, std::string &all) const {
+    if (const std::string text = documentationOf(_tree, clause); !text.empty())
+        all += (all.empty() ? "" : "\n") + text;
 }
 
 Json DeclarationRefs::asJson(Entities::Index entity) const {

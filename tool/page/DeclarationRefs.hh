@@ -22,7 +22,9 @@ public:
     /// Returns the innermost declaration whose clause has this byte; null if there is none.
     Json at(std::uint32_t offset) const;
 
-    /// Calls `visit` with each declaration that has comments, and with these.
+    /// Calls `visit` with null and the comments about the file as a whole, with ["space"], ["object"] and
+    /// ["interaction"] and the comments about all spaces or classes of a kind, and with each declaration and its
+    /// comments; only if there are comments.
     void forEachDocumentation(const std::function<void(const Json &, const std::string &)> &visit) const;
 
 private:
@@ -34,6 +36,7 @@ private:
 
     void number();
     void findClauses();
+    void addDocumentation(SyntaxTree::Index clause, std::string &all) const;
     Json asJson(Entities::Index entity) const;
 
     const SyntaxTree &_tree;

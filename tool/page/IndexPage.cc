@@ -54,6 +54,10 @@ class TableWriter {
 public:
     TableWriter(bool withVerdicts, std::ostream &out) : _withVerdicts(withVerdicts), _out(out) {}
 
+    void writeCaption(const std::string &old) {
+        _out << "<caption>Compared with <span class=\"old\">" << asHtml(old) << "</span></caption>\n";
+    }
+
     void writeHead() {
         _out << "<thead>\n<tr>";
         writeHeading("file", "File");
@@ -81,7 +85,7 @@ public:
         for (const NumberColumn &column : kNumbers)
             writeCell(std::string("number ") + column.key, hasModel ? std::to_string(row.*column.count) : "");
         writeCode("checksum", row.checksum);
-        writeCode("fingerprint", row.fingerprint);
+        writeFingerprint(row.fingerprint);
         _out << "</tr>\n";
     }
 
@@ -109,6 +113,16 @@ private:
         writeCell(column, code.empty() ? "" : "<code>" + code + "</code>");
     }
 
+    /// The first digits are enough to see that two models differ. The style hides the others, which the filter finds.
+    void writeFingerprint(const std::string &digits) {
+        const std::string rest = digits.size() > kShownDigits ? digits.substr(kShownDigits) : "";
+        writeCell("fingerprint", digits.empty() ? ""
+                                                : "<code title=\"" + digits + "\">" + digits.substr(0, kShownDigits) +
+                                                      "<span class=\"rest\">" + rest + "</span></code>");
+    }
+
+    static constexpr std::size_t kShownDigits = 12;
+
     bool _withVerdicts;
     std::ostream &_out;
 };
@@ -131,9 +145,12 @@ IndexRow IndexRow::of(const std::string &path, const ModelToShow &model) {
     return row;
 }
 
-void writeIndexPage(const std::string &title, const std::vector<IndexRow> &rows, bool withVerdicts, std::ostream &out) {
+void writeIndexPage(const std::string &title, const std::vector<IndexRow> &rows, const std::string &old,
+                    std::ostream &out) {
     const auto writeTable = [&](std::ostream &page) {
-        TableWriter table(withVerdicts, page);
+        TableWriter table(!old.empty(), page);
+        if (!old.empty())
+            table.writeCaption(old);
         table.writeHead();
         page << "<tbody>\n";
         for (const IndexRow &row : rows)

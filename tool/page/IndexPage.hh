@@ -31,5 +31,6 @@ inline std::string pageOf(const std::string &path) {
 }
 inline constexpr const char *kIndexName = "index.html";
 
-/// Writes the index. `withVerdicts` is whether the models are compared with old ones.
-void writeIndexPage(const std::string &title, const std::vector<IndexRow> &rows, bool withVerdicts, std::ostream &out);
+/// Writes the index. `old` is what the models are compared with, as the user named it; empty if they are not.
+void writeIndexPage(const std::string &title, const std::vector<IndexRow> &rows, const std::string &old,
+                    std::ostream &out);

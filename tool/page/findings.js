@@ -25,11 +25,17 @@ function indexByReference(items) {
     return index;
 }
 
+/** Of several comments about the same, one after the other. */
+function textOfComments(comments) {
+    return comments.map(item => item.text).join("\n");
+}
+
 /** The findings and comments of each declaration. Removed declarations have none. */
 class Remarks {
     constructor(data) {
         this.findings = indexByReference(joined(data.findings.map(atEachPlace)));
         this.documentation = indexByReference(data.documentation);
+        this.documentationOfFile = textOfComments(data.documentation.filter(item => item.of === null));
         this.severity = this.gravestPerNode();
         this.below = new Map();
     }
@@ -54,7 +60,12 @@ class Remarks {
 
     documentationOf(node, memberIndex) {
         const texts = node.removed ? [] : this.documentation.get(keyOf(node, memberIndex)) || [];
-        return texts.map(item => item.text).join("\n");
+        return textOfComments(texts);
+    }
+
+    /** The comments about all classes or spaces of a kind. */
+    documentationOfKind(kind) {
+        return textOfComments(this.documentation.get(kind) || []);
     }
 
     gravestPerNode() {

@@ -38,17 +38,25 @@ function makeSortable(heading) {
 /** Shows the rows that contain all words of the filter. */
 function applyFilter() {
     const words = filter.value.toLowerCase().split(/\s+/);
-    let shown = 0;
     for (const row of rows) {
         const text = row.textContent.toLowerCase();
         row.hidden = !words.every(word => text.includes(word));
-        if (!row.hidden) ++shown;
     }
-    const models = rows.length === 1 ? " model" : " models";
-    count.textContent = (shown === rows.length ? "" : shown + " of ") + rows.length + models;
+    const removed = rows.filter(row => row.dataset.state === "removed");
+    const models = rows.filter(row => row.dataset.state !== "removed");
+    const parts = [shownOf(models) + (models.length === 1 ? " model" : " models")];
+    if (removed.length > 0) parts.push(shownOf(removed) + " removed");
+    count.textContent = parts.join(", ");
+}
+
+/** "4", or "2 of 4" if some are hidden. */
+function shownOf(some) {
+    const shown = some.filter(row => !row.hidden).length;
+    return (shown === some.length ? "" : shown + " of ") + some.length;
 }
 
 Array.from(table.tHead.rows[0].cells).forEach(makeSortable);
+table.classList.add("sortable");
 filter.hidden = rows.length < 2;
 filter.addEventListener("input", applyFilter);
 applyFilter();

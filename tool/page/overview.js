@@ -81,12 +81,18 @@ function findingsSummary(page) {
             findings.length === first.length ? "Findings with explanations" : "All findings: " + summaryOf(findings))));
 }
 
+/** The comment about all classes or spaces of a kind; null if there is none. */
+function commentOf(page, kind) {
+    return page.onlyChanges ? null : documentation(page.remarks.documentationOfKind(kind));
+}
+
 /** The classes directly below the root, which are the subjects that a federation is about. */
 function subjects(page, forest) {
     const top = shownNodes(page, joined(forest.roots.map(root => root.children)))
         .filter(node => !node.mom && fold(node.own) !== "rtiprivate");
-    if (top.length === 0) return null;
-    return make("section", {class: "contents"}, make("h2", null, KINDS[forest.kind].title),
+    const comment = commentOf(page, forest.kind);
+    if (top.length === 0 && comment === null) return null;
+    return make("section", {class: "contents"}, make("h2", null, KINDS[forest.kind].title), comment,
         longList(make("ul", {class: "classes"}), top, node => classItem(page, node), ITEMS_AT_ONCE));
 }
 
@@ -109,8 +115,9 @@ function spaceItem(page, node) {
 
 function spacesList(page) {
     const nodes = shownNodes(page, page.model.space.nodes);
-    if (nodes.length === 0) return null;
-    return make("section", {class: "contents"}, make("h2", null, KINDS.space.title),
+    const comment = commentOf(page, "space");
+    if (nodes.length === 0 && comment === null) return null;
+    return make("section", {class: "contents"}, make("h2", null, KINDS.space.title), comment,
         longList(make("ul", {class: "classes"}), nodes, node => spaceItem(page, node), ITEMS_AT_ONCE));
 }
 
@@ -125,6 +132,7 @@ function overviewPage(page) {
         content: [
             make("p", {class: "kind"}, data.model.federation ? "Federation" : "File"),
             make("h1", {tabindex: "-1"}, breakable(federationName(page))),
+            documentation(page.remarks.documentationOfFile),
             verdictBox(page, true),
             identity(page),
             make("section", null, make("h2", null, "In this model"), countsTable(model),

@@ -30,11 +30,13 @@ function printedForest(page, forest) {
     const classes = shownNodes(page, inTreeOrder(forest)).map(node => ({node, rows: ownRows(page, node)}));
     const columns = columnsOf(page, forest.kind, joined(classes.map(({rows}) => rows)));
     return make("section", null, make("h2", null, KINDS[forest.kind].title),
+        commentOf(page, forest.kind),
         classes.map(printed => printedClass(page, printed, columns)));
 }
 
 function printedModel(page) {
-    return make("div", {class: "printed"}, forestsOf(page.model).filter(forest => forest.nodes.length > 0)
+    return make("div", {class: "printed"}, forestsOf(page.model)
+        .filter(({kind, nodes}) => nodes.length > 0 || commentOf(page, kind) !== null)
         .map(forest => printedForest(page, forest)));
 }
 

@@ -226,6 +226,35 @@ test("a model of 10,000 declarations keeps a small tree", t => quietly(browser, 
     assert.ok(await items() < 200);
 }));
 
+test("the index compares with an older folder, and shows everything in windows of any width", async () => {
+    const older = path.join(folder, "older models"), newer = path.join(folder, "newer"), site = path.join(folder, "compared");
+    for (const [parent, names] of [[older, ["later.fed", "<b>gone.fed"]], [newer, ["later.fed", "faulty.fed"]]]) {
+        mkdirSync(parent, { recursive: true });
+        for (const name of names) writeFileSync(path.join(parent, name), texts[name] || texts["later.fed"]);
+    }
+    rtifed(["html", newer, "-o", site, "--against", older]);
+    for (const width of [320, 700, 970, 1220, 1280, 1920]) {
+        await quietly(browser, path.join(site, "index.html"), { index: true, viewport: { width, height: 800 } }, async index => {
+            assert.equal(await index.locator("h1").innerText(), "Models in newer");
+            assert.equal(await index.locator("caption").innerText(), `Compared with ${older}`);
+            assert.equal(await index.locator("#count").innerText(), "2 models, 1 removed");
+            const code = index.locator("tr", { hasText: "later" }).locator(".fingerprint code");
+            const digits = await code.getAttribute("title");
+            assert.equal(await code.innerText(), digits.slice(0, 12), `at ${width}`);
+            assert.ok(await code.isVisible());
+            assert.ok(await index.evaluate(() => document.documentElement.scrollWidth <= window.innerWidth), `at ${width}`);
+            const hidden = await index.locator("button, a, input").evaluateAll(all => all.filter(element => {
+                const [box] = element.getClientRects(); // of the first line of a link
+                const top = document.elementFromPoint(box.x + box.width / 2, box.y + box.height / 2);
+                return box.bottom < window.innerHeight && !element.contains(top);
+            }).map(element => element.outerHTML));
+            none(hidden, "focus stops that nobody sees");
+            await index.fill("#filter", digits);
+            assert.equal(await index.locator("#count").innerText(), "1 of 2 models, 0 of 1 removed");
+        });
+    }
+});
+
 test("the index of a folder", async () => {
     const fedFiles = path.join(folder, "models"), pages = path.join(folder, "pages");
     mkdirSync(path.join(fedFiles, "older"), { recursive: true });

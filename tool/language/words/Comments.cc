@@ -68,17 +68,29 @@ Index lastOfCommentRun(const SyntaxTree &tree, Index token) {
     return token;
 }
 
-std::string documentationOf(const SyntaxTree &tree, Index clause) {
-    std::string text;
+std::vector<Index> commentsOf(const SyntaxTree &tree, Index clause) {
+    std::vector<Index> comments;
     const Index open = tree.clauses()[clause].open;
     if (const Index above = commentLineAbove(tree, open); above != SyntaxTree::kNone)
         for (Index token = firstOfCommentRun(tree, above); token <= above; ++token)
             if (tree.kind(token) == Kind::comment)
-                addLine(tree.bytes(token), text);
+                comments.push_back(token);
     const std::vector<Index> words = tree.words(clause);
     if (const Index beside = commentBeside(tree, words.empty() ? open : words.back()); beside != SyntaxTree::kNone)
-        addLine(tree.bytes(beside), text);
+        comments.push_back(beside);
+    return comments;
+}
+
+std::string textOf(const SyntaxTree &tree, const std::vector<Index> &comments) {
+    std::string text;
+    for (const Index comment : comments)
+        addLine(tree.bytes(comment), text);
+    text.erase(0, std::min(text.find_first_not_of('\n'), text.size()));
     while (!text.empty() && text.back() == '\n')
         text.pop_back();
     return text;
+}
+
+std::string documentationOf(const SyntaxTree &tree, Index clause) {
+    return textOf(tree, commentsOf(tree, clause));
 }
