@@ -155,7 +155,7 @@ TEST(Picture, LeavesRoomForTheWidestCommonFont) {
     // Measured in DejaVu Sans, in hundredths of a pixel at a size of 13.
     for (const auto &[text, width] :
          {std::pair("ObjectRoot", 7180), std::pair("MWmw@%", 7272), std::pair("ijlI|", 1905),
-          std::pair("ScheduledDeparture", 13396), std::pair("Höhe", 3397)}) {
+          std::pair("ScheduledDeparture", 13396), std::pair("Höhe", 3397), std::pair("ЩЖЮМФ", 6466)}) {
         EXPECT_GE(textWidth(text, 13, false) * 100, width) << text;
         EXPECT_LE(textWidth(text, 13, false) * 100, width * 3 / 2) << text;
     }

@@ -8,11 +8,47 @@
 
 namespace {
 
+/// Whether nobody sees a character of a printable name, or it reorders the text around it. The page shows the same ones
+/// as codes, except that `shown` has escaped the strongest of them already. The joiners of some scripts are left alone.
+bool isUnseen(unsigned code) {
+    return code == 0xAD || code == 0x61C || code == 0x180E || code == 0x200B || code == 0x200E || code == 0x200F ||
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2060 && code <= 0x206F) || code >= 0xFFFE;
+}
+
+/// Returns the code of the UTF-8 character of two or three bytes at a place, or 0 if one of another size begins there.
+unsigned shortCodeAt(std::string_view text, std::size_t at) {
+    const auto bits = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]) & 0x3FU; };
+    const auto first = static_cast<unsigned char>(text[at]);
+    if (first >= 0xC0 && first < 0xE0)
+        return (first & 0x1FU) << 6 | bits(1);
+    if (first >= 0xE0 && first < 0xF0)
+        return (first & 0xFU) << 12 | bits(1) << 6 | bits(2);
+    return 0;
+}
+
+/// Returns `shown(name, limit)` with a code such as U+200B for each unseen character. All of these have two or three
+/// bytes.
+std::string visible(const std::string &name, std::size_t limit) {
+    constexpr const char *kDigits = "0123456789ABCDEF";
+    const std::string printable = shown(name, limit);
+    std::string text;
+    for (std::size_t at = 0; at < printable.size(); ++at) {
+        const unsigned code = shortCodeAt(printable, at);
+        if (!isUnseen(code)) {
+            text += printable[at];
+            continue;
+        }
+        text += {'U', '+', kDigits[code >> 12], kDigits[code >> 8 & 15], kDigits[code >> 4 & 15], kDigits[code & 15]};
+        at += code < 0x800 ? 1 : 2;
+    }
+    return text;
+}
+
 /// Collects the classes below some classes, without recursion.
 class TreeCollector {
 public:
     TreeCollector(const TreeKind &kind, const Outline::Classes &classes, ClassPicture::Options options)
-        : _mom(std::string(kind.root) + ".Manager"), _classes(classes), _options(options), _tree{&kind, {}} {}
+        : _mom(std::string(kind.root) + ".Manager"), _classes(classes), _options(options), _tree{&kind, {}, 0} {}
 
     ClassPicture::Tree collect(const std::vector<std::size_t> &starts) {
         std::vector<Pending> pending; // the next one last
@@ -45,8 +81,8 @@ private:
         const bool begins = pending.parent == Outline::kNone;
         const std::string_view own = begins ? from.name : lastComponent(from.name);
         ClassPicture::Node node;
-        node.name = shown(own.empty() ? from.name : own, kNameLimit);
-        node.fullName = shown(from.name, kTextLimit);
+        node.name = visible(std::string(own.empty() ? from.name : own), kNameLimit);
+        node.fullName = visible(from.name, kTextLimit);
         node.parent = pending.parent;
         node.isFoldedMom = !begins && from.numDescendants > 0 && RtiFedName::equal(from.name, _mom);
         const bool isCut = pending.level == _options.depth && from.numDescendants > 0;
@@ -56,8 +92,10 @@ private:
             node.note = " +" + std::to_string(from.numDescendants);
         if (_options.members && !node.isFoldedMom)
             for (const Outline::Member &member : from.members)
-                node.members.push_back(shown(member.name, kNameLimit));
+                node.members.push_back(visible(member.name, kNameLimit));
         const bool isOpen = !node.isFoldedMom && !isCut;
+        if (!isOpen)
+            _tree.numFolded += from.numDescendants;
         _tree.nodes.push_back(std::move(node));
         return isOpen;
     }
@@ -76,7 +114,7 @@ std::size_t ClassPicture::Tree::numEdges() const {
 }
 
 ClassPicture::ClassPicture(const Outline &outline, const std::vector<Start> &starts, Options options)
-    : federation(shown(outline.federation, kNameLimit)), version(shown(outline.version, kNameLimit)) {
+    : federation(visible(outline.federation, kNameLimit)), version(visible(outline.version, kNameLimit)) {
     const auto add = [&](const TreeKind &kind, const std::vector<std::size_t> &from) {
         if (!from.empty())
             trees.push_back(TreeCollector(kind, outline.classes(kind), options).collect(from));

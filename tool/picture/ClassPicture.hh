@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// What a picture of class trees shows, whatever its format. All names are printable and cut to a sensible length.
+/// What a picture of class trees shows, whatever its format. All names are visible and cut to a sensible length.
 struct ClassPicture {
     struct Node {
         std::string name;     ///< Its own; of a class without a superclass in the picture, the full name.
@@ -20,6 +20,7 @@ struct ClassPicture {
     struct Tree {
         const TreeKind *kind;
         std::vector<Node> nodes; ///< In depth-first order: each class is followed by its descendants.
+        std::size_t numFolded;   ///< The number of classes without a node, which the notes of their superclasses count.
 
         std::size_t numEdges() const;
     };

@@ -50,6 +50,14 @@ bool isObject(const ClassPicture::Tree &tree) {
     return tree.kind == &kObjectTree;
 }
 
+/// Returns how many classes a tree stands for, and how many of them have no box of their own.
+std::string countsOf(const ClassPicture::Tree &tree) {
+    const std::string all = counted(tree.nodes.size() + tree.numFolded, tree.kind->className);
+    if (tree.numFolded == 0)
+        return all;
+    return all + ", of which " + std::to_string(tree.numFolded) + (tree.numFolded == 1 ? " is" : " are") + " folded";
+}
+
 /// A tree with its boxes, which are relative to the tree's own corner.
 struct PlacedTree {
     const ClassPicture::Tree &tree;
@@ -106,10 +114,10 @@ private:
         style.replace(style.find(fonts), fonts.size(), kFonts);
         std::vector<std::string> counts;
         for (const ClassPicture::Tree &tree : picture.trees)
-            counts.push_back(counted(tree.nodes.size(), tree.kind->className));
+            counts.push_back(countsOf(tree));
         _os << R"(<svg class="fed" xmlns="http://www.w3.org/2000/svg" width=")" << width << R"(" height=")" << height
             << R"(" viewBox="0 0 )" << width << ' ' << height << "\" role=\"img\">\n<title>" << xml(picture.title())
-            << "</title>\n<desc>Class trees from left to right: " << (counts.empty() ? "empty" : joined(counts))
+            << "</title>\n<desc>Class trees from left to right: " << (counts.empty() ? "empty" : joined(counts, "; "))
             << "</desc>\n<style>" << style
             << "</style>\n<rect class=\"page\" width=\"100%\" height=\"100%\" rx=\"6\"/>\n";
     }

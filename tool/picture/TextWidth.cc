@@ -8,7 +8,7 @@ namespace {
 int widthOf(char first) {
     const auto byte = static_cast<unsigned char>(first);
     if (byte >= 0x80)
-        return byte < 0xC0 ? 0 : byte < 0xE0 ? 90 : byte < 0xF0 ? 105 : 140;
+        return byte < 0xC0 ? 0 : byte < 0xE0 ? 122 : byte < 0xF0 ? 105 : 140;
     const auto isOneOf = [first](std::string_view some) { return some.find(first) != std::string_view::npos; };
     if (isOneOf(" !',.:;|ijlI"))
         return 41;
