@@ -6,6 +6,7 @@ Usage: table.py BUILD_FOLDER [quick] [--save FILE | REGEX]
 A figure is the median over repetitions. A ratio is that of two medians of one run, followed by the lowest and the highest
 ratio of two repetitions. Times are CPU times per query or per declaration. REGEX selects rows by "WORKLOAD SIZE PEER".
 --save also measures loads of growing federations, and writes all figures to FILE as JSON, of which charts.py makes charts.
+The table and the charts show the same measurement.
 """
 
 import collections
@@ -204,6 +205,7 @@ def print_table(results):
 
 
 def save(path, machine_name, results, growth):
+    """Writes the figures of the table, and `growth`, the figures of each name of a load."""
     numbers = {
         "machine": machine_name,
         "rows": [{"workload": result.row.title, "size": result.row.size.label, "unit": UNITS[result.row.kind],
@@ -236,15 +238,17 @@ def main():
     for row in chosen:
         names.setdefault(row.kind, {}).update({row.ours: None, row.peer: None})
     growth = growing(quick) if saves else []
+    if saves:
+        names["scale"].update(dict.fromkeys(growth))
     programs = Programs(os.path.abspath(sys.argv[1]), effort)
-    programs.generate({int(name.split("/")[1]) for some in [*names.values(), growth] for name in some})
+    programs.generate({int(name.split("/")[1]) for some in names.values() for name in some})
     figures = {kind: programs.measure(kind, list(some)) for kind, some in names.items()}
     results = [Result(row, figures[row.kind][row.ours], figures[row.kind][row.peer]) for row in chosen]
     machine_name = machine(os.path.abspath(sys.argv[1]))
     print(machine_name)
     print_table(results)
     if saves:
-        save(rest[1], machine_name, results, programs.measure("scale", growth))
+        save(rest[1], machine_name, results, {name: figures["scale"][name] for name in growth})
 
 
 main()

@@ -77,9 +77,20 @@ with tempfile.TemporaryDirectory() as folder:
     shutil.copy(harbour, folder)
     readme = (pictures.parent.parent / "README.md").read_text()
     shell = {"cwd": folder, "shell": True, "env": {**os.environ, "PATH": f"{program.parent}:{os.environ['PATH']}"}}
-    for prepare, command, name in re.findall(r"^\$ (.*)\n```\n\n!\[(rtifed .*?) reports[^\]]*\]\(docs/pictures/(\w+)\.svg\)", readme, re.M):
+    samples = re.findall(r"^\$ (.*)\n```\n\n!\[(rtifed .*?) reports[^\]]*\]\(docs/pictures/(\w+)\.svg\)", readme, re.M)
+    assert [name for _, _, name in samples] == ["check", "diff"], f"README.md no longer has these pictures after samples: {samples}"
+    for prepare, command, name in samples:
         subprocess.run(prepare, check=True, **shell)
         printed = f"$ {command}" + subprocess.run(command, capture_output=True, text=True, **shell).stdout
         # Lines are broken between words there, and each colour is a text of its own.
         drawn = "".join(texts((pictures / f"{name}.svg").read_text()))
         assert without_blanks(drawn) == without_blanks(printed), f"{name}.svg is out of date: scripts/pictures makes it"
+
+benchmarks = pictures.parent.parent / "benchmarks"
+with tempfile.TemporaryDirectory() as folder:
+    subprocess.run([sys.executable, benchmarks / "charts.py", benchmarks / "numbers.json", folder], check=True)
+    charts = {path.name: path.read_bytes() for path in pathlib.Path(folder).iterdir()}
+published = {path.name: path.read_bytes() for path in pictures.glob("bench-*.svg")}
+assert charts.keys() == published.keys()
+for name, chart in charts.items():
+    assert chart == published[name], f"{name} is out of date: benchmarks/charts.py benchmarks/numbers.json makes it"
