@@ -52,7 +52,7 @@ bool isObject(const ClassPicture::Tree &tree) {
 
 /// Returns how many classes a tree stands for, and how many of them have no box of their own.
 std::string countsOf(const ClassPicture::Tree &tree) {
-    const std::string all = counted(tree.nodes.size() + tree.numFolded, tree.kind->className);
+    std::string all = counted(tree.nodes.size() + tree.numFolded, tree.kind->className);
     if (tree.numFolded == 0)
         return all;
     return all + ", of which " + std::to_string(tree.numFolded) + (tree.numFolded == 1 ? " is" : " are") + " folded";
