@@ -102,3 +102,8 @@ export function sized(declarations) {
             `${repeat(10, k => `(attribute Value${k}Of${j} reliable receive)`)})`)})`),
     });
 }
+
+/** A model of 60,000 declarations, half of them classes, so that neither classes nor members are few. */
+export const large = () => federation("Large", {
+    objects: repeat(300, i => `(class Group${i}\n${repeat(100, j => `(class Kind${i}x${j} (attribute Value${i}x${j} reliable receive))`)})`),
+});
