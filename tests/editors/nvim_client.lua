@@ -78,7 +78,8 @@ local function run()
   vim.fn.search('Tanker')
   local hover = vim.lsp.buf_request_sync(0, 'textDocument/hover', vim.lsp.util.make_position_params(), 20000)
   for _, answer in pairs(hover) do
-    note('hover', vim.lsp.util.convert_input_to_markdown_lines(answer.result.contents)[1])
+    -- Eglot without a mode for Markdown asks for plain text.
+    note('hover', (vim.lsp.util.convert_input_to_markdown_lines(answer.result.contents)[1]:gsub('[*`]', '')))
   end
 end
 
