@@ -10,7 +10,7 @@ std::string serialized(const Json &value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-/// Whether a byte stands for itself in a JSON string, whatever is around it.
+/// Whether a JSON string contains a byte unescaped, whatever other bytes it has.
 bool isPlain(char byte) {
     return byte >= ' ' && byte < '\x7f' && byte != '"' && byte != '\\';
 }

@@ -14,7 +14,7 @@ struct ClassPicture {
         std::string fullName; ///< The full dotted one.
         std::vector<std::string> members;
         std::size_t parent = Outline::kNone; ///< The index of the superclass, smaller than that of the class.
-        bool isFoldedMom = false;            ///< Whether it stands for the Management Object Model (MOM).
+        bool isFoldedMom = false;            ///< Whether it is the one box of the Management Object Model (MOM).
     };
 
     struct Tree {

@@ -50,7 +50,7 @@ bool isObject(const ClassPicture::Tree &tree) {
     return tree.kind == &kObjectTree;
 }
 
-/// Returns how many classes a tree stands for, and how many of them have no box of their own.
+/// Returns how many classes a tree has, and how many of them have no box of their own.
 std::string countsOf(const ClassPicture::Tree &tree) {
     std::string all = counted(tree.nodes.size() + tree.numFolded, tree.kind->className);
     if (tree.numFolded == 0)
