@@ -1,15 +1,11 @@
 #pragma once
 
 #include "tool/console/JsonWriter.hh"
-#include "tool/language/words/Entities.hh"
-#include "tool/syntax/SyntaxTree.hh"
+#include "tool/language/words/DeclarationClauses.hh"
 
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
-
-class Checker;
 
 /// Which declaration of a model the places and comments of its text are about. The script of the page knows a
 /// declaration by its index in the JSON of the model: ["object", CLASS], ["object", CLASS, MEMBER], and the same with
@@ -17,7 +13,7 @@ class Checker;
 class DeclarationRefs {
 public:
     /// Takes time in proportion to the text, which must outlive this object.
-    explicit DeclarationRefs(const Checker &text);
+    explicit DeclarationRefs(const Checker &text) : _clauses(text) {}
 
     /// Returns the innermost declaration whose clause has this byte; null if there is none.
     Json at(std::uint32_t offset) const;
@@ -28,20 +24,5 @@ public:
     void forEachDocumentation(const std::function<void(const Json &, const std::string &)> &visit) const;
 
 private:
-    /// Indices of a class or space, and of its member or dimension.
-    struct Ref {
-        std::uint32_t owner, member;
-    };
-    static constexpr std::uint32_t kNone = Entities::kNone;
-
-    void number();
-    void findClauses();
-    void addDocumentation(SyntaxTree::Index clause, std::string &all) const;
-    Json asJson(Entities::Index entity) const;
-
-    const SyntaxTree &_tree;
-    Entities _entities;
-    std::vector<Ref> _refs;                 // by entity
-    std::vector<Entities::Index> _declared; // by clause; kNone if it declares nothing that is in the model
-    std::vector<Entities::Index> _about; // by clause: the same, or that of the innermost clause around it that has one
+    DeclarationClauses _clauses;
 };
