@@ -82,7 +82,7 @@ std::size_t escapeWithoutEnd(std::string_view text, std::size_t at, std::size_t 
 /// Whether the underscore at this place would be read as the beginning of an escape: by the underscore after the
 /// digits, or by that of an escaped character there.
 bool looksEscaped(std::string_view text, std::size_t at, Dots dots) {
-    for (const std::size_t digits : {4, 6}) {
+    for (const std::size_t digits : {4U, 6U}) {
         const std::size_t end = at + escapeWithoutEnd(text, at, digits);
         if (end > at && end < text.size() && (text[end] == '_' || !isLegal(characterAt(text, end).code, false, dots)))
             return true;
@@ -119,7 +119,7 @@ std::string decoded(std::string_view name) {
     std::string text;
     for (std::size_t at = 0; at < name.size();) {
         std::size_t size = 0;
-        for (const std::size_t digits : {4, 6})
+        for (const std::size_t digits : {4U, 6U})
             if (const std::size_t length = escapeWithoutEnd(name, at, digits);
                 length > 0 && name.substr(at + length, 1) == "_")
                 size = length;
