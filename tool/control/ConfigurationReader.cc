@@ -1,28 +1,22 @@
 #include "tool/check/Suggestion.hh"
-#include "tool/console/Console.hh"
 #include "tool/console/InputFile.hh"
-#include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
 #include "tool/control/Configuration.hh"
+#include "tool/control/TomlReader.hh"
 
 #include <algorithm>
 #include <set>
-#include <toml++/toml.h>
 
 namespace {
 
 constexpr std::size_t kLongest = 1 << 18;    // bytes of a configuration
-constexpr std::ptrdiff_t kMostDots = 200;    // in one line
-constexpr std::size_t kMostFaults = 20;      // that are shown
 constexpr std::size_t kMostSettings = 10000; // sections, patterns and subtrees
-
-using Place = toml::source_position;
 
 /// Reads a TOML document into a configuration, and collects its faults: unknown keys, values of a wrong type, and what
 /// makes no sense.
-class ConfigurationReader {
+class ConfigurationReader : private TomlReader {
 public:
-    ConfigurationReader(std::string name, const std::string &text) : _name(std::move(name)), _text(text) {}
+    ConfigurationReader(std::string name, const std::string &text) : TomlReader(std::move(name), text) {}
 
     Configuration read() {
         Configuration configuration;
@@ -36,54 +30,11 @@ public:
                        });
                    });
         checkHabits();
-        if (!_faults.empty())
-            throw CannotWork(describeFaults());
+        throwIfFaulty();
         return configuration;
     }
 
 private:
-    toml::table parse() {
-        checkDots();
-        try {
-            return toml::parse(_text);
-        } catch (const toml::parse_error &error) {
-            constexpr std::string_view kPrefix = "Error while parsing ";
-            std::string_view reason = error.description();
-            reason.remove_prefix(reason.substr(0, kPrefix.size()) == kPrefix ? kPrefix.size() : 0);
-            throw CannotWork(originOf(error.source().begin) + ": this is not TOML: " + shown(reason, kTextLimit));
-        }
-    }
-
-    /// Each dot of a key nests a table, and the tables are freed recursively: keys with very many dots would exhaust
-    /// the stack. No dots are counted as those of keys, since in broken text it is not known where strings begin.
-    void checkDots() const {
-        std::size_t number = 1;
-        for (const std::string &line : _lines) {
-            if (std::count(line.begin(), line.end(), '.') > kMostDots)
-                throw CannotWork(_name + ":" + std::to_string(number) + ":1: expected at most " +
-                                 std::to_string(kMostDots) + " dots in a line, found more");
-            ++number;
-        }
-    }
-
-    /// Calls `visit` with each known key of a table and its value, and reports the others.
-    template <class Visit>
-    void forEachKey(const toml::node &node, const std::vector<std::string> &known, Visit visit) {
-        const toml::table *table = node.as_table();
-        if (!table)
-            return expected("a table", node);
-        for (const auto &[key, value] : *table) {
-            const std::string name(key.str());
-            if (std::find(known.begin(), known.end(), name) != known.end()) {
-                visit(name, value);
-                continue;
-            }
-            const std::string meant = suggestionFor(name, known);
-            fault(key.source().begin, "unknown key " + inQuotes(name) +
-                                          (meant.empty() ? ", expected " + alternatives(known) : didYouMean(meant)));
-        }
-    }
-
     /// Calls `visit` with each table of an array of tables.
     template <class Visit>
     void forEachTable(const toml::node &node, Visit visit) {
@@ -196,24 +147,6 @@ private:
         return word ? &words[*word == words[0].shortForm ? 0 : 1] : nullptr;
     }
 
-    std::optional<std::string> readChoice(const toml::node &value, const std::vector<std::string> &choices) {
-        auto word = readString(value);
-        if (!word || std::find(choices.begin(), choices.end(), *word) != choices.end())
-            return word;
-        fault(value.source().begin, "expected " + alternatives(choices) + ", found " + inQuotes(*word) +
-                                        didYouMean(suggestionFor(*word, choices)));
-        return {};
-    }
-
-    std::optional<std::string> readString(const toml::node &value) {
-        auto text = value.value_exact<std::string>();
-        if (!text)
-            expected("a string", value);
-        else if (text->empty())
-            fault(value.source().begin, "expected a text, found an empty string");
-        return text;
-    }
-
     Pattern usable(Pattern pattern, const toml::node &value) {
         if (!pattern.fault().empty())
             fault(value.source().begin,
@@ -231,72 +164,9 @@ private:
                                                                           : "no [[subtree]] fixes anything for it"));
     }
 
-    void expected(const std::string &what, const toml::node &found) {
-        fault(found.source().begin, "expected " + what + ", found " + nameOf(found.type()));
-    }
-
-    static const char *nameOf(toml::node_type type) {
-        switch (type) {
-        case toml::node_type::table:
-            return "a table";
-        case toml::node_type::array:
-            return "an array";
-        case toml::node_type::string:
-            return "a string";
-        case toml::node_type::boolean:
-            return "a boolean";
-        case toml::node_type::integer:
-        case toml::node_type::floating_point:
-            return "a number";
-        default:
-            return "a date or time";
-        }
-    }
-
-    static std::string alternatives(const std::vector<std::string> &words) {
-        std::vector<std::string> quoted;
-        quoted.reserve(words.size());
-        for (const std::string &word : words)
-            quoted.push_back(inQuotes(word));
-        const std::string last = quoted.back();
-        quoted.pop_back();
-        return joined(quoted) + " or " + last;
-    }
-
-    void fault(const Place &place, const std::string &text) {
-        _faults.emplace_back(place, originOf(place) + ": " + text);
-    }
-
-    std::string describeFaults() {
-        std::stable_sort(_faults.begin(), _faults.end(),
-                         [](const auto &a, const auto &b) { return a.first < b.first; });
-        std::vector<std::string> lines;
-        for (std::size_t i = 0; i < std::min(_faults.size(), kMostFaults); ++i)
-            lines.push_back(_faults[i].second);
-        if (_faults.size() > lines.size())
-            lines.push_back(_name + ": " + counted(_faults.size() - lines.size(), "more fault"));
-        return joined(lines, "\nrtifed: ");
-    }
-
-    std::string originOf(const toml::node &node) const { return originOf(node.source().begin); }
-
-    /// FILE:LINE:COLUMN, with the column in bytes as everywhere; the document counts characters.
-    std::string originOf(const Place &place) const {
-        std::size_t column = 0;
-        if (place.line > 0 && place.line <= _lines.size()) {
-            const std::string &line = _lines[place.line - 1];
-            column = firstColumns(line, place.column - 1).size();
-        }
-        return _name + ":" + std::to_string(place.line) + ":" + std::to_string(column + 1);
-    }
-
-    const std::string _name;
-    const std::string &_text;
-    const std::vector<std::string> _lines = split(_text, '\n');
     std::size_t _numTables = 0;
     std::vector<std::pair<const Rule *, Place>> _wantedHabits; // rules that are switched on, and where
     std::set<const Rule *> _givenHabits;                       // rules whose habits are given
-    std::vector<std::pair<Place, std::string>> _faults;
 };
 
 } // namespace
