@@ -53,6 +53,7 @@ CommandLine::CommandLine(const Console &console)
     addCalls();
     addChecksum();
     addSave();
+    addExport();
     addLsp();
     addHelp(); // last, because it knows the other commands
 }

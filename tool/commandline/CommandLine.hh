@@ -38,6 +38,7 @@ private:
     void addFind();
     void addHtml();
     void addJson();
+    void addExport();
     void addDiff();
     void addFmt();
     void addLsp();
@@ -57,6 +58,7 @@ private:
     FindOptions _find;
     HtmlOptions _html;
     JsonOptions _json;
+    ExportOptions _export;
     DiffOptions _diff;
     FmtOptions _fmt;
     NewOptions _new;

@@ -5,6 +5,7 @@
 #include "tool/console/Progress.hh"
 #include "tool/control/Configurations.hh"
 #include "tool/fix/Fixing.hh"
+#include "tool/fom/export/FomExport.hh"
 #include "tool/format/Format.hh"
 #include "tool/model/Comparison.hh"
 #include "tool/model/FedFiles.hh"
@@ -54,6 +55,14 @@ struct HtmlOptions {
     ConfigurationOptions configuration;
 };
 
+struct ExportOptions {
+    std::string fileName;
+    std::string output = "-"; ///< The file to write, - for standard output.
+    FomForm form = FomForm::interchange;
+    std::string types;          ///< The file of types to read; empty for none.
+    bool typesTemplate = false; ///< Whether a file of types is written, not XML.
+};
+
 struct ChecksumOptions {
     std::vector<std::string> fileNames; ///< Or folders.
     bool sha256 = false;
@@ -95,6 +104,7 @@ Status tree(const TreeOptions &options, const Console &console);
 Status find(const FindOptions &options, const Console &console);
 Status html(const HtmlOptions &options, const Console &console);
 Status json(const JsonOptions &options, const Console &console);
+Status exportModel(const ExportOptions &options, const Console &console);
 Status checksum(const ChecksumOptions &options, const Console &console);
 Status save(const std::string &fileName, const std::string &imageName, const Console &console);
 

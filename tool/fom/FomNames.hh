@@ -45,8 +45,9 @@ inline constexpr FomWords kFomOrders = {{{"receive", "Receive"}, {"timestamp", "
 const char *fomWord(const FomWords &words, std::string_view fed);
 const char *fedWord(const FomWords &words, std::string_view fom);
 
-/// The label of the note that marks the dimension that an export makes of a space without dimensions.
-inline constexpr const char *kEmptySpaceNote = "FED.emptySpace";
+/// The label of the note that marks the dimension that an export makes of a space without dimensions. Other labels are
+/// names of spaces and dimensions, which have at most one dot.
+inline constexpr const char *kEmptySpaceNote = "FED.space.empty";
 
 /// The beginning of the text of the element `other` of a model's identification in which an export keeps an unusual
 /// version of the FED; the version follows. kUsualFedVersion is not written.

@@ -1,0 +1,91 @@
+#include "tool/check/Checker.hh"
+#include "tool/check/ReadOutline.hh"
+#include "tool/commands/Commands.hh"
+#include "tool/console/OutputFile.hh"
+#include "tool/console/Text.hh"
+#include "tool/fom/export/TypesFile.hh"
+
+#include <algorithm>
+#include <tuple>
+
+namespace {
+
+constexpr std::size_t kMostNotes = 20;
+
+/// A model, and what its text says beyond it.
+struct ReadModel {
+    Outline outline;
+    FomFacts comments;
+    std::string description;
+};
+
+/// Whether a file declares nothing that is understood.
+bool isNothing(const Outline &outline) {
+    return outline.federation.empty() && outline.spaces.empty() && outline.objects.empty() &&
+           outline.interactions.empty();
+}
+
+/// Reads a file as far as it can be understood. Nothing if that is nothing at all.
+std::optional<ReadModel> readModel(const Input &input, const Console &console) {
+    if (input.isImage()) {
+        auto outline = outlineToShow(input, console.err);
+        return outline ? std::optional(ReadModel{std::move(*outline), {}, {}}) : std::nullopt;
+    }
+    const Checker text(input.contents);
+    ReadModel model{outlineOf(text), {}, {}};
+    const bool exports = !isNothing(model.outline);
+    if (!model.outline.loads)
+        complainIfRefused(input, exports ? ", so that only what can be understood is exported" : "", console.err);
+    if (!exports)
+        return {};
+    const DeclarationClauses clauses(text);
+    model.comments.addComments(clauses);
+    model.description = clauses.documentationOfFile();
+    return model;
+}
+
+/// Prints the notes in the order of the file.
+void print(std::vector<ExportNote> notes, const std::string &fileName, const Console &console) {
+    const auto key = [](const ExportNote &note) {
+        return note.place ? std::tuple(note.place->line, note.place->column) : std::tuple(0UL, 0UL);
+    };
+    std::stable_sort(notes.begin(), notes.end(),
+                     [&key](const ExportNote &a, const ExportNote &b) { return key(a) < key(b); });
+    for (std::size_t i = 0; i < std::min(notes.size(), kMostNotes); ++i)
+        console.err << textOf(fileName, notes[i].place) << ": note: " << notes[i].text << '\n';
+    if (notes.size() > kMostNotes)
+        console.err << fileName << ": note: " << counted(notes.size() - kMostNotes, "more note")
+                    << (notes.size() == kMostNotes + 1 ? " is" : " are") << " not shown\n";
+}
+
+void write(const std::string &text, const std::string &fileName, const Console &console) {
+    if (fileName == "-")
+        console.out << text;
+    else
+        writeFile(fileName, text.data(), text.size());
+}
+
+} // namespace
+
+Status exportModel(const ExportOptions &options, const Console &console) {
+    const Input input = readInput(options.fileName, console.stdinName);
+    const auto model = readModel(input, console);
+    if (!model)
+        return wrong;
+    std::vector<ExportNote> notes;
+    FomFacts facts;
+    if (!options.types.empty() || options.typesTemplate) {
+        std::vector<ExportNote> ignored; // the export makes them again
+        const ExportPlan plan(model->outline, ignored);
+        if (!options.types.empty())
+            facts = readTypes(options.types, model->outline, plan);
+        if (options.typesTemplate)
+            write(typesTemplate(model->outline, plan, facts, model->comments), options.output, console);
+    }
+    if (!options.typesTemplate) {
+        facts.addMissing(model->comments);
+        write(exportedModel(model->outline, facts, model->description, options.form, notes), options.output, console);
+    }
+    print(std::move(notes), input.name, console);
+    return model->outline.loads ? done : wrong;
+}
