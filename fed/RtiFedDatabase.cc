@@ -12,6 +12,11 @@ namespace {
 
 constexpr const char *kNotFound = " not found in FED file.";
 
+/// A function of its own, since the code that makes a message would slow down the lookups that it is inlined into.
+[[noreturn, gnu::noinline]] void raiseNotFound(const char *what, std::string_view name) {
+    rtiFedRaise<RTI::NameNotFound>(what, name, kNotFound);
+}
+
 /// A transportation or ordering: its handle, its name, and the short name that FED files use.
 struct FixedName {
     unsigned long handle;
@@ -271,10 +276,9 @@ RtiFedObjectClass *RtiFedDatabase::find(RtiObjectClassHandle handle) const {
 }
 
 RtiObjectClassHandle RtiFedDatabase::getObjectClassHandle(std::string_view name) const {
-    RtiObjectClassHandle handle = _objectClasses.handleOf(name);
-    if (handle != 0)
+    if (const unsigned long handle = _objectClasses.handleOf(name))
         return handle;
-    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1342: Object Class Name: ", name, kNotFound);
+    raiseNotFound("\"RtiFedDatabase\", line 1342: Object Class Name: ", name);
 }
 
 std::string RtiFedDatabase::getObjectClassName(RtiObjectClassHandle handle) const {
@@ -310,10 +314,9 @@ std::string RtiFedDatabase::getAttributeName(RtiAttributeHandle handle, RtiObjec
 }
 
 RtiInteractionClassHandle RtiFedDatabase::getInteractionClassHandle(std::string_view name) const {
-    RtiInteractionClassHandle handle = _interactionClasses.handleOf(name);
-    if (handle != 0)
+    if (const unsigned long handle = _interactionClasses.handleOf(name))
         return handle;
-    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1504: Interaction Class Name: ", name, kNotFound);
+    raiseNotFound("\"RtiFedDatabase\", line 1504: Interaction Class Name: ", name);
 }
 
 std::string RtiFedDatabase::getInteractionClassName(RtiInteractionClassHandle handle) const {

@@ -8,8 +8,11 @@
 #include "fed/storage/RtiFedNameMap.hh"
 
 #include <algorithm>
+#include <cstdint>
+#include <map>
 #include <memory>
 #include <set>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -24,6 +27,7 @@ template <class Node>
 class RtiFedClassTree {
 public:
     using Handle = typename Node::Handle;
+    using Number = decltype(Handle::_value);
 
     Node *find(const Handle &handle) const {
         const auto *found = _handleMap.find(handle);
@@ -43,13 +47,11 @@ public:
 
     /// Returns the handle of a class by its name in any letter case, or 0. A name that is not found is tried once more
     /// with the root prefix in front, even if it has the prefix already.
-    Handle handleOf(std::string_view name) const { return handleOf(keyOf(name)); }
-    Handle handleOf(const Key &key) const {
-        const Names names = _nameMap.find(key.rest);
-        if (key.hasPrefix)
-            return names.prefixed != 0 || !_hasDoublePrefix ? names.prefixed : _nameMap.find(key.name).prefixed;
-        return names.plain != 0 ? names.plain : names.prefixed;
+    [[gnu::always_inline]] Number handleOf(std::string_view name) const {
+        const bool hasPrefix = RtiFedName::beginsWith(name, kPrefix);
+        return handleOf(name, hasPrefix, RtiFedFoldedName(hasPrefix ? name.substr(kPrefix.size()) : name));
     }
+    Number handleOf(const Key &key) const { return handleOf(key.name, key.hasPrefix, key.rest); }
 
     using Owner = std::unique_ptr<Node, RtiFedDestroy>;
 
@@ -115,6 +117,7 @@ public:
 
     void clear() {
         _nameMap.clear();
+        _wideHandles.clear();
         _numNames = 0;
         _hasDoublePrefix = false;
         _handleMap.clear();
@@ -168,7 +171,6 @@ public:
     }
 
 private:
-    using Number = decltype(Handle::_value);
     static constexpr std::string_view kPrefix = Node::_rootPrefix; // in upper case, with its dot
 
     // A class begins with its name, which lookups do not read. The rest is aligned to a cache line.
@@ -176,11 +178,15 @@ private:
     static constexpr std::size_t kNameSize =
         (sizeof(RtiFedElement) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
 
-    /// The handles of the classes named `rest` and prefix + `rest`; 0 for none.
+    /// The handles of the classes named `rest` and prefix + `rest`; 0 for none. They have 32 bits each, so that a
+    /// lookup reads less memory; kWide stands for a handle in _wideHandles, which a host with an own buffer may have
+    /// chosen.
     struct Names {
-        Number plain = 0;
-        Number prefixed = 0;
+        std::uint32_t plain = 0;
+        std::uint32_t prefixed = 0;
     };
+    static constexpr std::uint32_t kWide = UINT32_MAX;
+    using PrefixAndName = std::pair<bool, std::string>; // the name in upper case
 
     /// Calls `visit` for a class and, in pre-order, for the classes along those child handles that `enters` accepts.
     template <class Class, class Visit, class Enters>
@@ -202,14 +208,37 @@ private:
         }
     }
 
+    template <class Rest>
+    [[gnu::always_inline]] Number handleOf(std::string_view name, bool hasPrefix, const Rest &rest) const {
+        const Names names = _nameMap.find(rest);
+        if (!hasPrefix && names.plain != 0)
+            return widened(names.plain, false, rest.text());
+        if (hasPrefix && names.prefixed == 0 && _hasDoublePrefix)
+            return handleBelowRoot(name);
+        return widened(names.prefixed, true, rest.text());
+    }
+    // Functions of their own, which would slow down the lookups that they are inlined into.
+    [[gnu::noinline]] Number handleBelowRoot(std::string_view rest) const {
+        return widened(_nameMap.find(rest).prefixed, true, rest);
+    }
+    [[gnu::noinline]] Number wideHandle(bool hasPrefix, std::string_view rest) const {
+        return _wideHandles.at({hasPrefix, RtiFedName::upper(rest)});
+    }
+    Number widened(std::uint32_t handle, bool hasPrefix, std::string_view rest) const {
+        return handle != kWide ? handle : wideHandle(hasPrefix, rest);
+    }
+
     bool isNamed(const Key &key) const {
         const Names names = _nameMap.find(key.rest);
         return (key.hasPrefix ? names.prefixed : names.plain) != 0;
     }
     void enterName(const Key &key, Number handle) {
-        if (!_nameMap.insert(key.rest, key.hasPrefix ? Names{0, handle} : Names{handle, 0})) {
+        const std::uint32_t kept = handle < kWide ? static_cast<std::uint32_t>(handle) : kWide;
+        if (kept == kWide)
+            _wideHandles.insert_or_assign({key.hasPrefix, RtiFedName::upper(key.rest.text())}, handle);
+        if (!_nameMap.insert(key.rest, key.hasPrefix ? Names{0, kept} : Names{kept, 0})) {
             Names names = _nameMap.find(key.rest);
-            (key.hasPrefix ? names.prefixed : names.plain) = handle;
+            (key.hasPrefix ? names.prefixed : names.plain) = kept;
             _nameMap.replace(key.rest, names);
         }
         _hasDoublePrefix = _hasDoublePrefix || (key.hasPrefix && RtiFedName::beginsWith(key.rest.text(), kPrefix));
@@ -222,9 +251,9 @@ private:
         std::vector<std::pair<std::string_view, Number>> plain, prefixed;
         for (const auto &[rest, names] : _nameMap.sorted()) {
             if (names.plain != 0)
-                plain.emplace_back(rest, names.plain);
+                plain.emplace_back(rest, widened(names.plain, false, rest));
             if (names.prefixed != 0)
-                prefixed.emplace_back(rest, names.prefixed);
+                prefixed.emplace_back(rest, widened(names.prefixed, true, rest));
         }
         // No plain name begins with the prefix, so all prefixed names sort where the prefix alone would.
         const auto split =
@@ -240,6 +269,7 @@ private:
 
     RtiFedArena _arena;
     RtiFedNameMap<Names> _nameMap;
+    std::map<PrefixAndName, Number> _wideHandles;
     std::size_t _numNames = 0;
     bool _hasDoublePrefix = false; // whether a name repeats the prefix: only then can a second try find anything
     RtiFedHandleMap<Handle, Owner> _handleMap;

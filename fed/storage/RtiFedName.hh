@@ -2,6 +2,7 @@
 
 #include "fed/RtiFedExport.hh"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -16,7 +17,7 @@
 /// before it, so the same name gives the same blocks wherever it is stored, and no byte outside of it is read.
 class RTIFED_EXPORT RtiFedName {
 public:
-    RtiFedName(std::string_view text) : _text(text), _hash(hashOf(text)) {}
+    RtiFedName(std::string_view text) : RtiFedName(text, Blocks(text)) {}
     RtiFedName(const std::string &text) : RtiFedName(std::string_view(text)) {}
     /// Makes a name whose hash is known.
     RtiFedName(std::string_view text, std::uint64_t hash) : _text(text), _hash(hash) {}
@@ -24,18 +25,28 @@ public:
     std::string_view text() const { return _text; }
     std::uint64_t hash() const { return _hash; }
 
+    /// Whether a name in upper case is the upper case of this one.
+    bool equalsUpper(std::string_view upperCase) const { return equalUpper(_text, upperCase); }
+
     /// Whether two names have the same upper case.
     static bool equal(std::string_view a, std::string_view b) {
-        return a.size() == b.size() && equalBlocks<true>(a.data(), b.data(), a.size());
+        return a.size() == b.size() && equalBlocks<true>(a, Blocks(a), b.data());
     }
     /// The same for a `b` that is in upper case already.
     static bool equalUpper(std::string_view a, std::string_view b) {
-        return a.size() == b.size() && equalBlocks<false>(a.data(), b.data(), a.size());
+        return a.size() == b.size() && equalBlocks<false>(a, Blocks(a), b.data());
     }
 
     /// Whether a name begins with a prefix of up to sixteen bytes that is given in upper case.
-    static bool beginsWith(std::string_view name, std::string_view prefix) {
-        return name.size() >= prefix.size() && equalBlocks<false>(name.data(), prefix.data(), prefix.size());
+    [[gnu::always_inline]] static bool beginsWith(std::string_view name, std::string_view prefix) {
+        if (name.size() < prefix.size())
+            return false;
+        Block begin, wanted;
+        loadShort(name.data(), prefix.size(), begin);
+        loadShort(prefix.data(), prefix.size(), wanted);
+        // A letter is equal to one in upper case if they differ in no other bit than that of the case.
+        const Block differ = (begin ^ wanted) & ~((wanted - 'A' < 26) & kCaseBit);
+        return isZero(reinterpret_cast<const Words &>(differ));
     }
 
     /// Returns the upper case of a byte. Only a to z change, in every locale and with every host, so
@@ -61,15 +72,20 @@ public:
     }
 
 private:
+    friend class RtiFedFoldedName;
+
     using Word = std::uint64_t;
     // Sixteen bytes, or the same as two words, for vector instructions. They are passed by reference, since the calling
     // convention for such values depends on compiler options.
     using Block = unsigned char __attribute__((vector_size(16)));
     using Words = Word __attribute__((vector_size(16)));
+    static constexpr unsigned char kCaseBit = 0x20;
 
-    static void load(const char *bytes, Block &block) { std::memcpy(&block, bytes, sizeof block); }
+    [[gnu::always_inline]] static void load(const char *bytes, Block &block) {
+        std::memcpy(&block, bytes, sizeof block);
+    }
     /// Loads a name of up to sixteen bytes and no byte after it.
-    static void loadShort(const char *bytes, std::size_t size, Block &block) {
+    [[gnu::always_inline]] static void loadShort(const char *bytes, std::size_t size, Block &block) {
         Word first = 0, last = 0;
         if (size >= 8) {
             std::memcpy(&first, bytes, 8);
@@ -85,67 +101,100 @@ private:
     }
 
     /// Applies upper to each byte.
-    static void toUpper(Block &block) { block ^= (block - 'a' < 26) & 0x20; }
+    [[gnu::always_inline]] static void toUpper(Block &block) { block ^= (block - 'a' < 26) & kCaseBit; }
+
+    /// Blocks of a name in upper case: the first, the second and the last, which overlap in a name of less than 48
+    /// bytes; of a name of up to sixteen bytes, only the first.
+    ///
+    /// Three blocks are taken even if two would do: a processor predicts badly how often a loop runs that depends on
+    /// the length of a name. Only longer names have blocks in between.
+    struct Blocks {
+        Block first, second, last;
+
+        [[gnu::always_inline]] explicit Blocks(std::string_view name) : first(), second(), last() {
+            if (isShort(name)) {
+                loadShort(name.data(), name.size(), first);
+                toUpper(first);
+            } else {
+                loadUpper(name.data(), first);
+                loadUpper(name.data() + secondOf(name), second);
+                loadUpper(name.data() + lastOf(name), last);
+            }
+        }
+    };
+    [[gnu::always_inline]] static bool isShort(std::string_view name) { return name.size() <= sizeof(Block); }
+    [[gnu::always_inline]] static std::size_t lastOf(std::string_view name) { return name.size() - sizeof(Block); }
+    [[gnu::always_inline]] static std::size_t secondOf(std::string_view name) {
+        return std::min(lastOf(name), sizeof(Block));
+    }
+    [[gnu::always_inline]] static void loadUpper(const char *bytes, Block &block) {
+        load(bytes, block);
+        toUpper(block);
+    }
+    /// Calls `visit` with the offset of each block between the second and the last.
+    template <class Visit>
+    [[gnu::always_inline]] static void forEachInner(std::string_view name, Visit visit) {
+        for (std::size_t at = 2 * sizeof(Block); at < lastOf(name); at += sizeof(Block))
+            visit(at);
+    }
 
     template <bool foldB>
-    static bool equalBlocks(const char *a, const char *b, std::size_t size) {
-        Block x, y;
-        if (size <= 16) {
-            loadShort(a, size, x);
-            loadShort(b, size, y);
-            return same<foldB>(x, y);
+    [[gnu::always_inline]] static bool equalBlocks(std::string_view a, const Blocks &blocksOfA, const char *b) {
+        Block x;
+        if (isShort(a)) {
+            loadShort(b, a.size(), x);
+            return isZero(difference<foldB>(blocksOfA.first, x));
         }
-        for (std::size_t at = 0; at + 16 < size; at += 16) {
-            load(a + at, x);
-            load(b + at, y);
-            if (!same<foldB>(x, y))
-                return false;
-        }
-        load(a + size - 16, x);
-        load(b + size - 16, y);
-        return same<foldB>(x, y);
+        load(b, x);
+        Words differ = difference<foldB>(blocksOfA.first, x);
+        load(b + secondOf(a), x);
+        differ |= difference<foldB>(blocksOfA.second, x);
+        load(b + lastOf(a), x);
+        differ |= difference<foldB>(blocksOfA.last, x);
+        forEachInner(a, [&](std::size_t at) {
+            Block y;
+            loadUpper(a.data() + at, y);
+            load(b + at, x);
+            differ |= difference<foldB>(y, x);
+        });
+        return isZero(differ);
     }
     template <bool foldB>
-    static bool same(Block &x, Block &y) {
-        toUpper(x);
+    [[gnu::always_inline]] static Words difference(const Block &a, Block &b) {
         if (foldB)
-            toUpper(y);
-        const Words differ = reinterpret_cast<Words>(x ^ y);
-        return (differ[0] | differ[1]) == 0;
+            toUpper(b);
+        return reinterpret_cast<Words>(a ^ b);
     }
+    [[gnu::always_inline]] static bool isZero(const Words &words) { return (words[0] | words[1]) == 0; }
 
     /// Mixes each block with its own keys, so that the multiplications do not wait for each other.
-    static Word hashOf(std::string_view name) {
+    [[gnu::always_inline]] static Word hashOf(std::string_view name, const Blocks &blocks) {
         constexpr Word kStep = 0x9E3779B97F4A7C15U, kOther = 0xD6E8FEB86659FD93U;
-        const char *bytes = name.data();
-        const std::size_t size = name.size();
         // Two secrets derived from the address: without them nobody can construct colliding names.
         Word key = reinterpret_cast<std::uintptr_t>(&_anchor) * kStep;
         const Word other = (key ^ key >> 32) * kOther;
-        Word hash = 0;
-        Block block;
-        if (size <= 16) {
-            loadShort(bytes, size, block);
-        } else {
-            for (std::size_t at = 0; at + 16 < size; at += 16, key += kStep) {
-                load(bytes + at, block);
-                hash ^= mix(block, other, key);
-            }
-            load(bytes + size - 16, block);
-        }
-        return hash ^ mix(block, other, key + size);
+        Word hash = mix(blocks.first, other, key + name.size());
+        if (isShort(name))
+            return hash;
+        hash ^= mix(blocks.second, other, key += kStep);
+        hash ^= mix(blocks.last, other, key += kStep);
+        forEachInner(name, [&](std::size_t at) {
+            Block block;
+            loadUpper(name.data() + at, block);
+            hash ^= mix(block, other, key += kStep);
+        });
+        return hash;
     }
 
-    /// Multiplies both words of a block, in upper case and each combined with a key.
-    static Word mix(Block &block, Word first, Word second) {
-        toUpper(block);
+    /// Multiplies both words of a block, each combined with a key.
+    [[gnu::always_inline]] static Word mix(const Block &block, Word first, Word second) {
         Words words{first, second};
         words ^= reinterpret_cast<Words>(block);
         return multiply(words[0], words[1]);
     }
 
     /// Returns the XOR of both halves of the 128-bit product.
-    static Word multiply(Word a, Word b) {
+    [[gnu::always_inline]] static Word multiply(Word a, Word b) {
 #ifdef __SIZEOF_INT128__
         __extension__ using Wide = unsigned __int128;
         const Wide product = static_cast<Wide>(a) * b;
@@ -159,8 +208,27 @@ private:
 #endif
     }
 
+    [[gnu::always_inline]] RtiFedName(std::string_view text, const Blocks &blocks)
+        : _text(text), _hash(hashOf(text, blocks)) {}
+
     static const char _anchor; // its address differs between processes
 
     std::string_view _text;
     Word _hash;
+};
+
+/// A name for one lookup, with the upper case that its hash was made of: comparing it does not fold the name again.
+class RtiFedFoldedName {
+public:
+    [[gnu::always_inline]] explicit RtiFedFoldedName(std::string_view text) : _blocks(text), _name(text, _blocks) {}
+
+    std::string_view text() const { return _name.text(); }
+    std::uint64_t hash() const { return _name.hash(); }
+    [[gnu::always_inline]] bool equalsUpper(std::string_view upperCase) const {
+        return upperCase.size() == text().size() && RtiFedName::equalBlocks<false>(text(), _blocks, upperCase.data());
+    }
+
+private:
+    RtiFedName::Blocks _blocks;
+    RtiFedName _name;
 };
