@@ -21,8 +21,12 @@ constexpr auto RtiFedAttribute::imageHandles() {
     return handles;
 }
 
-RtiFedAttribute::RtiFedAttribute(RtiBuffer &buffer) : RtiFedElement(buffer) {
-    restoreHandles(imageHandles(), *this, buffer);
+RtiFedAttribute::RtiFedAttribute(RtiBuffer &buffer) {
+    RtiFedAttribute::restore(buffer);
+}
+
+RtiFedAttribute::RtiFedAttribute(RtiFedStoredName name, RtiFedImageReader &reader) : RtiFedElement(std::move(name)) {
+    restoreHandles(imageHandles(), *this, reader);
 }
 
 RTI_bool RtiFedAttribute::save(RtiBuffer &buffer) {
@@ -32,8 +36,9 @@ RTI_bool RtiFedAttribute::save(RtiBuffer &buffer) {
 }
 
 void RtiFedAttribute::restore(RtiBuffer &buffer) {
-    RtiFedElement::restore(buffer);
-    restoreHandles(imageHandles(), *this, buffer);
+    RtiFedImageReader reader(buffer);
+    restoreName(reader);
+    restoreHandles(imageHandles(), *this, reader);
 }
 
 void RtiFedAttribute::dump(std::ostream &os) {

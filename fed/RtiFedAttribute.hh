@@ -22,8 +22,14 @@ public:
                     const RtiOrderingHandle &ordering, const RtiSpaceHandle &space)
         : RtiFedElement(std::move(name)), _theHandle(handle), _defaultTransport(transport), _defaultOrdering(ordering),
           _defaultSpace(space) {}
+    RtiFedAttribute(const RtiAttributeHandle &handle, RtiFedStoredName name, const RtiTransportationHandle &transport,
+                    const RtiOrderingHandle &ordering, const RtiSpaceHandle &space)
+        : RtiFedElement(std::move(name)), _theHandle(handle), _defaultTransport(transport), _defaultOrdering(ordering),
+          _defaultSpace(space) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedAttribute(RtiBuffer &buffer);
+    /// Restores itself from an image whose name, which comes first, was read already.
+    RtiFedAttribute(RtiFedStoredName name, RtiFedImageReader &reader);
 
     RtiAttributeHandle getHandle() const { return _theHandle; }
     RtiTransportationHandle getTransport() const { return _defaultTransport; }
@@ -50,6 +56,6 @@ private:
 
 /// The terms of an attribute in the checksum of its class.
 inline unsigned long checksumOf(const RtiFedAttribute &attribute) {
-    return checksumOf(attribute.getHandle()) ^ checksumOf(attribute.getName()) ^ checksumOf(attribute.getTransport()) ^
+    return checksumOf(attribute.getHandle()) ^ checksumOf(attribute.nameText()) ^ checksumOf(attribute.getTransport()) ^
            checksumOf(attribute.getOrdering()) ^ checksumOf(attribute.getSpace());
 }

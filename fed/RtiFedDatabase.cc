@@ -52,7 +52,7 @@ std::optional<std::string_view> superclassOf(std::string_view name) {
 template <class Node>
 Node *findUpward(Node *from, std::string_view name) {
     for (; from; from = from->getParentClass())
-        if (from->RtiFedElement::getName() == name)
+        if (from->nameText() == name)
             return from;
     return nullptr;
 }
@@ -111,7 +111,7 @@ typename Kind::Node *RtiFedDatabase::addClass(std::string_view name, typename Ki
         if (!parent)
             rtiFedRaise<RTI::RTIinternalError>(Kind::noSuperclass);
     }
-    auto made = tree.make(requireUnused(Kind::createHandle(*this)), std::string(name), parent, defaults...);
+    auto made = tree.make(requireUnused(Kind::createHandle(*this)), tree.storedName(name), parent, defaults...);
     if (parent) // before adding the class: running out of memory must not leave a class that its parent does not list
         parent->reserveForSubclass(made->getHandle());
     auto *added = tree.add(std::move(made), key);
@@ -216,7 +216,7 @@ RtiFedSpace *RtiFedDatabase::insertSpace(std::unique_ptr<RtiFedSpace> space) {
     _spaceHandleMap.insert(handle, std::move(space));
     try {
         // No effect if the name is in use.
-        _spaceNameMap.insert(added->getName(), added); // NOLINT(clang-analyzer-cplusplus.NewDelete): the map owns it
+        _spaceNameMap.insert(added->nameText(), added); // NOLINT(clang-analyzer-cplusplus.NewDelete): the map owns it
     } catch (...) {
         _spaceHandleMap.erase(handle);
         throw;

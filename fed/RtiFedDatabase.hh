@@ -271,9 +271,9 @@ private:
     [[noreturn]] void couldNotParse(const char *filePosition, const char *reasonPosition,
                                     const std::string &reason) const;
 
-    void restoreContents(RtiBuffer &buffer);
-    void restoreSpaces(RtiBuffer &buffer);
-    void restoreAttributeClasses(RtiBuffer &buffer);
+    void restoreContents(RtiFedImageReader &reader);
+    void restoreSpaces(RtiFedImageReader &reader);
+    void restoreAttributeClasses(RtiFedImageReader &reader);
     void clear();
     template <class Visit>
     void forEachCounter(Visit visit);

@@ -62,51 +62,50 @@ RTI_bool RtiFedDatabase::save(RtiBuffer &buffer) {
 void RtiFedDatabase::restore(RtiBuffer &buffer) {
     try {
         clear();
-        restoreContents(buffer);
+        RtiFedImageReader reader(buffer);
+        restoreContents(reader);
     } catch (...) {
         clear(); // nothing of an image that was refused remains
         throw;
     }
 }
 
-void RtiFedDatabase::restoreContents(RtiBuffer &buffer) {
-    _fedName = RtiStringUtility::getString(buffer);
-    _fedVersion = RtiStringUtility::getString(buffer);
-    _objectClasses.restore(buffer, "object classes");
-    _interactionClasses.restore(buffer, "interaction classes");
-    restoreSpaces(buffer);
-    restoreAttributeClasses(buffer);
+void RtiFedDatabase::restoreContents(RtiFedImageReader &reader) {
+    _fedName = reader.string();
+    _fedVersion = reader.string();
+    _objectClasses.restore(reader, "object classes");
+    _interactionClasses.restore(reader, "interaction classes");
+    restoreSpaces(reader);
+    restoreAttributeClasses(reader);
 
     // Attributes and parameters are not compared with their counters: a host may have chosen their handles itself.
-    const std::size_t byte = imageByte(buffer);
-    const RtiFedHandleReader<RtiBuffer> reader(buffer);
+    const std::size_t byte = reader.byte();
     forEachCounter([&reader](auto &counter) { reader.read(counter); });
     if (_nextSpaceHandle < _spaceHandleMap.greatest() || _nextObjectClassHandle < _objectClasses.greatest() ||
         _nextInteractionClassHandle < _interactionClasses.greatest())
         refuseImage(byte, "the counter of a handle is less than a handle in use");
-    _fileName = RtiStringUtility::getString(buffer);
+    _fileName = reader.string();
 }
 
-void RtiFedDatabase::restoreSpaces(RtiBuffer &buffer) {
-    for (unsigned long count = readCount(buffer, RtiFedSpace::_numImageValues, "spaces"); count > 0; --count) {
-        const std::size_t byte = imageByte(buffer);
-        auto space = std::make_unique<RtiFedSpace>(buffer);
+void RtiFedDatabase::restoreSpaces(RtiFedImageReader &reader) {
+    for (unsigned long count = reader.count(RtiFedSpace::_numImageValues, "spaces"); count > 0; --count) {
+        const std::size_t byte = reader.byte();
+        auto space = std::make_unique<RtiFedSpace>(reader);
         if (!(RtiSpaceHandle(0) < space->getHandle()) || find(space->getHandle()))
             refuseImage(byte, "the handle of the space ", space->getName(), " is less than 1 or a duplicate");
-        if (_spaceNameMap.find(space->getName()))
+        if (_spaceNameMap.find(space->nameText()))
             refuseImage(byte, "duplicate space name ", space->getName());
         insertSpace(std::move(space));
     }
 }
 
-void RtiFedDatabase::restoreAttributeClasses(RtiBuffer &buffer) {
-    const unsigned long count = readCount(buffer, 2, "pairs of attribute and class");
-    _attributeObjectClassMap.reserve(countToReserve(buffer, count));
-    const RtiFedHandleReader<RtiBuffer> reader(buffer);
+void RtiFedDatabase::restoreAttributeClasses(RtiFedImageReader &reader) {
+    const unsigned long count = reader.count(2, "pairs of attribute and class");
+    _attributeObjectClassMap.reserve(reader.countToReserve(count));
     RtiAttributeHandle attribute, last;
     RtiObjectClassHandle objectClass;
     for (unsigned long i = 0; i < count; ++i) {
-        const std::size_t byte = imageByte(buffer);
+        const std::size_t byte = reader.byte();
         reader.read(attribute, objectClass);
         if (i > 0 && !(last < attribute))
             refuseImage(byte, "the attribute handle ", toString(attribute._value), " follows ", toString(last._value));

@@ -1,20 +1,22 @@
 #include "fed/RtiFedElement.hh"
 
 #include "fed/image/RtiFedDump.hh"
-#include "infrastructure/RtiStringUtility.hh"
 
 const RtiFedField<RtiFedElement> RtiFedElement::_fields[] = {
-    {"_name", [](const RtiFedElement &e) { return fieldText(e._name); }}};
+    {"_name", [](const RtiFedElement &e) { return std::string(e.nameText()); }}};
 
-RtiFedElement::RtiFedElement(RtiBuffer &buffer) : _name(RtiStringUtility::getString(buffer)) {}
+RtiFedElement::RtiFedElement(RtiBuffer &buffer) {
+    RtiFedElement::restore(buffer);
+}
 
 RTI_bool RtiFedElement::save(RtiBuffer &buffer) {
-    RtiStringUtility::putString(_name, buffer);
+    writeString(buffer, nameText());
     return RTI_true;
 }
 
 void RtiFedElement::restore(RtiBuffer &buffer) {
-    _name = RtiStringUtility::getString(buffer);
+    RtiFedImageReader reader(buffer);
+    restoreName(reader);
 }
 
 void RtiFedElement::dump(std::ostream &os) {

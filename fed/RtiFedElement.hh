@@ -1,8 +1,11 @@
 #pragma once
 
 #include "fed/RtiFedSaveable.hh"
+#include "fed/image/RtiFedImage.hh"
+#include "fed/storage/RtiFedStoredName.hh"
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 template <class Record>
@@ -18,10 +21,13 @@ public:
     static constexpr const char *_thisClassName = "RtiFedElement";
     static constexpr const char *_thisClassVersion = "1.0";
 
-    explicit RtiFedElement(const std::string &name) : _name(name) {}
-    explicit RtiFedElement(std::string &&name) noexcept : _name(std::move(name)) {}
+    explicit RtiFedElement(std::string name) : _name(std::move(name)) {}
+    explicit RtiFedElement(RtiFedStoredName name) noexcept : _name(std::move(name)) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedElement(RtiBuffer &buffer);
+    // Without moves: a name in an arena cannot be moved out of it.
+    RtiFedElement(const RtiFedElement &) = default;
+    RtiFedElement &operator=(const RtiFedElement &) = default;
 
     using RtiFedSaveable::diff, RtiFedSaveable::dump, RtiFedSaveable::save;
     RTI_bool save(RtiBuffer &buffer) override;
@@ -30,14 +36,18 @@ public:
     /// Compares names exactly, including letter case, unlike the lookups.
     void diff(RtiBuffer &buffer, std::ostream &os) override;
 
-    /// The name as declared. The reference stays valid and shows a later restore.
-    virtual const std::string &getName() const { return _name; }
+    /// The name as declared. The reference stays valid and shows a later restore. Throws std::bad_alloc: the first call
+    /// makes the string.
+    virtual const std::string &getName() const { return _name.string(); }
+    /// The same, without making a string. The view is valid until a restore.
+    std::string_view nameText() const { return _name.text(); }
 
 protected:
     RtiFedElement() = default;
+    void restoreName(RtiFedImageReader &reader) { _name.assign(reader.string()); }
 
 private:
     static const RtiFedField<RtiFedElement> _fields[1];
 
-    std::string _name;
+    RtiFedStoredName _name;
 };

@@ -30,10 +30,14 @@ RtiFedInteractionClass::RtiFedInteractionClass(RtiInteractionClassHandle handle,
     : RtiFedClassNode(handle, std::move(name), parent), _defaultTransport(transport), _defaultOrdering(ordering),
       _defaultSpace(space) {}
 
-RtiFedInteractionClass::RtiFedInteractionClass(RtiBuffer &buffer) : RtiFedInteractionClass(buffer, 1) {}
+RtiFedInteractionClass::RtiFedInteractionClass(RtiInteractionClassHandle handle, RtiFedStoredName name,
+                                               RtiFedInteractionClass *parent, RtiTransportationHandle transport,
+                                               RtiOrderingHandle ordering, RtiSpaceHandle space)
+    : RtiFedClassNode(handle, std::move(name), parent), _defaultTransport(transport), _defaultOrdering(ordering),
+      _defaultSpace(space) {}
 
-RtiFedInteractionClass::RtiFedInteractionClass(RtiBuffer &buffer, unsigned level) {
-    restoreAtLevel(buffer, level);
+RtiFedInteractionClass::RtiFedInteractionClass(RtiBuffer &buffer) {
+    RtiFedInteractionClass::restore(buffer);
 }
 
 RtiFedInteractionClass *RtiFedInteractionClass::addInteractionClass(RtiInteractionClassHandle handle, std::string name,
@@ -54,7 +58,7 @@ RtiFedParameter *RtiFedInteractionClass::addParameter(const RtiParameterHandle &
     if (memberIsInherited(name))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name.text(),
                                           " in interaction class hierarchy at class ", getName());
-    return _members.add(name, handle, std::string(name.text()));
+    return _members.add(handle, name);
 }
 
 RtiParameterHandle RtiFedInteractionClass::getParameterHandle(std::string_view name) const {
@@ -107,12 +111,13 @@ RTI_bool RtiFedInteractionClass::save(RtiBuffer &buffer) {
 }
 
 void RtiFedInteractionClass::restore(RtiBuffer &buffer) {
-    restoreAtLevel(buffer, level());
+    RtiFedImageReader reader(buffer);
+    restoreWhole(reader, level());
 }
 
-void RtiFedInteractionClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
-    restoreShared(buffer, level);
-    restoreHandles(imageHandles(), *this, buffer);
+void RtiFedInteractionClass::restoreAfterName(RtiFedImageReader &reader) {
+    restoreShared(reader);
+    restoreHandles(imageHandles(), *this, reader);
 }
 
 void RtiFedInteractionClass::dump(std::ostream &os) {

@@ -3,6 +3,8 @@
 #include "fed/RtiFedParameter.hh"
 #include "fed/storage/RtiFedClassNode.hh"
 
+#include <utility>
+
 /// An interaction class: a node of the interaction class tree, with its transportation, ordering and routing space and
 /// the parameters declared on it. The space handle is 0 if the class has no space. Unlike an object class, it lists its
 /// children but not its other descendants.
@@ -23,6 +25,8 @@ public:
 
     /// `parent` is null for a root and is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
     RtiFedInteractionClass(RtiInteractionClassHandle handle, std::string name, RtiFedInteractionClass *parent,
+                           RtiTransportationHandle transport, RtiOrderingHandle ordering, RtiSpaceHandle space);
+    RtiFedInteractionClass(RtiInteractionClassHandle handle, RtiFedStoredName name, RtiFedInteractionClass *parent,
                            RtiTransportationHandle transport, RtiOrderingHandle ordering, RtiSpaceHandle space);
     /// Restores itself from the buffer. Throws what restore throws.
     explicit RtiFedInteractionClass(RtiBuffer &buffer);
@@ -79,8 +83,8 @@ private:
     static constexpr auto imageHandles();
 
     RtiFedInteractionClass() = default;
-    RtiFedInteractionClass(RtiBuffer &buffer, unsigned level);
-    void restoreAtLevel(RtiBuffer &buffer, unsigned level);
+    explicit RtiFedInteractionClass(RtiFedStoredName name) : RtiFedClassNode(std::move(name)) {}
+    void restoreAfterName(RtiFedImageReader &reader);
 
     RtiFedStoredHandle<RtiTransportationHandle> _defaultTransport;
     RtiFedStoredHandle<RtiOrderingHandle> _defaultOrdering;

@@ -19,8 +19,14 @@ public:
 
     RtiFedNumberedElement(const Handle &handle, std::string name)
         : RtiFedElement(std::move(name)), _theHandle(handle) {}
+    RtiFedNumberedElement(const Handle &handle, RtiFedStoredName name)
+        : RtiFedElement(std::move(name)), _theHandle(handle) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
-    explicit RtiFedNumberedElement(RtiBuffer &buffer) : RtiFedElement(buffer) { restoreHandle(buffer); }
+    explicit RtiFedNumberedElement(RtiBuffer &buffer) { RtiFedNumberedElement::restore(buffer); }
+    /// Restores itself from an image whose name, which comes first, was read already.
+    RtiFedNumberedElement(RtiFedStoredName name, RtiFedImageReader &reader) : RtiFedElement(std::move(name)) {
+        _theHandle.restore(reader);
+    }
 
     Handle getHandle() const { return _theHandle; }
 
@@ -31,15 +37,14 @@ public:
         return RTI_true;
     }
     void restore(RtiBuffer &buffer) override {
-        RtiFedElement::restore(buffer);
-        restoreHandle(buffer);
+        RtiFedImageReader reader(buffer);
+        restoreName(reader);
+        _theHandle.restore(reader);
     }
     void dump(std::ostream &os) override { dumpFields(_fields, *this, os); }
     void diff(RtiBuffer &buffer, std::ostream &os) override { diffFields(_fields, *this, buffer, os); }
 
 private:
-    void restoreHandle(RtiBuffer &buffer) { _theHandle.restore(RtiFedHandleReader<RtiBuffer>(buffer)); }
-
     static const RtiFedField<RtiFedNumberedElement> _fields[1];
 
     RtiFedStoredHandle<Handle> _theHandle;
@@ -52,5 +57,5 @@ const RtiFedField<RtiFedNumberedElement<Handle>> RtiFedNumberedElement<Handle>::
 /// The terms of a record in the checksum of its class or space.
 template <class Handle>
 unsigned long checksumOf(const RtiFedNumberedElement<Handle> &element) {
-    return checksumOf(element.getName()) ^ checksumOf(element.getHandle());
+    return checksumOf(element.nameText()) ^ checksumOf(element.getHandle());
 }

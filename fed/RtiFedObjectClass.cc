@@ -24,11 +24,12 @@ constexpr auto RtiFedObjectClass::imageHandles() {
 RtiFedObjectClass::RtiFedObjectClass(RtiObjectClassHandle handle, std::string name, RtiFedObjectClass *parent)
     : RtiFedClassNode(handle, std::move(name), parent) {}
 
-RtiFedObjectClass::RtiFedObjectClass(RtiBuffer &buffer) : RtiFedObjectClass(buffer, 1) {}
-
-RtiFedObjectClass::RtiFedObjectClass(RtiBuffer &buffer, unsigned level) {
-    restoreAtLevel(buffer, level);
+RtiFedObjectClass::RtiFedObjectClass(RtiBuffer &buffer) {
+    RtiFedObjectClass::restore(buffer);
 }
+
+RtiFedObjectClass::RtiFedObjectClass(RtiObjectClassHandle handle, RtiFedStoredName name, RtiFedObjectClass *parent)
+    : RtiFedClassNode(handle, std::move(name), parent) {}
 
 RtiFedObjectClass *RtiFedObjectClass::addObjectClass(RtiObjectClassHandle handle, std::string name) {
     return adopt(std::make_unique<RtiFedObjectClass>(handle, std::move(name), this));
@@ -49,7 +50,7 @@ RtiFedAttribute *RtiFedObjectClass::addAttribute(const RtiAttributeHandle &handl
     if (memberIsInherited(name))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 485:  Duplicate attribute ", name.text(),
                                           " in object class hierarchy at class ", getName());
-    return _members.add(name, handle, std::string(name.text()), transport, ordering, space);
+    return _members.add(handle, name, transport, ordering, space);
 }
 
 void RtiFedObjectClass::addChildClassToAll(RtiObjectClassHandle descendant) {
@@ -162,15 +163,16 @@ RTI_bool RtiFedObjectClass::save(RtiBuffer &buffer) {
 }
 
 void RtiFedObjectClass::restore(RtiBuffer &buffer) {
-    restoreAtLevel(buffer, level());
+    RtiFedImageReader reader(buffer);
+    restoreWhole(reader, level());
 }
 
-void RtiFedObjectClass::restoreAtLevel(RtiBuffer &buffer, unsigned level) {
+void RtiFedObjectClass::restoreAfterName(RtiFedImageReader &reader) {
     _availableAttributes.set(nullptr); // first: the sets refer to attributes that the restore frees
     _availableFedAttributes.set(nullptr);
-    restoreShared(buffer, level);
-    _allChildrenClasses.restore(buffer);
-    restoreHandles(imageHandles(), *this, buffer);
+    restoreShared(reader);
+    _allChildrenClasses.restore(reader);
+    restoreHandles(imageHandles(), *this, reader);
 }
 
 void RtiFedObjectClass::dump(std::ostream &os) {

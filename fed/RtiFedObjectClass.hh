@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <set>
+#include <utility>
 
 /// An object class: a node of the object class tree, with the attributes declared on it. Inherited attributes are found
 /// by searching the ancestors; they are not copied.
@@ -27,6 +28,7 @@ public:
 
     /// `parent` is null for a root and is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
     RtiFedObjectClass(RtiObjectClassHandle handle, std::string name, RtiFedObjectClass *parent);
+    RtiFedObjectClass(RtiObjectClassHandle handle, RtiFedStoredName name, RtiFedObjectClass *parent);
     /// Restores itself from the buffer. Throws what restore throws.
     explicit RtiFedObjectClass(RtiBuffer &buffer);
 
@@ -108,8 +110,8 @@ private:
     static constexpr auto imageHandles();
 
     RtiFedObjectClass() = default;
-    RtiFedObjectClass(RtiBuffer &buffer, unsigned level);
-    void restoreAtLevel(RtiBuffer &buffer, unsigned level);
+    explicit RtiFedObjectClass(RtiFedStoredName name) : RtiFedClassNode(std::move(name)) {}
+    void restoreAfterName(RtiFedImageReader &reader);
 
     RtiFedHandleSet<RtiObjectClassHandle> _allChildrenClasses;
     RtiFedPublished<RtiAttributeHandleSet> _availableAttributes;

@@ -16,6 +16,10 @@ RtiFedSpace::RtiFedSpace(RtiBuffer &buffer) {
     RtiFedSpace::restore(buffer);
 }
 
+RtiFedSpace::RtiFedSpace(RtiFedImageReader &reader) {
+    restore(reader);
+}
+
 RtiDimensionHandle RtiFedSpace::createDimensionHandle() {
     return _nextDimensionHandle._value++;
 }
@@ -26,7 +30,7 @@ RtiFedDimension *RtiFedSpace::addDimension(std::string name) {
     const RtiFedName hashed(name);
     if (_dimensions.findIfUpperCase(hashed))
         rtiFedRaise<RTI::RTIinternalError>("\"RtiFedSpace\", line 338: ");
-    RtiFedDimension *added = _dimensions.add(hashed, _nextDimensionHandle, std::move(name));
+    RtiFedDimension *added = _dimensions.add(_nextDimensionHandle, hashed);
     createDimensionHandle(); // last, so that a failed addition uses up no handle
     return added;
 }
@@ -64,7 +68,7 @@ unsigned long RtiFedSpace::getNumberOfDimensions() const {
 }
 
 unsigned long RtiFedSpace::getChecksum() const {
-    return checksumOf(getName()) ^ checksumOf(_theHandle) ^ _dimensions.checksum();
+    return checksumOf(nameText()) ^ checksumOf(_theHandle) ^ _dimensions.checksum();
 }
 
 RTI_bool RtiFedSpace::save(RtiBuffer &buffer) {
@@ -76,11 +80,15 @@ RTI_bool RtiFedSpace::save(RtiBuffer &buffer) {
 }
 
 void RtiFedSpace::restore(RtiBuffer &buffer) {
-    RtiFedElement::restore(buffer);
-    _dimensions.restore(buffer, "dimensions");
-    const RtiFedHandleReader<RtiBuffer> reader(buffer);
+    RtiFedImageReader reader(buffer);
+    restore(reader);
+}
+
+void RtiFedSpace::restore(RtiFedImageReader &reader) {
+    restoreName(reader);
+    _dimensions.restore(reader, "dimensions");
     reader.read(_theHandle);
-    const std::size_t byte = imageByte(buffer);
+    const std::size_t byte = reader.byte();
     reader.read(_nextDimensionHandle);
     if (_dimensions.numHandles() < _dimensions.size())
         refuseImage(byte, "duplicate dimension handle in the space ", getName());

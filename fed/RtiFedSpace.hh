@@ -19,6 +19,7 @@ public:
     RtiFedSpace(RtiSpaceHandle handle, std::string name);
     /// Restores itself from the buffer. Throws what restore throws.
     explicit RtiFedSpace(RtiBuffer &buffer);
+    explicit RtiFedSpace(RtiFedImageReader &reader);
 
     RtiSpaceHandle getHandle() const { return _theHandle; }
 
@@ -56,6 +57,8 @@ public:
 
 private:
     static const RtiFedField<RtiFedSpace> _fields[5];
+
+    void restore(RtiFedImageReader &reader);
 
     RtiFedMemberTable<RtiFedDimension> _dimensions;
     RtiSpaceHandle _theHandle;

@@ -88,7 +88,7 @@ void RtiBuffer::putBytes(const void *bytes, std::size_t size) {
 
 void RtiBuffer::getBytes(void *bytes, std::size_t size) {
     if (size > remaining())
-        underflow(std::to_string(size) + " bytes");
+        underflow(size);
     if (size > 0)
         std::memcpy(bytes, _bytes.data() + _position, size);
     _position += size;
@@ -96,6 +96,10 @@ void RtiBuffer::getBytes(void *bytes, std::size_t size) {
 
 void RtiBuffer::lacksNumbers(unsigned long count) const {
     underflow(std::to_string(count) + (count == 1 ? " number" : " numbers") + " of 4 bytes");
+}
+
+void RtiBuffer::underflow(std::size_t size) const {
+    underflow(std::to_string(size) + " bytes");
 }
 
 void RtiBuffer::underflow(const std::string &wanted) const {

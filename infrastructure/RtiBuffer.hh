@@ -23,6 +23,10 @@ public:
     /// A handle may be written and read as its number, without calling `put` and `get` for the handle object.
     static constexpr bool _handlesAreNumbers = true;
 
+    /// An image in an object of exactly this class may be read from `data()`, each string as its length and its bytes;
+    /// `skip` then moves the read position.
+    static constexpr bool _isPlainBytes = true;
+
     RtiBuffer();
     /// Copies `size` bytes; the read position is at the first.
     RtiBuffer(const void *bytes, std::size_t size);
@@ -53,10 +57,17 @@ public:
     std::size_t remaining() const { return _bytes.size() - _position; }
     /// Moves the read position back to the first byte.
     void rewind() { _position = 0; }
+    /// Moves the read position `size` bytes on. Throws RtiBufferUnderflow.
+    void skip(std::size_t size) {
+        if (size > remaining())
+            underflow(size);
+        _position += size;
+    }
 
 private:
     const unsigned char *takeNumbers(unsigned long count);
     [[noreturn]] void lacksNumbers(unsigned long count) const;
+    [[noreturn]] void underflow(std::size_t size) const;
     [[noreturn]] void underflow(const std::string &wanted) const;
     void append32(unsigned long value);
 

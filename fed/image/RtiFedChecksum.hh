@@ -6,13 +6,13 @@
 #include "infrastructure/RtiCrc.hh"
 
 #include <cstdint>
-#include <string>
+#include <string_view>
 #include <type_traits>
 
 // The terms of a checksum. They are combined by XOR, so their order does not matter and two equal terms cancel; that
 // weakness is accepted.
 
-inline unsigned long checksumOf(const std::string &text) {
+inline unsigned long checksumOf(std::string_view text) {
     return RtiCrc::computeCrc(text.data(), static_cast<long>(text.size()));
 }
 

@@ -68,9 +68,12 @@ public:
 
 protected:
     RtiFedClassNode() = default;
+    explicit RtiFedClassNode(RtiFedStoredName name) : RtiFedElement(std::move(name)) {}
 
-    /// Throws RTI::RTIinternalError if the node would be nested deeper than kMaxClassNesting.
-    RtiFedClassNode(Handle handle, std::string name, Node *parent)
+    /// Throws RTI::RTIinternalError if the node would be nested deeper than kMaxClassNesting. `Name` is a string or a
+    /// name that is stored already.
+    template <class Name>
+    RtiFedClassNode(Handle handle, Name name, Node *parent)
         : RtiFedElement(std::move(name)), _parent(parent), _theHandle(handle),
           _parentHandle(parent ? parent->getHandle() : Handle(0)), _level(levelBelow(parent)) {
         if (_level > kMaxClassNesting)
@@ -109,7 +112,7 @@ protected:
     }
 
     unsigned long sharedChecksum() const {
-        unsigned long checksum = checksumOf(getName()) ^ checksumOf(getHandle()) ^ _members.checksum();
+        unsigned long checksum = checksumOf(nameText()) ^ checksumOf(getHandle()) ^ _members.checksum();
         forEachSubclass([&checksum](const Node &subclass) { checksum ^= subclass.getChecksum(); });
         return checksum;
     }
@@ -127,24 +130,31 @@ protected:
         _childrenClasses.save(buffer);
     }
 
-    void restoreShared(RtiBuffer &buffer, unsigned level) {
+    void restoreWhole(RtiFedImageReader &reader, unsigned level) {
         if (level > kMaxClassNesting)
-            refuseImage(imageByte(buffer), "a class nested deeper than ", toString(kMaxClassNesting), " levels");
+            refuseImage(reader.byte(), "a class nested deeper than ", toString(kMaxClassNesting), " levels");
         _level = level;
+        restoreName(reader);
+        static_cast<Node *>(this)->restoreAfterName(reader);
+    }
+
+    /// Restores the lists of the shared part.
+    void restoreShared(RtiFedImageReader &reader) {
         _parent = nullptr;
-        RtiFedElement::restore(buffer);
         _owned.reset();
-        for (unsigned long count = readCount(buffer, Node::_numImageValues, "subclasses"); count > 0; --count) {
-            const std::size_t byte = imageByte(buffer);
-            const auto *subclass = adopt(std::unique_ptr<Node>(new Node(buffer, level + 1)));
+        for (unsigned long count = reader.count(Node::_numImageValues, "subclasses"); count > 0; --count) {
+            const std::size_t byte = reader.byte();
+            auto made = std::unique_ptr<Node>(new Node);
+            made->restoreWhole(reader, _level + 1);
+            const Node *subclass = adopt(std::move(made));
             if (*_owned->byHandle.find(subclass->getHandle()) != subclass)
                 refuseImage(byte, "duplicate handle ", toString(subclass->getHandle()._value),
                             " among the subclasses of the class ", getName());
         }
-        _members.restore(buffer, Node::_membersAre);
+        _members.restore(reader, Node::_membersAre);
         if (_members.numNames() < _members.size())
-            refuseImage(imageByte(buffer), "duplicate name among the ", Node::_membersAre, " of the class ", getName());
-        _childrenClasses.restore(buffer);
+            refuseImage(reader.byte(), "duplicate name among the ", Node::_membersAre, " of the class ", getName());
+        _childrenClasses.restore(reader);
     }
 
     unsigned level() const { return _level; }

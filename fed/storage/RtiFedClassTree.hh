@@ -55,6 +55,9 @@ public:
 
     using Owner = std::unique_ptr<Node, RtiFedDestroy>;
 
+    /// Stores a name in the arena of this tree, for `make`.
+    RtiFedStoredName storedName(std::string_view name) { return {name, _arena}; }
+
     /// Makes a class in the arena of this tree; add enters it.
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
@@ -92,19 +95,19 @@ public:
 
     /// Replaces the tree by that of an image. `classes` is the word for the classes in messages. Throws
     /// RTI::RTIinternalError for a duplicate name, a handle that is a duplicate or 0, and links in a cycle.
-    void restore(RtiBuffer &buffer, const char *classes) {
+    void restore(RtiFedImageReader &reader, const char *classes) {
         clear();
-        unsigned long count = readCount(buffer, Node::_numImageValues, classes);
-        const std::size_t reserved = countToReserve(buffer, count);
+        unsigned long count = reader.count(Node::_numImageValues, classes);
+        const std::size_t reserved = reader.countToReserve(count);
         _nameMap.reserve(reserved);
         _handleMap.reserve(reserved);
         RtiFedImageLinks<Node> links;
         links.reserve(reserved);
         for (; count > 0; --count) {
-            const std::size_t byte = imageByte(buffer);
-            Owner node = make();
-            node->restoreAtLevel(buffer, 1);
-            const Key key = keyOf(node->getName());
+            const std::size_t byte = reader.byte();
+            Owner node = make(storedName(reader.string()));
+            node->restoreAfterName(reader);
+            const Key key = keyOf(node->nameText());
             if (isNamed(key))
                 refuseImage(byte, "duplicate class name ", node->getName());
             if (node->getHandle() == 0 || find(node->getHandle()))

@@ -102,12 +102,11 @@ public:
         forEach([&buffer](const Handle &handle) { writeHandle(buffer, handle); });
     }
     /// Throws RTI::RTIinternalError if the handles do not ascend.
-    void restore(RtiBuffer &buffer) {
-        const unsigned long count = readCount(buffer, 1, "handles");
-        const RtiFedHandleReader<RtiBuffer> reader(buffer);
+    void restore(RtiFedImageReader &reader) {
+        const unsigned long count = reader.count(1, "handles");
         _numRuns = 0;
         for (unsigned long i = 0; i < count; ++i) {
-            const std::size_t byte = imageByte(buffer);
+            const std::size_t byte = reader.byte();
             Handle handle;
             reader.read(handle);
             const Number number = handle._value;

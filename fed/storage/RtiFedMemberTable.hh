@@ -5,6 +5,7 @@
 #include "fed/storage/RtiFedArena.hh"
 #include "fed/storage/RtiFedHandleMap.hh"
 #include "fed/storage/RtiFedNameMap.hh"
+#include "fed/storage/RtiFedStoredName.hh"
 
 #include <algorithm>
 #include <cstdint>
@@ -53,11 +54,11 @@ public:
         _capacity = static_cast<std::uint32_t>(capacity);
     }
 
-    /// Makes a record, adds it, and returns it. If its name or handle is in use, lookups by it still return the earlier
-    /// record. `hashed` is the name that `arguments` give it. Throws std::bad_alloc, leaving the table unchanged.
+    /// Makes a record of a handle, a name and what else it takes, adds it, and returns it. If its name or handle is in
+    /// use, lookups by it still return the earlier record. Throws std::bad_alloc, leaving the table unchanged.
     template <class... Arguments>
-    Record *add(const RtiFedName &hashed, Arguments &&...arguments) {
-        return adopt(make(std::forward<Arguments>(arguments)...), hashed.hash());
+    Record *add(const Handle &handle, const RtiFedName &name, const Arguments &...arguments) {
+        return adopt(make(handle, storedName(name.text()), arguments...), name.hash());
     }
 
     /// Whether there is a record of this name.
@@ -68,7 +69,7 @@ public:
         if (_extra && _extra->names)
             return _extra->names->find(name);
         for (const Entry *entry = _entries; entry != _entries + _size; ++entry)
-            if (entry->hash == hashOf(name) && RtiFedName::equal(entry->record->RtiFedElement::getName(), name.text()))
+            if (entry->hash == hashOf(name) && RtiFedName::equal(entry->record->nameText(), name.text()))
                 return entry->record;
         return nullptr;
     }
@@ -134,14 +135,14 @@ public:
     }
     /// Replaces the records by those of an image; `members` is the word for them in messages. A duplicate name or
     /// handle is accepted, as in add.
-    void restore(RtiBuffer &buffer, const char *members) {
+    void restore(RtiFedImageReader &reader, const char *members) {
         clear();
-        unsigned long count = readCount(buffer, Record::_numImageValues, members);
-        reserve(countToReserve(buffer, count));
+        unsigned long count = reader.count(Record::_numImageValues, members);
+        reserve(reader.countToReserve(count));
         for (; count > 0; --count) {
-            Owner record = make(buffer);
-            const std::uint64_t hash = nameOf(*record).hash();
-            adopt(std::move(record), hash);
+            const RtiFedName name = reader.string();
+            const std::uint64_t hash = name.hash();
+            adopt(make(storedName(name.text()), reader), hash);
         }
     }
 
@@ -160,7 +161,7 @@ private:
     };
     using Owner = std::unique_ptr<Record, RtiFedDestroy>;
 
-    static RtiFedName nameOf(const Record &record) { return record.RtiFedElement::getName(); }
+    static RtiFedName nameOf(const Record &record) { return record.nameText(); }
     static std::uint32_t hashOf(const RtiFedName &name) { return static_cast<std::uint32_t>(name.hash()); }
     static std::uint64_t bitOf(const RtiFedName &name) { return std::uint64_t(1) << (name.hash() >> 32 & 63); }
 
@@ -184,6 +185,7 @@ private:
         return *_extra;
     }
 
+    RtiFedStoredName storedName(std::string_view name) { return {name, arena()}; }
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
         return Owner(arena().template make<Record>(std::forward<Arguments>(arguments)...));
@@ -191,7 +193,7 @@ private:
 
     Record *adopt(Owner record, std::uint64_t hash) {
         const Handle handle = record->getHandle();
-        const RtiFedName name(record->RtiFedElement::getName(), hash);
+        const RtiFedName name(record->nameText(), hash);
         if (_size == _capacity)
             reserve(_capacity == 0 ? kFirstCapacity : std::size_t(2) * _capacity);
         const bool isDuplicateName = has(name);

@@ -9,9 +9,8 @@ public:
     operator Handle() const { return _number; }
     Handle get() const { return _number; }
 
-    /// Reads the handle by an RtiFedHandleReader.
     template <class Reader>
-    void restore(const Reader &reader) {
+    void restore(Reader &reader) {
         Handle handle;
         reader.read(handle);
         _number = handle._value;

@@ -212,7 +212,7 @@ TEST(Allocation, FailsInAClone) {
 TEST(Allocation, FailsInARestore) {
     const TemporaryFile file(loadableText());
     const std::string image = bytesOf(RtiFedDatabase(RtiFedDatabaseConstructorArg(file.path(), RTI_true)));
-    EXPECT_GT(failEachAllocation([&image] { restored(image); }), 200u);
+    EXPECT_GT(failEachAllocation([&image] { restored(image); }), 50u);
 
     // A database that cannot be restored in place is empty.
     const std::string small = smallImage();

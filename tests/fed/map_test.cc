@@ -113,7 +113,8 @@ TEST(HandleSet, AgreesWithAPlainModel) {
         RtiBuffer image;
         set.save(image);
         RtiFedHandleSet<RtiObjectClassHandle> restored;
-        restored.restore(image);
+        RtiFedImageReader reader(image);
+        restored.restore(reader);
         EXPECT_EQ(restored.toSet(), model);
     }
 }
