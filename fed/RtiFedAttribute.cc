@@ -25,7 +25,7 @@ RtiFedAttribute::RtiFedAttribute(RtiBuffer &buffer) {
     RtiFedAttribute::restore(buffer);
 }
 
-RtiFedAttribute::RtiFedAttribute(RtiFedStoredName name, RtiFedImageReader &reader) : RtiFedElement(std::move(name)) {
+RtiFedAttribute::RtiFedAttribute(RtiFedLetters name, RtiFedImageReader &reader) : RtiFedElement(name) {
     restoreHandles(imageHandles(), *this, reader);
 }
 

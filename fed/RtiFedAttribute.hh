@@ -22,14 +22,14 @@ public:
                     const RtiOrderingHandle &ordering, const RtiSpaceHandle &space)
         : RtiFedElement(std::move(name)), _theHandle(handle), _defaultTransport(transport), _defaultOrdering(ordering),
           _defaultSpace(space) {}
-    RtiFedAttribute(const RtiAttributeHandle &handle, RtiFedStoredName name, const RtiTransportationHandle &transport,
+    RtiFedAttribute(const RtiAttributeHandle &handle, RtiFedLetters name, const RtiTransportationHandle &transport,
                     const RtiOrderingHandle &ordering, const RtiSpaceHandle &space)
-        : RtiFedElement(std::move(name)), _theHandle(handle), _defaultTransport(transport), _defaultOrdering(ordering),
+        : RtiFedElement(name), _theHandle(handle), _defaultTransport(transport), _defaultOrdering(ordering),
           _defaultSpace(space) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedAttribute(RtiBuffer &buffer);
     /// Restores itself from an image whose name, which comes first, was read already.
-    RtiFedAttribute(RtiFedStoredName name, RtiFedImageReader &reader);
+    RtiFedAttribute(RtiFedLetters name, RtiFedImageReader &reader);
 
     RtiAttributeHandle getHandle() const { return _theHandle; }
     RtiTransportationHandle getTransport() const { return _defaultTransport; }

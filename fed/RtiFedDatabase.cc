@@ -111,7 +111,7 @@ typename Kind::Node *RtiFedDatabase::addClass(std::string_view name, typename Ki
         if (!parent)
             rtiFedRaise<RTI::RTIinternalError>(Kind::noSuperclass);
     }
-    auto made = tree.make(requireUnused(Kind::createHandle(*this)), tree.storedName(name), parent, defaults...);
+    auto made = tree.make(requireUnused(Kind::createHandle(*this)), tree.store(name), parent, defaults...);
     if (parent) // before adding the class: running out of memory must not leave a class that its parent does not list
         parent->reserveForSubclass(made->getHandle());
     auto *added = tree.add(std::move(made), key);

@@ -22,7 +22,8 @@ public:
     static constexpr const char *_thisClassVersion = "1.0";
 
     explicit RtiFedElement(std::string name) : _name(std::move(name)) {}
-    explicit RtiFedElement(RtiFedStoredName name) noexcept : _name(std::move(name)) {}
+    /// The arena of the letters must outlive the record.
+    explicit RtiFedElement(RtiFedLetters name) : _name(name) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedElement(RtiBuffer &buffer);
     // Without moves: a name in an arena cannot be moved out of it.

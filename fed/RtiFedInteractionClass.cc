@@ -30,10 +30,10 @@ RtiFedInteractionClass::RtiFedInteractionClass(RtiInteractionClassHandle handle,
     : RtiFedClassNode(handle, std::move(name), parent), _defaultTransport(transport), _defaultOrdering(ordering),
       _defaultSpace(space) {}
 
-RtiFedInteractionClass::RtiFedInteractionClass(RtiInteractionClassHandle handle, RtiFedStoredName name,
+RtiFedInteractionClass::RtiFedInteractionClass(RtiInteractionClassHandle handle, RtiFedLetters name,
                                                RtiFedInteractionClass *parent, RtiTransportationHandle transport,
                                                RtiOrderingHandle ordering, RtiSpaceHandle space)
-    : RtiFedClassNode(handle, std::move(name), parent), _defaultTransport(transport), _defaultOrdering(ordering),
+    : RtiFedClassNode(handle, name, parent), _defaultTransport(transport), _defaultOrdering(ordering),
       _defaultSpace(space) {}
 
 RtiFedInteractionClass::RtiFedInteractionClass(RtiBuffer &buffer) {
@@ -58,7 +58,7 @@ RtiFedParameter *RtiFedInteractionClass::addParameter(const RtiParameterHandle &
     if (memberIsInherited(name))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name.text(),
                                           " in interaction class hierarchy at class ", getName());
-    return _members.add(handle, name);
+    return _members.addNew(handle, name);
 }
 
 RtiParameterHandle RtiFedInteractionClass::getParameterHandle(std::string_view name) const {

@@ -3,8 +3,6 @@
 #include "fed/RtiFedParameter.hh"
 #include "fed/storage/RtiFedClassNode.hh"
 
-#include <utility>
-
 /// An interaction class: a node of the interaction class tree, with its transportation, ordering and routing space and
 /// the parameters declared on it. The space handle is 0 if the class has no space. Unlike an object class, it lists its
 /// children but not its other descendants.
@@ -26,7 +24,7 @@ public:
     /// `parent` is null for a root and is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
     RtiFedInteractionClass(RtiInteractionClassHandle handle, std::string name, RtiFedInteractionClass *parent,
                            RtiTransportationHandle transport, RtiOrderingHandle ordering, RtiSpaceHandle space);
-    RtiFedInteractionClass(RtiInteractionClassHandle handle, RtiFedStoredName name, RtiFedInteractionClass *parent,
+    RtiFedInteractionClass(RtiInteractionClassHandle handle, RtiFedLetters name, RtiFedInteractionClass *parent,
                            RtiTransportationHandle transport, RtiOrderingHandle ordering, RtiSpaceHandle space);
     /// Restores itself from the buffer. Throws what restore throws.
     explicit RtiFedInteractionClass(RtiBuffer &buffer);
@@ -83,7 +81,7 @@ private:
     static constexpr auto imageHandles();
 
     RtiFedInteractionClass() = default;
-    explicit RtiFedInteractionClass(RtiFedStoredName name) : RtiFedClassNode(std::move(name)) {}
+    explicit RtiFedInteractionClass(RtiFedLetters name) : RtiFedClassNode(name) {}
     void restoreAfterName(RtiFedImageReader &reader);
 
     RtiFedStoredHandle<RtiTransportationHandle> _defaultTransport;

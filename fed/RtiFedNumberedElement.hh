@@ -19,12 +19,11 @@ public:
 
     RtiFedNumberedElement(const Handle &handle, std::string name)
         : RtiFedElement(std::move(name)), _theHandle(handle) {}
-    RtiFedNumberedElement(const Handle &handle, RtiFedStoredName name)
-        : RtiFedElement(std::move(name)), _theHandle(handle) {}
+    RtiFedNumberedElement(const Handle &handle, RtiFedLetters name) : RtiFedElement(name), _theHandle(handle) {}
     /// Restores itself from the buffer. Throws RtiBufferUnderflow.
     explicit RtiFedNumberedElement(RtiBuffer &buffer) { RtiFedNumberedElement::restore(buffer); }
     /// Restores itself from an image whose name, which comes first, was read already.
-    RtiFedNumberedElement(RtiFedStoredName name, RtiFedImageReader &reader) : RtiFedElement(std::move(name)) {
+    RtiFedNumberedElement(RtiFedLetters name, RtiFedImageReader &reader) : RtiFedElement(name) {
         _theHandle.restore(reader);
     }
 

@@ -28,8 +28,8 @@ RtiFedObjectClass::RtiFedObjectClass(RtiBuffer &buffer) {
     RtiFedObjectClass::restore(buffer);
 }
 
-RtiFedObjectClass::RtiFedObjectClass(RtiObjectClassHandle handle, RtiFedStoredName name, RtiFedObjectClass *parent)
-    : RtiFedClassNode(handle, std::move(name), parent) {}
+RtiFedObjectClass::RtiFedObjectClass(RtiObjectClassHandle handle, RtiFedLetters name, RtiFedObjectClass *parent)
+    : RtiFedClassNode(handle, name, parent) {}
 
 RtiFedObjectClass *RtiFedObjectClass::addObjectClass(RtiObjectClassHandle handle, std::string name) {
     return adopt(std::make_unique<RtiFedObjectClass>(handle, std::move(name), this));
@@ -50,7 +50,7 @@ RtiFedAttribute *RtiFedObjectClass::addAttribute(const RtiAttributeHandle &handl
     if (memberIsInherited(name))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 485:  Duplicate attribute ", name.text(),
                                           " in object class hierarchy at class ", getName());
-    return _members.add(handle, name, transport, ordering, space);
+    return _members.addNew(handle, name, transport, ordering, space);
 }
 
 void RtiFedObjectClass::addChildClassToAll(RtiObjectClassHandle descendant) {

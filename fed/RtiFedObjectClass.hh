@@ -7,7 +7,6 @@
 
 #include <memory>
 #include <set>
-#include <utility>
 
 /// An object class: a node of the object class tree, with the attributes declared on it. Inherited attributes are found
 /// by searching the ancestors; they are not copied.
@@ -28,7 +27,7 @@ public:
 
     /// `parent` is null for a root and is not owned. Throws RTI::RTIinternalError beyond kMaxClassNesting levels.
     RtiFedObjectClass(RtiObjectClassHandle handle, std::string name, RtiFedObjectClass *parent);
-    RtiFedObjectClass(RtiObjectClassHandle handle, RtiFedStoredName name, RtiFedObjectClass *parent);
+    RtiFedObjectClass(RtiObjectClassHandle handle, RtiFedLetters name, RtiFedObjectClass *parent);
     /// Restores itself from the buffer. Throws what restore throws.
     explicit RtiFedObjectClass(RtiBuffer &buffer);
 
@@ -110,7 +109,7 @@ private:
     static constexpr auto imageHandles();
 
     RtiFedObjectClass() = default;
-    explicit RtiFedObjectClass(RtiFedStoredName name) : RtiFedClassNode(std::move(name)) {}
+    explicit RtiFedObjectClass(RtiFedLetters name) : RtiFedClassNode(name) {}
     void restoreAfterName(RtiFedImageReader &reader);
 
     RtiFedHandleSet<RtiObjectClassHandle> _allChildrenClasses;

@@ -128,6 +128,8 @@ void RtiFedParser::deliverObjects(RtiFedParserCodegen &codegen) {
         contents.current = {name};
         return std::string(contents.word(0));
     };
+    codegen.expectDeclarations({declared.objects.classes.size(), declared.objects.members.size(),
+                                declared.interactions.classes.size(), declared.interactions.members.size()});
     if (declared.federation.begin)
         codegen.setFederate(enter(declared.federation));
     if (declared.version.begin)

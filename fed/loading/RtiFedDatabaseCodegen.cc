@@ -79,6 +79,12 @@ void RtiFedDatabaseCodegen::loadParameter(std::string_view name) {
     _interactionClass->addParameter(_database->createParameterHandle(), RtiFedName(name));
 }
 
+void RtiFedDatabaseCodegen::reserve(const RtiFedDeclarationCounts &counts) {
+    _database->_objectClasses.reserve(counts.objectClasses);
+    _database->_interactionClasses.reserve(counts.interactionClasses);
+    _database->_attributeObjectClassMap.reserve(counts.attributes);
+}
+
 /// The handle of the space that a declaration names; 0 if it names none.
 RtiSpaceHandle RtiFedDatabaseCodegen::spaceHandle(std::string_view space, const char *position) const {
     if (space.empty())

@@ -35,6 +35,7 @@ protected:
     void loadInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
                               std::string_view space, std::size_t numParameters);
     void loadParameter(std::string_view name);
+    void reserve(const RtiFedDeclarationCounts &counts);
 
 private:
     RtiSpaceHandle spaceHandle(std::string_view space, const char *position) const;

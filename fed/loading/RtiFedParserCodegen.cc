@@ -60,3 +60,5 @@ void RtiFedParserCodegen::declareInteractionClass(std::string_view name, std::st
 void RtiFedParserCodegen::declareParameter(std::string_view name) {
     addParameter(std::string(name));
 }
+
+void RtiFedParserCodegen::expectDeclarations(const RtiFedDeclarationCounts & /*counts*/) {}

@@ -3,8 +3,17 @@
 #include "fed/RtiFedClassNesting.hh" // the nesting limit is part of this contract
 #include "fed/RtiFedExport.hh"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+
+/// The number of declarations of each kind in a file.
+struct RtiFedDeclarationCounts {
+    std::size_t objectClasses = 0;
+    std::size_t attributes = 0;
+    std::size_t interactionClasses = 0;
+    std::size_t parameters = 0;
+};
 
 /// The callbacks through which the FED parser delivers the declarations of a file. A derived class overrides those it
 /// needs. The default bodies print each call as a line of source text to standard output.
@@ -45,4 +54,7 @@ public:
     virtual void declareInteractionClass(std::string_view name, std::string_view transportation,
                                          std::string_view ordering, std::string_view space, std::size_t numParameters);
     virtual void declareParameter(std::string_view name);
+    /// Called by that parser before all others, so that the receiver can allocate once what it needs. The default body
+    /// does nothing.
+    virtual void expectDeclarations(const RtiFedDeclarationCounts &counts);
 };

@@ -17,12 +17,10 @@
 class RtiFedArena {
 public:
     /// Allocates `size` bytes, so that the byte at offset `offset` is aligned to `alignment`. Throws std::bad_alloc.
-    void *allocate(std::size_t size, std::size_t alignment, std::size_t offset = 0) {
-        std::size_t skipped = gapBefore(alignment, offset);
-        if (_left < skipped + size) {
+    [[gnu::always_inline]] void *allocate(std::size_t size, std::size_t alignment, std::size_t offset = 0) {
+        if (_left < gapBefore(alignment, offset) + size)
             addBlock(size + alignment);
-            skipped = gapBefore(alignment, offset);
-        }
+        const std::size_t skipped = gapBefore(alignment, offset);
         std::byte *allocated = _next + skipped;
         _next = allocated + size;
         _left -= skipped + size;
@@ -48,10 +46,10 @@ private:
     static constexpr std::size_t kFirstBlock = 128, kGreatestBlock = 65536; // bytes
 
     std::size_t gapBefore(std::size_t alignment, std::size_t offset) const {
-        return (alignment - (reinterpret_cast<std::uintptr_t>(_next) + offset) % alignment) % alignment;
+        return (0 - (reinterpret_cast<std::uintptr_t>(_next) + offset)) & (alignment - 1); // a power of 2
     }
 
-    void addBlock(std::size_t atLeast) {
+    [[gnu::noinline]] void addBlock(std::size_t atLeast) {
         const std::size_t size =
             std::max(atLeast, std::min(kFirstBlock << std::min<std::size_t>(_blocks.size(), 9), kGreatestBlock));
         _blocks.push_back(std::unique_ptr<std::byte[]>(new std::byte[size]));

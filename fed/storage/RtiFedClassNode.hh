@@ -68,7 +68,7 @@ public:
 
 protected:
     RtiFedClassNode() = default;
-    explicit RtiFedClassNode(RtiFedStoredName name) : RtiFedElement(std::move(name)) {}
+    explicit RtiFedClassNode(RtiFedLetters name) : RtiFedElement(name) {}
 
     /// Throws RTI::RTIinternalError if the node would be nested deeper than kMaxClassNesting. `Name` is a string or a
     /// name that is stored already.

@@ -56,7 +56,7 @@ public:
     using Owner = std::unique_ptr<Node, RtiFedDestroy>;
 
     /// Stores a name in the arena of this tree, for `make`.
-    RtiFedStoredName storedName(std::string_view name) { return {name, _arena}; }
+    RtiFedLetters store(std::string_view name) { return {name, _arena}; }
 
     /// Makes a class in the arena of this tree; add enters it.
     template <class... Arguments>
@@ -81,6 +81,12 @@ public:
         return added;
     }
 
+    /// Allocates the maps for `size` classes with the handles from 1 on, but not the classes themselves.
+    void reserve(std::size_t size) {
+        _nameMap.reserve(size);
+        _handleMap.reserve(size);
+    }
+
     unsigned long checksum() const {
         unsigned long checksum = 0;
         forEach([&checksum](const Node &node) { checksum ^= node.getChecksum(); });
@@ -98,14 +104,12 @@ public:
     void restore(RtiFedImageReader &reader, const char *classes) {
         clear();
         unsigned long count = reader.count(Node::_numImageValues, classes);
-        const std::size_t reserved = reader.countToReserve(count);
-        _nameMap.reserve(reserved);
-        _handleMap.reserve(reserved);
+        reserve(reader.countToReserve(count));
         RtiFedImageLinks<Node> links;
-        links.reserve(reserved);
+        links.reserve(reader.countToReserve(count));
         for (; count > 0; --count) {
             const std::size_t byte = reader.byte();
-            Owner node = make(storedName(reader.string()));
+            Owner node = make(store(reader.string()));
             node->restoreAfterName(reader);
             const Key key = keyOf(node->nameText());
             if (isNamed(key))

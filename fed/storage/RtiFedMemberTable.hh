@@ -58,7 +58,12 @@ public:
     /// use, lookups by it still return the earlier record. Throws std::bad_alloc, leaving the table unchanged.
     template <class... Arguments>
     Record *add(const Handle &handle, const RtiFedName &name, const Arguments &...arguments) {
-        return adopt(make(handle, storedName(name.text()), arguments...), name.hash());
+        return adopt(make(handle, store(name), arguments...), name.hash(), has(name));
+    }
+    /// The same for a name that is known to be unused.
+    template <class... Arguments>
+    Record *addNew(const Handle &handle, const RtiFedName &name, const Arguments &...arguments) {
+        return adopt(make(handle, store(name), arguments...), name.hash(), false);
     }
 
     /// Whether there is a record of this name.
@@ -141,8 +146,7 @@ public:
         reserve(reader.countToReserve(count));
         for (; count > 0; --count) {
             const RtiFedName name = reader.string();
-            const std::uint64_t hash = name.hash();
-            adopt(make(storedName(name.text()), reader), hash);
+            adopt(make(store(name), reader), name.hash(), has(name));
         }
     }
 
@@ -172,31 +176,28 @@ private:
         return fits(handle) && (_size == 0 || _entries[_size - 1].handle < handle._value);
     }
 
-    RtiFedArena &arena() {
-        if (!_arena) {
-            ensureExtra().arena = std::make_unique<RtiFedArena>();
-            _arena = _extra->arena.get();
-        }
-        return *_arena;
+    RtiFedArena &arena() { return _arena ? *_arena : makeArena(); }
+    [[gnu::noinline]] RtiFedArena &makeArena() {
+        ensureExtra().arena = std::make_unique<RtiFedArena>();
+        return *(_arena = _extra->arena.get());
     }
+    RtiFedLetters store(const RtiFedName &name) { return {name.text(), arena()}; }
     Extra &ensureExtra() {
         if (!_extra)
             _extra = std::make_unique<Extra>();
         return *_extra;
     }
 
-    RtiFedStoredName storedName(std::string_view name) { return {name, arena()}; }
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
         return Owner(arena().template make<Record>(std::forward<Arguments>(arguments)...));
     }
 
-    Record *adopt(Owner record, std::uint64_t hash) {
+    Record *adopt(Owner record, std::uint64_t hash, bool isDuplicateName) {
         const Handle handle = record->getHandle();
         const RtiFedName name(record->nameText(), hash);
         if (_size == _capacity)
             reserve(_capacity == 0 ? kFirstCapacity : std::size_t(2) * _capacity);
-        const bool isDuplicateName = has(name);
         if (_extra || isDuplicateName || _size >= kFew || !ascendsTo(handle))
             enterInExtra(*record, handle, name, isDuplicateName);
         _filter |= bitOf(name);

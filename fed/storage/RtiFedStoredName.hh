@@ -2,22 +2,55 @@
 
 #include "fed/storage/RtiFedArena.hh"
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
+/// The letters of a name in an arena, after their number.
+class RtiFedLetters {
+public:
+    /// Copies a name into an arena, which must outlive the letters. Throws std::bad_alloc.
+    RtiFedLetters(std::string_view name, RtiFedArena &arena) {
+        const std::size_t size = name.size(), head = size < kLong ? 1 : 1 + sizeof size;
+        char *letters = static_cast<char *>(arena.allocate(head + size, kAlignment));
+        _address = letters;
+        *letters = static_cast<char>(std::min<std::size_t>(size, kLong));
+        if (size >= kLong)
+            std::memcpy(letters + 1, &size, sizeof size);
+        std::memcpy(letters + head, name.data(), size);
+    }
+    explicit RtiFedLetters(const char *address) : _address(address) {}
+
+    const char *address() const { return _address; }
+    std::string_view text() const {
+        std::size_t size = static_cast<unsigned char>(*_address);
+        if (size < kLong)
+            return {_address + 1, size};
+        std::memcpy(&size, _address + 1, sizeof size);
+        return {_address + 1 + sizeof size, size};
+    }
+
+    static constexpr std::size_t kAlignment = 2;
+
+private:
+    // The number is one byte, or kLong and a std::size_t: nearly all names are short.
+    static constexpr unsigned char kLong = 0xFF;
+
+    const char *_address;
+};
+
 /// The name of a record, in one word.
 ///
-/// Records hand out their names as strings, but most names are only ever compared. So the letters of a name are kept in
-/// the arena of its record, after their number, and the string is made when it is first asked for. From then on it
-/// holds the name; it is owned here and stays where it is, whatever is assigned. A name without an arena is a string
-/// from the beginning.
+/// Records hand out their names as strings, but most names are only ever compared. So the name of a record in an arena
+/// is kept as letters there, and the string is made when it is first asked for. From then on the string holds the name;
+/// it is owned here and stays where it is, whatever is assigned. A name without an arena is a string from the
+/// beginning.
 ///
 /// Several threads may each make the string; an atomic compare-and-exchange keeps the first. The letters are never
 /// changed, so views of them stay valid beside the string.
@@ -25,19 +58,10 @@
 class RtiFedStoredName {
 public:
     RtiFedStoredName() = default;
-    explicit RtiFedStoredName(std::string name) : _word(tagged(new std::string(std::move(name)))) {}
-    /// Stores the letters in an arena, which must outlive this object.
-    RtiFedStoredName(std::string_view name, RtiFedArena &arena) {
-        if (name.size() > std::numeric_limits<std::uint32_t>::max())
-            _word = tagged(new std::string(name));
-        else if (!name.empty())
-            _word = reinterpret_cast<Word>(store(name, arena));
-    }
+    explicit RtiFedStoredName(std::string name) : _word(wordOf(new std::string(std::move(name)))) {}
+    explicit RtiFedStoredName(RtiFedLetters letters) : _word(reinterpret_cast<Word>(letters.address())) {}
     /// A copy may outlive the arena, so it has a string of its own.
     RtiFedStoredName(const RtiFedStoredName &other) : RtiFedStoredName(std::string(other.text())) {}
-    RtiFedStoredName(RtiFedStoredName &&other) noexcept : _word(other._word.load(std::memory_order_relaxed)) {
-        other._word.store(0, std::memory_order_relaxed); // not exchanged, which is slower: `other` is not shared
-    }
     RtiFedStoredName &operator=(const RtiFedStoredName &other) {
         assign(other.text());
         return *this;
@@ -49,7 +73,7 @@ public:
         const Word word = _word.load(std::memory_order_acquire);
         if (const std::string *string = asString(word))
             return *string;
-        return word == 0 ? std::string_view() : lettersAt(reinterpret_cast<const char *>(word));
+        return word == 0 ? std::string_view() : asLetters(word).text();
     }
 
     /// The name as a string. The reference stays valid and shows a later assign. Throws std::bad_alloc.
@@ -61,54 +85,29 @@ public:
 
     /// Replaces the name. Throws std::bad_alloc, leaving it unchanged.
     void assign(std::string_view name) {
-        const Word word = _word.load(std::memory_order_relaxed);
-        if (std::string *string = asString(word))
+        if (std::string *string = asString(_word.load(std::memory_order_relaxed)))
             string->assign(name);
         else
-            _word.store(tagged(new std::string(name)), std::memory_order_relaxed);
+            _word.store(wordOf(new std::string(name)), std::memory_order_relaxed);
     }
 
 private:
-    // 0 for an empty name; the address of a string, plus 1; or that of the letters, which is even.
+    // 0 for an empty name; the address of a string, plus 1; or that of letters, which is even.
     using Word = std::uintptr_t;
-    static_assert(alignof(std::string) >= 2);
+    static_assert(alignof(std::string) % 2 == 0 && RtiFedLetters::kAlignment % 2 == 0);
 
-    // The number of letters is one byte, or kLong and four bytes: nearly all names are short.
-    static constexpr unsigned char kLong = 0xFF;
+    static Word wordOf(const std::string *string) { return reinterpret_cast<Word>(string) + 1; }
+    // NOLINTBEGIN(performance-no-int-to-ptr): the word is one of two kinds of address
+    static std::string *asString(Word word) { return word & 1 ? reinterpret_cast<std::string *>(word - 1) : nullptr; }
+    static RtiFedLetters asLetters(Word word) { return RtiFedLetters(reinterpret_cast<const char *>(word)); }
+    // NOLINTEND(performance-no-int-to-ptr)
 
-    static Word tagged(const std::string *string) { return reinterpret_cast<Word>(string) + 1; }
-    static std::string *asString(Word word) {
-        return word & 1 ? reinterpret_cast<std::string *>(word - 1) : nullptr; // NOLINT(performance-no-int-to-ptr)
-    }
-
-    static const char *store(std::string_view name, RtiFedArena &arena) {
-        const auto size = static_cast<std::uint32_t>(name.size());
-        const std::size_t head = size < kLong ? 1 : 1 + sizeof size;
-        auto *const letters = static_cast<char *>(arena.allocate(head + size, 2));
-        if (size < kLong) {
-            letters[0] = static_cast<char>(size);
-        } else {
-            letters[0] = static_cast<char>(kLong);
-            std::memcpy(letters + 1, &size, sizeof size);
-        }
-        std::memcpy(letters + head, name.data(), size);
-        return letters;
-    }
-
-    static std::string_view lettersAt(const char *letters) {
-        std::uint32_t size = static_cast<unsigned char>(letters[0]);
-        if (size < kLong)
-            return {letters + 1, size};
-        std::memcpy(&size, letters + 1, sizeof size);
-        return {letters + 1 + sizeof size, size};
-    }
-
-    const std::string &publish(Word letters) const {
+    const std::string &publish(Word before) const {
         auto made = std::make_unique<std::string>(text());
-        if (_word.compare_exchange_strong(letters, tagged(made.get()), std::memory_order_acq_rel,
+        if (_word.compare_exchange_strong(before, wordOf(made.get()), std::memory_order_acq_rel,
                                           std::memory_order_acquire))
             return *made.release();
-        return *asString(letters); // another thread was first
+        return *asString(before); // another thread was first
     }
 
     mutable std::atomic<Word> _word{0};

@@ -50,10 +50,20 @@ struct RtiFedDeclarations {
     };
 
     /// Adds anything but a class; kinds that declare nothing are ignored. `owner` is the index of a member's class.
-    void add(RtiFedClause kind, std::uint32_t owner, const RtiFedArguments &arguments);
+    void add(RtiFedClause kind, std::uint32_t owner, const RtiFedArguments &arguments) {
+        if (kind == RtiFedClause::attribute)
+            objects.addMember(owner, arguments);
+        else if (kind == RtiFedClause::parameter)
+            interactions.addMember(owner, arguments);
+        else
+            addOther(kind, arguments);
+    }
 
     RtiFedSpan federation, version; ///< Absent if it begins at 0, where no name can be.
     std::vector<Space> spaces;
     std::vector<RtiFedSpan> dimensions;
     Tree objects, interactions;
+
+private:
+    void addOther(RtiFedClause kind, const RtiFedArguments &arguments);
 };

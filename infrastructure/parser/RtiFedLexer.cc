@@ -6,7 +6,7 @@
 
 namespace {
 
-// Names, comments and runs of blanks are scanned in blocks of sixteen bytes, which the compiler compares with one
+// Comments and quoted names are scanned in blocks of sixteen bytes, which the compiler compares with one
 // instruction each. Words is such a block as two integers.
 using Block = unsigned char __attribute__((vector_size(16)));
 using Words = std::uint64_t __attribute__((vector_size(16)));
@@ -39,15 +39,18 @@ RtiFedOffset endOfRun(std::string_view bytes, RtiFedOffset at, Ends ends) {
     }
 }
 
-RtiFedOffset endOfWord(std::string_view bytes, RtiFedOffset at) {
-    return endOfRun(bytes, at, [](Block &b) {
-        b = reinterpret_cast<Block>((b == ' ') | (b == '(') | (b == ')') | (b - '\t' <= '\r' - '\t') | (b == '"') |
-                                    (b == ';') | (b == '\0'));
-    });
-}
-
-RtiFedOffset endOfBlanks(std::string_view bytes, RtiFedOffset at) {
-    return endOfRun(bytes, at, [](Block &b) { b = reinterpret_cast<Block>((b != ' ') & (b - '\t' > '\r' - '\t')); });
+/// Whether the bytes at `at` are the same as a keyword, of four to sixteen bytes.
+bool isSame(const char *at, std::string_view keyword) {
+    const auto wordsAre = [at, keyword](auto word, std::size_t offset) {
+        auto other = word;
+        std::memcpy(&word, at + offset, sizeof word);
+        std::memcpy(&other, keyword.data() + offset, sizeof other);
+        return word == other;
+    };
+    const std::size_t size = keyword.size(); // the second word overlaps the first
+    if (size >= sizeof(std::uint64_t))
+        return wordsAre(std::uint64_t(), 0) && wordsAre(std::uint64_t(), size - sizeof(std::uint64_t));
+    return wordsAre(std::uint32_t(), 0) && wordsAre(std::uint32_t(), size - sizeof(std::uint32_t));
 }
 
 /// The end of the line or of the text; before that, of the next `stop`.
@@ -91,7 +94,7 @@ void RtiFedLexer::readToken(RtiFedToken &token) {
         return;
     }
     const RtiFedOffset begin = token.quoted ? _at + 1 : _at;
-    _at = token.quoted ? endOfQuoted() : endOfWord(_bytes, _at);
+    _at = token.quoted ? endOfQuoted() : endOfWord(_at);
     if (_habits.blanks && !token.quoted)
         _at = begin + static_cast<RtiFedOffset>(
                           std::min<std::size_t>(findForeignBlank(_bytes.substr(begin, _at - begin)), _at - begin));
@@ -135,23 +138,23 @@ RtiFedPiece RtiFedLexer::nextPiece() {
         _at = static_cast<RtiFedOffset>(std::min(_bytes.find_first_not_of(" \t\v\f", _at), _bytes.size()));
         break;
     default:
-        _at = endOfWord(_bytes, _at);
+        _at = endOfWord(_at);
     }
     return {kind, {begin, _at - begin}};
 }
 
 std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words,
                                         std::size_t longest) {
-    if (_bytes.compare(_at, keyword.size(), keyword) != 0 || _habits.any())
+    const char *const bytes = _bytes.data(); // ends in NUL bytes, more than a keyword has
+    if (!isSame(bytes + _at, keyword) || _habits.any())
         return kNotPlain;
-    const char *const bytes = _bytes.data(); // ends in a NUL byte
     RtiFedOffset at = _at + static_cast<RtiFedOffset>(keyword.size());
     for (std::size_t count = 0;; ++count) {
         const RtiFedOffset end = at;
         if (bytes[at] == ' ')
             ++at;
         if (bytes[at] <= ' ') // perhaps another blank, which is less common
-            at = endOfBlanks(_bytes, at);
+            at = endOfBlanks(at);
         if (bytes[at] == '(' || bytes[at] == ')') {
             _at = at;
             return count;
@@ -159,7 +162,7 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
         if (count == words.size() || at == end) // too many, the end, or no word
             return kNotPlain;
         const RtiFedOffset begin = at;
-        at = endOfWord(_bytes, at);
+        at = endOfWord(at);
         if (at - begin > longest)
             return kNotPlain;
         words[count] = {begin, at - begin};
@@ -167,7 +170,7 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
 }
 
 bool RtiFedLexer::nextOpen(RtiFedOffset &at) {
-    const RtiFedOffset end = endOfBlanks(_bytes, _at);
+    const RtiFedOffset end = endOfBlanks(_at);
     if (end == _bytes.size() || _bytes[end] != '(')
         return false;
     at = end;
@@ -223,6 +226,6 @@ bool RtiFedLexer::skipForeign() {
 }
 
 void RtiFedLexer::skipBlanksAndComments() {
-    for (_at = endOfBlanks(_bytes, _at); _at < _bytes.size() && _bytes[_at] == ';'; _at = endOfBlanks(_bytes, _at))
+    for (_at = endOfBlanks(_at); _at < _bytes.size() && _bytes[_at] == ';'; _at = endOfBlanks(_at))
         _at = endOfLine(_bytes, _at);
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "infrastructure/RtiFedPosition.hh"
+#include "infrastructure/parser/RtiFedRuns.hh"
 #include "infrastructure/parser/RtiFedText.hh"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -29,7 +31,7 @@ class RtiFedLexer {
 public:
     /// Begins at `at`. The text ends at `end`.
     RtiFedLexer(const RtiFedText &text, RtiFedOffset at, std::size_t end = std::string_view::npos)
-        : _bytes(text.bytes().substr(0, end)), _at(at), _habits(text.habits) {}
+        : _bytes(text.bytes().substr(0, end)), _at(at), _runs(text), _habits(text.habits) {}
 
     /// The offset after the last byte that was read.
     RtiFedOffset at() const { return _at; }
@@ -49,6 +51,9 @@ public:
     std::size_t nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words, std::size_t longest);
     static constexpr std::size_t kNotPlain = 0xFFFF;
 
+    /// Goes back to an offset that was read.
+    void goBack(RtiFedOffset at) { _at = at; }
+
     /// Reads the next token, and sets `at` to its offset, if it is a "(" without a comment before it. Returns whether.
     bool nextOpen(RtiFedOffset &at);
     /// Reads the next byte if it is a ")". Returns whether it is.
@@ -60,9 +65,13 @@ private:
     bool skipForeign();
     void readToken(RtiFedToken &token);
     RtiFedOffset endOfQuoted() const;
+    RtiFedOffset endOfWord(RtiFedOffset at) { return inText(_runs.endOfWord(at)); }
+    RtiFedOffset endOfBlanks(RtiFedOffset at) { return inText(_runs.endOfBlanks(at)); }
+    RtiFedOffset inText(RtiFedOffset at) const { return std::min(at, static_cast<RtiFedOffset>(_bytes.size())); }
 
     std::string_view _bytes;
     RtiFedOffset _at;
+    RtiFedRuns _runs;
     RtiFedHabits _habits;
     RtiFedHabits _unclosed; // the comment marks whose closing mark does not follow
 };

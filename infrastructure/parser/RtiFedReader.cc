@@ -7,7 +7,7 @@
 using Kind = RtiFedToken::Kind;
 
 namespace {
-constexpr std::size_t kBytesPerAttribute = 64; // of a large text, in which most clauses are attributes
+constexpr std::size_t kBytesPerAttribute = 80; // of a large text, in which most clauses are attributes
 }
 
 RtiFedReader::RtiFedReader(const RtiFedText &text, RtiFedRepair repair)
@@ -82,18 +82,19 @@ bool RtiFedReader::readPlainMembers() {
     if (kind == RtiFedClause::unknown)
         return false;
     RtiFedLexer ahead = _lexer;
-    RtiFedClauseName member{kind, _token.begin, {}}, last;
-    RtiFedArguments words;
-    while (readPlainWords(ahead, kind, words) && ahead.nextClose()) {
+    RtiFedOffset begin = _token.begin, end = 0; // of the current member, and of the last one
+    RtiFedClauseName last;
+    for (RtiFedArguments words; readPlainWords(ahead, kind, words) && ahead.nextClose();) {
         declarations.add(kind, owner.declaration, words);
-        last = member;
-        last.label = words[0];
-        _lexer = ahead;
-        if (!ahead.nextOpen(member.begin))
+        last = {kind, begin, words[0]};
+        end = ahead.at();
+        if (!ahead.nextOpen(begin))
             break;
     }
-    if (last.kind != kind)
+    if (end == 0)
         return false;
+    ahead.goBack(end);
+    _lexer = ahead;
     owner.hasClauses = true;
     nesting.open(last);
     nesting.close(_lexer.at() - 1);

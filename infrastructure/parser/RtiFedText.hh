@@ -19,9 +19,9 @@ public:
         _text.append(kPadding, '\0');
     }
 
-    /// They are followed by kPadding NUL bytes, so that blocks of 16 bytes can be read up to the last byte.
+    /// They are followed by kPadding NUL bytes, so that blocks of so many bytes can be read up to the last byte.
     std::string_view bytes() const { return {_text.data(), _size}; }
-    static constexpr std::size_t kPadding = 16;
+    static constexpr std::size_t kPadding = 64;
     std::string_view at(RtiFedSpan span) const { return bytes().substr(span.begin, span.length); }
 
     /// A name with its quotes, if it is in quotes.

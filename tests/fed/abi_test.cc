@@ -48,7 +48,7 @@ TEST(Abi, KeepsThePlacesOfVirtualFunctions) {
     expectSlots(2, &Codegen::setFederate, &Codegen::setFederateVersion, &Codegen::addSpace, &Codegen::addDimension,
                 &Codegen::addObjectClass, &Codegen::addObjectClassAttribute, &Codegen::addInteractionClass,
                 &Codegen::addParameter, &Codegen::declareObjectClass, &Codegen::declareObjectClassAttribute,
-                &Codegen::declareInteractionClass, &Codegen::declareParameter);
+                &Codegen::declareInteractionClass, &Codegen::declareParameter, &Codegen::expectDeclarations);
 }
 
 #endif
