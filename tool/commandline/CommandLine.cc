@@ -45,6 +45,8 @@ CommandLine::CommandLine(const Console &console)
     addFmt();
     addNew();
     addDiff();
+    addMerge();
+    addExtract();
     addTree();
     addFind();
     addHtml();

@@ -37,6 +37,8 @@ private:
     void checkTreeOptions() const;
     void addFind();
     void addHtml();
+    void addMerge();
+    void addExtract();
     void addJson();
     void addExport();
     void addDiff();
@@ -62,6 +64,8 @@ private:
     DiffOptions _diff;
     FmtOptions _fmt;
     NewOptions _new;
+    MergeOptions _merge;
+    ExtractOptions _extract;
     FixOptions _fix;
     CheckOptions _check;
     ExplainOptions _explain;

@@ -132,6 +132,21 @@ struct NewOptions {
 };
 Status newFile(const NewOptions &options, const Console &console);
 
+struct MergeOptions {
+    std::vector<std::string> files; ///< Or folders.
+    std::string output = "-";       ///< The file to write, - for standard output.
+    bool firstMom = false;          ///< Whether the first file decides where the MOM differs.
+};
+Status merge(const MergeOptions &options, const Console &console);
+
+struct ExtractOptions {
+    std::string fileName;
+    std::vector<std::string> classNames;
+    std::string output = "-"; ///< The file to write, - for standard output.
+    bool subclasses = false;  ///< Whether the subclasses of these classes are extracted as well.
+};
+Status extract(const ExtractOptions &options, const Console &console);
+
 struct FixOptions {
     RewriteOptions rewrite;
     ConfigurationOptions configuration;

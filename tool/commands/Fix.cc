@@ -2,8 +2,8 @@
 #include "tool/commands/Commands.hh"
 #include "tool/control/Decision.hh"
 #include "tool/model/DeliveryWords.hh"
+#include "tool/model/MovedHandles.hh"
 
-#include <map>
 #include <sstream>
 
 namespace {
@@ -59,30 +59,6 @@ public:
     }
 
 private:
-    /// The number of classes, members and spaces that have another handle. Those of a file that does not load mean
-    /// nothing yet, but in a later version they would be these.
-    static std::size_t numOfMovedHandles(const Outline &before, const Outline &after) {
-        std::map<std::string, long> handles;
-        std::size_t numMoved = 0;
-        const auto visitAll = [](const Outline &outline, auto visit) {
-            for (const TreeKind *tree : kTreeKinds)
-                for (const Outline::Class &each : outline.classes(*tree)) {
-                    const std::string name = tree->className + (' ' + meaningOf(each.name));
-                    visit(name, static_cast<long>(each.handle));
-                    for (const Outline::Member &member : each.members)
-                        visit(name + ' ' + meaningOf(member.name), static_cast<long>(member.handle));
-                }
-            for (const Outline::Space &space : outline.spaces)
-                visit("space " + meaningOf(space.name), space.handle);
-        };
-        visitAll(after, [&](const std::string &name, long handle) { handles.emplace(name, handle); });
-        visitAll(before, [&](const std::string &name, long handle) {
-            const auto now = handles.find(name);
-            numMoved += now != handles.end() && now->second != handle ? 1 : 0;
-        });
-        return numMoved;
-    }
-
     /// Whether a change is of something that the old text had: not of a word that was no transportation, ordering or
     /// space.
     static bool wasUnderstood(const Comparison::Change &change, const Outline &old) {
@@ -114,10 +90,8 @@ private:
             if (wasUnderstood(change, before))
                 verdict = std::max(verdict, Comparison::meaning(change.kind));
         }
-        const std::size_t numMoved = numOfMovedHandles(before, after);
         return std::string("; the model") + (before.loads ? "" : ", as far as it was understood") + ": " +
-               Comparison::nameOf(verdict) + ", " + (numMoved == 0 ? "no handle" : counted(numMoved, "handle")) +
-               " moved";
+               Comparison::nameOf(verdict) + ", " + movedHandles(before, after);
     }
 
     const Input &_input;

@@ -1,12 +1,9 @@
-#include "fed/RtiFedInteractionClass.hh"
-#include "fed/RtiFedObjectClass.hh"
-#include "fed/storage/RtiFedName.hh"
-#include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/Names.hh"
 #include "tool/picture/Picture.hh"
+#include "tool/report/MeantClasses.hh"
 
 #include <algorithm>
 #include <sstream>
@@ -200,50 +197,6 @@ private:
     const Branches &_branches;
 };
 
-/// Returns the classes that a name means: those of this full name, with or without the root, else those whose name ends
-/// in it.
-std::vector<std::size_t> classesNamed(const std::string &name, std::string_view rootPrefix,
-                                      const Outline::Classes &classes) {
-    std::vector<std::size_t> byFullName, byEnd;
-    for (std::size_t i = 0; i < classes.size(); ++i) {
-        const std::string_view fullName = classes[i].name;
-        if (RtiFedName::equal(fullName, name) || (RtiFedName::beginsWith(fullName, rootPrefix) &&
-                                                  RtiFedName::equal(fullName.substr(rootPrefix.size()), name)))
-            byFullName.push_back(i);
-        else if (endsIn(fullName, name))
-            byEnd.push_back(i);
-    }
-    return byFullName.empty() ? byEnd : byFullName;
-}
-
-/// Returns the class that the name means in each of the two trees. Empty, with a complaint, if neither tree has one, or
-/// if it is ambiguous in one of them.
-std::vector<ClassPicture::Start> meantClasses(const std::string &name, const std::string &fileName,
-                                              const Outline &outline, const Console &console) {
-    std::vector<ClassPicture::Start> meant;
-    std::vector<std::string> candidates;
-    for (const auto &[kind, prefix] : {std::pair(&kObjectTree, RtiFedObjectClass::_rootPrefix),
-                                       std::pair(&kInteractionTree, RtiFedInteractionClass::_rootPrefix)}) {
-        const Outline::Classes &classes = outline.classes(*kind);
-        const std::vector<std::size_t> found = classesNamed(name, prefix, classes);
-        if (found.size() > 1) {
-            console.err << fileName << ": there are " << found.size() << " classes "
-                        << inQuotes(name, std::string::npos) << ", such as "
-                        << inQuotes(classes[found[0]].name, std::string::npos) << " and "
-                        << inQuotes(classes[found[1]].name, std::string::npos) << "; give more of the name\n";
-            return {};
-        }
-        if (found.size() == 1)
-            meant.push_back({kind, found.front()});
-        for (const Outline::Class &node : classes)
-            candidates.emplace_back(endLike(node.name, name));
-    }
-    if (meant.empty())
-        console.err << fileName << ": there is no class " << inQuotes(name, std::string::npos)
-                    << didYouMean(suggestionFor(name, candidates)) << '\n';
-    return meant;
-}
-
 void printText(const TreeOptions &options, const Outline &outline, const std::vector<ClassPicture::Start> &classes,
                const Console &console) {
     const TreePrinter printer(options, console);
@@ -291,7 +244,8 @@ Status tree(const TreeOptions &options, const Console &console) {
         return wrong;
     std::vector<ClassPicture::Start> classes;
     if (!options.className.empty()) {
-        classes = meantClasses(options.className, input.name, *outline, console);
+        for (const auto &[kind, index] : meantClasses(options.className, input.name, *outline, console.err))
+            classes.push_back({kind, index});
         if (classes.empty())
             return wrong;
     }

@@ -149,3 +149,10 @@ void writeFile(const std::string &fileName, const void *bytes, std::size_t size)
 void createFile(const std::string &fileName, const void *bytes, std::size_t size) {
     writeDraft(fileName, Draft::Target::newFile, bytes, size);
 }
+
+void writeOutput(const std::string &fileName, const std::string &text, const Console &console) {
+    if (fileName == "-")
+        console.out << text;
+    else
+        writeFile(fileName, text.data(), text.size());
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tool/console/Console.hh"
+
 #include <cstddef>
 #include <string>
 
@@ -12,3 +14,6 @@ void writeFile(const std::string &fileName, const void *bytes, std::size_t size)
 
 /// The same for a file that must not exist; not even one made meanwhile by another program is replaced.
 void createFile(const std::string &fileName, const void *bytes, std::size_t size);
+
+/// Writes the result of a command to a file, as `writeFile` does, or to standard output for the name "-".
+void writeOutput(const std::string &fileName, const std::string &text, const Console &console);

@@ -1,0 +1,203 @@
+// Merging FED texts, and extracting classes. tests/data/merge.txt has cases.
+
+#include "fuzz/Syntax.hh"
+#include "tests/Support.hh"
+#include "tool/check/ReadOutline.hh"
+#include "tool/commands/Commands.hh"
+#include "tool/modules/Extract.hh"
+#include "tool/modules/Merge.hh"
+
+#include <algorithm>
+#include <list>
+#include <random>
+#include <regex>
+
+namespace {
+
+/// The merged text, after notes if these are wanted; or the conflicts.
+std::string merged(const std::vector<std::string> &texts, bool firstMom = false, bool withNotes = false) {
+    std::list<Module> modules;
+    Merge merge(firstMom);
+    for (const std::string &text : texts) {
+        modules.emplace_back(std::string(1, static_cast<char>('a' + modules.size())),
+                             std::make_unique<const Checker>(text));
+        EXPECT_EQ(modules.back().original().parser().numErrors(), 0U) << text;
+        merge.add(modules.back());
+    }
+    merge.checkInheritance();
+    std::string conflicts, notes;
+    for (const Merge::Message &conflict : merge.conflicts())
+        conflicts += conflict.place + ": " + conflict.text + '\n';
+    for (const Merge::Message &note : merge.notes())
+        notes += note.place + ": note: " + note.text + '\n';
+    return (withNotes ? notes : "") + (conflicts.empty() ? merge.text() : conflicts);
+}
+
+std::string extractedFrom(const std::string &text, const ExtractedClasses &classes) {
+    return extracted(Module("a", std::make_unique<const Checker>(text)), classes);
+}
+
+std::string format(const std::string &text) {
+    const RtiFedParser parser(text);
+    return formatted(SyntaxTree(parser));
+}
+
+Outline outlineOf(const std::string &text) {
+    return outlineOf(Checker(text));
+}
+
+/// The meaning of all differences between two texts, both of which must load.
+Comparison::Verdict difference(const std::string &before, const std::string &after) {
+    const Outline old = outlineOf(before), now = outlineOf(after);
+    EXPECT_TRUE(old.loads && now.loads) << after;
+    return Comparison(old, now, false).verdict();
+}
+
+/// All classes of a model, each to extract alone.
+std::vector<ExtractedClasses> singleClasses(const Outline &model) {
+    std::vector<ExtractedClasses> classes;
+    for (const TreeKind *tree : kTreeKinds)
+        for (const Outline::Class &node : model.classes(*tree)) {
+            ExtractedClasses &one = classes.emplace_back();
+            (tree == &kObjectTree ? one.objects : one.interactions).insert(RtiStringUtility::toupper(node.name));
+        }
+    return classes;
+}
+
+std::string manyComments(const std::string &text, const std::string &mark, std::mt19937 &random) {
+    const RtiFedParser parser(text);
+    const SyntaxTree tree(parser);
+    std::string result;
+    int number = 0;
+    for (SyntaxTree::Index token = 0; token < tree.numTokens(); ++token) {
+        result += tree.bytes(token);
+        if (tree.kind(token) != SyntaxTree::Kind::comment && random() % 20 == 0)
+            result += (random() % 2 == 0 ? " ; " : "\n\n;; ") + mark + std::to_string(++number) + "\n";
+    }
+    return result;
+}
+
+std::vector<std::string> commentsIn(const std::string &text) {
+    const RtiFedParser parser(text);
+    return Contents(SyntaxTree(parser)).comments;
+}
+
+} // namespace
+
+TEST(Merge, JoinsOrReportsConflicts) {
+    forEachCase("merge.txt", [](const std::string &text) {
+        std::vector<std::string> modules;
+        const std::regex separator("\\+\\+\\+\\+\n");
+        for (std::sregex_token_iterator part(text.begin(), text.end(), separator, -1), end; part != end; ++part)
+            modules.push_back("(FED (Federation F) (FEDversion v)\n" + part->str() + ")");
+        return merged(modules, text.find("first MOM") != std::string::npos, true);
+    });
+}
+
+TEST(Merge, OfAFileWithItselfOrNothingNewIsTheFormattedFile) {
+    for (const char *const name : {"minimal.fed", "harbour.fed", "tolerances.fed"}) {
+        const std::string text = example(name);
+        EXPECT_EQ(merged({text}), format(text));
+        EXPECT_EQ(merged({text, text, text}), format(text));
+        const std::string part = extractedFrom(text, {});
+        EXPECT_EQ(merged({text, part}), format(text));
+        EXPECT_LE(difference(text, merged({part, text})), Comparison::Verdict::renumbered);
+    }
+}
+
+TEST(Merge, OfTheExtractsOfAllClassesIsTheModel) {
+    for (const char *const name : {"minimal.fed", "harbour.fed", "tolerances.fed"}) {
+        const std::string text = example(name);
+        std::vector<std::string> extracts;
+        for (const ExtractedClasses &one : singleClasses(outlineOf(text))) {
+            extracts.push_back(extractedFrom(text, one));
+            EXPECT_EQ(format(extracts.back()), extracts.back());
+        }
+        EXPECT_LE(difference(text, merged(extracts)), Comparison::Verdict::renumbered) << name;
+    }
+}
+
+TEST(Merge, OfTwoExtractsIsTheExtractOfAllTheirClasses) {
+    const std::string text = example("harbour.fed");
+    const std::vector<ExtractedClasses> classes = singleClasses(outlineOf(text));
+    std::mt19937 random(5);
+    for (int i = 0; i < 12; ++i) {
+        ExtractedClasses first, second, both;
+        first.subclasses = second.subclasses = both.subclasses = i % 2 == 0;
+        for (int n = 0; n < 8; ++n) {
+            ExtractedClasses one = classes[random() % classes.size()];
+            both.objects.insert(one.objects.begin(), one.objects.end());
+            both.interactions.insert(one.interactions.begin(), one.interactions.end());
+            (n % 2 == 0 ? first : second).objects.merge(one.objects);
+            (n % 2 == 0 ? first : second).interactions.merge(one.interactions);
+        }
+        const std::string result = merged({extractedFrom(text, first), extractedFrom(text, second)});
+        EXPECT_LE(difference(extractedFrom(text, both), result), Comparison::Verdict::renumbered);
+    }
+}
+
+TEST(Merge, KeepsEachCommentOfAllFiles) {
+    std::mt19937 random(3);
+    for (int i = 0; i < 10; ++i) {
+        const std::string first = manyComments(example(i % 2 == 0 ? "minimal.fed" : "harbour.fed"), "one#", random);
+        const std::string second = manyComments(example("harbour.fed"), "two#", random);
+        std::vector<std::string> expected = commentsIn(first), kept = commentsIn(merged({first, second}, true));
+        const std::vector<std::string> more = commentsIn(second);
+        expected.insert(expected.end(), more.begin(), more.end());
+        std::sort(kept.begin(), kept.end());
+        for (const std::string &comment : expected)
+            EXPECT_TRUE(std::binary_search(kept.begin(), kept.end(), comment)) << comment;
+        const auto isOfFirst = [](const std::string &comment) { return comment.find("one#") != std::string::npos; };
+        EXPECT_EQ(std::count_if(kept.begin(), kept.end(), isOfFirst),
+                  std::count_if(expected.begin(), expected.end(), isOfFirst));
+    }
+}
+
+TEST(Merge, KeepsLineEndsAndByteOrderMarkOfTheFirst) {
+    const std::string text = "\xEF\xBB\xBF;; one\r\n(FED (Federation F) (FEDversion v)\r\n)\r\n";
+    EXPECT_EQ(merged({text, "\xEF\xBB\xBF;; two\n(FED (Federation F) (FEDversion v) (spaces\n(space S)\n))"}),
+              "\xEF\xBB\xBF;; one\r\n;; two\r\n(FED\r\n  (Federation F)\r\n  (FEDversion v)\r\n  (spaces\r\n    (space "
+              "S)\r\n  )\r\n)\r\n");
+}
+
+TEST(Extract, KeepsWhatTheClassesNeed) {
+    const std::string text =
+        withMom("(class A (attribute a reliable receive S) (class B (attribute b reliable receive T) (class C)) (class "
+                "Manager (attribute m reliable receive U)))(class D (attribute d reliable receive V))",
+                "(class A reliable receive W (parameter p))", "(space S)(space T)(space U)(space V)(space W)(space X)");
+    const std::string nothing = extractedFrom(text, {});
+    EXPECT_EQ(difference(replaced(example("minimal.fed"), "(spaces", "(spaces (space X)"), nothing),
+              Comparison::Verdict::same);
+    const std::string b = extractedFrom(text, {{"OBJECTROOT.A.B"}, {}, false});
+    EXPECT_EQ(
+        difference(withMom("(class A (attribute a reliable receive S) (class B (attribute b reliable receive T)))", "",
+                           "(space S)(space T)(space X)"),
+                   b),
+        Comparison::Verdict::same);
+    const std::string all = extractedFrom(text, {{"OBJECTROOT"}, {"INTERACTIONROOT"}, true});
+    EXPECT_EQ(all, format(text));
+    EXPECT_NE(extractedFrom(text, {{"OBJECTROOT.A.B"}, {}, true}).find("(class C)"), std::string::npos);
+}
+
+TEST(ModuleCommands, WriteAFileWholeOrNotAtAll) {
+    const TemporaryFile one(withMom("(class A (attribute a reliable receive))"));
+    const TemporaryFile other(withMom("(class A (attribute a reliable timestamp))"));
+    const TemporaryFile open("(FED (Federation F)"), output("before");
+    std::ostringstream out, err;
+    const Console console{out, err};
+    EXPECT_EQ(merge({{one.path(), other.path()}, output.path()}, console), wrong);
+    EXPECT_NE(err.str().find(other.path() + ":"), std::string::npos) << err.str();
+    EXPECT_EQ(merge({{one.path(), open.path()}, output.path()}, console), wrong);
+    EXPECT_EQ(merge({{one.path(), "/nowhere"}, output.path()}, console), cannotWork);
+    EXPECT_EQ(extract({one.path(), {"A", "nothing"}, output.path()}, console), wrong);
+    EXPECT_EQ(extract({open.path(), {"A"}, output.path()}, console), wrong);
+    EXPECT_EQ(readFile(output.path()), "before");
+    err.str("");
+    EXPECT_EQ(extract({one.path(), {"objectroot.a"}, output.path()}, console), done);
+    EXPECT_EQ(err.str() + out.str(), "");
+    EXPECT_EQ(readFile(output.path()), format(readFile(one.path())));
+    EXPECT_EQ(merge({{output.path(), one.path()}}, console), done);
+    EXPECT_EQ(out.str(), readFile(output.path()));
+    const std::string same = ": the merged model, compared with this one: same, no handle moved\n";
+    EXPECT_EQ(err.str(), output.path() + same + one.path() + same);
+}

@@ -1,0 +1,54 @@
+#include "tool/commandline/CommandLine.hh"
+
+#include "tool/commandline/Options.hh"
+
+void CommandLine::addMerge() {
+    CLI::App *command = addCommand(
+        "merge", "Join FED files that share their upper classes into one",
+        "Classes and spaces of the same name become one, with the members of all files; what several files declare "
+        "alike is declared once. Comments are kept. The order is that of the first file. Standard error says what "
+        "becomes of the handles of each file.\n\n"
+        "Declarations that differ are conflicts. Each is reported with both places, and nothing is written. modules.md "
+        "of the documentation has the rules.\n\n"
+        "Exit status:\n"
+        "  0  merged, and the result loads\n"
+        "  1  a conflict or a syntax error, and nothing is written; or the result, which is written, does not load\n"
+        "  2  wrong usage, or a file that cannot be opened or written\n\n"
+        "Examples:\n"
+        "  rtifed merge harbour.fed traffic.fed -o all.fed\n"
+        "  rtifed merge --first-mom harbour.fed old-traffic.fed | rtifed check -",
+        [this] { return merge(_merge, _console); });
+    command
+        ->add_option("FILE", _merge.files,
+                     "FED text; - is standard input, a folder stands for the .fed files in it and its folders")
+        ->option_text(" ")
+        ->required();
+    command->add_option("-o,--output", _merge.output, "Write to this file, not to standard output")
+        ->option_text("FILE");
+    command->add_flag("--first-mom", _merge.firstMom,
+                      "Where the Management Object Models (MOM) differ, take what the first file has");
+}
+
+void CommandLine::addExtract() {
+    CLI::App *command = addCommand(
+        "extract", "Write the part of a FED file that some classes need",
+        "Writes these classes with their superclasses and all members, the spaces, and what every model has: the root "
+        "classes, RTIprivate and the Management Object Model (MOM). A space that only other classes use is left "
+        "out.\n\n"
+        "CLASS is a full dotted name, with or without its root, or the end of one, in any letter case. A name that "
+        "both an object class and an interaction class have means both.\n\n"
+        "Exit status:\n"
+        "  0  written, and the result loads\n"
+        "  1  a syntax error, or there is no such class, and nothing is written; or the result, which is written, does "
+        "not load\n"
+        "  2  wrong usage, or a file that cannot be opened or written\n\n"
+        "Examples:\n"
+        "  rtifed extract harbour.fed Tug Collision -o tug.fed\n"
+        "  rtifed extract --subclasses harbour.fed Craft",
+        [this] { return extract(_extract, _console); });
+    addOperand(command, "FILE", _extract.fileName, "FED text; - is standard input")->required();
+    addOperand(command, "CLASS", _extract.classNames, "A class to extract")->required();
+    command->add_option("-o,--output", _extract.output, "Write to this file, not to standard output")
+        ->option_text("FILE");
+    command->add_flag("--subclasses", _extract.subclasses, "Extract the subclasses of each CLASS as well");
+}

@@ -1,0 +1,280 @@
+#include "tool/modules/Merge.hh"
+
+#include "infrastructure/RtiStringUtility.hh"
+#include "tool/console/Text.hh"
+#include "tool/model/TreeKind.hh"
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+using Index = Module::Index;
+using Kind = SyntaxTree::Kind;
+
+/// Returns the name of a child in its clause for lookups, in order for each child of a clause.
+///
+/// Names match in any letter case. Spaces of one name are told apart by their order, since a file may have several;
+/// dimensions are only told apart by their order, which regions refer to.
+class Keys {
+public:
+    std::string keyOf(ClauseKind kind, std::string_view name) {
+        const std::string prefix(1, static_cast<char>('A' + static_cast<int>(kind)));
+        if (kind == ClauseKind::dimension)
+            return prefix + std::to_string(++_numDimensions);
+        if (kind == ClauseKind::federate)
+            return prefix + std::string(name);
+        if (kind == ClauseKind::federation || kind == ClauseKind::version)
+            return prefix;
+        const std::string upper = prefix + RtiStringUtility::toupper(name);
+        return kind == ClauseKind::space ? upper + ' ' + std::to_string(++_numSpaces[upper]) : upper;
+    }
+
+private:
+    std::size_t _numDimensions = 0;
+    std::map<std::string, std::size_t> _numSpaces;
+};
+
+/// Children with a lower rank come first.
+int rankOf(ClauseKind kind) {
+    switch (kind) {
+    case ClauseKind::federation:
+    case ClauseKind::secLevel:
+        return 0;
+    case ClauseKind::version:
+    case ClauseKind::attribute:
+    case ClauseKind::parameter:
+        return 1;
+    case ClauseKind::federate:
+    case ClauseKind::objectClass:
+    case ClauseKind::interactionClass:
+        return 2;
+    case ClauseKind::spaces:
+        return 3;
+    case ClauseKind::objects:
+        return 4;
+    default:
+        return 5;
+    }
+}
+
+/// Returns where new children of a rank are inserted if none that both modules have follows them: after the last child
+/// of the rank, and before those of higher ranks that follow it.
+ModuleNode::Children::iterator endOfRank(ModuleNode::Children &children, int rank) {
+    auto at = children.end();
+    while (at != children.begin() && rankOf(std::prev(at)->kind()) > rank)
+        --at;
+    return at;
+}
+
+/// Returns the comments among some tokens, as paragraphs: without empty lines within.
+std::vector<std::string> paragraphsIn(const SyntaxTree &tree, Index begin, Index end) {
+    std::vector<std::string> paragraphs;
+    std::size_t numLineEnds = 2;
+    for (Index token = begin; token < end; ++token)
+        if (tree.kind(token) == Kind::lineEnd) {
+            ++numLineEnds;
+        } else if (tree.kind(token) == Kind::comment) {
+            if (numLineEnds > 1 || paragraphs.empty())
+                paragraphs.emplace_back(tree.bytes(token));
+            else
+                paragraphs.back() += '\n' + std::string(tree.bytes(token));
+            numLineEnds = 0;
+        }
+    return paragraphs;
+}
+
+/// The comments of a clause, without those of the clauses in it.
+struct ClauseComments {
+    std::vector<std::string> above, beside, atEnd;
+
+    ClauseComments(const Module &module, Index clause) {
+        const SyntaxTree &tree = module.tree();
+        const auto [open, close, parent, end] = tree.clauses()[clause];
+        const Module::Extent &extent = module.extent(clause);
+        above = paragraphsIn(tree, extent.begin, open);
+        beside = paragraphsIn(tree, open, extent.headEnd);
+        const auto afterwards = paragraphsIn(tree, close, extent.end);
+        beside.insert(beside.end(), afterwards.begin(), afterwards.end());
+        atEnd = paragraphsIn(tree, extent.tail, close);
+    }
+
+    bool has(const std::string &paragraph) const {
+        for (const auto *paragraphs : {&above, &beside, &atEnd})
+            if (std::find(paragraphs->begin(), paragraphs->end(), paragraph) != paragraphs->end())
+                return true;
+        return false;
+    }
+};
+
+std::string nounOf(ClauseKind kind) {
+    return formOf(kind).noun;
+}
+
+} // namespace
+
+void Merge::add(const Module &module) {
+    if (!_fed)
+        _fed.emplace(ModuleNode{&module, 0});
+    else
+        joinComments(*_fed, module, 0);
+    joinChildren(*_fed, module, 0, {});
+}
+
+/// Joins a clause with one of the same path.
+void Merge::join(ModuleNode &node, const Module &module, Index clause, const Path &path) {
+    compareNames(node, module, clause);
+    compareDimensions(node, module, clause, path);
+    compareProperties(node, module, clause, path);
+    joinComments(node, module, clause);
+    joinChildren(node, module, clause, path);
+}
+
+/// Keeps the comments that a clause has only in a later module; equal ones, such as those of the MOM, once.
+void Merge::joinComments(ModuleNode &node, const Module &module, Index clause) {
+    const ClauseComments known(*node.module, node.clause), added(module, clause);
+    const auto addTo = [&known](std::vector<std::string> &comments, const std::vector<std::string> &paragraphs) {
+        for (const std::string &paragraph : paragraphs)
+            if (!known.has(paragraph) && std::find(comments.begin(), comments.end(), paragraph) == comments.end())
+                comments.push_back(paragraph);
+    };
+    addTo(node.commentsAbove, added.above);
+    addTo(node.commentsAbove, added.beside);
+    addTo(node.commentsAtEnd, added.atEnd);
+}
+
+/// Joins what both clauses contain, and inserts the rest.
+///
+/// Children are inserted when the next one that both have is found, or at the end; until then they wait, by rank,
+/// except that those of a new clause stay in their order. They can be looked up only by the next module: what one
+/// module has twice, and the library refuses, stays twice.
+void Merge::joinChildren(ModuleNode &node, const Module &module, Index clause, const Path &path) {
+    Keys keys;
+    const bool isNew = node.children.empty();
+    std::map<int, ModuleNode::Children> waiting;
+    std::vector<std::pair<std::string, ModuleNode::Children::iterator>> added;
+    module.forEachChild(clause, [&](Index child) {
+        const ClauseKind kind = module.clauses()[child].kind;
+        const std::string_view name = module.clauses().name(child);
+        Path inside;
+        if (isClass(kind)) {
+            inside.className = path.className.empty() ? std::string(name) : path.className + '.' + std::string(name);
+            inside.isMom = path.isMom || isMomClass(inside.className);
+        } else {
+            inside = path;
+        }
+        if (kind == ClauseKind::space)
+            inside.className = name;
+        std::string key = keys.keyOf(kind, name);
+        const auto known = node.childrenByKey.find(key);
+        ModuleNode::Children &waitingHere = waiting[isNew ? 0 : rankOf(kind)];
+        if (known != node.childrenByKey.end()) {
+            node.children.splice(known->second, waitingHere);
+            join(*known->second, module, child, inside);
+        } else {
+            joinChildren(waitingHere.emplace_back(ModuleNode{&module, child}), module, child, inside);
+            added.emplace_back(std::move(key), std::prev(waitingHere.end()));
+        }
+    });
+    for (auto &[rank, children] : waiting)
+        node.children.splice(endOfRank(node.children, rank), children);
+    node.childrenByKey.insert(added.begin(), added.end());
+}
+
+/// Notes that the federation or its version has another name.
+void Merge::compareNames(const ModuleNode &node, const Module &module, Index clause) {
+    const ClauseKind kind = node.kind();
+    if (kind != ClauseKind::federation && kind != ClauseKind::version)
+        return;
+    const auto nameIn = [](const Module &in, Index at) {
+        return wordOf(in.tree(), in.tree().words(at).at(1)); // the word of a version is no name of a declaration
+    };
+    const std::string_view here = nameIn(module, clause), taken = nameIn(*node.module, node.clause);
+    if (here != taken)
+        _notes.push_back({module.placeOf(clause), nounOf(kind) + ' ' + inQuotes(here) + " is not taken; " +
+                                                      node.module->placeOf(node.clause) + " has " + inQuotes(taken)});
+}
+
+void Merge::compareDimensions(const ModuleNode &node, const Module &module, Index clause, const Path &path) {
+    if (node.kind() != ClauseKind::dimension)
+        return;
+    const std::string_view here = module.clauses().name(clause);
+    if (RtiStringUtility::toupper(here) != RtiStringUtility::toupper(node.name()))
+        _conflicts.push_back({module.placeOf(clause), "dimension " + inQuotes(here) + " of space " +
+                                                          inQuotes(path.className) + " has the place of dimension " +
+                                                          inQuotes(node.name()) + " at " +
+                                                          node.module->placeOf(node.clause)});
+}
+
+void Merge::compareProperties(const ModuleNode &node, const Module &module, Index clause, const Path &path) {
+    const ModuleProperties known(*node.module, node.clause), here(module, clause);
+    if (known == here)
+        return;
+    const ClauseKind kind = node.kind();
+    std::string text =
+        nounOf(kind) + ' ' +
+        (isClass(kind)
+             ? inQuotes(path.className, kTextLimit)
+             : inQuotes(node.name()) + (path.className.empty() ? "" : " of " + inQuotes(path.className, kTextLimit)));
+    text +=
+        " is " + here.description() + " here, and " + known.description() + " at " + node.module->placeOf(node.clause);
+    if (path.isMom && _firstMom)
+        _notes.push_back({module.placeOf(clause), text + ", which is taken"});
+    else
+        _conflicts.push_back({module.placeOf(clause), text});
+}
+
+void Merge::checkInheritance() {
+    if (!_fed)
+        return;
+    for (const ModuleNode &section : _fed->children) {
+        if (section.kind() != ClauseKind::objects && section.kind() != ClauseKind::interactions)
+            continue;
+        checkOutermost(section);
+        std::unordered_map<std::string, std::vector<const ModuleNode *>> inherited;
+        for (const ModuleNode &root : section.children)
+            checkMembers(root, std::string(root.name()), inherited);
+    }
+}
+
+/// `inherited` has the declarations of each name in the superclasses, in upper case.
+void Merge::checkMembers(const ModuleNode &node, const std::string &className,
+                         std::unordered_map<std::string, std::vector<const ModuleNode *>> &inherited) {
+    std::vector<std::string> names;
+    for (const ModuleNode &child : node.children) {
+        if (!isMember(child.kind()))
+            continue;
+        names.push_back(RtiStringUtility::toupper(child.name()));
+        std::vector<const ModuleNode *> &declarations = inherited[names.back()];
+        if (!declarations.empty() && declarations.back()->module != child.module)
+            _conflicts.push_back({child.module->placeOf(child.clause),
+                                  nounOf(child.kind()) + ' ' + inQuotes(child.name()) + " of " +
+                                      inQuotes(className, kTextLimit) +
+                                      " is inherited as well: a superclass declares it at " +
+                                      declarations.back()->module->placeOf(declarations.back()->clause)});
+        declarations.push_back(&child);
+    }
+    for (const ModuleNode &child : node.children)
+        if (isClass(child.kind()))
+            checkMembers(child, className + '.' + std::string(child.name()), inherited);
+    for (const std::string &name : names)
+        inherited[name].pop_back();
+}
+
+/// A lookup may leave out the root, so an outermost class may not have the name of a class directly below the root.
+void Merge::checkOutermost(const ModuleNode &section) {
+    const bool isObjects = section.kind() == ClauseKind::objects;
+    const ClauseKind kind = isObjects ? ClauseKind::objectClass : ClauseKind::interactionClass;
+    const auto root = section.childrenByKey.find(Keys().keyOf(kind, (isObjects ? kObjectTree : kInteractionTree).root));
+    if (root == section.childrenByKey.end())
+        return;
+    for (const ModuleNode &outermost : section.children) {
+        const auto found = root->second->childrenByKey.find(Keys().keyOf(kind, outermost.name()));
+        if (found == root->second->childrenByKey.end() || found->second->module == outermost.module)
+            continue;
+        _conflicts.push_back(
+            {outermost.module->placeOf(outermost.clause),
+             nounOf(kind) + ' ' + inQuotes(outermost.name()) + " has the name by which lookups find the class below " +
+                 inQuotes(root->second->name()) + " at " + found->second->module->placeOf(found->second->clause)});
+    }
+}
