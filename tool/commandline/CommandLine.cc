@@ -51,6 +51,7 @@ CommandLine::CommandLine(const Console &console)
     addFind();
     addHtml();
     addJson();
+    addConstants();
     addList();
     addCalls();
     addChecksum();

@@ -39,6 +39,7 @@ private:
     void addHtml();
     void addMerge();
     void addExtract();
+    void addConstants();
     void addJson();
     void addExport();
     void addDiff();
@@ -66,6 +67,7 @@ private:
     NewOptions _new;
     MergeOptions _merge;
     ExtractOptions _extract;
+    ConstantsOptions _constants;
     FixOptions _fix;
     CheckOptions _check;
     ExplainOptions _explain;

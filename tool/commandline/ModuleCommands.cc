@@ -52,3 +52,39 @@ void CommandLine::addExtract() {
         ->option_text("FILE");
     command->add_flag("--subclasses", _extract.subclasses, "Extract the subclasses of each CLASS as well");
 }
+
+void CommandLine::addConstants() {
+    CLI::App *command = addCommand(
+        "constants", "Write the names of a model as constants in C++, Java or Python",
+        "Each class is a scope in that of its superclass, with a constant for its full name and one for each member, "
+        "inherited ones included. So a compiler finds a misspelt name. The comments of the file document the "
+        "constants. constants.md of the documentation says how names become identifiers.\n\n"
+        "With --handles there are also the handles, the SHA-256 fingerprint of the model to which they belong, and a "
+        "function that compares it. That needs a file that loads. Without --handles the file need not load, but the "
+        "exit "
+        "status is 1 then, and nothing is written if it has syntax errors.\n\n"
+        "Examples:\n"
+        "  rtifed constants harbour.fed --language c++ -o harbour.hh\n"
+        "  rtifed constants harbour.fed --language java --scope org.example.Harbour -o Harbour.java\n"
+        "  rtifed constants harbour.fed --language python --handles -o harbour.py",
+        [this] {
+            if (_constants.language == &kPythonConstants && !_constants.scope.empty())
+                throw CLI::ValidationError("--scope", "only with --language c++ or java; in Python the module is the "
+                                                      "scope");
+            return constants(_constants, _console);
+        });
+    addOperand(command, "FILE", _constants.fileName, kFile)->required();
+    addChoice(command, "--language", _constants.language,
+              {{"c++", &kCppConstants}, {"java", &kJavaConstants}, {"python", &kPythonConstants}}, "LANGUAGE",
+              "The language: c++ (C++11 or later), java or python (Python 3)");
+    command->get_option("--language")->required();
+    command->add_flag("--handles", _constants.handles, "Write the handles as well");
+    command
+        ->add_option(
+            "--scope", _constants.scope,
+            "The namespaces, or the package and class, around the constants, separated by dots (by default the "
+            "name of the federation; of a Java file, its name)")
+        ->option_text("SCOPE");
+    command->add_option("-o,--output", _constants.output, "Write to this file, not to standard output")
+        ->option_text("FILE");
+}

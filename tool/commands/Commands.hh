@@ -3,6 +3,7 @@
 #include "tool/commands/Rewriting.hh"
 #include "tool/console/Console.hh"
 #include "tool/console/Progress.hh"
+#include "tool/constants/Constants.hh"
 #include "tool/control/Configurations.hh"
 #include "tool/fix/Fixing.hh"
 #include "tool/fom/export/FomExport.hh"
@@ -146,6 +147,15 @@ struct ExtractOptions {
     bool subclasses = false;  ///< Whether the subclasses of these classes are extracted as well.
 };
 Status extract(const ExtractOptions &options, const Console &console);
+
+struct ConstantsOptions {
+    std::string fileName;
+    const ConstantLanguage *language = nullptr;
+    std::string scope;        ///< Dotted identifiers of the scopes around the constants; empty for the default.
+    std::string output = "-"; ///< The file to write, - for standard output.
+    bool handles = false;     ///< Whether the handles are written as well.
+};
+Status constants(const ConstantsOptions &options, const Console &console);
 
 struct FixOptions {
     RewriteOptions rewrite;

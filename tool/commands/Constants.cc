@@ -1,0 +1,89 @@
+#include "tool/constants/Constants.hh"
+#include "tool/check/ReadOutline.hh"
+#include "tool/commands/Commands.hh"
+#include "tool/console/OutputFile.hh"
+#include "tool/console/Text.hh"
+#include "tool/model/Model.hh"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <sstream>
+
+namespace {
+
+constexpr unsigned long kMostJavaInt = 0x7FFFFFFF;
+
+/// Returns the scopes that a dotted name gives; without one, the scope that the federation or the Java file gives.
+std::vector<std::string> scopesFor(const ConstantsOptions &options, const std::string &federation) {
+    const ConstantLanguage &language = *options.language;
+    const std::string fileStem = std::filesystem::path(options.output).stem().string();
+    const bool isNamedByFile = &language == &kJavaConstants && options.output != "-";
+    std::vector<std::string> scopes = {isNamedByFile ? fileStem : scopeFor(federation, language)};
+    if (!options.scope.empty())
+        scopes = split(options.scope, '.');
+    for (const std::string &scope : scopes)
+        if (scopeFor(scope, language) != scope)
+            throw CannotWork(inQuotes(scope) + " cannot name the scope around the constants in " + language.name +
+                             "; an identifier is expected, such as " + scopeFor(scope, language));
+    if (isNamedByFile && scopes.back() != fileStem)
+        throw CannotWork("the Java class " + scopes.back() + " must be in a file " + scopes.back() + ".java, not " +
+                         shown(options.output));
+    return scopes;
+}
+
+/// Reads a model, and what the comments of its text say. Nothing, with the reason, for a damaged image and for a text
+/// with syntax errors: some names would be missing.
+std::optional<Outline> readModel(const Input &input, Documentation &documentation, std::ostream &complaints) {
+    if (input.isImage())
+        return outlineToShow(input, complaints);
+    const Checker text(input.contents);
+    if (reportSyntaxErrors(text.parser(), input.name, complaints))
+        return {};
+    DeclarationClauses(text).forEachDocumentation(
+        [&documentation](const DeclarationRef &ref, const std::string &about) { documentation[ref] = about; });
+    return outlineOf(text);
+}
+
+bool hasHandleAbove(const Outline &outline, unsigned long most) {
+    for (const TreeKind *tree : kTreeKinds)
+        for (const Outline::Class &node : outline.classes(*tree)) {
+            const auto isAbove = [most](const Outline::Member &member) { return member.handle > most; };
+            if (node.handle > most || std::any_of(node.members.begin(), node.members.end(), isAbove))
+                return true;
+        }
+    return std::any_of(outline.spaces.begin(), outline.spaces.end(),
+                       [most](const Outline::Space &space) { return static_cast<unsigned long>(space.handle) > most; });
+}
+
+} // namespace
+
+Status constants(const ConstantsOptions &options, const Console &console) {
+    const Input input = readInput(options.fileName, console.stdinName);
+    std::string digits;
+    if (options.handles) {
+        const auto model = loadModel(input, console.err);
+        if (!model)
+            return wrong;
+        digits = fingerprint(*model);
+    }
+    Documentation documentation;
+    const std::optional<Outline> read = readModel(input, documentation, console.err);
+    if (!read)
+        return wrong;
+    const Outline &outline = *read;
+    if (options.handles && options.language == &kJavaConstants && hasHandleAbove(outline, kMostJavaInt))
+        throw CannotWork(input.name + ": a handle is greater than " + std::to_string(kMostJavaInt) +
+                         ", which Java cannot have as an int");
+    if (!outline.loads)
+        complainIfRefused(input, "", console.err);
+    ConstantFile file{scopesFor(options, outline.federation), {}, {}, std::move(digits)};
+    file.title = "Names " + std::string(options.handles ? "and handles " : "") + "of the object model " +
+                 shown(outline.federation) + ", from " + shown(std::filesystem::path(input.name).filename().string()) +
+                 '.';
+    file.scope = constantsOf(outline, documentation, *options.language, file);
+    std::ostringstream text;
+    options.language->write(file, text);
+    writeOutput(options.output, text.str(), console);
+    return outline.loads ? done : wrong;
+}

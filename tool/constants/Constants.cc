@@ -1,0 +1,169 @@
+#include "tool/constants/Constants.hh"
+
+#include "fed/storage/RtiFedName.hh"
+#include "tool/console/Text.hh"
+#include "tool/model/Names.hh"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace {
+
+/// Identifiers that a scope may have besides those of its names. They are reserved in all languages, with and without
+/// handles, so that the other identifiers are the same in all cases.
+constexpr std::string_view kOfFile[] = {"federation", "spaces",    "handles", "fingerprint",
+                                        "holdsFor",   "holds_for", "digits",  "digit"};
+constexpr const char *kHandles = "handles";
+constexpr const char *kSpaces = "spaces";
+constexpr std::string_view kOfClass[] = {"className", "classHandle"}, kOfSpace[] = {"spaceName", "spaceHandle"};
+
+template <class Words>
+Identifiers identifiersWithout(const Words &words, const Keywords &keywords) {
+    Identifiers identifiers(keywords);
+    for (const std::string_view word : words)
+        identifiers.reserve(std::string(word));
+    return identifiers;
+}
+
+std::string capitalised(std::string text) {
+    text[0] = RtiFedName::upper(text[0]);
+    return text;
+}
+
+class ConstantsReader {
+public:
+    ConstantsReader(const Outline &model, const Documentation &documentation, const ConstantLanguage &language,
+                    const std::vector<std::string> &path, bool handles)
+        : _model(model), _documentation(documentation), _language(language), _enclosing(path), _handles(handles) {
+        _enclosing.emplace_back(kHandles); // also of names, so that these have the identifiers of their handles
+    }
+
+    ConstantScope read() {
+        ConstantScope scope;
+        Identifiers identifiers = withReserved(kOfFile);
+        if (!_model.spaces.empty())
+            scope.scopes.push_back(readSpaces());
+        for (const TreeKind *tree : kTreeKinds) {
+            const Outline::Classes &classes = _model.classes(*tree);
+            for (const std::size_t root : rootsOf(classes))
+                scope.scopes.push_back(readClass(*tree, root, identifiers, {}));
+        }
+        return scope;
+    }
+
+private:
+    template <class Words>
+    Identifiers withReserved(const Words &words) const {
+        return identifiersWithout(words, _language.keywords);
+    }
+
+    /// Returns an identifier that differs from those of the enclosing scopes too: Java demands that of a class.
+    std::string addScope(Identifiers &identifiers, std::string_view name) const {
+        std::string identifier = identifiers.add(name);
+        while (std::find(_enclosing.begin(), _enclosing.end(), identifier) != _enclosing.end())
+            identifier = identifiers.add(name);
+        return identifier;
+    }
+
+    template <class Handle>
+    Constant constant(std::string identifier, const std::string &name, Handle handle,
+                      const std::string &documentation = {}) const {
+        if (_handles)
+            return {std::move(identifier), static_cast<unsigned long>(handle), ""};
+        return {std::move(identifier), name, documentation};
+    }
+
+    /// Returns what comments say about a class or space, or about its member; of handles, nothing.
+    std::string documentationOf(ClauseKind kind, std::size_t owner, std::size_t member = DeclarationRef::kNone) const {
+        if (_handles)
+            return {};
+        const auto found = _documentation.find(
+            DeclarationRef{kind, static_cast<std::uint32_t>(owner), static_cast<std::uint32_t>(member)});
+        return found == _documentation.end() ? std::string() : found->second;
+    }
+
+    ConstantScope readSpaces() {
+        ConstantScope all{kSpaces, "The routing spaces", ""};
+        _enclosing.emplace_back(kSpaces);
+        Identifiers identifiers(_language.keywords);
+        for (std::size_t index = 0; index < _model.spaces.size(); ++index) {
+            const Outline::Space &space = _model.spaces[index];
+            ConstantScope scope{addScope(identifiers, space.name), "Routing space " + shown(space.name),
+                                documentationOf(ClauseKind::space, index)};
+            scope.constants.push_back(constant(_handles ? "spaceHandle" : "spaceName", space.name, space.handle));
+            Identifiers ofDimensions = withReserved(kOfSpace);
+            for (std::size_t i = 0; i < space.dimensions.size(); ++i) {
+                const Outline::Member &dimension = space.dimensions[i];
+                scope.constants.push_back(constant(ofDimensions.add(dimension.name), dimension.name, dimension.handle,
+                                                   documentationOf(ClauseKind::dimension, index, i)));
+            }
+            all.scopes.push_back(std::move(scope));
+        }
+        _enclosing.pop_back();
+        return all;
+    }
+
+    /// Reads a class with its subclasses. `superclasses` are those of the class, the outermost first.
+    ///
+    /// Inherited members get their identifiers first, so that they have the same as in the superclass, unless that has
+    /// a class of the same name.
+    ConstantScope readClass(const TreeKind &tree, std::size_t index, Identifiers &around,
+                            std::vector<std::size_t> superclasses) {
+        const Outline::Classes &classes = _model.classes(tree);
+        const Outline::Class &node = classes[index];
+        const bool isObjects = &tree == &kObjectTree;
+        ConstantScope scope{addScope(around, lastComponent(node.name)),
+                            capitalised(tree.className) + ' ' + shown(node.name),
+                            documentationOf(isObjects ? ClauseKind::objectClass : ClauseKind::interactionClass, index)};
+        scope.constants.push_back(constant(_handles ? "classHandle" : "className", node.name, node.handle));
+        Identifiers identifiers = withReserved(kOfClass);
+        std::vector<Constant> inherited;
+        for (const std::size_t superclass : superclasses)
+            for (const Outline::Member &member : classes[superclass].members) {
+                inherited.push_back(constant(identifiers.add(member.name), member.name, member.handle));
+                inherited.back().from = shown(classes[superclass].name);
+            }
+        for (std::size_t i = 0; i < node.members.size(); ++i) {
+            const Outline::Member &member = node.members[i];
+            scope.constants.push_back(
+                constant(identifiers.add(member.name), member.name, member.handle,
+                         documentationOf(isObjects ? ClauseKind::attribute : ClauseKind::parameter, index, i)));
+        }
+        scope.constants.insert(scope.constants.end(), std::make_move_iterator(inherited.begin()),
+                               std::make_move_iterator(inherited.end()));
+        superclasses.push_back(index);
+        _enclosing.push_back(scope.identifier);
+        for (const std::size_t child : node.children)
+            scope.scopes.push_back(readClass(tree, child, identifiers, superclasses));
+        _enclosing.pop_back();
+        return scope;
+    }
+
+    const Outline &_model;
+    const Documentation &_documentation;
+    const ConstantLanguage &_language;
+    std::vector<std::string> _enclosing; // the identifiers of the scopes around the current one
+    const bool _handles;
+};
+
+} // namespace
+
+std::string scopeFor(const std::string &federation, const ConstantLanguage &language) {
+    return identifiersWithout(kOfFile, language.keywords).add(federation);
+}
+
+ConstantScope constantsOf(const Outline &model, const Documentation &documentation, const ConstantLanguage &language,
+                          const ConstantFile &file) {
+    ConstantScope scope = ConstantsReader(model, documentation, language, file.path, false).read();
+    scope.constants.push_back({"federation", model.federation, "The name of the federation."});
+    if (!file.fingerprint.empty()) {
+        scope.constants.push_back(
+            {"fingerprint", file.fingerprint, "The SHA-256 fingerprint of the model to which the handles belong."});
+        ConstantScope handles = ConstantsReader(model, documentation, language, file.path, true).read();
+        handles.identifier = kHandles;
+        handles.title = "The handles, in the same scopes as the names";
+        scope.scopes.push_back(std::move(handles));
+    }
+    return scope;
+}

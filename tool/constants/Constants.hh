@@ -1,0 +1,55 @@
+#pragma once
+
+#include "tool/constants/Identifiers.hh"
+#include "tool/language/words/DeclarationClauses.hh"
+#include "tool/model/Outline.hh"
+
+#include <map>
+#include <ostream>
+#include <string>
+#include <variant>
+#include <vector>
+
+/// The names or handles of a model as constants in nested scopes, for a source file in any language.
+
+struct Constant {
+    std::string identifier;
+    std::variant<std::string, unsigned long> value; ///< A name or a handle.
+    std::string documentation;                      ///< Its lines; empty if there is none.
+    std::string from = {};                          ///< The superclass that it is inherited from; empty if it is not.
+};
+
+struct ConstantScope {
+    std::string identifier;
+    std::string title;         ///< What it is for, such as "Object class ObjectRoot.Craft"; printable.
+    std::string documentation; ///< Its lines; empty if there is none.
+    std::vector<Constant> constants = {};
+    std::vector<ConstantScope> scopes = {};
+};
+
+struct ConstantFile {
+    std::vector<std::string> path; ///< The identifiers of the scopes around everything, the outermost first.
+    std::string title;             ///< What the file is; printable.
+    ConstantScope scope;           ///< Its identifier and title mean nothing.
+    std::string fingerprint = {};  ///< Of the model; empty if the file has no handles.
+};
+
+/// A language in which constants are written.
+struct ConstantLanguage {
+    const char *name;
+    const Keywords &keywords; ///< Words that are no identifiers, and macros that every program may have.
+    void (*write)(const ConstantFile &file, std::ostream &out);
+};
+
+extern const ConstantLanguage kCppConstants, kJavaConstants, kPythonConstants;
+
+/// Returns the identifier of the scope around all constants, named after the federation.
+std::string scopeFor(const std::string &federation, const ConstantLanguage &language);
+
+/// What the comments of a text say about its declarations.
+using Documentation = std::map<DeclarationRef, std::string>;
+
+/// Returns the constants of a model in the order of its handles. With a fingerprint there is a scope `handles` in
+/// addition, which has the same scopes and identifiers for the handles.
+ConstantScope constantsOf(const Outline &model, const Documentation &documentation, const ConstantLanguage &language,
+                          const ConstantFile &file);
