@@ -35,10 +35,10 @@ std::string makeName(Random &random, std::size_t length) {
     return name.substr(0, length);
 }
 
-Delivery makeDelivery(Random &random, std::size_t numSpaces) {
-    const bool inSpace = random.below(3) == 0;
-    return {random.below(2) == 0, random.below(2) == 0,
-            inSpace ? static_cast<int>(random.below(numSpaces)) : Federation::kNoSpace};
+Delivery makeDelivery(Random &random, const std::vector<Federation::Space> &spaces) {
+    const bool inSpace = random.below(3) == 0, isReliable = random.below(2) == 0, isTimed = random.below(2) == 0;
+    return {isReliable ? "reliable" : "best_effort", isTimed ? "timestamp" : "receive",
+            inSpace ? spaces[random.below(spaces.size())].name : ""};
 }
 
 /// The path of names from the root to the class declared last.
@@ -101,7 +101,7 @@ private:
 
 /// Adds classes, and members spread over them, below the existing root.
 void grow(std::vector<Class> &classes, Random &random, std::size_t numClasses, std::size_t numMembers,
-          std::size_t numSpaces) {
+          const std::vector<Federation::Space> &spaces) {
     Path path;
     for (const Class &c : classes) {
         path.enter(c.level, c.name);
@@ -114,11 +114,11 @@ void grow(std::vector<Class> &classes, Random &random, std::size_t numClasses, s
         ++membersOf[random.below(numClasses)];
     for (unsigned left : membersOf) {
         const unsigned level = path.nextLevel(random);
-        Class added{path.makeClassName(random, level), level, makeDelivery(random, numSpaces), {}};
+        Class added{path.makeClassName(random, level), level, makeDelivery(random, spaces), {}};
         while (left > 0) {
             const std::string name = makeName(random, random.between(6, 22));
             if (path.declare(name)) {
-                added.members.push_back({name, makeDelivery(random, numSpaces)});
+                added.members.push_back({name, makeDelivery(random, spaces)});
                 --left;
             }
         }
@@ -133,7 +133,7 @@ Class classOf(const std::string &fullName) {
 
 template <class Transportation, class Ordering>
 Delivery deliveryOf(const Transportation &transportation, const Ordering &ordering) {
-    return {transportation == 2, ordering == 2, Federation::kNoSpace};
+    return {transportation == 2 ? "reliable" : "best_effort", ordering == 2 ? "timestamp" : "receive", ""};
 }
 
 std::size_t numDeclarationsIn(const std::vector<Class> &classes) {
@@ -143,35 +143,8 @@ std::size_t numDeclarationsIn(const std::vector<Class> &classes) {
     return count;
 }
 
-/// Calls `open`, `member` and `close` in the order of the text: `open` before the members of a class, `close` after its
-/// subclasses.
-template <class Open, class MemberLine, class Close>
-void forEachLine(const std::vector<Class> &classes, Open open, MemberLine member, Close close) {
-    std::vector<const Class *> opened;
-    const auto closeTo = [&](unsigned level) {
-        for (; opened.size() > level; opened.pop_back())
-            close(*opened.back());
-    };
-    for (const Class &c : classes) {
-        closeTo(c.level - 1);
-        open(c);
-        for (const Member &m : c.members)
-            member(c, m);
-        opened.push_back(&c);
-    }
-    closeTo(0);
-}
-
 std::string indent(const Class &c, unsigned more) {
     return std::string(2 * (c.level + more), ' ');
-}
-
-const char *transportation(const Delivery &delivery) {
-    return delivery.reliable ? "reliable" : "best_effort";
-}
-
-const char *ordering(const Delivery &delivery) {
-    return delivery.timestamp ? "timestamp" : "receive";
 }
 
 } // namespace
@@ -206,8 +179,8 @@ Federation generateFederation(const RtiFedDatabase &start, std::size_t declarati
         federation.spaces.push_back({name, {"Longitude", "Latitude", "Height"}});
     Random random(declarations);
     const std::size_t percent = declarations / 100;
-    grow(federation.objects, random, 15 * percent, 65 * percent, federation.spaces.size());
-    grow(federation.interactions, random, 5 * percent, 15 * percent, federation.spaces.size());
+    grow(federation.objects, random, 15 * percent, 65 * percent, federation.spaces);
+    grow(federation.interactions, random, 5 * percent, 15 * percent, federation.spaces);
     return federation;
 }
 
@@ -219,11 +192,9 @@ std::string toFed(const Federation &federation) {
             text += "      (dimension " + dimension + ")\n";
         text += "    )\n";
     }
-    const auto words = [&](const Delivery &delivery) {
-        std::string all = std::string(" ") + transportation(delivery) + " " + ordering(delivery);
-        if (delivery.space != Federation::kNoSpace)
-            all += " " + federation.spaces[static_cast<std::size_t>(delivery.space)].name;
-        return all;
+    const auto words = [](const Delivery &delivery) {
+        return " " + delivery.transportation + " " + delivery.ordering +
+               (delivery.space.empty() ? "" : " " + delivery.space);
     };
     const auto close = [&text](const Class &c) { text += indent(c, 1) + ")\n"; };
     text += "  )\n  (objects\n";
@@ -249,12 +220,9 @@ std::string toXml(const Federation &federation) {
             text += "      <dimension name=\"" + dimension + "\"/>\n";
         text += "    </space>\n";
     }
-    const auto words = [&](const Delivery &delivery) {
-        std::string all =
-            std::string(" transportation=\"") + transportation(delivery) + "\" ordering=\"" + ordering(delivery) + "\"";
-        if (delivery.space != Federation::kNoSpace)
-            all += " space=\"" + federation.spaces[static_cast<std::size_t>(delivery.space)].name + "\"";
-        return all;
+    const auto words = [](const Delivery &delivery) {
+        return " transportation=\"" + delivery.transportation + "\" ordering=\"" + delivery.ordering + "\"" +
+               (delivery.space.empty() ? "" : " space=\"" + delivery.space + "\"");
     };
     const auto close = [&text](const Class &c) { text += indent(c, 1) + "</class>\n"; };
     text += "  </spaces>\n  <objects>\n";
@@ -289,11 +257,10 @@ std::string toProto(const Federation &federation) {
     };
     // The underscore distinguishes a field from a message of the same name.
     const auto member = [&](const Class &c, const Member &m) {
-        const auto space = static_cast<std::size_t>(m.delivery.space);
         number += 2;
-        text += indent(c, 1) + (m.delivery.reliable ? "optional " : "repeated ") +
-                (m.delivery.space == Federation::kNoSpace ? "int32" : "." + federation.spaces[space].name) + " " +
-                m.name + "_ = " + std::to_string(number + (m.delivery.timestamp ? 1 : 0)) + ";\n";
+        text += indent(c, 1) + (m.delivery.transportation == "best_effort" ? "repeated " : "optional ") +
+                (m.delivery.space.empty() ? "int32" : "." + m.delivery.space) + " " + m.name +
+                "_ = " + std::to_string(number + (m.delivery.ordering == "timestamp" ? 1 : 0)) + ";\n";
     };
     const auto close = [&](const Class &c) { text += indent(c, 0) + "}\n"; };
     forEachLine(federation.objects, open, member, close);

@@ -8,12 +8,8 @@ class RtiFedDatabase;
 
 /// The declarations of a federation in file order, from which files of all formats are written.
 struct Federation {
-    static constexpr int kNoSpace = -1;
-
     struct Delivery {
-        bool reliable = true;
-        bool timestamp = false;
-        int space = kNoSpace; // an index
+        std::string transportation, ordering, space; // as in a FED text; the space may be empty
     };
     struct Member {
         std::string name;
@@ -35,6 +31,25 @@ struct Federation {
 
     std::size_t numDeclarations() const;
 };
+
+/// Calls `open`, `member` and `close` in the order of the text: `open` before the members of a class, `close` after its
+/// subclasses.
+template <class Open, class MemberLine, class Close>
+void forEachLine(const std::vector<Federation::Class> &classes, Open open, MemberLine member, Close close) {
+    std::vector<const Federation::Class *> opened;
+    const auto closeTo = [&](unsigned level) {
+        for (; opened.size() > level; opened.pop_back())
+            close(*opened.back());
+    };
+    for (const Federation::Class &c : classes) {
+        closeTo(c.level - 1);
+        open(c);
+        for (const Federation::Member &m : c.members)
+            member(c, m);
+        opened.push_back(&c);
+    }
+    closeTo(0);
+}
 
 /// A federation with the declarations of `start` and about the given number more: 15 % object classes at level 3 to 8
 /// with full names of 30 to 60 bytes, 65 % attributes, 5 % interaction classes, 15 % parameters, and a few spaces.

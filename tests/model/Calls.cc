@@ -1,0 +1,470 @@
+#include "tests/model/Calls.hh"
+
+#include "fed/loading/RtiFedDatabaseCodegen.hh"
+#include "tests/model/Answers.hh"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <functional>
+
+namespace {
+
+using plain::Number;
+
+std::string bytesOf(const RtiBuffer &buffer) {
+    return {reinterpret_cast<const char *>(buffer.data()), buffer.size()};
+}
+template <class Record>
+std::string imageOf(Record &record) {
+    RtiBuffer buffer;
+    if constexpr (std::is_base_of_v<RtiSaveableType, Record>)
+        record.save(buffer);
+    else
+        record.image({buffer, false});
+    return bytesOf(buffer);
+}
+
+/// A record of the library and the same of the model.
+template <class Library, class Model>
+struct Pair {
+    Library *library = nullptr;
+    Model *model = nullptr;
+};
+
+/// A class that no database owns.
+template <class Node>
+struct Alone {
+    std::unique_ptr<Node> library;
+    std::shared_ptr<plain::Class> model;
+};
+
+/// Makes a call on both sides and compares the answers.
+#define SAME(library, model) compare(#library, answerOf([&] { return library; }), answerOf([&] { return model; }))
+
+std::string inCase(std::string name, unsigned variant) {
+    for (std::size_t at = 0; at < name.size(); ++at)
+        if (std::isalpha(static_cast<unsigned char>(name[at])) && (variant == 1 || (variant == 2 && at % 3 == 0)))
+            name[at] = static_cast<char>(name[at] ^ 0x20);
+    return name;
+}
+
+std::string wordOf(unsigned byte) {
+    static const char *const kWords[] = {"a", "A", "b", "ObjectRoot", "Manager", "", "\xE4{", "x.y"};
+    const std::string number = std::to_string(byte % 32);
+    return byte < 128 ? kWords[byte % std::size(kWords)]
+                      : (byte < 192 ? "Member" : "A_member_with_a_long_name") + number;
+}
+
+std::string classNameOf(const plain::Class *node, const std::string &own, unsigned byte) {
+    const std::string name = inCase(node ? node->name : "Root", byte / 8 % 4);
+    switch (byte % 8) {
+    case 0:
+        return name;
+    case 1:
+        return name.substr(name.find('.') + 1);
+    case 2:
+        return own;
+    default:
+        return name + '.' + own;
+    }
+}
+
+/// Returns the one of the first `limit` that a byte chooses, or none.
+template <class Value>
+Value pick(const std::vector<Value> &from, std::size_t limit, unsigned byte) {
+    return limit == 0 ? Value() : from[byte % limit];
+}
+
+// A call on the library and the same on the model, which is made if there is a record to call.
+#define CALL(possible, library, model)                                                                                 \
+    {                                                                                                                  \
+        possible, #library, [&] { return answerOf([&] { return library; }); },                                         \
+            [&] { return answerOf([&] { return model; }); }                                                            \
+    }
+#define ALWAYS(library, model) CALL(true, library, model)
+#define OBJECT(library, model) CALL(om != nullptr, library, model)
+#define INTERACTION(library, model) CALL(im != nullptr, library, model)
+#define SPACE(library, model) CALL(sm != nullptr, library, model)
+
+/// A database and its model. Each call has arguments of all kinds, chosen by its bytes.
+struct Both {
+    std::unique_ptr<RtiFedDatabase> db =
+        std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg("none.fed", RTI_false));
+    std::unique_ptr<plain::Database> model = std::make_unique<plain::Database>();
+    std::unique_ptr<RtiFedDatabaseCodegen> codegen = std::make_unique<RtiFedDatabaseCodegen>(db.get());
+    plain::Codegen plainCodegen{model.get()};
+    std::vector<Alone<RtiFedObjectClass>> objectsAlone;
+    std::vector<Alone<RtiFedInteractionClass>> interactionsAlone;
+    std::string kept; ///< An image.
+
+    std::string n, on, in;        ///< Names: of a member, of an object class, of an interaction class.
+    std::string tn, rn, sn;       ///< Of a transportation, an ordering, a space.
+    Number k = 0, oh = 0, ih = 0; ///< Handles: of a member, of an object class, of an interaction class.
+    long sh = 0;
+    plain::Member m; ///< A member, or a class, with a handle that a host may choose.
+    std::size_t index = 0;
+    Pair<RtiFedObjectClass, plain::Class> o, above; ///< Any, and one of the database or null.
+    Pair<RtiFedInteractionClass, plain::Class> i, aboveI;
+    Pair<RtiFedSpace, plain::Space> s;
+
+    std::string calls, arguments, fault;
+
+    void make(const Call &chosen) {
+        choose(chosen);
+        RtiFedObjectClass *const ol = o.library;
+        RtiFedInteractionClass *const il = i.library;
+        RtiFedSpace *const sl = s.library;
+        plain::Class *const om = o.model, *const im = i.model;
+        plain::Space *const sm = s.model;
+        plain::Database &pm = *model;
+        const Number h = m.handle, t = m.transport, r = m.ordering;
+        const long p = m.space;
+        const auto child = [this](const plain::Class *node) {
+            return std::min(node->handle + 1 + index, 0xFFFFFFFFUL);
+        };
+        RtiAttributeHandleSet asked(2);
+        asked.add(k);
+        asked.add(k + index % 2);
+        struct Operation {
+            bool possible;
+            const char *call;
+            std::function<std::string()> library, model;
+        };
+        const Operation operations[] = {
+            // Building by the database.
+            ALWAYS(db->setFederateName(n), void(pm.name = n)),
+            ALWAYS(db->setFederateVersion(n), void(pm.version = n)),
+            ALWAYS(db->createSpaceHandle(), ++pm.spaces.last),
+            ALWAYS(db->createObjectClassHandle(), ++pm.objects.last),
+            ALWAYS(db->createAttributeHandle(), ++pm.lastAttribute),
+            ALWAYS(db->createInteractionClassHandle(), ++pm.interactions.last),
+            ALWAYS(db->createParameterHandle(), ++pm.lastParameter),
+            ALWAYS(db->addSpace(n), pm.addSpace(n)),
+            ALWAYS(db->addSpaceDimension(sl, n), pm.addDimension(sm, n)),
+            ALWAYS(db->addObjectClass(on), pm.objects.add({on})),
+            ALWAYS(db->addObjectClass(RtiDottedClassname(on)), pm.objects.add({on})),
+            ALWAYS(db->addInteractionClass(in, t, r, p), pm.interactions.add({in, 0, t, r, p})),
+            ALWAYS(db->addObjectClassAttribute(ol, n, t, r, p), pm.addAttribute(om, m)),
+            ALWAYS(db->createMomDefaultSpace(), void(pm.addSpace("HLAMomDefaultSpace"))),
+            ALWAYS(db->setMomDefaultSpace(), pm.setMomDefaultSpace()),
+            OBJECT(db->setMomDefaultSpaceForAttributes(ol, p), pm.setSpaces(pm.objects, *om, p)),
+            INTERACTION(db->setMomDefaultSpaceForInteractionClasses(il, p), pm.setSpaces(pm.interactions, *im, p)),
+            // Building as a parser does.
+            ALWAYS(codegen->addSpace(n), plainCodegen.addSpace(n)),
+            ALWAYS(codegen->addDimension(n), pm.addDimension(plainCodegen.space, n)),
+            ALWAYS(codegen->addObjectClass(on), plainCodegen.addObjectClass(on)),
+            ALWAYS(codegen->declareObjectClass(on, index), plainCodegen.addObjectClass(on)),
+            ALWAYS(codegen->addObjectClassAttribute(n, tn, rn, sn),
+                   plainCodegen.addObjectClassAttribute(n, tn, rn, sn)),
+            ALWAYS(codegen->addInteractionClass(in, tn, rn, sn), plainCodegen.addInteractionClass(in, tn, rn, sn)),
+            ALWAYS(codegen->addParameter(n), plainCodegen.addParameter(n)),
+            // Building without going through the database.
+            SPACE(sl->addDimension(n), sm->addDimension(n)),
+            SPACE(sl->createDimensionHandle(), sm->next++),
+            OBJECT(ol->addObjectClass(h, n), om->addSubclass(m)),
+            OBJECT(ol->addAttribute(h, n, t, r, p), om->addMember(m)),
+            OBJECT(ol->getAttribute(index)->setSpace(p), void(om->memberAt(index, 299)->space = p)),
+            OBJECT(ol->addChildClass(child(om)), void(om->children.insert(child(om)))),
+            OBJECT(ol->addChildClassToAll(h), om->addDescendant(h)),
+            OBJECT(ol->getSubclass(index), om->subclassAt(index)),
+            INTERACTION(il->addInteractionClass(h, n, t, r, p), im->addSubclass(m)),
+            INTERACTION(il->addParameter(h, n), im->addMember(m)),
+            INTERACTION(il->addChildClass(child(im)), void(im->children.insert(child(im)))),
+            INTERACTION(il->setDefaultSpace(p), void(im->space = p)),
+            SPACE(sl->getDimension(index), require(index < sm->dimensions.size() ? &sm->dimensions[index] : nullptr,
+                                                   "RTIinternalError", "RtiFedSpace", 389)),
+            // Names and handles.
+            ALWAYS(db->objectClassExists(on), pm.objects.find(on) != nullptr),
+            ALWAYS(db->objectClassExists(RtiObjectClassHandle(oh)), pm.objects.of(oh) != nullptr),
+            ALWAYS(db->interactionClassExists(in), pm.interactions.find(in) != nullptr),
+            ALWAYS(db->interactionClassExists(RtiInteractionClassHandle(ih)), pm.interactions.of(ih) != nullptr),
+            ALWAYS(db->getObjectClassHandle(on), pm.objects.handle(on)),
+            ALWAYS(db->getInteractionClassHandle(in), pm.interactions.handle(in)),
+            ALWAYS(db->getObjectClassName(oh), pm.objects.name(oh)),
+            ALWAYS(db->getInteractionClassName(ih), pm.interactions.name(ih)),
+            ALWAYS(db->getAttributeHandle(n, oh), pm.objects.member(n, oh)),
+            ALWAYS(db->getParameterHandle(n, ih), pm.interactions.member(n, ih)),
+            ALWAYS(db->getAttributeName(k, oh), pm.objects.memberName(k, oh)),
+            ALWAYS(db->getParameterName(k, ih), pm.interactions.memberName(k, ih)),
+            ALWAYS(db->getAttributeRoutingSpaceHandle(k, oh), pm.attributeSpace(k, oh)),
+            ALWAYS(db->getInteractionRoutingSpaceHandle(ih), pm.interactionSpace(ih)),
+            ALWAYS(db->getRoutingSpaceHandle(sn), pm.spaceHandle(sn)),
+            ALWAYS(db->getRoutingSpaceName(sh), pm.space(sh, 1679)->name),
+            ALWAYS(db->getDimensionHandle(n, sh), pm.dimensionHandle(n, sh)),
+            ALWAYS(db->getDimensionName(k, sh), pm.dimensionName(k, sh)),
+            ALWAYS(db->getTransportationHandle(tn), pm.transportation(tn)),
+            ALWAYS(db->getOrderingHandle(rn), pm.ordering(rn)),
+            SPACE(sl->getDimensionHandle(n), pm.dimensionHandle(n, sm->handle)),
+            SPACE(sl->getDimensionName(k), pm.dimensionName(k, sm->handle)),
+            SPACE(sl->dimensionExists(n), sm->exists(n)),
+            OBJECT(ol->getAttributeHandle(n), om->attributeHandle(n)),
+            OBJECT(ol->getAttributeHandleRecursive(n), om->attributeHandleRecursive(n)),
+            OBJECT(ol->attributeExists(n), om->members.named(n) != nullptr),
+            OBJECT(ol->attributeIsInherited(n), om->inherits(n)),
+            OBJECT(ol->getAttributeName(k), om->members.of(k) ? om->members.of(k)->name : ""),
+            OBJECT(ol->find(k), require(om->members.of(k), "RTIinternalError", "RtiFedObjectClass", 390)),
+            OBJECT(ol->findRecurse(k), om->findRecurse(k)),
+            OBJECT(ol->getAttribute(index), om->memberAt(index, 299)),
+            OBJECT(ol->hasDerrivedClass(k), om->descendants.count(k) > 0),
+            OBJECT(ol->getParentClass(), om->parent),
+            INTERACTION(il->findParameter(n), im->members.named(n)),
+            INTERACTION(il->find(k), im->members.of(k)),
+            INTERACTION(il->getParameter(index), im->memberAt(index, 333)),
+            INTERACTION(il->parameterIsInherited(n), im->inherits(n)),
+            INTERACTION(il->getParentClass(), im->parent),
+            // Sets.
+            ALWAYS(db->getAttributeHandleSet(), pm.attributeHandles()),
+            ALWAYS(db->getRealObjectClassHandle(oh, k), pm.declaringClass(k)),
+            ALWAYS(db->getAvailableInteractionClassHandles(ih),
+                   pm.interactions.availableHandles(pm.interactions.of(ih))),
+            ALWAYS(derived(&RtiFedDatabase::getDerivedObjectClassHandleSet, oh), pm.objects.derived(oh)),
+            ALWAYS(derived(&RtiFedDatabase::getChildlessDerivedObjectClassHandleSet, oh),
+                   pm.objects.childlessDerived(oh)),
+            ALWAYS(derived(&RtiFedDatabase::getDerivedInteractionClassHandleSet, ih), pm.interactions.derived(ih)),
+            ALWAYS(db->getAvailableFedAttributes(RtiObjectClassHandle(oh), 0),
+                   pm.availableAttributes(pm.objects.of(oh))),
+            ALWAYS(db->getAvailableFedAttributes(ol, 0), pm.availableAttributes(om)),
+            ALWAYS(db->getAvailableAttributeHandles(RtiObjectClassHandle(oh), 0),
+                   pm.availableHandles(pm.objects.of(oh))),
+            ALWAYS(db->getAvailableAttributeHandles(ol, 0), pm.availableHandles(om)),
+            ALWAYS(db->verifyAvailableAttributes(oh, asked), pm.verifyAvailable(oh, {k, k + index % 2})),
+        };
+        void (Both::*const sequences[])() = {
+            &Both::addMembers,         &Both::addDeep,
+            &Both::keepImage,          &Both::restore,
+            &Both::restoreElsewhere,   &Both::restoreDamaged,
+            &Both::addObjectAlone,     &Both::addInteractionAlone,
+            &Both::restoreObjectAlone, &Both::restoreInteractionAlone,
+            &Both::setObjectParent,    &Both::setInteractionParent,
+        };
+        const std::size_t chosenOne = chosen[0] % (std::size(operations) + std::size(sequences));
+        if (chosenOne >= std::size(operations))
+            (this->*sequences[chosenOne - std::size(operations)])();
+        else if (const Operation &operation = operations[chosenOne]; operation.possible)
+            compare(operation.call, operation.library(), operation.model());
+    }
+
+    void compare(const char *call, const std::string &got, const std::string &expected) {
+        if (got != expected && fault.empty())
+            fault = calls + arguments + call + "\n  expected " + expected + "\n  but got  " + got + '\n';
+        calls += arguments + call + " = " + expected.substr(0, 80) + '\n';
+        arguments = "  ";
+    }
+
+    /// Finds all classes of a tree: those of the database with what they own, whose number is returned, and those
+    /// alone.
+    template <class Node>
+    std::size_t findNodes(plain::Classes &classes, std::vector<Alone<Node>> &alone,
+                          std::vector<Pair<Node, plain::Class>> &nodes) {
+        std::vector<plain::Class *> models;
+        const auto add = [&](Node *node, plain::Class *modelled) {
+            nodes.push_back({node, nullptr});
+            node->forEachOwned([&](const Node &owned) { nodes.push_back({const_cast<Node *>(&owned), nullptr}); });
+            models.push_back(modelled);
+            modelled->forEachOwned([&](plain::Class &owned) { models.push_back(&owned); });
+        };
+        for (const auto &[handle, node] : classes.nodes)
+            add(db->find(typename Node::Handle(handle)), node.get());
+        const std::size_t numOfDatabase = nodes.size();
+        for (const Alone<Node> &each : alone)
+            add(each.library.get(), each.model.get());
+        for (std::size_t at = 0; at < nodes.size() && at < models.size(); ++at)
+            nodes[at].model = models[at];
+        if (nodes.size() != models.size())
+            fault = calls + "the library owns other classes\n";
+        return numOfDatabase;
+    }
+
+    template <class Handle>
+    std::set<Handle> derived(void (RtiFedDatabase::*add)(Handle, std::set<Handle> &) const, Number handle) const {
+        std::set<Handle> all;
+        (db.get()->*add)(handle, all);
+        return all;
+    }
+
+    void choose(const Call &call) {
+        index = call[3] % 4 == 0 ? call[3] / 4U : call[3] / 4 % 4U;
+        std::vector<Pair<RtiFedObjectClass, plain::Class>> objects;
+        const std::size_t numObjects = findNodes(model->objects, objectsAlone, objects);
+        o = pick(objects, objects.size(), call[4]);
+        above = pick(objects, call[5] < 64 ? 0 : numObjects, call[5]);
+        std::vector<Pair<RtiFedInteractionClass, plain::Class>> interactions;
+        const std::size_t numInteractions = findNodes(model->interactions, interactionsAlone, interactions);
+        i = pick(interactions, interactions.size(), call[4]);
+        aboveI = pick(interactions, call[5] < 64 ? 0 : numInteractions, call[5]);
+        std::vector<Pair<RtiFedSpace, plain::Space>> spaces;
+        for (const auto &[handle, space] : model->spaces.nodes)
+            spaces.push_back({db->find(RtiSpaceHandle(handle)), space.get()});
+        s = pick(spaces, call[4] < 32 ? 0 : spaces.size(), call[4]);
+
+        std::vector<plain::Member> known;
+        const auto addKnown = [&known](const plain::Members &members) {
+            known.insert(known.end(), members.begin(), members.end());
+        };
+        for (const plain::Class *node : {o.model, i.model})
+            for (; node; node = node->parent)
+                addKnown(node->members);
+        if (s.model)
+            addKnown(s.model->dimensions);
+        const plain::Member member = pick(known, call[2] < 128 ? 0 : known.size(), call[2]);
+        n = member.name.empty() ? wordOf(call[1]) : inCase(member.name, call[1] % 4);
+        k = call[2] < 128 ? index : member.handle;
+        on = classNameOf(o.model, n, call[1]);
+        in = classNameOf(i.model, n, call[1]);
+        oh = o.model && call[5] % 8 > 0 ? o.model->handle : index;
+        ih = i.model && call[5] % 8 > 0 ? i.model->handle : index;
+        sn = call[5] % 2 == 0 ? "" : s.model && call[5] % 8 > 1 ? s.model->name : n;
+        tn = call[7] % 16 == 0 ? n : inCase(call[7] % 2 ? "reliable" : "RTI_BEST_EFFORT", call[6] % 4);
+        rn = call[7] / 16 == 0 ? n : inCase(call[6] % 2 ? "TimeStamp" : "rti_receive_ordering", call[7] % 4);
+        const Number handles[] = {call[6] / 8U, index, 5000U + call[6] % 3U, 0xFFFFFFFFU};
+        m = {n, handles[call[6] % 4], call[7] % 4U, call[7] / 4 % 4U, call[7] / 16 % 6 - 1};
+        sh = s.model && call[5] % 8 > 0 ? s.model->handle : m.space;
+        const auto text = [](const auto &pair) { return textOf(pair.model); };
+        arguments = "n " + n + ", k " + std::to_string(k) + ", on " + on + ", in " + in + ", index " +
+                    std::to_string(index) + ", m " + std::to_string(m.handle) + ' ' + std::to_string(m.transport) +
+                    ' ' + std::to_string(m.ordering) + ' ' + std::to_string(m.space) + ", o " + text(o) + " above " +
+                    text(above) + ", i " + text(i) + " above " + text(aboveI) + ", s " + text(s) + "\n  ";
+    }
+
+    // ---- Several calls.
+
+    void begin() {
+        SAME(db->addObjectClass("ObjectRoot"), model->objects.add({"ObjectRoot"}));
+        SAME(db->addInteractionClass("InteractionRoot", 1, 2, 0),
+             model->interactions.add({"InteractionRoot", 0, 1, 2}));
+        SAME(db->addSpace("Space"), model->addSpace("Space"));
+        keepImage();
+    }
+
+    /// Loads the text of a federation, which declares the MOM; the model is given the declarations.
+    void load(const Federation &federation) {
+        std::string text = toFed(federation);
+        SAME(db->buildFromFed(fmemopen(text.data(), text.size(), "r")), plain::Codegen{model.get()}.load(federation));
+        keepImage();
+    }
+
+    void addMembers() {
+        for (Number each = index; each > 0; --each) {
+            m = {"Member" + std::to_string(each * 7 % 32), 0, m.transport, m.ordering, m.space};
+            SAME(db->addObjectClassAttribute(o.library, m.name, m.transport, m.ordering, m.space),
+                 model->addAttribute(o.model, m));
+            SAME(codegen->addParameter(m.name), plainCodegen.addParameter(m.name));
+        }
+    }
+
+    void addDeep() {
+        for (Number each = 10 * index; each > 0 && fault.empty(); --each) {
+            SAME(db->addObjectClass(on), model->objects.add({on}));
+            on += ".d";
+        }
+    }
+
+    void keepImage() {
+        SAME(imageOf(*db), imageOf(*model));
+        kept = imageOf(*db);
+    }
+
+    void restore() {
+        loseClasses();
+        RtiBuffer image(kept.data(), kept.size()), same = image;
+        SAME(db->restore(image), void(model = std::make_unique<plain::Database>(same)));
+        plainCodegen = {model.get()};
+    }
+
+    void restoreElsewhere() {
+        loseClasses();
+        RtiBuffer image(kept.data(), kept.size()), same = image;
+        codegen.reset();
+        SAME(void(db = std::make_unique<RtiFedDatabase>(image)), void(model = std::make_unique<plain::Database>(same)));
+        codegen = std::make_unique<RtiFedDatabaseCodegen>(db.get());
+        plainCodegen = {model.get()};
+    }
+
+    void restoreDamaged() {
+        if (m.transport != 0)
+            return;
+        loseClasses();
+        RtiBuffer image(kept.data(), kept.size() - 1 - index % kept.size());
+        const std::string fileName = model->fileName;
+        SAME(answerOf([&] { db->restore(image); }) != "done", true);
+        model = std::make_unique<plain::Database>();
+        model->fileName = fileName;
+        plainCodegen = {model.get()};
+    }
+
+    void addObjectAlone() {
+        Alone<RtiFedObjectClass> made;
+        SAME((made.library = std::make_unique<RtiFedObjectClass>(m.handle, n, above.library)).get(),
+             (made.model = plain::Class::make(plain::kObjects, above.model, m)).get());
+        if (made.library && made.model)
+            objectsAlone.push_back(std::move(made));
+    }
+
+    void addInteractionAlone() {
+        Alone<RtiFedInteractionClass> made;
+        SAME((made.library = std::make_unique<RtiFedInteractionClass>(m.handle, n, aboveI.library, m.transport,
+                                                                      m.ordering, m.space))
+                 .get(),
+             (made.model = plain::Class::make(plain::kInteractions, aboveI.model, m)).get());
+        if (made.library && made.model)
+            interactionsAlone.push_back(std::move(made));
+    }
+
+    /// Restores a class from the image of any, in place or as a new one.
+    template <class Node>
+    void restoreAlone(std::vector<Alone<Node>> &alone, const Pair<Node, plain::Class> &origin) {
+        if (!origin.model)
+            return;
+        RtiBuffer image, plainImage;
+        origin.library->save(image);
+        origin.model->image({plainImage, false});
+        SAME(bytesOf(image), bytesOf(plainImage));
+        Alone<Node> made;
+        made.model.reset(new plain::Class{origin.model->kind});
+        made.model->image({plainImage, true});
+        if (index % 2 == 0 && !alone.empty()) {
+            alone.back().library->restore(image);
+            alone.back().model = made.model;
+        } else {
+            made.library = std::make_unique<Node>(image);
+            alone.push_back(std::move(made));
+        }
+        SAME(imageOf(*alone.back().library), imageOf(*alone.back().model));
+    }
+
+    void restoreObjectAlone() { restoreAlone(objectsAlone, o); }
+    void restoreInteractionAlone() { restoreAlone(interactionsAlone, i); }
+
+    template <class Node>
+    void setParent(std::vector<Alone<Node>> &alone, const Pair<Node, plain::Class> &parent) {
+        if (alone.empty())
+            return;
+        alone.back().library->setParentClass(parent.library);
+        alone.back().model->parent = parent.model;
+    }
+
+    void setObjectParent() { setParent(objectsAlone, above); }
+    void setInteractionParent() { setParent(interactionsAlone, aboveI); }
+    void loseClasses() {
+        objectsAlone.clear();
+        interactionsAlone.clear();
+    }
+};
+
+} // namespace
+
+std::string faultOfCalls(const std::vector<Call> &calls, const Federation *federation) {
+    Both both;
+    if (federation)
+        both.load(*federation);
+    else
+        both.begin();
+    for (const Call &call : calls) {
+        both.make(call);
+        if (!both.fault.empty())
+            return both.fault;
+    }
+    both.keepImage();
+    return both.fault;
+}
