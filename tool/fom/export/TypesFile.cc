@@ -31,12 +31,11 @@ public:
     }
 
 private:
-    /// Names with their indices in a list, in upper case and in both spellings.
+    /// Names with their indices in a list, in upper case.
     class Names {
     public:
         void add(const std::string &name, std::size_t index) {
             _byName.emplace(RtiFedName::upper(name), index);
-            _byName.emplace(RtiFedName::upper(nameInTypes(name)), index);
             _names.push_back(name);
         }
         std::optional<std::size_t> find(std::string_view name) const {
@@ -63,8 +62,8 @@ private:
     void readOwner(const TypesSection &section, const TypesOwner &owner, const toml::node &node) {
         const auto readMembers = [&](const toml::node &members) {
             Names names;
-            for (std::size_t i = 0; i < owner.members->size(); ++i)
-                names.add((*owner.members)[i].name, i);
+            for (std::size_t i = 0; i < owner.members.size(); ++i)
+                names.add(owner.members[i], i);
             forEachName(formOf(section.memberKind).noun, names, "", members,
                         [&](std::size_t index, const toml::node &value) {
                             readFacts(section.memberKind, owner.member(section.memberKind, index), value, nullptr, {});

@@ -38,8 +38,7 @@ std::string quoted(std::string_view text) {
 }
 
 /// Returns a name as a key of TOML.
-std::string keyOf(const std::string &name) {
-    const std::string key = nameInTypes(name);
+std::string keyOf(const std::string &key) {
     const bool isBare = !key.empty() && std::all_of(key.begin(), key.end(), [](char byte) {
         return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
                byte == '_' || byte == '-';
@@ -87,13 +86,13 @@ std::string asComment(const FomFacts::Known &comments) {
 std::string membersOf(const TypesSection &section, const TypesOwner &owner, const FomFacts &known,
                       const FomFacts &comments) {
     std::size_t width = 0;
-    for (const Outline::Member &member : *owner.members)
-        if (const std::size_t size = columns(keyOf(member.name)); size <= kNameColumn)
+    for (const std::string &member : owner.members)
+        if (const std::size_t size = columns(keyOf(member)); size <= kNameColumn)
             width = std::max(width, size);
     std::string text;
-    for (std::size_t i = 0; i < owner.members->size(); ++i) {
+    for (std::size_t i = 0; i < owner.members.size(); ++i) {
         const DeclarationRef ref = owner.member(section.memberKind, i);
-        std::string key = keyOf((*owner.members)[i].name);
+        std::string key = keyOf(owner.members[i]);
         key.append(width - std::min(columns(key), width), ' ');
         text += std::string(section.membersKey) + '.' + key + " = { " +
                 joined(assignments(section.memberKind, known.of(ref))) + " }" + asComment(comments.of(ref)) + '\n';

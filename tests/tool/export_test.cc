@@ -1,0 +1,318 @@
+// Models as XML of IEEE 1516: recorded exports, and what holds for the export of any model.
+
+#include "tests/Support.hh"
+#include "tool/check/ReadOutline.hh"
+#include "tool/commands/Commands.hh"
+#include "tool/fom/FomNames.hh"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <random>
+#include <set>
+#include <vector>
+
+namespace {
+
+struct Outcome {
+    Status status;
+    std::string out, err;
+};
+
+ExportOptions optionsFor(const std::string &fileName, const std::string &output = "-") {
+    ExportOptions options;
+    options.fileName = fileName;
+    options.output = output;
+    return options;
+}
+
+Outcome run(const ExportOptions &options) {
+    std::ostringstream out, err;
+    try {
+        const Status status = exportModel(options, Console{out, err});
+        return {status, out.str(), err.str()};
+    } catch (const CannotWork &why) {
+        return {cannotWork, out.str(), "rtifed: " + std::string(why.what()) + '\n'};
+    }
+}
+
+/// The files of one case: FED text, after "~~~~" a file of types. The first line has options.
+Outcome exported(const std::string &text) {
+    const std::size_t begin = text.find('\n') + 1, end = text.find("~~~~\n");
+    const TemporaryFile fed(text.substr(begin, end - begin));
+    const TemporaryFile types(end == std::string::npos ? "" : text.substr(end + 5));
+    ExportOptions options = optionsFor(fed.path());
+    const auto has = [&](const char *option) { return text.substr(0, begin).find(option) != std::string::npos; };
+    options.form = has("--fdd") ? FomForm::fdd : has("--module") ? FomForm::module : FomForm::interchange;
+    options.typesTemplate = has("--types-template");
+    if (end != std::string::npos)
+        options.types = types.path();
+    Outcome outcome = run(options);
+    for (const auto &[path, name] : {std::pair(fed.path(), "a.fed"), std::pair(types.path(), "types.toml")})
+        for (std::size_t at; (at = outcome.err.find(path)) != std::string::npos;)
+            outcome.err.replace(at, path.size(), name);
+    return outcome;
+}
+
+/// An element of XML as exports have it.
+struct Element {
+    std::string name, attributes, text;
+    std::vector<std::unique_ptr<Element>> children;
+
+    const Element *child(const std::string &wanted) const {
+        for (const auto &element : children)
+            if (element->name == wanted)
+                return element.get();
+        return nullptr;
+    }
+    std::string textOf(const std::string &wanted) const {
+        const Element *found = child(wanted);
+        return found ? found->text : std::string();
+    }
+};
+
+/// Reads elements up to the end of the one that they are in. Fails the test for anything that is not well-formed.
+void readInto(Element &around, const std::string &xml, std::size_t &at) {
+    while (true) {
+        const std::size_t tag = xml.find('<', at), end = xml.find('>', tag);
+        ASSERT_NE(end, std::string::npos);
+        around.text += xml.substr(at, tag - at);
+        at = end + 1;
+        std::string content = xml.substr(tag + 1, end - tag - 1);
+        if (content[0] == '/') {
+            ASSERT_EQ(content.substr(1), around.name);
+            return;
+        }
+        const bool isEmpty = content.back() == '/';
+        content.resize(content.size() - (isEmpty ? 1 : 0));
+        const std::size_t blank = content.find(' ');
+        Element &child = *around.children.emplace_back(std::make_unique<Element>());
+        child.name = content.substr(0, blank);
+        child.attributes = blank == std::string::npos ? "" : content.substr(blank + 1);
+        if (!isEmpty) {
+            ASSERT_NO_FATAL_FAILURE(readInto(child, xml, at));
+        }
+    }
+}
+
+/// Returns the element `objectModel` in an element without a name.
+std::unique_ptr<Element> read(const std::string &xml) {
+    auto document = std::make_unique<Element>();
+    std::size_t at = xml.find('\n') + 1;
+    readInto(*document, xml + "</>", at);
+    return document;
+}
+
+/// The elements that an element may have, in this order. "!" marks those that the schema FDD requires, "*" those that
+/// may be there several times; a name is required by both schemas.
+const std::map<std::string, std::vector<std::string>> kContents = {
+    {"objectModel",
+     {"modelIdentification", "!objects", "!interactions", "!dimensions", "!transportations", "switches", "notes"}},
+    {"modelIdentification", {"name", "type", "description", "other"}},
+    {"objects", {"!objectClass"}},
+    {"objectClass", {"!name", "sharing", "semantics", "*attribute", "*objectClass"}},
+    {"attribute",
+     {"!name", "dataType", "updateType", "updateCondition", "ownership", "sharing", "dimensions", "!transportation",
+      "!order", "semantics"}},
+    {"interactions", {"!interactionClass"}},
+    {"interactionClass",
+     {"!name", "sharing", "dimensions", "!transportation", "!order", "semantics", "*parameter", "*interactionClass"}},
+    {"parameter", {"!name", "dataType", "semantics"}},
+    {"dimensions", {"*dimension"}},
+    {"dimension", {"name", "dataType", "upperBound", "normalization", "value"}},
+    {"transportations", {"*transportation"}},
+    {"notes", {"*note"}},
+    {"note", {"!label", "!semantics"}},
+};
+
+/// Whether a text is a name in XML, of ASCII or any letters above it.
+bool isName(const std::string &text) {
+    return !text.empty() && std::string("-.0123456789").find(text[0]) == std::string::npos &&
+           std::all_of(text.begin(), text.end(), [](unsigned char byte) {
+               return std::isalnum(byte) || byte >= 0x80 || byte == '_' || byte == '-' || byte == '.';
+           });
+}
+
+/// Checks the order of elements, what is required, and that siblings have different names.
+void checkContents(const Element &element, bool isFdd) {
+    const auto contents = kContents.find(element.name);
+    if (contents == kContents.end() || element.children.empty())
+        return;
+    auto next = contents->second.begin();
+    std::set<std::string> names;
+    for (const auto &child : element.children) {
+        const auto isChild = [&child](const std::string &allowed) {
+            return allowed.substr(allowed.find_first_not_of("!*")) == child->name;
+        };
+        const auto found = std::find_if(next, contents->second.end(), isChild);
+        ASSERT_NE(found, contents->second.end()) << child->name << " in " << element.name;
+        next = (*found)[0] == '*' ? found : found + 1;
+        if (child->child("name") && child->name != "modelIdentification") {
+            EXPECT_TRUE(names.insert(child->name + ' ' + child->textOf("name")).second) << child->textOf("name");
+            EXPECT_TRUE(isName(child->textOf("name"))) << child->textOf("name");
+        }
+        ASSERT_NO_FATAL_FAILURE(checkContents(*child, isFdd));
+    }
+    for (const std::string &allowed : contents->second)
+        EXPECT_TRUE(allowed[0] != '!' || (!isFdd && allowed != "!name") || element.child(allowed.substr(1)))
+            << allowed << " in " << element.name;
+}
+
+template <class Visit>
+void forEachElement(const Element &element, const Visit &visit) {
+    visit(element);
+    for (const auto &child : element.children)
+        forEachElement(*child, visit);
+}
+
+/// Checks that everything that is named by a reference is declared.
+void checkReferences(const Element &model, bool isFdd) {
+    std::set<std::string> dimensions, transportations, labels;
+    const auto addNames = [&model](const char *section, const char *name, std::set<std::string> &names) {
+        static const Element none;
+        for (const auto &element : (model.child(section) ? *model.child(section) : none).children)
+            EXPECT_TRUE(names.insert(element->textOf(name)).second) << element->textOf(name);
+    };
+    addNames("dimensions", "name", dimensions);
+    addNames("transportations", "name", transportations);
+    addNames("notes", "label", labels);
+    forEachElement(model, [&](const Element &element) {
+        const auto refers = [&element](const char *name) { return element.name == name && element.children.empty(); };
+        EXPECT_TRUE(!refers("dimension") || dimensions.count(element.text)) << element.text;
+        EXPECT_TRUE(!isFdd || !refers("transportation") || transportations.count(element.text)) << element.text;
+        if (element.attributes.rfind("notes=\"", 0) == 0) {
+            std::istringstream words(element.attributes.substr(7, element.attributes.size() - 8));
+            for (std::string label; words >> label;)
+                EXPECT_TRUE(labels.count(label)) << label;
+        }
+    });
+}
+
+/// Random FED text: often with errors, odd names, duplicates and comments.
+class AnyFed {
+public:
+    explicit AnyFed(unsigned seed) : _random(seed) {}
+
+    std::string text() {
+        std::string fed =
+            "; About the file: <&> ]]> \x01\xFF\n(FED (Federation \"F & <G>\") (FEDversion v1.5)\n(spaces";
+        for (unsigned i = below(4); i > 0; --i) {
+            fed += comment() + "(space " + name();
+            for (unsigned d = below(3); d > 0; --d)
+                fed += comment() + "(dimension " + name() + ')';
+            fed += ')';
+        }
+        fed += ")(objects " + comment() + "(class ObjectRoot (attribute privilegeToDelete " + delivery() + ')' +
+               classes(true, 0) + ')' + classes(true, 2) + ")(interactions (class InteractionRoot " + delivery() +
+               classes(false, 0) + ')' + classes(false, 2) + "))";
+        return fed;
+    }
+
+private:
+    unsigned below(unsigned limit) { return static_cast<unsigned>(_random() % limit); }
+
+    std::string name() {
+        const char *const names[] = {"A",    "b",   "B",        "Manager", "RTIprivate", "\"c d\"",
+                                     "9",    "x.y", "\xC3\xA9", "-",       "\xFF",       "privilegeToDelete",
+                                     "\"\"", "A_2", "_x0041_"};
+        return names[below(std::size(names))];
+    }
+    std::string comment() { return below(3) ? "" : "\n  ;; Says \t<this> & -- \x02.\n"; }
+    std::string delivery() {
+        const char *const words[] = {"reliable", "best_effort", "RTI_RELIABLE", "realiable"};
+        const char *const orders[] = {"receive", "timestamp", "TIMESTAMP", "stamped"};
+        return std::string(words[below(4)]) + ' ' + orders[below(4)] + ' ' + (below(2) ? "" : name());
+    }
+    std::string classes(bool ofObjects, unsigned level) {
+        std::string text;
+        for (unsigned i = below(4); i > 0; --i) {
+            text += comment() + "(class " + name() + (ofObjects ? "" : ' ' + delivery());
+            for (unsigned m = below(4); m > 0; --m)
+                text +=
+                    comment() + (ofObjects ? "(attribute " + name() + ' ' + delivery() : "(parameter " + name()) + ')';
+            text += (level < 3 ? classes(ofObjects, level + 1) : "") + ')';
+        }
+        return text;
+    }
+
+    std::mt19937 _random;
+};
+
+/// Validates a file with the schemas DIF.xsd and FDD.xsd in the folder RTIFED_FOM_SCHEMAS, if there is one.
+void validate(const std::string &xml, bool isFdd) {
+    const char *folder = std::getenv("RTIFED_FOM_SCHEMAS");
+    if (!folder)
+        return;
+    const TemporaryFile file(xml);
+    for (const char *schema : {"/DIF.xsd", "/FDD.xsd"})
+        if (isFdd || schema[1] == 'D') {
+            const std::string command =
+                "xmllint --noout --nonet --schema '" + std::string(folder) + schema + "' " + file.path();
+            EXPECT_EQ(std::system((command + " 2>&1").c_str()), 0) << xml; // NOLINT(cert-env33-c): our own command
+        }
+}
+
+} // namespace
+
+TEST(Export, IsAsRecorded) {
+    forEachCase("export.txt", [](const std::string &text) {
+        const Outcome outcome = exported(text);
+        return outcome.err + outcome.out + "status " + std::to_string(outcome.status) + '\n';
+    });
+}
+
+TEST(Export, OfAnyModelIsValid) {
+    std::vector<std::string> texts = {example("harbour.fed"), example("minimal.fed"), example("tolerances.fed"),
+                                      "(FED"};
+    for (unsigned seed = 0; seed < 500; ++seed)
+        texts.push_back(AnyFed(seed).text());
+    for (const std::string &text : texts) {
+        SCOPED_TRACE(text);
+        const Outline outline = readOutline({"a.fed", text});
+        for (const FomForm form : {FomForm::interchange, FomForm::fdd, FomForm::module}) {
+            const bool isFdd = form == FomForm::fdd;
+            std::vector<ExportNote> notes;
+            const std::string xml = exportedModel(outline, {}, "About <it> & \x01\xFF", form, notes);
+            const auto document = read(xml);
+            ASSERT_EQ(document->children.size(), 1u);
+            ASSERT_NO_FATAL_FAILURE(checkContents(*document->children[0], isFdd));
+            checkReferences(*document->children[0], isFdd);
+            validate(xml, isFdd);
+        }
+    }
+}
+
+TEST(Export, TemplateOfTypesChangesNothing) {
+    for (unsigned seed = 0; seed < 100; ++seed) {
+        const std::string text = AnyFed(seed).text();
+        SCOPED_TRACE(text);
+        const std::string types = exported("--types-template\n" + text).out;
+        const Outcome with = exported("\n" + text + "~~~~\n" + types);
+        EXPECT_EQ(with.err, exported("\n" + text).err);
+        EXPECT_EQ(with.out, exported("\n" + text).out);
+        EXPECT_EQ(exported("--types-template\n" + text + "~~~~\n" + types).out, types);
+    }
+}
+
+TEST(Export, IsTheSameFromAnImageButForComments) {
+    std::string text = example("harbour.fed"), plain;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        plain += line.substr(0, line.find(';')) + '\n';
+    const TemporaryFile image(bytesOf(*load(plain)));
+    EXPECT_EQ(run(optionsFor(image.path())).out, exported('\n' + plain).out);
+    const std::string damaged = bytesOf(*load(plain)).substr(0, 5000);
+    const TemporaryFile part(damaged);
+    EXPECT_EQ(run(optionsFor(part.path())).status, wrong);
+    EXPECT_EQ(run(optionsFor(part.path())).out, "");
+}
+
+TEST(Export, ReplacesItsOutputOnlyIfItCan) {
+    const TemporaryFile fed(example("minimal.fed")), old("old"), types("[objects.None]\n");
+    ExportOptions wrongTypes = optionsFor(fed.path(), old.path());
+    wrongTypes.types = types.path();
+    EXPECT_EQ(run(wrongTypes).status, cannotWork);
+    EXPECT_EQ(readFile(old.path()), "old");
+    EXPECT_EQ(run(optionsFor(fed.path(), old.path())).out, "");
+    EXPECT_EQ(readFile(old.path()), run(optionsFor(fed.path())).out);
+}
