@@ -73,22 +73,22 @@ def rows(quick):
         yield from lookup([large], "are these attributes available", "availability", "bits", order, 2.0)
 
     text, hashed, tree = "text to database", "pugixml + flat maps", "pugixml tree"
-    yield from load(text, "warm", "text", "maps", hashed, 0.40)
-    yield from load(text, "fresh", "text", "maps", hashed, 0.45)
+    yield from load(text, "warm", "text", "maps", hashed, 0.45)
+    yield from load(text, "fresh", "text", "maps", hashed, 0.50)
     yield from load(text, "warm", "text", "plain", "plain", 0.15)
     yield from load(text, "fresh", "text", "plain", "plain", 0.25)
     yield from load(text, "warm", "text", "descriptors", "protobuf", 0.07)
     yield from load(text, "warm", "text", "tree", tree, 2.1)
     yield from load(text, "fresh", "text", "tree", tree, 1.5)
-    yield from load("image to database", "warm", "image", "tree", tree, 0.90)
-    yield from load("image to database", "warm", "image", "text", "our text load", 0.40)
+    yield from load("image to database", "warm", "image", "tree", tree, 0.65)
+    yield from load("image to database", "warm", "image", "text", "our text load", 0.35)
 
-    yield from memory("memory after text load", "text/{}/live", "tree/{}/live", tree, 0.80)
-    yield from memory("memory at peak of text load", "text/{}/peak", "maps/{}/peak", hashed, 0.58)
+    yield from memory("memory after text load", "text/{}/live", "tree/{}/live", tree, 0.50)
+    yield from memory("memory at peak of text load", "text/{}/peak", "maps/{}/peak", hashed, 0.50)
     yield from memory("memory at peak of restore", "image/{}/peak", "image/{}/live", "ours after it", 1.05)
 
     ratio = Size(f"{huge.label} : {few.label}", huge.declarations)
-    for title, ours, goal in (text, "text", 1.20), ("image to database", "image", 1.40):
+    for title, ours, goal in (text, "text", 1.10), ("image to database", "image", 1.25):
         yield from each([ratio], f"{title}, warm", "scale", f"{ours}/{{}}", f"{ours}/{few.declarations}",
                         f"ours at {few.label}", goal)
 

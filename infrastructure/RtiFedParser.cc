@@ -73,7 +73,9 @@ struct RtiFedParser::Contents {
     }
 
     /// A word of the current declaration.
-    std::string_view word(std::size_t index) const { return text.at(current[index]); }
+    std::string_view word(std::size_t index) const {
+        return {text.bytes().data() + current[index].begin, current[index].length}; // which the lexer cut from the text
+    }
 
     RtiFedText text;
     RtiFedReader read;
@@ -128,8 +130,10 @@ void RtiFedParser::deliverObjects(RtiFedParserCodegen &codegen) {
         contents.current = {name};
         return std::string(contents.word(0));
     };
-    codegen.expectDeclarations({declared.objects.classes.size(), declared.objects.members.size(),
-                                declared.interactions.classes.size(), declared.interactions.members.size()});
+    const auto countsOf = [](const RtiFedDeclarations::Tree &tree) {
+        return RtiFedDeclarationCounts::Classes{tree.classes.size(), tree.numLetters, tree.members.size()};
+    };
+    codegen.expectDeclarations({countsOf(declared.objects), countsOf(declared.interactions)});
     if (declared.federation.begin)
         codegen.setFederate(enter(declared.federation));
     if (declared.version.begin)

@@ -80,9 +80,9 @@ void RtiFedDatabaseCodegen::loadParameter(std::string_view name) {
 }
 
 void RtiFedDatabaseCodegen::reserve(const RtiFedDeclarationCounts &counts) {
-    _database->_objectClasses.reserve(counts.objectClasses);
-    _database->_interactionClasses.reserve(counts.interactionClasses);
-    _database->_attributeObjectClassMap.reserve(counts.attributes);
+    _database->_objectClasses.reserve(counts.objects.number, counts.objects.numLetters);
+    _database->_interactionClasses.reserve(counts.interactions.number, counts.interactions.numLetters);
+    _database->_attributeObjectClassMap.reserve(counts.objects.numMembers);
 }
 
 /// The handle of the space that a declaration names; 0 if it names none.

@@ -7,12 +7,14 @@
 #include <string>
 #include <string_view>
 
-/// The number of declarations of each kind in a file.
+/// How much a file declares.
 struct RtiFedDeclarationCounts {
-    std::size_t objectClasses = 0;
-    std::size_t attributes = 0;
-    std::size_t interactionClasses = 0;
-    std::size_t parameters = 0;
+    struct Classes {
+        std::size_t number = 0;
+        std::size_t numLetters = 0; ///< Of their full names.
+        std::size_t numMembers = 0;
+    };
+    Classes objects, interactions;
 };
 
 /// The callbacks through which the FED parser delivers the declarations of a file. A derived class overrides those it

@@ -12,7 +12,7 @@
 /// blocks are freed with the arena.
 ///
 /// No record is freed alone, which a database never needs: it only grows until it is replaced as a whole. Blocks double
-/// up to 64 KiB, so a small database stays small and a large one wastes at most one block.
+/// up to 32 KiB, so a small database stays small and a large one wastes at most one block.
 /// Threads: an arena belongs to one thread at a time; the objects in it do not.
 class RtiFedArena {
 public:
@@ -21,10 +21,24 @@ public:
         if (_left < gapBefore(alignment, offset) + size)
             addBlock(size + alignment);
         const std::size_t skipped = gapBefore(alignment, offset);
+        if (skipped >= alignof(std::max_align_t)) {
+            _gap = _next; // an even address: no size is odd
+            _leftInGap = skipped;
+        }
         std::byte *allocated = _next + skipped;
         _next = allocated + size;
         _left -= skipped + size;
         return allocated;
+    }
+
+    /// Allocates `size` bytes at an even address, in the last gap that an alignment left if they fit there. Throws
+    /// std::bad_alloc.
+    char *allocateLetters(std::size_t size) {
+        const std::size_t even = size + size % 2;
+        if (even > _leftInGap)
+            return static_cast<char *>(allocate(even, 2));
+        _leftInGap -= even;
+        return reinterpret_cast<char *>(std::exchange(_gap, _gap + even));
     }
 
     /// Makes an object, which the caller must destroy before the arena is destroyed. If the constructor throws, the
@@ -43,7 +57,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kFirstBlock = 128, kGreatestBlock = 65536; // bytes
+    static constexpr std::size_t kFirstBlock = 128, kGreatestBlock = 32768; // bytes
 
     std::size_t gapBefore(std::size_t alignment, std::size_t offset) const {
         return (0 - (reinterpret_cast<std::uintptr_t>(_next) + offset)) & (alignment - 1); // a power of 2
@@ -60,6 +74,8 @@ private:
     std::vector<std::unique_ptr<std::byte[]>> _blocks;
     std::byte *_next = nullptr;
     std::size_t _left = 0;
+    std::byte *_gap = nullptr; // free bytes that an alignment skipped
+    std::size_t _leftInGap = 0;
 };
 
 /// A deleter for objects in an arena: it destroys the object and leaves the memory to the arena.

@@ -86,6 +86,11 @@ public:
         _nameMap.reserve(size);
         _handleMap.reserve(size);
     }
+    /// The same, and the names of these classes, whose full names have `numLetters` letters in all.
+    void reserve(std::size_t size, std::size_t numLetters) {
+        reserve(size);
+        _nameMap.reserveEntries(size, numLetters - std::min(numLetters, size * kPrefix.size()));
+    }
 
     unsigned long checksum() const {
         unsigned long checksum = 0;

@@ -55,6 +55,11 @@ public:
         if (numBucketsFor(size) > _tags.size())
             grow(numBucketsFor(size));
     }
+    /// Allocates the entries for `size` names of `numLetters` letters in all, if no other names are added.
+    void reserveEntries(std::size_t size, std::size_t numLetters) {
+        const std::size_t padding = sizeof(Word) / 2; // of a name, on average
+        _block.reserve(size * kHeadWords + (numLetters + size * padding) / sizeof(Word));
+    }
 
     void clear() { *this = RtiFedNameMap(); }
 

@@ -18,7 +18,7 @@ public:
     /// Copies a name into an arena, which must outlive the letters. Throws std::bad_alloc.
     RtiFedLetters(std::string_view name, RtiFedArena &arena) {
         const std::size_t size = name.size(), head = size < kLong ? 1 : 1 + sizeof size;
-        char *letters = static_cast<char *>(arena.allocate(head + size, kAlignment));
+        char *letters = arena.allocateLetters(head + size);
         _address = letters;
         *letters = static_cast<char>(std::min<std::size_t>(size, kLong));
         if (size >= kLong)
@@ -27,6 +27,7 @@ public:
     }
     explicit RtiFedLetters(const char *address) : _address(address) {}
 
+    /// An even address.
     const char *address() const { return _address; }
     std::string_view text() const {
         std::size_t size = static_cast<unsigned char>(*_address);
@@ -35,8 +36,6 @@ public:
         std::memcpy(&size, _address + 1, sizeof size);
         return {_address + 1 + sizeof size, size};
     }
-
-    static constexpr std::size_t kAlignment = 2;
 
 private:
     // The number is one byte, or kLong and a std::size_t: nearly all names are short.
@@ -63,7 +62,8 @@ public:
     /// A copy may outlive the arena, so it has a string of its own.
     RtiFedStoredName(const RtiFedStoredName &other) : RtiFedStoredName(std::string(other.text())) {}
     RtiFedStoredName &operator=(const RtiFedStoredName &other) {
-        assign(other.text());
+        if (this != &other)
+            assign(other.text());
         return *this;
     }
     ~RtiFedStoredName() { delete asString(_word.load(std::memory_order_relaxed)); }
@@ -94,7 +94,7 @@ public:
 private:
     // 0 for an empty name; the address of a string, plus 1; or that of letters, which is even.
     using Word = std::uintptr_t;
-    static_assert(alignof(std::string) % 2 == 0 && RtiFedLetters::kAlignment % 2 == 0);
+    static_assert(alignof(std::string) % 2 == 0);
 
     static Word wordOf(const std::string *string) { return reinterpret_cast<Word>(string) + 1; }
     // NOLINTBEGIN(performance-no-int-to-ptr): the word is one of two kinds of address

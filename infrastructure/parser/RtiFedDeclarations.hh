@@ -38,6 +38,7 @@ struct RtiFedDeclarations {
     struct Tree {
         std::vector<Class> classes;
         std::vector<Member> members;
+        std::size_t numLetters = 0; ///< Of the full names of all classes.
 
         void addMember(std::uint32_t classIndex, const RtiFedArguments &arguments) {
             const auto index = static_cast<std::uint32_t>(members.size());

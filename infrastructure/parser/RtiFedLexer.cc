@@ -154,7 +154,7 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
         if (bytes[at] == ' ')
             ++at;
         if (bytes[at] <= ' ') // perhaps another blank, which is less common
-            at = endOfBlanks(at);
+            at = _runs.endOfBlanks(at);
         if (bytes[at] == '(' || bytes[at] == ')') {
             _at = at;
             return count;
@@ -162,7 +162,7 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
         if (count == words.size() || at == end) // too many, the end, or no word
             return kNotPlain;
         const RtiFedOffset begin = at;
-        at = endOfWord(at);
+        at = _runs.endOfWord(at); // the NUL after the text ends a word, too
         if (at - begin > longest)
             return kNotPlain;
         words[count] = {begin, at - begin};

@@ -354,6 +354,7 @@ bool RtiFedReader::declareClass(RtiFedDeclarations::Tree &tree, const RtiFedArgu
         nesting.addError(Problem::dotInClassName, _text.withQuotes(name).begin);
     clause.declaration = static_cast<std::uint32_t>(tree.classes.size());
     tree.classes.push_back({arguments, level});
+    tree.numLetters += clause.fullNameLength;
     return true;
 }
 

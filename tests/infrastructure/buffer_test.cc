@@ -82,3 +82,22 @@ TEST(Buffer, OfADerivedClassGetsHandlesAsObjects) {
     EXPECT_EQ(buffer.numObjects, 28);
     EXPECT_EQ(copy.getAttributeName(1, 1), longName);
 }
+
+// Records are read without the buffer's operations for each number; its position follows nevertheless.
+TEST(Buffer, IsAtTheNextValueAfterARestore) {
+    RtiBuffer buffer;
+    buffer.put(7UL);
+    RtiFedParameter(5, "Speed").save(buffer);
+    buffer.put(9UL);
+    EXPECT_EQ(buffer.getUnsignedLong(), 7);
+    EXPECT_EQ(RtiFedParameter(buffer).getHandle(), 5);
+    EXPECT_EQ(buffer.getUnsignedLong(), 9);
+
+    RtiBuffer truncated(buffer.data() + 4, 4 + 5 + 3); // its handle lacks a byte
+    EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { RtiFedParameter{truncated}; }),
+              "byte 9: 1 number of 4 bytes wanted, 3 bytes left");
+    EXPECT_EQ(truncated.remaining(), 3u);
+    EXPECT_EQ(reasonOf<RtiBufferUnderflow>([&] { truncated.skip(4); }), "byte 9: 4 bytes wanted, 3 bytes left");
+    truncated.skip(3);
+    EXPECT_EQ(truncated.remaining(), 0u);
+}

@@ -1,11 +1,13 @@
 #include "fed/loading/RtiFedParserCodegen.hh"
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiFedParser.hh"
+#include "infrastructure/parser/RtiFedRuns.hh"
 #include "tests/Support.hh"
 
 #include <unistd.h>
 
 #include <algorithm>
+#include <random>
 #include <thread>
 
 using namespace std::string_literals;
@@ -218,4 +220,49 @@ TEST(Parser, CountsLinesAndColumns) {
     EXPECT_EQ(errorsOf("\r\n\r\n\n\r\r\t\xC3\xA9 ("), "6:2: expected \"(FED\", found \"\xC3\xA9\"\n");
     EXPECT_EQ(errorsOf(std::string(10000, '\n') + std::string(9000, ' ') + "x"),
               "10001:9001: expected \"(FED\", found \"x\"\n");
+}
+
+TEST(FedParser, SaysFirstHowMuchItDelivers) {
+    struct Counter : RtiFedParserCodegen {
+        void expectDeclarations(const RtiFedDeclarationCounts &counts) override {
+            for (const auto &classes : {counts.objects, counts.interactions})
+                calls += std::to_string(classes.number) + " " + std::to_string(classes.numLetters) + " " +
+                         std::to_string(classes.numMembers) + ", ";
+        }
+        void setFederate(std::string name) override { calls += name; }
+        void setFederateVersion(std::string) override {}
+        void declareObjectClass(std::string_view, std::size_t) override {}
+        void declareObjectClassAttribute(std::string_view, std::string_view, std::string_view,
+                                         std::string_view) override {}
+        void declareInteractionClass(std::string_view, std::string_view, std::string_view, std::string_view,
+                                     std::size_t) override {}
+        std::string calls;
+    } counter;
+    RtiFedParser("(FED (Federation F) (FEDversion v) (objects (class A (class Bc (attribute d reliable receive)"
+                 "(attribute e reliable receive)) (class D))) (interactions (class I reliable receive)))")
+        .deliver(counter);
+    EXPECT_EQ(counter.calls, "3 8 2, 1 1 0, F"); // A, A.Bc, A.D
+}
+
+TEST(FedRuns, EndWhereAPlainSearchEnds) {
+    constexpr std::string_view kBlanks = " \t\n\v\f\r";
+    const std::string kEnds = std::string(kBlanks) + "()\";\0"s;
+    std::mt19937 random(1);
+    for (int i = 0; i < 300; ++i) {
+        std::string bytes;
+        const std::size_t size = random() % 300;
+        while (bytes.size() < size) { // runs that cross the ends of blocks
+            const bool any = random() % 4 == 0;
+            const char byte = any ? static_cast<char>(random()) : kEnds[random() % kEnds.size()];
+            bytes.append(random() % (random() % 3 ? 12 : 150), random() % 2 ? 'x' : byte);
+        }
+        const RtiFedText text(bytes);
+        RtiFedRuns runs(text);
+        for (std::size_t at = 0; at < bytes.size(); at += random() % 9) {
+            const std::size_t from = random() % 8 ? at : random() % bytes.size();
+            const auto offset = static_cast<RtiFedOffset>(from);
+            EXPECT_EQ(runs.endOfWord(offset), std::min(bytes.find_first_of(kEnds, from), bytes.size()));
+            EXPECT_EQ(runs.endOfBlanks(offset), std::min(bytes.find_first_not_of(kBlanks, from), bytes.size()));
+        }
+    }
 }
