@@ -256,6 +256,30 @@ TEST(Image, RefusesCycles) {
               std::string::npos);
 }
 
+// The walks end although children form cycles and classes are reached in several ways.
+TEST(Image, RefusesTheCyclesThatDerivationGoesAlong) {
+    const auto db = emptyDatabase();
+    RtiFedObjectClass *root = db->addObjectClass("R");
+    std::string name = "R";
+    std::vector<RtiFedObjectClass *> chain{root};
+    for (int i = 0; i < 60; ++i)
+        chain.push_back(db->addObjectClass(name += ".C"));
+    for (RtiFedObjectClass *from : chain)
+        for (const RtiFedObjectClass *to : chain)
+            from->addChildClass(to->getHandle());
+    RtiFedObjectClass *apart = db->addObjectClass("Apart");
+    chain.back()->addChildClass(apart->getHandle());
+    for (const RtiFedObjectClass *from : {chain.front(), chain.back()}) {
+        std::set<RtiObjectClassHandle> derived;
+        db->getDerivedObjectClassHandleSet(from->getHandle(), derived);
+        EXPECT_EQ(derived.size(), chain.size() + 1);
+    }
+    RtiBuffer image = imageOf(*db);
+    EXPECT_NE(
+        reasonOf<RTI::RTIinternalError>([&image] { const RtiFedDatabase copy(image); }).find("a cycle of children"),
+        std::string::npos);
+}
+
 TEST(Image, RefusesDuplicates) {
     const auto database = smallDatabase();
     RtiFedObjectClass *node = database->find(RtiObjectClassHandle(1));

@@ -363,6 +363,10 @@ struct Both {
     void keepImage() {
         SAME(imageOf(*db), imageOf(*model));
         kept = imageOf(*db);
+        RtiBuffer image(kept.data(), kept.size());
+        const RtiFedDatabase copy(image);
+        SAME(copy.getChecksum(), db->getChecksum());
+        SAME(imageOf(copy), kept);
     }
 
     void restore() {
