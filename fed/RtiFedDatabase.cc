@@ -288,16 +288,26 @@ std::string RtiFedDatabase::getObjectClassName(RtiObjectClassHandle handle) cons
 }
 
 RtiAttributeHandle RtiFedDatabase::getAttributeHandle(std::string_view name, RtiObjectClassHandle objectClass) const {
+    const RtiFedFoldedName folded(name);
+    if (const RtiFedMemberIndex *index = _objectClasses.memberIndex().get())
+        if (const std::uint32_t handle = index->find(objectClass._value, folded))
+            return handle;
+    return findAttribute(RtiFedName(name, folded.hash()), objectClass);
+}
+
+/// Looks for the attribute in the class and in each of its ancestors.
+RtiAttributeHandle RtiFedDatabase::findAttribute(const RtiFedName &name,
+                                                 const RtiObjectClassHandle &objectClass) const {
     const RtiFedObjectClass *declaring = find(objectClass);
     if (!declaring)
         rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 1397: ");
-    const RtiFedName hashed(name);
+    _objectClasses.memberIndex().walked(_objectClasses, _attributeObjectClassMap.size());
     for (; declaring; declaring = declaring->getParentClass()) {
-        const RtiFedAttribute *attribute = declaring->members().find(hashed);
+        const RtiFedAttribute *attribute = declaring->members().find(name);
         if (attribute && attribute->getHandle() != 0)
             return attribute->getHandle();
     }
-    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1410: Attribute Name: ", name,
+    rtiFedRaise<RTI::NameNotFound>("\"RtiFedDatabase\", line 1410: Attribute Name: ", name.text(),
                                    " of Object Class: ", toString(objectClass._value), kNotFound);
 }
 

@@ -278,6 +278,8 @@ private:
     template <class Visit>
     void forEachCounter(Visit visit);
 
+    RtiAttributeHandle findAttribute(const RtiFedName &name, const RtiObjectClassHandle &objectClass) const;
+
     static const RtiFedObjectClass &requireDefined(const RtiFedObjectClass *objectClass);
     template <class Visit>
     void forEachAvailable(const RtiFedObjectClass &objectClass, Visit visit) const;

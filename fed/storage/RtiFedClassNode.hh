@@ -4,6 +4,7 @@
 #include "fed/RtiFedElement.hh"
 #include "fed/image/RtiFedDump.hh"
 #include "fed/storage/RtiFedHandleSet.hh"
+#include "fed/storage/RtiFedMemberIndex.hh"
 #include "fed/storage/RtiFedMemberTable.hh"
 #include "fed/storage/RtiFedStoredHandle.hh"
 
@@ -31,7 +32,10 @@ public:
     Handle getParentClassHandle() const { return _parentHandle; }
     /// The parent, not owned; null for a root, and after a restore until setParentClass.
     Node *getParentClass() const { return _parent; }
-    void setParentClass(Node *parent) { _parent = parent; }
+    void setParentClass(Node *parent) {
+        dropMemberIndex();
+        _parent = parent;
+    }
 
     /// Links the subclasses that this node owns, at any depth, to their parents; a restore leaves them without.
     void linkOwned() {
@@ -53,8 +57,12 @@ public:
     /// The handles of the direct children and the members, without a copy.
     const RtiFedHandleSet<Handle> &children() const { return _childrenClasses; }
     const RtiFedMemberTable<Member> &members() const { return _members; }
-    /// Lets the members be allocated in a shared arena. Call it while there are none; the arena must outlive the node.
-    void shareArena(RtiFedArena &arena) { _members.useArena(arena); }
+    /// Lets the members be allocated in the arena of a tree, and the index of the tree be dropped when they or the
+    /// parent change. Call it while there are no members; both must outlive the node.
+    void joinTree(RtiFedArena &arena, RtiFedMemberIndexHolder &memberIndex) {
+        _members.useArena(arena);
+        _memberIndex = &memberIndex;
+    }
     void reserveMembers(std::size_t number) { _members.reserve(number); }
 
     /// Calls `visit` for each owned subclass that its handle finds, at any depth, by ascending handle.
@@ -140,7 +148,7 @@ protected:
 
     /// Restores the lists of the shared part.
     void restoreShared(RtiFedImageReader &reader) {
-        _parent = nullptr;
+        setParentClass(nullptr);
         _owned.reset();
         for (unsigned long count = reader.count(Node::_numImageValues, "subclasses"); count > 0; --count) {
             const std::size_t byte = reader.byte();
@@ -158,6 +166,12 @@ protected:
     }
 
     unsigned level() const { return _level; }
+
+    /// Call it before a change of the members or the parent.
+    void dropMemberIndex() {
+        if (_memberIndex)
+            _memberIndex->drop();
+    }
 
     Node *_parent = nullptr; // next to the members, since most lookups of a member continue with the parent
     RtiFedMemberTable<Member> _members;
@@ -198,5 +212,6 @@ private:
     }
 
     std::unique_ptr<Owned> _owned; // null if there are none, as in every node of a database that a FED file made
-    unsigned _level = 1;           // bounds the recursion over owned nodes
+    RtiFedMemberIndexHolder *_memberIndex = nullptr; // of the tree that the node is in; not owned
+    unsigned _level = 1;                             // bounds the recursion over owned nodes
 };

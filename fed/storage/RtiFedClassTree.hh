@@ -5,6 +5,7 @@
 #include "fed/image/RtiFedImageLinks.hh"
 #include "fed/storage/RtiFedArena.hh"
 #include "fed/storage/RtiFedHandleMap.hh"
+#include "fed/storage/RtiFedMemberIndex.hh"
 #include "fed/storage/RtiFedNameMap.hh"
 
 #include <algorithm>
@@ -26,6 +27,7 @@
 template <class Node>
 class RtiFedClassTree {
 public:
+    using NodeType = Node;
     using Handle = typename Node::Handle;
     using Number = decltype(Handle::_value);
 
@@ -62,7 +64,7 @@ public:
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
         Owner node(_arena.template make<Node, kCacheLine, kNameSize>(std::forward<Arguments>(arguments)...));
-        node->shareArena(_arena);
+        node->joinTree(_arena, _memberIndex);
         return node;
     }
 
@@ -133,8 +135,11 @@ public:
         _numNames = 0;
         _hasDoublePrefix = false;
         _handleMap.clear();
+        _memberIndex.drop();
         _arena = RtiFedArena();
     }
+
+    const RtiFedMemberIndexHolder &memberIndex() const { return _memberIndex; }
 
     Handle greatest() const { return _handleMap.greatest(); }
 
@@ -285,4 +290,5 @@ private:
     std::size_t _numNames = 0;
     bool _hasDoublePrefix = false; // whether a name repeats the prefix: only then can a second try find anything
     RtiFedHandleMap<Handle, Owner> _handleMap;
+    RtiFedMemberIndexHolder _memberIndex;
 };

@@ -140,30 +140,32 @@ private:
 
     template <bool foldB>
     [[gnu::always_inline]] static bool equalBlocks(std::string_view a, const Blocks &blocksOfA, const char *b) {
-        Block x;
+        Words differ{};
+        Block block;
         if (isShort(a)) {
-            loadShort(b, a.size(), x);
-            return isZero(difference<foldB>(blocksOfA.first, x));
+            loadShort(b, a.size(), block);
+            addDifference<foldB>(blocksOfA.first, block, differ);
+            return isZero(differ);
         }
-        load(b, x);
-        Words differ = difference<foldB>(blocksOfA.first, x);
-        load(b + secondOf(a), x);
-        differ |= difference<foldB>(blocksOfA.second, x);
-        load(b + lastOf(a), x);
-        differ |= difference<foldB>(blocksOfA.last, x);
+        load(b, block);
+        addDifference<foldB>(blocksOfA.first, block, differ);
+        load(b + secondOf(a), block);
+        addDifference<foldB>(blocksOfA.second, block, differ);
+        load(b + lastOf(a), block);
+        addDifference<foldB>(blocksOfA.last, block, differ);
         forEachInner(a, [&](std::size_t at) {
-            Block y;
-            loadUpper(a.data() + at, y);
-            load(b + at, x);
-            differ |= difference<foldB>(y, x);
+            Block blockOfA;
+            loadUpper(a.data() + at, blockOfA);
+            load(b + at, block);
+            addDifference<foldB>(blockOfA, block, differ);
         });
         return isZero(differ);
     }
     template <bool foldB>
-    [[gnu::always_inline]] static Words difference(const Block &a, Block &b) {
+    [[gnu::always_inline]] static void addDifference(const Block &a, Block &b, Words &differ) {
         if (foldB)
             toUpper(b);
-        return reinterpret_cast<Words>(a ^ b);
+        differ |= reinterpret_cast<Words>(a ^ b);
     }
     [[gnu::always_inline]] static bool isZero(const Words &words) { return (words[0] | words[1]) == 0; }
 
