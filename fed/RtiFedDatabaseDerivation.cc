@@ -5,6 +5,24 @@
 #include <memory>
 #include <utility>
 
+namespace {
+
+/// Whether `available` contains all of `asked`. Call it with 0 as the last argument, which prefers the operation of our
+/// own set; that of a host need not have one.
+template <class Set>
+auto containsAll(const Set &available, const Set &asked, int) -> decltype(available.containsAll(asked)) {
+    return available.containsAll(asked);
+}
+template <class Set>
+bool containsAll(const Set &available, const Set &asked, long) {
+    for (unsigned long i = 0; i < asked.size(); ++i)
+        if (!available.isMember(asked.getHandle(i)))
+            return false;
+    return true;
+}
+
+} // namespace
+
 std::set<RtiObjectClassHandle> RtiFedDatabase::getObjectClassHandleSet() const {
     return _objectClasses.handles();
 }
@@ -118,9 +136,5 @@ RtiAttributeHandleSet *RtiFedDatabase::getAvailableAttributeHandles(const RtiObj
 
 RTI_bool RtiFedDatabase::verifyAvailableAttributes(const RtiObjectClassHandle &objectClass,
                                                    RtiAttributeHandleSet attributes) const {
-    const RtiAttributeHandleSet &available = *getAvailableAttributeHandles(objectClass, 0);
-    for (unsigned long i = 0; i < attributes.size(); ++i)
-        if (!available.isMember(attributes.getHandle(i)))
-            return RTI_false;
-    return RTI_true;
+    return containsAll(*getAvailableAttributeHandles(objectClass, 0), attributes, 0) ? RTI_true : RTI_false;
 }

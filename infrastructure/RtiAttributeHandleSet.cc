@@ -3,7 +3,9 @@
 #include "infrastructure/RtiMemoryManager.hh"
 
 #include <algorithm>
+#include <atomic>
 #include <new>
+#include <utility>
 
 RtiAttributeHandleSet::RtiAttributeHandleSet(unsigned long) {}
 
@@ -13,42 +15,42 @@ void RtiAttributeHandleSet::add(RtiAttributeHandle handle) {
     if (before && number - before->first < lengthOf(before))
         return;
     const std::size_t place = before ? static_cast<std::size_t>(before - begin()) + 1 : 0; // of the run after it
+    const bool joinsLast = before && number - before->first == lengthOf(before);
     const bool joinsNext = place < _numRuns && begin()[place].first - 1 == number;
+    Run *runs = reserve(joinsLast || joinsNext ? _numRuns : _numRuns + 1);
     std::size_t later = place; // the first run that now has one more handle before it
-    if (before && number - before->first == lengthOf(before)) {
-        if (joinsNext)
-            eraseRun(place);
+    if (joinsLast && joinsNext) {
+        std::copy(runs + place + 1, runs + _numRuns, runs + place);
+        --_numRuns;
     } else if (joinsNext) {
-        begin()[place].first = number;
+        runs[place].first = number;
         ++later;
-    } else {
-        insertRun(place, {number, place < _numRuns ? begin()[place].before : _size});
+    } else if (!joinsLast) {
+        std::copy_backward(runs + place, runs + _numRuns, runs + _numRuns + 1);
+        runs[place] = {number, place < _numRuns ? runs[place + 1].before : _size};
+        ++_numRuns;
         ++later;
     }
     for (; later < _numRuns; ++later)
-        ++begin()[later].before;
+        ++runs[later].before;
     ++_size;
 }
 
-void RtiAttributeHandleSet::insertRun(std::size_t place, const Run &run) {
-    if (_numRuns < kFew) {
-        std::copy_backward(_few + place, _few + _numRuns, _few + _numRuns + 1);
-        _few[place] = run;
+/// Returns the runs, not shared with a copy and with memory for `numRuns`. Throws std::bad_alloc, leaving the set
+/// unchanged.
+RtiAttributeHandleSet::Run *RtiAttributeHandleSet::reserve(std::size_t numRuns) {
+    if (!_many && numRuns <= kFew)
+        return _few;
+    if (numRuns > _capacity || _many.use_count() > 1) {
+        const std::size_t capacity = numRuns > _capacity ? 2 * _capacity : _capacity;
+        std::shared_ptr<Run[]> runs(new Run[capacity]);
+        std::copy(begin(), begin() + _numRuns, runs.get());
+        _many = std::move(runs);
+        _capacity = capacity;
     } else {
-        if (_numRuns == kFew)
-            _many.assign(_few, _few + kFew);
-        _many.insert(_many.begin() + static_cast<std::ptrdiff_t>(place), run);
+        std::atomic_thread_fence(std::memory_order_acquire); // another thread may just have read and freed a copy
     }
-    ++_numRuns;
-}
-
-void RtiAttributeHandleSet::eraseRun(std::size_t place) {
-    std::copy(begin() + place + 1, begin() + _numRuns, begin() + place);
-    if (_numRuns == kFew + 1)
-        std::copy(_many.begin(), _many.begin() + kFew, _few);
-    --_numRuns;
-    if (_numRuns >= kFew)
-        _many.resize(_numRuns > kFew ? _numRuns : 0);
+    return _many.get();
 }
 
 void RtiAttributeHandleSet::refuseIndex(unsigned long index) const {

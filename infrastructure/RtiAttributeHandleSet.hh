@@ -4,13 +4,14 @@
 #include "infrastructure/RtiExceptions.hh"
 
 #include <cstddef>
-#include <vector>
+#include <memory>
 
 /// A set of attribute handles: the HLA 1.3 AttributeHandleSet of a subscription, publication or update.
 ///
 /// The set is stored as ascending runs of consecutive handles, because attributes that are declared together have
-/// consecutive handles. Up to eight runs are stored in the object itself; more need an allocation. A set on the heap is
-/// allocated with RtiMemoryManager. Lookups are binary searches over the runs.
+/// consecutive handles. Up to eight runs are stored in the object itself; more need an allocation, which copies share
+/// until one of them changes, since sets are passed by value. A set on the heap is allocated with RtiMemoryManager.
+/// Lookups are binary searches over the runs.
 /// Threads: const members on any number of threads at once; add needs exclusive access.
 class RTI_EXPORT RtiAttributeHandleSet {
 public:
@@ -28,6 +29,18 @@ public:
     bool isMember(const RtiAttributeHandle &handle) const {
         const Run *run = lastRun([&handle](const Run &r) { return r.first <= handle._value; });
         return run && handle._value - run->first < lengthOf(run);
+    }
+    /// Whether each of the handles is in this set. One lookup for each run of `others`.
+    bool containsAll(const RtiAttributeHandleSet &others) const {
+        for (const Run *all = others.begin(); all != others.end(); ++all) {
+            const Run *run = lastRun([all](const Run &r) { return r.first <= all->first; });
+            if (!run)
+                return false;
+            const unsigned long offset = all->first - run->first, length = lengthOf(run);
+            if (offset >= length || others.lengthOf(all) > length - offset)
+                return false;
+        }
+        return true;
     }
     unsigned long size() const { return _size; }
 
@@ -49,8 +62,7 @@ private:
     };
     static constexpr std::size_t kFew = 8;
 
-    const Run *begin() const { return _numRuns <= kFew ? _few : _many.data(); }
-    Run *begin() { return _numRuns <= kFew ? _few : _many.data(); }
+    const Run *begin() const { return _many ? _many.get() : _few; }
     const Run *end() const { return begin() + _numRuns; }
     unsigned long lengthOf(const Run *run) const { return (run + 1 == end() ? _size : run[1].before) - run->before; }
 
@@ -67,11 +79,11 @@ private:
     }
 
     [[noreturn]] void refuseIndex(unsigned long index) const;
-    void insertRun(std::size_t place, const Run &run);
-    void eraseRun(std::size_t place);
+    Run *reserve(std::size_t numRuns);
 
     unsigned long _size = 0;
     std::size_t _numRuns = 0;
-    Run _few[kFew] = {};    // ascending, with a gap between any two
-    std::vector<Run> _many; // all runs, if they are more than kFew
+    Run _few[kFew] = {}; // ascending, with a gap between any two
+    std::size_t _capacity = kFew;
+    std::shared_ptr<Run[]> _many; // all runs, once they are more than kFew
 };

@@ -6,6 +6,7 @@
 #include "infrastructure/RtiStringUtility.hh"
 #include "tests/Support.hh"
 
+#include <climits>
 #include <random>
 #include <set>
 
@@ -35,9 +36,22 @@ TEST(HostServices, HandleSetIsASet) {
         RtiAttributeHandleSet set(0);
         std::set<RtiAttributeHandle> model;
         for (int i = 0; i < 300; ++i) {
-            const unsigned long handle = random() % 8 ? random() % range : 4294967295UL - random() % 3;
+            const unsigned long handle = random() % 8 ? random() % range : ULONG_MAX - random() % 3;
+            const RtiAttributeHandleSet before = set;
             set.add(handle);
+            ASSERT_EQ(before.size(), model.size()); // a copy does not change with the set
+            ASSERT_EQ(before.isMember(handle), model.count(handle) == 1);
             model.insert(handle);
+            RtiAttributeHandleSet others(0);
+            bool hasAll = true;
+            for (std::size_t left = random() % 6; left > 0; --left) {
+                const unsigned long other = random() % 8 ? random() % range : ULONG_MAX - random() % 3;
+                others.add(other);
+                hasAll = hasAll && model.count(other) == 1;
+            }
+            ASSERT_EQ(set.containsAll(others), hasAll);
+            ASSERT_TRUE(set.containsAll(before));
+            ASSERT_EQ(before.containsAll(set), before.size() == set.size());
             const RtiAttributeHandleSet copy = set;
             ASSERT_EQ(copy.size(), model.size());
             unsigned long index = 0;
