@@ -221,11 +221,12 @@ def main():
                                 ("Handle to record, chained", "handle to record, chained"))
         for size in sizes_of(rows, workload, ["1e4 classes", "1e5 classes"])] + [
         group(rows, "Attribute name in a class, back to back", attribute, size) for size in sizes_of(rows, attribute, ["1e4", "1e5"])] + [
-        group(rows, f"{title}, {order}", f"{workload}, {order}", "1e5")
+        group(rows, f"{title}, {order}", f"{workload}, {order}", size)
         for title, workload in (("Attribute to declaring class", "attribute to declaring class"),
                                 ("Is it derived from", "is it derived from"),
-                                ("Are these attributes available", "are these attributes available"))
-        for order in ("back to back", "chained")])
+                                ("Are these 4 attributes available", "are these 4 attributes available"),
+                                ("Are these 32 attributes available", "are these 32 attributes available"))
+        for order in ("back to back", "chained") for size in sizes_of(rows, f"{workload}, {order}", ["1e5"])])
     chart("loads", "Loads and memory", [
         group(rows, "FED text to database in a warm process", "text to database, warm", declarations),
         group(rows, "FED text to database in a fresh process", "text to database, fresh", declarations),

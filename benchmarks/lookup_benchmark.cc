@@ -10,6 +10,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cstdint>
 #include <functional>
@@ -366,45 +367,49 @@ void derivation(const std::string &workload, const Federation &federation) {
                       }});
 }
 
-/// Sets of 4 to 8 attributes of a class; every fifth set contains one that the class does not have.
+/// Sets of `size` attributes of a class that has at least as many; every fifth set contains one that the class does not
+/// have.
+template <std::size_t size>
 void availability(const std::string &workload, const Federation &federation) {
-    struct Set {
-        Handle size;
-        Handle handles[8];
-    };
+    using Set = std::array<Handle, size>;
     auto &available = keep<BitTable>(federation.numClasses + 1, federation.numAttributes + 1);
-    for (Handle handle = 1; handle <= federation.numClasses; ++handle)
-        for (const RtiFedAttribute *attribute : federation.available(handle))
+    std::vector<Handle> classes;
+    for (Handle handle = 1; handle <= federation.numClasses; ++handle) {
+        const auto attributes = federation.available(handle);
+        for (const RtiFedAttribute *attribute : attributes)
             available.set(handle, attribute->getHandle()._value);
+        if (attributes.size() >= size)
+            classes.push_back(handle);
+    }
+    if (classes.empty())
+        throw std::runtime_error(workload + ": no class has " + std::to_string(size) + " attributes");
     Random random(federation.numClasses);
     auto &asked = keep<std::vector<Handle>>();
     auto &ours = keep<std::vector<RtiAttributeHandleSet>>();
     auto &theirs = keep<std::vector<Set>>();
     while (asked.size() < kQueries) {
-        const Handle handle = federation.anyClass(random);
+        const Handle handle = classes[random.below(classes.size())];
         auto attributes = federation.available(handle);
-        Set set{static_cast<Handle>(random.between(4, 8)), {}};
-        if (attributes.size() < set.size)
-            continue;
-        for (std::size_t i = 0; i < set.size; ++i) {
+        Set set;
+        for (std::size_t i = 0; i < size; ++i) {
             std::swap(attributes[i], attributes[random.between(i, attributes.size() - 1)]);
-            set.handles[i] = number(attributes[i]->getHandle());
+            set[i] = number(attributes[i]->getHandle());
         }
         if (random.below(5) == 0) {
-            Handle &other = set.handles[random.below(set.size)];
+            Handle &other = set[random.below(size)];
             do
                 other = static_cast<Handle>(random.between(1, federation.numAttributes));
             while (available.test(handle, other));
         }
         asked.push_back(handle);
         theirs.push_back(set);
-        RtiAttributeHandleSet &added = ours.emplace_back(set.size);
-        for (std::size_t i = 0; i < set.size; ++i)
-            added.add(set.handles[i]);
+        RtiAttributeHandleSet &added = ours.emplace_back(size);
+        for (const Handle attribute : set)
+            added.add(attribute);
     }
     const auto allAvailable = [&](Handle handle, const Set &set) {
-        for (std::size_t i = 0; i < set.size; ++i)
-            if (set.handles[i] > federation.numAttributes || !available.test(handle, set.handles[i]))
+        for (const Handle attribute : set)
+            if (attribute > federation.numAttributes || !available.test(handle, attribute))
                 return false;
         return true;
     };
@@ -427,7 +432,8 @@ const std::map<std::string, Workload> kWorkloads = {
     {"record", records},
     {"declaring-class", declaringClasses},
     {"derivation", derivation},
-    {"availability", availability}};
+    {"availability-4", availability<4>},
+    {"availability-32", availability<32>}};
 
 } // namespace
 

@@ -57,20 +57,25 @@ def rows(quick):
         yield from each([large], title, "memory", ours, peer, peer_name, goal)
 
     name = "class name to handle"
-    yield from lookup(some_classes, f"{name}, random", "class", "flat_hash_map", "back-to-back", 1.00)
-    yield from lookup(some_classes, f"{name}, skewed", "class-skewed", "flat_hash_map", "back-to-back", 1.00)
+    for order, workload in ("random", "class"), ("skewed", "class-skewed"):
+        yield from lookup(some_classes[:1], f"{name}, {order}", workload, "flat_hash_map", "back-to-back", 0.95)
+        yield from lookup(some_classes[1:], f"{name}, {order}", workload, "flat_hash_map", "back-to-back", 0.75)
     yield from lookup(some_classes, f"{name}, random", "class", "flat_hash_map", "chained", 0.90)
     yield from lookup(some_classes, f"{name}, skewed", "class-skewed", "flat_hash_map", "chained", 0.90)
     yield from lookup(some_classes, f"{name}, random", "class", "map", "back-to-back", 0.10)
     yield from lookup(some_classes, f"{name}, random", "class", "unordered_map", "back-to-back", 0.65)
     yield from lookup(some_classes, f"{name}, without root", "short-class", "flat_hash_map", "back-to-back", 0.55)
-    yield from lookup(some, "attribute name in a class", "attribute", "flat_hash_map", "back-to-back", 0.95)
+    yield from lookup(some, "attribute name in a class", "attribute", "flat_hash_map", "back-to-back", 0.75)
     yield from lookup(some_classes, "handle to record", "record", "vector", "chained", 1.05)
     yield from lookup(some_classes, "handle to record", "record", "flat_hash_map", "back-to-back", 1.00)
-    for order in "back-to-back", "chained":
-        yield from lookup([large], "attribute to declaring class", "declaring-class", "vector", order, 2.0)
-        yield from lookup([large], "is it derived from", "derivation", "bits", order, 2.0)
-        yield from lookup([large], "are these attributes available", "availability", "bits", order, 2.0)
+    # Back to back, a call into a library is compared with some inlined instructions: that row has no goal.
+    for order, goal in ("back-to-back", None), ("chained", 2.0):
+        yield from lookup([large], "attribute to declaring class", "declaring-class", "vector", order, goal)
+        yield from lookup([large], "is it derived from", "derivation", "bits", order, goal)
+    for size in 4, 32:
+        title = f"are these {size} attributes available"
+        for order in "back-to-back", "chained":
+            yield from lookup([large], title, f"availability-{size}", "bits", order, 1.5)
 
     text, hashed, tree = "text to database", "pugixml + flat maps", "pugixml tree"
     yield from load(text, "warm", "text", "maps", hashed, 0.45)
@@ -187,7 +192,7 @@ class Result:
         self.ratio = self.ours / self.peer
         paired = [a / b for a, b in zip(ours, peer)]
         self.lowest, self.highest = min(paired), max(paired)
-        self.met = self.ratio <= row.goal
+        self.met = row.goal is not None and self.ratio <= row.goal
 
 
 def print_table(results):
@@ -195,13 +200,14 @@ def print_table(results):
     for result in results:
         row = result.row
         lines.append((row.title, row.size.label, f"{result.ours:.2f} {UNITS[row.kind]}", f"{row.peer_name} {result.peer:.2f}",
-                      f"{result.ratio:.2f} ({result.lowest:.2f} - {result.highest:.2f})", f"{row.goal:.2f}",
-                      "met" if result.met else "not met"))
+                      f"{result.ratio:.2f} ({result.lowest:.2f} - {result.highest:.2f})",
+                      *(("", "") if row.goal is None else (f"{row.goal:.2f}", "met" if result.met else "not met"))))
     widths = [max(map(len, column)) for column in zip(*lines)]
     lines.insert(1, ["-" * width for width in widths])
     for line in lines:
         print("| " + " | ".join(cell.ljust(width) for cell, width in zip(line, widths)) + " |")
-    print(f"{sum(result.met for result in results)} of {len(results)} goals met")
+    goals = sum(result.row.goal is not None for result in results)
+    print(f"{sum(result.met for result in results)} of {goals} goals met")
 
 
 def save(path, machine_name, results, growth):
