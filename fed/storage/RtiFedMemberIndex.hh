@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <new>
 #include <string_view>
 #include <vector>
 
@@ -38,8 +37,8 @@ public:
         std::vector<std::vector<Scope>> groups(1); // of the names with several scopes; the first is not used
         for (const std::uint32_t handle : handles)
             for (const auto &member : links[handle].node->members())
-                enter(member.nameText(),
-                      {_orders[handle], links[handle].size, narrow(member.getHandle()._value)}, groups);
+                enter(member.nameText(), {_orders[handle], links[handle].size, narrow(member.getHandle()._value)},
+                      groups);
         for (const std::vector<Scope> &group : groups) {
             _groups.push_back(static_cast<std::uint32_t>(_scopes.size()));
             _scopes.insert(_scopes.end(), group.begin(), group.end());
@@ -160,7 +159,7 @@ class RtiFedMemberIndexHolder {
 public:
     const RtiFedMemberIndex *get() const { return _index.get(); }
 
-    /// Counts a walk, and makes the index when they were many. `numMembers` may be an estimate.
+    /// Counts a walk, and makes the index when they were many. `numMembers` may be an estimate. Throws std::bad_alloc.
     template <class Tree>
     void walked(const Tree &tree, std::size_t numMembers) const {
         if (_index.get())
@@ -168,12 +167,8 @@ public:
         // Two threads may count one walk together, which does no harm, and need not wait for each other.
         const std::size_t walks = _walks.load(std::memory_order_relaxed) + 1;
         _walks.store(walks > numMembers ? 0 : walks, std::memory_order_relaxed);
-        if (walks <= numMembers)
-            return;
-        try {
+        if (walks > numMembers)
             _index.publish(std::make_unique<RtiFedMemberIndex>(tree));
-        } catch (const std::bad_alloc &) { // the walks go on
-        }
     }
 
     void drop() {

@@ -28,10 +28,14 @@ struct RandomTree {
         }
     }
     void restoreAClassAlone() {
+        RtiFedObjectClass *restored = anyClass(), *saved = random() % 2 ? restored : anyClass();
         RtiBuffer image;
-        anyClass()->save(image);
-        RtiFedObjectClass *other = anyClass();
-        other->restore(image);
+        try {
+            saved->save(image);
+        } catch (const RTI::Exception &) { // a handle has more than 32 bits
+            return;
+        }
+        restored->restore(image);
     }
     void moveAClass() {
         RtiFedObjectClass *moved = anyClass(), *parent = anyClass();
@@ -63,7 +67,7 @@ struct RandomTree {
 
 // Some 300 walks make the index, which each change drops.
 TEST(MemberIndex, AnswersLikeAWalk) {
-    for (unsigned seed = 0; seed < 60; ++seed) {
+    for (unsigned seed = 0; seed < 15; ++seed) {
         RandomTree tree(seed);
         for (int i = 0; i < 60; ++i)
             tree.addClass();
@@ -74,7 +78,7 @@ TEST(MemberIndex, AnswersLikeAWalk) {
                 tree.compareAnswers();
             if (seed % 3 == 1)
                 tree.moveAClass();
-            if (seed % 3 == 2 && round == 6)
+            if (seed % 3 == 2)
                 tree.restoreAClassAlone();
             tree.addClass();
             for (int i = 0; i < 100; ++i)
