@@ -182,6 +182,40 @@ constexpr Rules kRules = {
       "A file that begins with a NUL byte is read as a saved image. This one is incomplete, was changed, or is "
       "another kind of file.",
       "Save the image again from its FED text.", "rtifed check model.img", "rtifed save model.fed model.img"},
+     {indexOf(RuleId::notWellFormed), "xml-not-well-formed", error, "An object model is not well-formed XML",
+      "A file whose first character is \"<\" is read as an object model in XML. This one cannot be read to its end. If "
+      "an end tag is missing or has another name, the finding names both places.",
+      "Correct the tag. An end tag repeats the name of its start tag, after a slash.",
+      "<interactions>\n  ...\n<interactions>", "<interactions>\n  ...\n</interactions>"},
+     {indexOf(RuleId::notAnObjectModel), "not-an-object-model", error,
+      "The XML is not an object model of IEEE 1516-2010",
+      "rtifed reads the form of IEEE 1516-2010: the element objectModel in the namespace "
+      "http://standards.ieee.org/IEEE1516-2010, or in the older http://www.sisostds.org/schemas/IEEE1516-2010. The "
+      "standards of 2000 and 2025 have other forms.",
+      "Add the namespace, or convert the file with the tool that wrote it.", "<objectModel>",
+      "<objectModel xmlns=\"http://standards.ieee.org/IEEE1516-2010\">"},
+     {indexOf(RuleId::unknownElement), "unknown-element", error, "An object model has an unknown element",
+      "What it was meant to declare would be missing from the FED. Elements of other namespaces are extensions, which "
+      "are passed over.",
+      "Correct the name of the element.", "<atribute>\n  <name>Height</name>\n  ...",
+      "<attribute>\n  <name>Height</name>\n  ..."},
+     {indexOf(RuleId::undefinedClass), "undefined-class", error,
+      "A class, its name, transportation or order is defined in no module",
+      "A module may give only the name of a class that another module defines. Without that definition, subclasses "
+      "would lack what they inherit. An attribute or interaction class needs a transportation and an order.",
+      "Name the module that has the definition too: rtifed import BASE.xml EXTENSION.xml. If an object class really has "
+      "nothing of its own, add its <sharing> or <semantics>.",
+      "rtifed import extension.xml", "rtifed import base.xml extension.xml"},
+     {indexOf(RuleId::unusableName), "unusable-name", error, "An object model has a name that FED cannot hold",
+      "In FED a dot separates a class from its superclass, a quote or line end is in no name, and a full name has at "
+      "most 16,384 bytes. Classes nest in at most 256 levels.",
+      "Rename the class or member.", "<name>Boat.Tug</name>", "<name>Boat_Tug</name>"},
+     {indexOf(RuleId::conflictingModules), "conflicting-modules", error,
+      "Two definitions of a class or member in an object model differ",
+      "Modules may define the same class only in the same way: with the same attributes or parameters, and these with "
+      "the same transportation, order, dimensions and data types.",
+      "Make the definitions equal, or leave only the name of the class in one of the modules.",
+      "<transportation>HLAreliable</transportation>, in another module HLAbestEffort", "the same in both modules"},
 
      {indexOf(RuleId::unusedSpace), "unused-space", warning, "Unused routing space",
       "A routing space narrows down what federates receive, but only for the attributes and interaction classes that "
@@ -234,6 +268,11 @@ constexpr Rules kRules = {
       "The library restores the image, but cannot list it, and queries about that member fail. An image that was "
       "saved from a FED text never has this problem.",
       "Save the image again from its FED text.", "rtifed list model.img", "rtifed save model.fed model.img"},
+     {indexOf(RuleId::redeclaredMember), "redeclared-member", warning,
+      "A class of an object model declares an attribute or parameter that it inherits",
+      "A class has all members of its superclasses; in FED, the second declaration would be an error. rtifed import "
+      "leaves it out.",
+      "Remove the second declaration.", "", ""},
      {indexOf(RuleId::badSuppression), "bad-suppression", warning, "A comment that allows a rule cannot be understood",
       "A comment such as ;; rtifed: allow letter-case REASON hides the findings of a rule. Without the name of a rule, "
       "or with a misspelt one, it hides nothing.",
@@ -319,7 +358,13 @@ constexpr std::pair<std::size_t, const char *> kSummaries[] = {
     {indexOf(RuleId::momIncomplete), "without a complete MOM"},
     {indexOf(RuleId::momMisplaced), "without a complete MOM"},
     {indexOf(RuleId::misspeltRoot), "with a misspelt root"},
-    {indexOf(RuleId::damagedImage), "damaged"}};
+    {indexOf(RuleId::damagedImage), "damaged"},
+    {indexOf(RuleId::notWellFormed), "not well-formed"},
+    {indexOf(RuleId::notAnObjectModel), "not object models"},
+    {indexOf(RuleId::unknownElement), "with unknown elements"},
+    {indexOf(RuleId::undefinedClass), "with undefined classes"},
+    {indexOf(RuleId::unusableName), "with unusable names"},
+    {indexOf(RuleId::conflictingModules), "with conflicts between modules"}};
 
 constexpr bool isOrdered() {
     for (std::size_t i = 0; i < kRules.size(); ++i)

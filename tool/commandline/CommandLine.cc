@@ -57,6 +57,7 @@ CommandLine::CommandLine(const Console &console)
     addChecksum();
     addSave();
     addExport();
+    addImport();
     addLsp();
     addHelp(); // last, because it knows the other commands
 }

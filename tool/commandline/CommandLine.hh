@@ -47,6 +47,7 @@ private:
     void addLsp();
     void addNew();
     void addFix();
+    void addImport();
     void addHelp();
 
     Status help() const;
@@ -69,6 +70,7 @@ private:
     ExtractOptions _extract;
     ConstantsOptions _constants;
     FixOptions _fix;
+    ImportOptions _import;
     CheckOptions _check;
     ExplainOptions _explain;
 };

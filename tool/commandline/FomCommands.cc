@@ -34,3 +34,22 @@ void CommandLine::addExport() {
         ->excludes(fdd)
         ->excludes(module);
 }
+
+void CommandLine::addImport() {
+    CLI::App *command = addCommand(
+        "import", "Turn an IEEE 1516-2010 object model in XML into a FED file",
+        "Merges the modules as a federation does, and prints the model as formatted FED text that loads, with the "
+        "Management Object Model (MOM) of FED. Comments say what FED cannot hold: semantics and data types at each "
+        "declaration, all else in a summary at the top. A set of dimensions becomes a routing space.\n\n"
+        "Errors and warnings are printed on standard error as rtifed check prints them. If there are errors, nothing "
+        "is written, and the exit status is 1. ieee-1516.md of the documentation has the whole mapping.\n\n"
+        "Examples:\n"
+        "  rtifed import harbour.xml -o harbour.fed\n"
+        "  rtifed import base.xml harbour.xml weather.xml >federation.fed\n"
+        "  rtifed diff harbour.fed harbour.xml",
+        [this] { return importModel(_import, _console); });
+    addOperand(command, "FILE", _import.files, "An object model in XML, or several modules of one; - is standard input")
+        ->required();
+    command->add_option("-o,--output", _import.output, "Write to this file, not to standard output")
+        ->option_text("FILE");
+}

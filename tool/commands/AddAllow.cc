@@ -50,6 +50,8 @@ Status addAllowComments(const CheckOptions &options, const Console &console) {
     const auto allowAll = [&](const Input &input) {
         if (input.isImage())
             throw CannotWork(input.name + ": a saved image cannot have comments");
+        if (input.isXml())
+            throw CannotWork(input.name + ": an object model in XML cannot have comments that allow findings");
         if (!input.whole)
             throw CannotWork(input.name + ": not changed, since it has a NUL byte, after which it is not read");
         const auto check = [&](const Input &text) {

@@ -1,4 +1,5 @@
 #include "tool/commands/Commands.hh"
+#include "tool/commands/Modules.hh"
 #include "tool/control/Decision.hh"
 
 namespace {
@@ -51,17 +52,40 @@ Status check(const CheckOptions &options, const Console &console) {
     std::ostream nowhere(nullptr);
     const auto report =
         formatOf(options)(options.quiet ? nowhere : console.out, {console.color, console.width, options.failOn});
-    const auto checkOne = [&](const Input &input) {
-        CheckedFile file = checkFile(input, Severity::warning);
-        decide(file, configurations.settingsFor(input.name), baseline ? &*baseline : nullptr);
-        const Tally tally = reportFindings(std::move(file), numShown(options, *report), *report);
+    const auto passes = [&](const Tally &tally) {
         return tally.errors == 0 && !tally.refused && (options.failOn == Severity::error || tally.warnings == 0);
+    };
+    const auto decideAbout = [&](CheckedFile &file) {
+        decide(file, configurations.settingsFor(file.name), baseline ? &*baseline : nullptr);
+    };
+    std::vector<Input> modules; // of an object model, which are checked together
+    const auto checkOne = [&](Input input) {
+        if (input.isXml()) {
+            modules.push_back(std::move(input));
+            return true;
+        }
+        CheckedFile file = checkFile(input, Severity::warning);
+        decideAbout(file);
+        return passes(reportFindings(std::move(file), numShown(options, *report), *report));
+    };
+    const auto checkModules = [&] {
+        bool allPass = true;
+        const Import import(std::move(modules));
+        for (const FomModules::Module &module : import.modules()) {
+            CheckedFile file{module.name, nullptr, module.findings};
+            decideAbout(file);
+            allPass &= passes(
+                reportFindings(sourceOf(module), std::move(file.findings), numShown(options, *report), *report));
+        }
+        return allPass;
     };
     const auto failFile = [&](const std::string &name, const std::string &reason) {
         report->failFile(name, withoutName(reason, name));
     };
     report->begin();
-    const Status status = forEachFile(files, console, checkOne, failFile);
+    Status status = forEachFile(files, console, checkOne, failFile);
+    if (!modules.empty() && !checkModules())
+        status = std::max(status, wrong);
     report->end();
     if (baseline)
         mentionLeft(options, *baseline, console);

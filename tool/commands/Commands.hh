@@ -157,6 +157,12 @@ struct ConstantsOptions {
 };
 Status constants(const ConstantsOptions &options, const Console &console);
 
+struct ImportOptions {
+    std::vector<std::string> files; ///< The modules of one object model.
+    std::string output = "-";       ///< The file to write; - for standard output.
+};
+Status importModel(const ImportOptions &options, const Console &console);
+
 struct FixOptions {
     RewriteOptions rewrite;
     ConfigurationOptions configuration;

@@ -223,7 +223,7 @@ private:
 };
 
 Comparison::Comparison(const Outline &before, const Outline &after, bool sameBytes)
-    : _sameBytes(sameBytes), _handlesCompared(before.loads && after.loads) {
+    : _sameBytes(sameBytes), _handlesCompared(before.loads && after.loads && before.hasHandles && after.hasHandles) {
     const Element federation{Element::Kind::federation, {}, before.federation};
     const Element newFederation{Element::Kind::federation, {}, after.federation};
     if (before.loads && !after.loads)

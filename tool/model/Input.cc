@@ -54,6 +54,15 @@ std::string readAll(std::FILE *file) {
 
 } // namespace
 
+bool Input::isXml() const {
+    std::string_view text = contents;
+    for (const std::string_view mark : {"\xEF\xBB\xBF", "\xFF\xFE"})
+        if (text.substr(0, mark.size()) == mark)
+            text.remove_prefix(mark.size());
+    const std::size_t begin = text.find_first_not_of(" \t\r\n");
+    return begin != std::string_view::npos && text[begin] == '<';
+}
+
 Input readStream(std::FILE *file, const std::string &name) {
     try {
         std::string contents = readAll(file);

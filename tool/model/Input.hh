@@ -15,6 +15,9 @@ struct Input {
     /// may, but then each second byte is zero; an image would be that of a file name of a million bytes.
     bool isImage() const { return !contents.empty() && contents[0] == '\0' && !isUtf16(); }
 
+    /// Whether the first character is "<", with which no FED text can begin.
+    bool isXml() const;
+
 private:
     bool isUtf16() const { return contents.size() >= 4 && contents[1] && !contents[2] && contents[3]; }
 };

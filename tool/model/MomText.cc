@@ -12,14 +12,6 @@ using Requirement = RtiFedDatabaseMomVerifier::Requirement;
 
 constexpr const char *kDelivery = " reliable receive";
 
-/// Returns all that the MOM requires of a tree, each class after its superclass.
-const std::vector<Requirement> &requirements(const TreeKind &tree) {
-    const auto nothing = [] { return RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)); };
-    static const std::vector<Requirement> objects = Objects::missing(nothing());
-    static const std::vector<Requirement> interactions = Interactions::missing(nothing());
-    return &tree == &kObjectTree ? objects : interactions;
-}
-
 void append(std::string &text, std::size_t depth, const std::string &clause) {
     text += (text.empty() ? "" : "\n") + std::string(2 * depth, ' ') + clause;
 }
@@ -33,6 +25,13 @@ std::string indented(const std::string &clause) {
 }
 
 } // namespace
+
+const std::vector<Requirement> &momRequirements(const TreeKind &tree) {
+    const auto nothing = [] { return RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)); };
+    static const std::vector<Requirement> objects = Objects::missing(nothing());
+    static const std::vector<Requirement> interactions = Interactions::missing(nothing());
+    return &tree == &kObjectTree ? objects : interactions;
+}
 
 std::string rootClass(const TreeKind &tree) {
     const std::string delivery = tree.membersHaveProperties ? "" : " reliable timestamp";
@@ -64,7 +63,7 @@ std::string momClass(const TreeKind &tree, const std::string &className) {
         for (; open > depth; --open)
             append(text, open - 1, ")");
     };
-    const std::vector<Requirement> &all = requirements(tree);
+    const std::vector<Requirement> &all = momRequirements(tree);
     for (std::size_t i = 0; i < all.size(); ++i) {
         const std::string &name = all[i].className;
         if (name != className && name.compare(0, className.size() + 1, className + '.') != 0)

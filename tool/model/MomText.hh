@@ -1,12 +1,17 @@
 #pragma once
 
+#include "fed/mom/RtiFedDatabaseMomVerifier.hh"
 #include "tool/model/TreeKind.hh"
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /// The clauses that declare the Management Object Model (MOM), in the canonical layout: LF, two blanks a level, no
 /// indentation of the first line and no end of the last. Everything is reliable and receive-ordered, as RTIs send it.
+
+/// Returns everything that the MOM requires of a tree, each class after its superclass.
+const std::vector<RtiFedDatabaseMomVerifier::Requirement> &momRequirements(const TreeKind &tree);
 
 /// Returns the clause of a class that the MOM requires, with everything that it requires in it. `className` is dotted,
 /// without the root, such as `Manager.Federate`.

@@ -65,6 +65,8 @@ struct Outline {
 
     /// Whether the library accepts the file. If not, the handles mean nothing: no process of a federation has them.
     bool loads = false;
+    /// Whether the classes and members have handles, which they have only in FED.
+    bool hasHandles = true;
     unsigned long checksum = 0; ///< Of the model; only if the file loads.
 
     /// The first place where the file declares something that is not in the outline: declarations with a syntax error

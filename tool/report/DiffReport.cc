@@ -28,7 +28,7 @@ public:
         const Verdict verdict = comparison.verdict();
         _console.out << _difference.before.input.name << " -> " << _difference.after.input.name << ": "
                      << Comparison::nameOf(verdict)
-                     << (comparison.handlesCompared() || verdict == Verdict::identical
+                     << (_difference.isWhole() || verdict == Verdict::identical
                              ? ""
                              : ", as far as it can be understood")
                      << (verdict <= Verdict::same ? ": " : "\n") << explanationOf(_difference) << '\n';
@@ -132,7 +132,8 @@ std::string explanationOf(const Difference &difference) {
         break;
     }
     if (numOf(Change::Kind::refused, comparison) > 0)
-        return "No federation can run with the new file: the library refuses it.";
+        return difference.after.input.isXml() ? "The new file has errors: rtifed import refuses it."
+                                              : "No federation can run with the new file: the library refuses it.";
     if (numOf(Change::Kind::unclear, comparison) > 0)
         return "The files were not understood completely, so it is unknown whether federates made for the old one work "
                "with the new one.";

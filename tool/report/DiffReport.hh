@@ -21,8 +21,11 @@ struct Difference {
           comparison(old.outline, now.outline,
                      old.input.whole && now.input.whole && old.input.contents == now.input.contents) {}
 
+    /// Whether both files are sound, so that they are understood completely.
+    bool isWhole() const { return before.outline.loads && after.outline.loads; }
+
     bool checksumsAgree() const {
-        return before.outline.loads && after.outline.loads && before.outline.checksum == after.outline.checksum;
+        return comparison.handlesCompared() && before.outline.checksum == after.outline.checksum;
     }
 };
 

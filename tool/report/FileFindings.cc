@@ -64,7 +64,10 @@ Tally tallyOf(const std::vector<Finding> &findings, std::size_t most) {
 
 Tally reportFindings(CheckedFile file, std::size_t most, Report &report) {
     const Source source(file.name, file.text ? &file.text->parser() : nullptr);
-    std::vector<Finding> findings = std::move(file.findings);
+    return reportFindings(source, std::move(file.findings), most, report);
+}
+
+Tally reportFindings(const Source &source, std::vector<Finding> findings, std::size_t most, Report &report) {
     std::stable_partition(findings.begin(), findings.end(), isError);
     if (report.joinsFindings())
         findings = grouped(std::move(findings));

@@ -11,8 +11,15 @@ constexpr std::size_t kCheckpoint = 4096;
 
 } // namespace
 
+Source::Source(std::string name, const RtiFedParser *text) : _name(std::move(name)) {
+    if (!text)
+        return;
+    _text = text->text();
+    _positionAt = [text](std::uint32_t offset) { return text->positionAt(offset); };
+}
+
 RtiFedPosition Source::characterPosition(std::uint32_t offset) const {
-    const RtiFedPosition place = _text->positionAt(offset);
+    const RtiFedPosition place = _positionAt(offset);
     const auto lineBegin = static_cast<std::uint32_t>(offset + 1 - place.column);
     return {place.line, charactersBefore(offset) - charactersBefore(lineBegin) + 1};
 }

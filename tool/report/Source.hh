@@ -3,6 +3,7 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/check/Finding.hh"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,13 +11,18 @@
 class Source {
 public:
     /// `text` is null for a saved image, which has no places.
-    Source(std::string name, const RtiFedParser *text) : _name(std::move(name)), _text(text) {}
+    Source(std::string name, const RtiFedParser *text);
+
+    /// A text of another kind, which must outlive this object, and how its places are found.
+    using Positions = std::function<RtiFedPosition(std::uint32_t offset)>;
+    Source(std::string name, std::string_view text, Positions positionAt)
+        : _name(std::move(name)), _text(text), _positionAt(std::move(positionAt)) {}
 
     const std::string &name() const { return _name; }
-    std::string_view text() const { return _text ? _text->text() : std::string_view(); }
+    std::string_view text() const { return _text; }
 
-    RtiFedPosition begin(RtiFedSpan span) const { return _text->positionAt(span.begin); }
-    RtiFedPosition end(RtiFedSpan span) const { return _text->positionAt(span.begin + span.length); }
+    RtiFedPosition begin(RtiFedSpan span) const { return _positionAt(span.begin); }
+    RtiFedPosition end(RtiFedSpan span) const { return _positionAt(span.begin + span.length); }
 
     /// The place of a byte, with the column counted in UTF-8 characters; `offset` may also be the size of the text.
     ///
@@ -31,7 +37,8 @@ private:
     std::size_t charactersBefore(std::uint32_t offset) const;
 
     std::string _name;
-    const RtiFedParser *_text;
+    std::string_view _text;
+    Positions _positionAt;
     mutable std::vector<std::size_t> _characters; // before each checkpoint, filled on first use
 };
 

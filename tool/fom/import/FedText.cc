@@ -1,0 +1,141 @@
+#include "tool/fom/import/FedText.hh"
+
+#include "fed/storage/RtiFedName.hh"
+#include "tool/check/Suggestion.hh"
+#include "tool/console/Text.hh"
+#include "tool/fom/import/FomSpaces.hh"
+#include "tool/format/Format.hh"
+#include "tool/model/MomText.hh"
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+
+namespace {
+
+constexpr std::size_t kWidth = 100; // columns of a comment, which the formatting indents
+
+/// Returns a text as the lines of a comment. A line that would allow findings becomes a quotation.
+std::string comment(const std::string &text, std::size_t depth = 0) {
+    const std::size_t width = kWidth - std::min(2 * depth, kWidth / 2);
+    std::istringstream words(text);
+    std::string lines, line, word;
+    const auto endLine = [&] {
+        lines += ";;" + std::string(line.compare(0, 8, " rtifed:") == 0 ? " >" : "") + line + '\n';
+        line.clear();
+    };
+    while (words >> word) {
+        word = shown(word);
+        if (!line.empty() && line.size() + word.size() + 3 > width)
+            endLine();
+        line += ' ' + word;
+    }
+    if (!line.empty())
+        endLine();
+    return lines;
+}
+
+/// Replaces what no name in FED can have.
+std::string asName(std::string name) {
+    for (char &c : name)
+        if (c == '"' || c == '\0')
+            c = '\'';
+        else if (c == '\n' || c == '\r')
+            c = ' ';
+    return name;
+}
+
+class Writer {
+public:
+    Writer(const FomModel &model, const std::vector<std::string> &files)
+        : _model(model), _files(files), _spaces(model) {}
+
+    std::string write() {
+        _text = header() + "\n(FED (Federation " + asWord(asName(federation())) + ") (FEDversion " +
+                asWord(asName(_model.version)) + ")\n(spaces\n";
+        for (const FomSpaces::Space &space : _spaces.all()) {
+            _text += "(space " + asWord(space.name);
+            for (const std::string &dimension : space.dimensions)
+                _text += "\n(dimension " + asWord(dimension) + ')';
+            _text += ")\n";
+        }
+        _text += ")\n";
+        for (const FomTree *tree : kFomTrees) {
+            _text += std::string("(") + tree->section + '\n';
+            writeClass(*tree, 0, 0);
+            _text += ")\n";
+        }
+        return _text + ")\n";
+    }
+
+private:
+    std::string federation() const {
+        const std::string &name = _model.federation;
+        return !name.empty() ? name : std::filesystem::path(_files.front()).stem().string();
+    }
+
+    std::string header() const {
+        std::vector<std::string> names;
+        for (const std::string &file : _files)
+            names.push_back(std::filesystem::path(file).filename().string());
+        std::vector<std::string> losses;
+        for (const auto &[what, count] : _model.losses)
+            losses.push_back(what + " (" + std::to_string(count) + ')');
+        return comment("Imported by rtifed import from " + joined(names) + '.') +
+               (losses.empty() ? "" : comment("Not in FED, and left out here: " + joined(losses) + '.')) +
+               (_model.description.empty() ? "" : ";;\n" + comment(_model.description));
+    }
+
+    std::string delivery(const FomDelivery &delivery) const {
+        const std::string space = _spaces.nameFor(delivery.dimensions);
+        return ' ' + delivery.transportation.text + ' ' + delivery.order.text + (space.empty() ? "" : ' ' + asWord(space));
+    }
+
+    void writeMember(const FomTree &tree, const FomMember &member, std::size_t depth) {
+        _text += comment(member.semantics, depth) + '(' + tree.memberElement + ' ' + asWord(member.name.text) +
+                 (tree.kind.membersHaveProperties ? delivery(member.delivery) : "") + ')' +
+                 (member.dataType.empty() ? "\n" : " ; " + shown(member.dataType) + '\n');
+    }
+
+    /// Writes a class and its subclasses; the levels are limited when they are read. What every root has comes first,
+    /// and the Management Object Model last, so that a reader sees the classes of the model.
+    void writeClass(const FomTree &tree, std::size_t index, std::size_t depth) {
+        const FomClass &node = _model.classes(tree)[index];
+        _text += comment(node.semantics, depth) + "(class " + asWord(node.name.text) +
+                 (tree.kind.membersHaveProperties ? "" : delivery(node.delivery)) + '\n';
+        const bool isRoot = index == 0;
+        const auto isPrivilege = [](const FomMember &member) {
+            return RtiFedName::equal(member.name.text, kPrivilegeInFed);
+        };
+        if (isRoot && tree.kind.membersHaveProperties &&
+            std::none_of(node.members.begin(), node.members.end(), isPrivilege))
+            _text += std::string("(attribute ") + kPrivilegeInFed + " reliable timestamp)\n";
+        for (const FomMember &member : node.members)
+            writeMember(tree, member, depth + 1);
+        if (isRoot)
+            _text += std::string("(class ") + kPrivateClass +
+                     (tree.kind.membersHaveProperties ? "" : " reliable timestamp") + ")\n";
+        bool hasMom = false;
+        for (const std::size_t child : node.children) {
+            hasMom = hasMom || RtiFedName::equal(_model.classes(tree)[child].name.text, kMomClass);
+            writeClass(tree, child, depth + 1);
+        }
+        if (isRoot && !hasMom)
+            _text += "\n;; The Management Object Model, through which the RTI reports and takes requests.\n" +
+                     momClass(tree.kind, kMomClass) + '\n';
+        _text += ")\n";
+    }
+
+    const FomModel &_model;
+    const std::vector<std::string> &_files;
+    const FomSpaces _spaces;
+    std::string _text;
+};
+
+} // namespace
+
+std::string fedText(const FomModel &model, const std::vector<std::string> &files) {
+    const std::string text = Writer(model, files).write();
+    const RtiFedParser parser(text);
+    return formatted(SyntaxTree(parser));
+}

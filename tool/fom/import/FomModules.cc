@@ -1,0 +1,51 @@
+#include "tool/fom/import/FomModules.hh"
+
+#include "infrastructure/RtiFedLimits.hh"
+#include "tool/console/Text.hh"
+
+#include <algorithm>
+#include <utility>
+
+FomModules::FomModules(std::vector<Input> inputs) {
+    for (Input &input : inputs) {
+        _modules.push_back({std::move(input.name), std::make_unique<XmlText>(std::move(input.contents)), {}});
+        if (const auto &fault = _modules.back().text->fault())
+            add(_modules.size() - 1, *fault);
+    }
+}
+
+void FomModules::add(std::size_t module, Finding finding) {
+    _numErrors += finding.refusesFile() ? 1 : 0;
+    if (++_numFindings < kMaxErrors)
+        _modules[module].findings.push_back(std::move(finding));
+    else if (_numFindings == kMaxErrors)
+        _modules[module].findings.push_back(
+            {&ruleOf(RtiFedParser::tooManyErrors), finding.span, "too many errors: the rest is not reported"});
+}
+
+void FomModules::add(RuleId rule, const FomPlace &place, std::string text) {
+    add(place.module, Finding{&ruleOf(rule), place.span, std::move(text)});
+}
+
+void FomModules::add(RuleId rule, const FomPlace &place, std::string text, const FomPlace &other,
+                     const std::string &here, const std::string &particular) {
+    Finding finding{&ruleOf(rule), place.span, text + "; " + here + " at " + placeFrom(place.module, other)};
+    if (!particular.empty())
+        finding.setParticular(particular);
+    if (other.module == place.module)
+        finding.notes.push_back({other.span, here + " here"});
+    add(place.module, std::move(finding));
+}
+
+std::string FomModules::placeFrom(std::size_t module, const FomPlace &place) const {
+    const Module &other = _modules[place.module];
+    const std::string position = textOf(other.text->positionAt(place.span.begin));
+    return place.module == module ? position : shown(other.name) + ':' + position;
+}
+
+void FomModules::sort() {
+    for (Module &module : _modules)
+        std::stable_sort(module.findings.begin(), module.findings.end(), [](const Finding &a, const Finding &b) {
+            return a.span->begin < b.span->begin;
+        });
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "tool/fom/import/FomModel.hh"
+#include "tool/fom/import/XmlText.hh"
+#include "tool/model/Input.hh"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The files of an object model, and what is found in them.
+class FomModules {
+public:
+    struct Module {
+        std::string name; ///< Of the file.
+        std::unique_ptr<XmlText> text;
+        std::vector<Finding> findings; ///< In the order of the text, after sort().
+    };
+
+    explicit FomModules(std::vector<Input> inputs);
+
+    const std::vector<Module> &all() const { return _modules; }
+    std::vector<Module> &all() { return _modules; }
+    /// Of those that keep the model from being imported; warnings do not.
+    std::size_t numErrors() const { return _numErrors; }
+
+    /// Adds a finding. The first kMaxErrors are kept.
+    void add(RuleId rule, const FomPlace &place, std::string text);
+    /// The same, with another place in a note: `here` says what is there, such as "the first is". In another file, the
+    /// text gets the place. `particular` as in Finding::setParticular().
+    void add(RuleId rule, const FomPlace &place, std::string text, const FomPlace &other, const std::string &here,
+             const std::string &particular = "");
+
+    /// Returns `LINE:COLUMN` of a place, or `FILE:LINE:COLUMN` if it is not in this module.
+    std::string placeFrom(std::size_t module, const FomPlace &place) const;
+
+    /// Puts the findings in the order of the texts.
+    void sort();
+
+private:
+    void add(std::size_t module, Finding finding);
+
+    std::vector<Module> _modules;
+    std::size_t _numErrors = 0, _numFindings = 0;
+};

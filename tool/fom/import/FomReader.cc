@@ -1,0 +1,158 @@
+#include "tool/fom/import/FomReader.hh"
+
+#include "infrastructure/RtiFedParser.hh"
+#include "tool/console/Text.hh"
+#include "tool/fom/import/FomElements.hh"
+#include "tool/fom/import/FomTreeReader.hh"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+constexpr const char *kRootElement = "objectModel";
+
+/// Sections whose children FED cannot hold, and how a summary names them.
+constexpr std::pair<const char *, const char *> kLostSections[] = {
+    {"synchronizations", "synchronization points"}, {"tags", "tags"}, {"switches", "switches"},
+    {"updateRates", "update rates"},                {"time", "the representation of time"}};
+
+std::size_t numElements(pugi::xml_node element) {
+    const auto children = element.children();
+    return static_cast<std::size_t>(std::count_if(children.begin(), children.end(), [](pugi::xml_node child) {
+        return child.type() == pugi::node_element;
+    }));
+}
+
+std::string namespaceOf(pugi::xml_node root) {
+    const std::string_view name = root.name();
+    const std::size_t prefix = name.size() - localName(root).size();
+    return root.attribute(prefix > 0 ? ("xmlns:" + std::string(name.substr(0, prefix - 1))).c_str() : "xmlns").value();
+}
+
+/// Whether the model is in the form of IEEE 1516-2000, which has attributes in place of elements and no namespace.
+bool isOlderForm(pugi::xml_node root) {
+    return root.attribute("DTDversion") || root.attribute("name") ||
+           childOf(childOf(root, kFomObjects.section), kFomObjects.classElement).attribute("name");
+}
+
+/// Reads modules in two passes: the tables first, which the class trees of all modules refer to.
+class ModelReader {
+public:
+    explicit ModelReader(FomModules &modules) : _modules(modules) {}
+
+    FomModel read() {
+        for (std::size_t module = 0; module < _modules.all().size(); ++module)
+            if (const pugi::xml_node root = text(module).root(); root && isModel(module, root))
+                _roots.emplace_back(module, root);
+        _model.isUnderstood = _roots.size() == _modules.all().size();
+        for (const auto &[module, root] : _roots)
+            readTables(module, root);
+        for (const FomTree *tree : kFomTrees) {
+            FomTreeReader reader(_modules, _model, _tables, *tree);
+            for (const auto &[module, root] : _roots)
+                for (const pugi::xml_node section : root.children())
+                    if (localName(section) == tree->section)
+                        reader.read(module, section);
+            reader.finish();
+        }
+        return std::move(_model);
+    }
+
+private:
+    const XmlText &text(std::size_t module) const { return *_modules.all()[module].text; }
+
+    /// Whether a module can be read. A model without namespace is reported and read, so that all that is wrong with it
+    /// is known at once.
+    bool isModel(std::size_t module, pugi::xml_node root) {
+        const std::string space = namespaceOf(root);
+        const bool isNamed = localName(root) == kRootElement;
+        if (isNamed && (space == kFomNamespace || space == kOlderFomNamespace))
+            return true;
+        const bool hasNoSpace = isNamed && space.empty() && !isOlderForm(root);
+        const std::string found =
+            !isNamed ? "the element " + inQuotes(std::string(root.name()))
+            : hasNoSpace
+                ? "no namespace"
+            : space.empty()                             ? "one of IEEE 1516-2000"
+            : space.find("1516-20") != std::string::npos ? "one of IEEE " + space.substr(space.find("1516-20"), 9)
+                                                        : "the namespace " + inQuotes(space);
+        _modules.add(RuleId::notAnObjectModel, {module, text(module).nameOf(root)},
+                     hasNoSpace ? std::string("expected the namespace \"") + kFomNamespace + "\", found none"
+                                : "expected an object model of IEEE 1516-2010, found " + found);
+        return hasNoSpace;
+    }
+
+    void readTables(std::size_t module, pugi::xml_node root) {
+        std::vector<std::string> sections = {"modelIdentification", "serviceUtilization", "objects", "interactions",
+                                             "dimensions",          "transportations",    "dataTypes", "notes"};
+        for (const auto &[section, loss] : kLostSections) {
+            sections.emplace_back(section);
+            if (const std::size_t lost = numElements(childOf(root, section)); lost > 0)
+                _model.losses[loss] += section == std::string("time") ? 1 : lost;
+        }
+        checkChildren(_modules, module, root, sections);
+        readIdentification(text(module), childOf(root, "modelIdentification"));
+        readDimensions(module, childOf(root, "dimensions"));
+        readTransportations(module, childOf(root, "transportations"));
+        for (const pugi::xml_node kind : childOf(root, "dataTypes").children())
+            if (const std::size_t lost = numElements(kind); lost > 0)
+                _model.losses["data types"] += lost;
+    }
+
+    /// The first module that has a name gives it to the federation.
+    void readIdentification(const XmlText &text, pugi::xml_node identification) {
+        if (_model.federation.empty())
+            _model.federation = knownContent(text, childOf(identification, "name"));
+        if (_model.description.empty())
+            _model.description = knownContent(text, childOf(identification, "description"));
+        for (const pugi::xml_node child : identification.children())
+            if (const std::string other = text.contentOf(child);
+                localName(child) == "other" && other.compare(0, kFedVersionInOther.size(), kFedVersionInOther) == 0)
+                _model.version = other.substr(kFedVersionInOther.size());
+    }
+
+    void readDimensions(std::size_t module, pugi::xml_node section) {
+        checkChildren(_modules, module, section, {"dimension"});
+        for (const pugi::xml_node element : section.children()) {
+            const pugi::xml_node child = childOf(element, "name");
+            const std::string name = text(module).contentOf(child);
+            if (localName(element) != "dimension")
+                continue;
+            if (name.empty()) {
+                _modules.add(RuleId::undefinedClass, {module, text(module).nameOf(element)},
+                             "the dimension has no name");
+                continue;
+            }
+            const std::string notes = std::string(" ") + element.attribute("notes").value() + ' ';
+            const bool isEmptySpace = notes.find(std::string(" ") + kEmptySpaceNote + ' ') != std::string::npos;
+            if (_tables.dimensions.emplace(name, _model.dimensions.size()).second)
+                _model.dimensions.push_back({{name, {module, text(module).contentSpan(child)}}, isEmptySpace});
+        }
+    }
+
+    /// Other transportations than those of the standard are as good as their reliability.
+    void readTransportations(std::size_t module, pugi::xml_node section) {
+        for (const pugi::xml_node element : section.children()) {
+            const std::string name = text(module).contentOf(childOf(element, "name"));
+            if (name.empty() || fedWord(kFomTransportations, name))
+                continue;
+            const std::string reliable = text(module).contentOf(childOf(element, "reliable"));
+            _tables.transportations.emplace(name, kFomTransportations[reliable == "Yes" ? 0 : 1].fed);
+            ++_model.losses["transportations besides HLAreliable and HLAbestEffort"];
+        }
+    }
+
+    FomModules &_modules;
+    FomModel _model;
+    FomTables _tables;
+    std::vector<std::pair<std::size_t, pugi::xml_node>> _roots; // of the modules that can be read
+};
+
+} // namespace
+
+FomModel readModel(FomModules &modules) {
+    FomModel model = ModelReader(modules).read();
+    modules.sort();
+    return model;
+}

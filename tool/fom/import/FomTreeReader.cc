@@ -1,0 +1,254 @@
+#include "tool/fom/import/FomTreeReader.hh"
+
+#include "fed/storage/RtiFedName.hh"
+#include "infrastructure/RtiFedLimits.hh"
+#include "infrastructure/RtiStringUtility.hh"
+#include "tool/console/Text.hh"
+#include "tool/fom/import/FomElements.hh"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char *kStandardMomClass = "HLAmanager";
+
+/// The key of a class or member: its owner, and its name in upper case, since names in FED match in any letter case.
+std::string keyOf(std::size_t owner, std::string_view name) {
+    return std::to_string(owner) + '.' + RtiStringUtility::toupper(name);
+}
+
+/// A name that FED text can have in a class, so that all names of a model are of use even if one is not.
+std::string withoutDots(std::string name) {
+    std::replace(name.begin(), name.end(), '.', '_');
+    return name;
+}
+
+bool fitsFedText(std::string_view name) {
+    return name.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
+}
+
+} // namespace
+
+FomTreeReader::FomTreeReader(FomModules &modules, FomModel &model, const FomTables &tables, const FomTree &tree)
+    : _modules(modules), _model(model), _tables(tables), _tree(tree), _classes(model.classes(tree)) {
+    const std::string root = tree.kind.root;
+    _classes.push_back({{root, {}}, root});
+}
+
+void FomTreeReader::read(std::size_t module, pugi::xml_node section) {
+    _module = module;
+    checkChildren(_modules, module, section, {_tree.classElement});
+    for (const pugi::xml_node child : section.children())
+        if (localName(child) == _tree.classElement)
+            readClass(child, FomClass::kNone, 1);
+}
+
+FomPlace FomTreeReader::placeOf(pugi::xml_node element) const {
+    return {_module, _modules.all()[_module].text->nameOf(element)};
+}
+
+FomPlace FomTreeReader::contentPlace(pugi::xml_node element) const {
+    return {_module, _modules.all()[_module].text->contentSpan(element)};
+}
+
+/// Returns the name that an element has, in FED; empty if it has none that FED can hold, which is reported.
+FomText FomTreeReader::nameIn(pugi::xml_node element, const char *what) {
+    const pugi::xml_node child = childOf(element, "name");
+    const std::string name = _modules.all()[_module].text->contentOf(child);
+    if (name.empty()) {
+        _modules.add(RuleId::undefinedClass, child ? contentPlace(child) : placeOf(element),
+                     std::string("the ") + what + " has no name");
+        return {};
+    }
+    FomText fed{fedName(name), contentPlace(child)};
+    if (name.find('&') != std::string::npos) {
+        _modules.add(RuleId::unusableName, fed.place,
+                     "the name " + inQuotes(name) + " has an entity, and no entities are expanded");
+        return {};
+    }
+    if (fed.text.size() > kMaxNameLength || !fitsFedText(fed.text)) {
+        _modules.add(RuleId::unusableName, fed.place,
+                     fed.text.size() > kMaxNameLength
+                         ? "expected a name of at most " + std::to_string(kMaxNameLength) + " bytes, found " +
+                               std::to_string(fed.text.size())
+                         : "the name " + inQuotes(name) + " has a quote or line end, which no name in FED can have");
+        return {};
+    }
+    return fed;
+}
+
+void FomTreeReader::readClass(pugi::xml_node element, std::size_t parent, std::size_t depth) {
+    FomText name = nameIn(element, _tree.kind.className);
+    if (depth > kMaxClassNesting) {
+        _modules.add(RuleId::unusableName, placeOf(element),
+                     "classes are nested in more than " + std::to_string(kMaxClassNesting) + " levels");
+        return;
+    }
+    if (name.text.empty()) // its contents belong to the class around it
+        return readContents(element, parent == FomClass::kNone ? 0 : parent, depth);
+    if (name.text.find('.') != std::string::npos)
+        _modules.add(RuleId::unusableName, name.place,
+                     "the name of the class " + inQuotes(name.text) +
+                         " has a dot, which in FED separates a class from its superclass");
+    name.text = withoutDots(std::move(name.text));
+    const std::size_t index = parent == FomClass::kNone ? rootFor(name) : classFor(name, parent);
+    if (index != FomClass::kNone)
+        readContents(element, index, depth);
+}
+
+/// Returns the root if this is its name. Otherwise the class is taken for one of its subclasses.
+std::size_t FomTreeReader::rootFor(const FomText &name) {
+    for (const char *root : {_tree.root, _tree.kind.root})
+        if (RtiFedName::equal(name.text, root)) {
+            at(0).name.place = name.place;
+            return 0;
+        }
+    _modules.add(RuleId::misspeltRoot, name.place,
+                 std::string("expected the class \"") + _tree.root + "\" in " + _tree.section + ", found " +
+                     inQuotes(name.text) + ": all other classes are below it");
+    return classFor(name, 0);
+}
+
+/// Returns a class by its name, which is added unless it is known; kNone for one that is left out.
+std::size_t FomTreeReader::classFor(const FomText &name, std::size_t parent) {
+    if (isLeftOut(name, parent))
+        return FomClass::kNone;
+    const auto known = _children.find(keyOf(parent, name.text));
+    if (known == _children.end())
+        return addClass(name, parent);
+    const FomClass &node = at(known->second);
+    if (node.name.text != name.text)
+        _modules.add(RuleId::repeatedClass, name.place,
+                     "the class " + inQuotes(name.text) + " differs from " + inQuotes(node.name.text) +
+                         " in letter case only, and names in FED match in any letter case",
+                     node.name.place, "the other is");
+    return known->second;
+}
+
+/// Adds a class, unless the text has too many long names: as for FED text, so that paths cannot exhaust the memory.
+std::size_t FomTreeReader::addClass(const FomText &name, std::size_t parent) {
+    const std::size_t size = at(parent).fullName.size() + 1 + name.text.size();
+    _fullNames += size;
+    if (size > kMaxNameLength || _fullNames > kMaxFullNames) {
+        _modules.add(RuleId::unusableName, name.place,
+                     size > kMaxNameLength ? "expected a full name of at most " + std::to_string(kMaxNameLength) +
+                                                 " bytes, found " + std::to_string(size)
+                                           : "the full names of all classes together have more than " +
+                                                 std::to_string(kMaxFullNames) + " bytes");
+        return FomClass::kNone;
+    }
+    const std::size_t index = _classes.size();
+    _classes.push_back({name, at(parent).fullName + '.' + name.text, parent});
+    at(parent).children.push_back(index);
+    _children.emplace(keyOf(parent, name.text), index);
+    return index;
+}
+
+/// Whether this is a class of an RTI: that of the other standard cannot be translated, and every FED has its own.
+bool FomTreeReader::isLeftOut(const FomText &name, std::size_t parent) {
+    if (parent != 0)
+        return false;
+    if (name.text == kStandardMomClass)
+        ++_model.losses["the Management Object Model of the standard"];
+    return name.text == kStandardMomClass || RtiFedName::equal(name.text, kPrivateClass);
+}
+
+void FomTreeReader::readContents(pugi::xml_node element, std::size_t index, std::size_t depth) {
+    const bool ofObjects = &_tree == &kFomObjects;
+    checkChildren(_modules, _module, element,
+                  ofObjects ? std::vector<std::string>{"name", "sharing", "semantics", "attribute", "objectClass"}
+                            : std::vector<std::string>{"name", "sharing", "dimensions", "transportation", "order",
+                                                       "semantics", "parameter", "interactionClass"});
+    const bool isNamed = !knownContent(*_modules.all()[_module].text, childOf(element, "name")).empty();
+    merge(index, draftOf(element, index), isNamed && at(index).lastModule == _module);
+    if (isNamed)
+        at(index).lastModule = _module;
+    for (const pugi::xml_node child : element.children())
+        if (localName(child) == _tree.classElement)
+            readClass(child, index, depth + 1);
+}
+
+/// Returns what one module says about a class.
+FomClass FomTreeReader::draftOf(pugi::xml_node element, std::size_t index) {
+    const XmlText &text = *_modules.all()[_module].text;
+    FomClass draft;
+    const pugi::xml_node name = childOf(element, "name");
+    draft.name.place = name ? contentPlace(name) : placeOf(element);
+    if (!_tree.kind.membersHaveProperties)
+        draft.isDefined = readDelivery(element, draft.delivery);
+    draft.semantics = knownContent(text, childOf(element, "semantics"));
+    draft.isDescribed = childOf(element, "semantics") || childOf(element, "sharing");
+    if (!knownContent(text, childOf(element, "sharing")).empty())
+        ++_model.losses["the sharing of classes and attributes"];
+    for (const pugi::xml_node child : element.children())
+        if (localName(child) == _tree.memberElement) {
+            draft.isDefined = true;
+            FomMember member = readMember(child, index);
+            if (!member.name.text.empty())
+                draft.members.push_back(std::move(member));
+        }
+    return draft;
+}
+
+FomMember FomTreeReader::readMember(pugi::xml_node element, std::size_t index) {
+    const XmlText &text = *_modules.all()[_module].text;
+    FomMember member;
+    member.name = nameIn(element, _tree.kind.memberName);
+    if (_tree.kind.membersHaveProperties) {
+        if (index == 0 && member.name.text == kPrivilegeInFom)
+            member.name.text = kPrivilegeInFed;
+        readDelivery(element, member.delivery);
+        for (const auto &[child, loss] : {std::pair("sharing", "the sharing of classes and attributes"),
+                                          std::pair("updateType", "the update types of attributes"),
+                                          std::pair("ownership", "the ownership of attributes")})
+            if (!knownContent(text, childOf(element, child)).empty())
+                ++_model.losses[loss];
+    }
+    member.dataType = knownContent(text, childOf(element, "dataType"));
+    member.semantics = knownContent(text, childOf(element, "semantics"));
+    return member;
+}
+
+/// Reads how an attribute or interaction class is sent. Returns whether the element says anything about it.
+bool FomTreeReader::readDelivery(pugi::xml_node element, FomDelivery &delivery) {
+    delivery.transportation = readWord(childOf(element, "transportation"), RuleId::unknownTransportation);
+    delivery.order = readWord(childOf(element, "order"), RuleId::unknownOrdering);
+    readDimensions(childOf(element, "dimensions"), delivery);
+    return delivery.transportation.given() || delivery.order.given() || !delivery.dimensions.empty();
+}
+
+/// Returns a transportation or order in FED. The text is empty if the word is unknown, which is reported.
+FomText FomTreeReader::readWord(pugi::xml_node element, RuleId rule) {
+    if (!element)
+        return {};
+    const bool isOrder = rule == RuleId::unknownOrdering;
+    const std::string word = _modules.all()[_module].text->contentOf(element);
+    FomText fed{"", contentPlace(element)};
+    for (const FomWord &known : isOrder ? kFomOrders : kFomTransportations)
+        if (RtiFedName::equal(word, known.fom))
+            fed.text = known.fed;
+    const auto own = _tables.transportations.find(word);
+    if (fed.text.empty() && !isOrder && own != _tables.transportations.end())
+        fed.text = own->second;
+    if (fed.text.empty())
+        _modules.add(rule, fed.place,
+                     std::string("expected ") +
+                         (isOrder ? "Receive or TimeStamp" : "HLAreliable, HLAbestEffort or a declared transportation") +
+                         ", found " + inQuotes(word));
+    return fed;
+}
+
+void FomTreeReader::readDimensions(pugi::xml_node element, FomDelivery &delivery) {
+    const XmlText &text = *_modules.all()[_module].text;
+    for (const pugi::xml_node child : element.children()) {
+        const std::string name = knownContent(text, child);
+        const auto known = _tables.dimensions.find(name);
+        if (known != _tables.dimensions.end())
+            delivery.dimensions.push_back(known->second);
+        else if (!name.empty())
+            _modules.add(RuleId::unknownSpace, contentPlace(child), "no module declares the dimension " + inQuotes(name));
+    }
+    std::sort(delivery.dimensions.begin(), delivery.dimensions.end());
+    delivery.dimensions.erase(std::unique(delivery.dimensions.begin(), delivery.dimensions.end()),
+                              delivery.dimensions.end());
+}
