@@ -1,8 +1,8 @@
 // Object models in XML, separated by NUL bytes as modules: what is imported without errors is formatted FED text that
 // loads and is the same model as the outline that diff compares.
 
-#include "fuzz/Fuzz.hh"
 #include "fuzz/Import.hh"
+#include "fuzz/Fuzz.hh"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const std::string text = textOf(data, size);

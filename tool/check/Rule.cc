@@ -203,7 +203,8 @@ constexpr Rules kRules = {
       "A class, its name, transportation or order is defined in no module",
       "A module may give only the name of a class that another module defines. Without that definition, subclasses "
       "would lack what they inherit. An attribute or interaction class needs a transportation and an order.",
-      "Name the module that has the definition too: rtifed import BASE.xml EXTENSION.xml. If an object class really has "
+      "Name the module that has the definition too: rtifed import BASE.xml EXTENSION.xml. If an object class really "
+      "has "
       "nothing of its own, add its <sharing> or <semantics>.",
       "rtifed import extension.xml", "rtifed import base.xml extension.xml"},
      {indexOf(RuleId::unusableName), "unusable-name", error, "An object model has a name that FED cannot hold",

@@ -23,7 +23,10 @@ void CommandLine::addCheck() {
         "  rtifed check --rule letter-case=off --rule unused-space=error harbour.fed\n"
         "  rtifed check --write-baseline known.json fed; rtifed check --baseline known.json fed",
         [this] { return check(_check, _console); });
-    addOperand(command, "FILE", _check.files, kFileOrFolder)->required();
+    addOperand(command, "FILE", _check.files,
+               std::string(kFileOrFolder) +
+                   "; object models in XML are checked as modules of one, as import reads them")
+        ->required();
     addChoice(command, "--format", _check.format,
               {{"text", textReport},
                {"concise", conciseReport},

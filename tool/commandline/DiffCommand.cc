@@ -20,6 +20,9 @@ void CommandLine::addDiff() {
                        "contents are\nthe same, and as perhaps renamed if most are; members, if their "
                        "neighbours and properties are the same.\n\n"
                        "Of FED text that does not load, only what can be understood is compared.\n\n"
+                       "If a file is an IEEE 1516-2010 object model in XML, what only one of the two can have is set "
+                       "aside: handles, data types, the Management Object Model, and the names of the federation and "
+                       "version.\n\n"
                        "Exit status:\n"
                        "  0  the verdict is milder than the level of --fail-on\n"
                        "  1  it is not\n"
@@ -27,10 +30,12 @@ void CommandLine::addDiff() {
                        "Examples:\n"
                        "  rtifed diff harbour-1.fed harbour-2.fed\n"
                        "  rtifed diff --against v1.2 harbour.fed\n"
+                       "  rtifed diff harbour.fed harbour.xml\n"
                        "  rtifed diff v1.2:models/harbour.fed v1.3:models/harbour.fed\n"
                        "  rtifed diff --quiet --fail-on incompatible harbour-1.fed harbour-2.fed",
                    [this] { return diff(_diff, _console); });
-    const std::string file = std::string(kFile) + "; REV:PATH is a file at a revision in git";
+    const std::string file =
+        std::string(kFile) + "; or an object model in XML; REV:PATH is a file at a revision in git";
     CLI::Option *oldFile = addOperand(command, "OLD", _diff.oldName, file)->required();
     CLI::Option *newFile = addOperand(command, "NEW", _diff.newName, file)->required();
     const auto compareAgainst = [this, oldFile, newFile](const std::string &revision) {

@@ -74,8 +74,8 @@ Status check(const CheckOptions &options, const Console &console) {
         for (const FomModules::Module &module : import.modules()) {
             CheckedFile file{module.name, nullptr, module.findings};
             decideAbout(file);
-            allPass &= passes(
-                reportFindings(sourceOf(module), std::move(file.findings), numShown(options, *report), *report));
+            allPass &=
+                passes(reportFindings(sourceOf(module), std::move(file.findings), numShown(options, *report), *report));
         }
         return allPass;
     };

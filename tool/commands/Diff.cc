@@ -50,8 +50,8 @@ std::pair<ComparedFile, ComparedFile> load(Input before, Input after) {
     if (!before.isXml() && !after.isXml())
         return {loadForComparison(std::move(before)), loadForComparison(std::move(after))};
     ComparedFile old = before.isXml() ? ComparedFile{before, {}} : loadCounterpart(std::move(before));
-    ComparedFile now = after.isXml() ? loadObjectModel(std::move(after), old.outline.spaces)
-                                     : loadCounterpart(std::move(after));
+    ComparedFile now =
+        after.isXml() ? loadObjectModel(std::move(after), old.outline.spaces) : loadCounterpart(std::move(after));
     if (old.input.isXml())
         old = loadObjectModel(std::move(old.input), now.outline.spaces);
     removeWhatXmlLacks(old.outline);

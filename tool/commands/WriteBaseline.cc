@@ -26,8 +26,8 @@ Status writeBaseline(const CheckOptions &options, const Console &console) {
             addFindings(checkFile(input, Severity::warning));
         return true;
     };
-    if (forEachFile(withoutFolders(options.files), console, addFile,
-                    [](const std::string &, const std::string &) {}) != done)
+    if (forEachFile(withoutFolders(options.files), console, addFile, [](const std::string &, const std::string &) {}) !=
+        done)
         throw CannotWork(options.writeBaseline + ": not written, since a file cannot be read");
     const Import import(std::move(modules));
     for (const FomModules::Module &module : import.modules())

@@ -28,9 +28,8 @@ public:
         const Verdict verdict = comparison.verdict();
         _console.out << _difference.before.input.name << " -> " << _difference.after.input.name << ": "
                      << Comparison::nameOf(verdict)
-                     << (_difference.isWhole() || verdict == Verdict::identical
-                             ? ""
-                             : ", as far as it can be understood")
+                     << (_difference.isWhole() || verdict == Verdict::identical ? ""
+                                                                                : ", as far as it can be understood")
                      << (verdict <= Verdict::same ? ": " : "\n") << explanationOf(_difference) << '\n';
         for (const ChangeGroup &group : ChangeGroup::groupsOf(comparison))
             write(group);

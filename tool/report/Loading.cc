@@ -38,6 +38,11 @@ private:
 } // namespace
 
 bool complainIfRefused(const Input &input, const char *consequence, std::ostream &complaints) {
+    if (input.isXml()) {
+        complaints << "rtifed: " << input.name
+                   << ": expected FED text or an image, found XML, which rtifed import turns into FED\n";
+        return true;
+    }
     FirstFinding first;
     reportFindings(input, Severity::error, 1, first);
     if (first.found())

@@ -88,7 +88,8 @@ private:
 
     std::string delivery(const FomDelivery &delivery) const {
         const std::string space = _spaces.nameFor(delivery.dimensions);
-        return ' ' + delivery.transportation.text + ' ' + delivery.order.text + (space.empty() ? "" : ' ' + asWord(space));
+        return ' ' + delivery.transportation.text + ' ' + delivery.order.text +
+               (space.empty() ? "" : ' ' + asWord(space));
     }
 
     void writeMember(const FomTree &tree, const FomMember &member, std::size_t depth) {

@@ -58,7 +58,7 @@ using FomClasses = std::vector<FomClass>;
 /// Modules of an object model, merged.
 struct FomModel {
     struct Dimension {
-        FomText name; ///< As in XML.
+        FomText name;      ///< As in XML.
         bool isEmptySpace; ///< Whether an export made it of a space without dimensions.
     };
 

@@ -45,7 +45,6 @@ std::string FomModules::placeFrom(std::size_t module, const FomPlace &place) con
 
 void FomModules::sort() {
     for (Module &module : _modules)
-        std::stable_sort(module.findings.begin(), module.findings.end(), [](const Finding &a, const Finding &b) {
-            return a.span->begin < b.span->begin;
-        });
+        std::stable_sort(module.findings.begin(), module.findings.end(),
+                         [](const Finding &a, const Finding &b) { return a.span->begin < b.span->begin; });
 }

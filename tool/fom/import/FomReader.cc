@@ -13,15 +13,16 @@ namespace {
 constexpr const char *kRootElement = "objectModel";
 
 /// Sections whose children FED cannot hold, and how a summary names them.
-constexpr std::pair<const char *, const char *> kLostSections[] = {
-    {"synchronizations", "synchronization points"}, {"tags", "tags"}, {"switches", "switches"},
-    {"updateRates", "update rates"},                {"time", "the representation of time"}};
+constexpr std::pair<const char *, const char *> kLostSections[] = {{"synchronizations", "synchronization points"},
+                                                                   {"tags", "tags"},
+                                                                   {"switches", "switches"},
+                                                                   {"updateRates", "update rates"},
+                                                                   {"time", "the representation of time"}};
 
 std::size_t numElements(pugi::xml_node element) {
     const auto children = element.children();
-    return static_cast<std::size_t>(std::count_if(children.begin(), children.end(), [](pugi::xml_node child) {
-        return child.type() == pugi::node_element;
-    }));
+    return static_cast<std::size_t>(std::count_if(
+        children.begin(), children.end(), [](pugi::xml_node child) { return child.type() == pugi::node_element; }));
 }
 
 std::string namespaceOf(pugi::xml_node root) {
@@ -70,13 +71,12 @@ private:
         if (isNamed && (space == kFomNamespace || space == kOlderFomNamespace))
             return true;
         const bool hasNoSpace = isNamed && space.empty() && !isOlderForm(root);
-        const std::string found =
-            !isNamed ? "the element " + inQuotes(std::string(root.name()))
-            : hasNoSpace
-                ? "no namespace"
-            : space.empty()                             ? "one of IEEE 1516-2000"
-            : space.find("1516-20") != std::string::npos ? "one of IEEE " + space.substr(space.find("1516-20"), 9)
-                                                        : "the namespace " + inQuotes(space);
+        const std::string found = !isNamed        ? "the element " + inQuotes(std::string(root.name()))
+                                  : hasNoSpace    ? "no namespace"
+                                  : space.empty() ? "one of IEEE 1516-2000"
+                                  : space.find("1516-20") != std::string::npos
+                                      ? "one of IEEE " + space.substr(space.find("1516-20"), 9)
+                                      : "the namespace " + inQuotes(space);
         _modules.add(RuleId::notAnObjectModel, {module, text(module).nameOf(root)},
                      hasNoSpace ? std::string("expected the namespace \"") + kFomNamespace + "\", found none"
                                 : "expected an object model of IEEE 1516-2010, found " + found);
@@ -84,7 +84,7 @@ private:
     }
 
     void readTables(std::size_t module, pugi::xml_node root) {
-        std::vector<std::string> sections = {"modelIdentification", "serviceUtilization", "objects", "interactions",
+        std::vector<std::string> sections = {"modelIdentification", "serviceUtilization", "objects",   "interactions",
                                              "dimensions",          "transportations",    "dataTypes", "notes"};
         for (const auto &[section, loss] : kLostSections) {
             sections.emplace_back(section);

@@ -134,7 +134,8 @@ void FomSpaces::add(const Set &set, std::string name, std::vector<std::string> d
     for (std::string &dimension : dimensions)
         dimension = unique(std::move(dimension), taken);
     _spaceOf[set] = _spaces.size();
-    _spaces.push_back({unique(std::move(name), _taken), std::move(dimensions), _model.dimensions[set.front()].name.place});
+    _spaces.push_back(
+        {unique(std::move(name), _taken), std::move(dimensions), _model.dimensions[set.front()].name.place});
 }
 
 std::string FomSpaces::nameFor(const std::vector<std::size_t> &dimensions) const {

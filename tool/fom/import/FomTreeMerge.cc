@@ -21,7 +21,8 @@ std::string ofClass(const FomClass &node) {
 
 /// The standard's own module sends the root and its attribute so; other modules need not repeat it.
 void FomTreeReader::completeDelivery(FomDelivery &delivery) const {
-    for (const auto &[word, usual] : {std::pair(&delivery.transportation, "reliable"), std::pair(&delivery.order, "timestamp")})
+    for (const auto &[word, usual] :
+         {std::pair(&delivery.transportation, "reliable"), std::pair(&delivery.order, "timestamp")})
         if (!word->given())
             *word = {usual, {0, {0, 1}}};
 }
@@ -150,13 +151,12 @@ void FomTreeReader::finish() {
 /// would lack what they inherit.
 void FomTreeReader::checkDefinition(const FomClass &node) {
     const bool ofObjects = _tree.kind.membersHaveProperties;
-    const bool isScaffold =
-        !node.isDefined && (ofObjects ? !node.isDescribed && !node.children.empty() : true);
+    const bool isScaffold = !node.isDefined && (ofObjects ? !node.isDescribed && !node.children.empty() : true);
     if (isScaffold)
-        _modules.add(RuleId::undefinedClass, node.name.place,
-                     "no module defines " + describe(node) +
-                         (ofObjects ? ": only its name and subclasses are here"
-                                    : ": it has no transportation and no order"));
+        _modules.add(
+            RuleId::undefinedClass, node.name.place,
+            "no module defines " + describe(node) +
+                (ofObjects ? ": only its name and subclasses are here" : ": it has no transportation and no order"));
     else if (!ofObjects)
         checkDelivery(node.name, node.delivery, describe(node));
 }
@@ -200,8 +200,8 @@ void FomTreeReader::dropRedeclared(std::size_t index, std::unordered_map<std::st
         const auto known = inherited.find(upper);
         if (known != inherited.end()) {
             _modules.add(RuleId::redeclaredMember, member.name.place,
-                         std::string("the ") + _tree.kind.memberName + ' ' + quoted(member.name) +
-                             ofClass(at(index)) + " is inherited already",
+                         std::string("the ") + _tree.kind.memberName + ' ' + quoted(member.name) + ofClass(at(index)) +
+                             " is inherited already",
                          known->second->name.place, "the first is", ofClass(at(index)));
         } else {
             names.push_back(std::move(upper));

@@ -231,10 +231,11 @@ FomText FomTreeReader::readWord(pugi::xml_node element, RuleId rule) {
     if (fed.text.empty() && !isOrder && own != _tables.transportations.end())
         fed.text = own->second;
     if (fed.text.empty())
-        _modules.add(rule, fed.place,
-                     std::string("expected ") +
-                         (isOrder ? "Receive or TimeStamp" : "HLAreliable, HLAbestEffort or a declared transportation") +
-                         ", found " + inQuotes(word));
+        _modules.add(
+            rule, fed.place,
+            std::string("expected ") +
+                (isOrder ? "Receive or TimeStamp" : "HLAreliable, HLAbestEffort or a declared transportation") +
+                ", found " + inQuotes(word));
     return fed;
 }
 
@@ -246,7 +247,8 @@ void FomTreeReader::readDimensions(pugi::xml_node element, FomDelivery &delivery
         if (known != _tables.dimensions.end())
             delivery.dimensions.push_back(known->second);
         else if (!name.empty())
-            _modules.add(RuleId::unknownSpace, contentPlace(child), "no module declares the dimension " + inQuotes(name));
+            _modules.add(RuleId::unknownSpace, contentPlace(child),
+                         "no module declares the dimension " + inQuotes(name));
     }
     std::sort(delivery.dimensions.begin(), delivery.dimensions.end());
     delivery.dimensions.erase(std::unique(delivery.dimensions.begin(), delivery.dimensions.end()),

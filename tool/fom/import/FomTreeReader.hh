@@ -26,8 +26,8 @@ public:
     /// Reads the section of a module that has the tree.
     void read(std::size_t module, pugi::xml_node section);
 
-    /// Checks, after all modules are read, that each class is defined; completes a class that has the name of the MOM of
-    /// FED; and drops members that a superclass has too.
+    /// Checks, after all modules are read, that each class is defined; completes a class that has the name of the MOM
+    /// of FED; and drops members that a superclass has too.
     void finish();
 
 private:
@@ -69,8 +69,8 @@ private:
     const FomTables &_tables;
     const FomTree &_tree;
     FomClasses &_classes;
-    std::size_t _module = 0;                                 // that is being read
-    std::unordered_map<std::string, std::size_t> _children;  // by the superclass and the name in upper case
-    std::unordered_map<std::string, std::size_t> _members;   // by the class and the name in upper case
-    std::size_t _fullNames = 0;                              // bytes
+    std::size_t _module = 0;                                // that is being read
+    std::unordered_map<std::string, std::size_t> _children; // by the superclass and the name in upper case
+    std::unordered_map<std::string, std::size_t> _members;  // by the class and the name in upper case
+    std::size_t _fullNames = 0;                             // bytes
 };

@@ -54,7 +54,8 @@ std::optional<XmlMismatch> firstMismatch(std::string_view text) {
             at = name.begin;
         } else {
             const std::size_t end = endOfTag(text, at + 1);
-            const bool isDeclaration = text.substr(at + 1, 1) == "!", isEmpty = end < text.size() && text[end - 1] == '/';
+            const bool isDeclaration = text.substr(at + 1, 1) == "!",
+                       isEmpty = end < text.size() && text[end - 1] == '/';
             if (!isDeclaration && !isEmpty)
                 open.push_back(nameAt(text, at + 1));
             at = end;

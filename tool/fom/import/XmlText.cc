@@ -20,9 +20,8 @@ bool saysLatin1(std::string_view text) {
     std::string declaration(text.substr(0, std::min(text.find("?>"), std::size_t(200))));
     std::transform(declaration.begin(), declaration.end(), declaration.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return contains(declaration, "<?xml") &&
-           (contains(declaration, "iso-8859-1") || contains(declaration, "latin1") ||
-            contains(declaration, "windows-1252"));
+    return contains(declaration, "<?xml") && (contains(declaration, "iso-8859-1") || contains(declaration, "latin1") ||
+                                              contains(declaration, "windows-1252"));
 }
 
 std::string fromLatin1(std::string_view text) {
@@ -45,8 +44,8 @@ std::optional<std::string> whyUnreadable(std::string_view text) {
     if (text[begin] != '<')
         return "expected an object model in XML, found " +
                inQuotes(text.substr(begin, std::min<std::size_t>(text.find_first_of(kBlanks, begin) - begin, 20)));
-    const auto numTags = static_cast<std::size_t>(std::count(text.begin(), text.end(), '<') +
-                                                  std::count(text.begin(), text.end(), '='));
+    const auto numTags =
+        static_cast<std::size_t>(std::count(text.begin(), text.end(), '<') + std::count(text.begin(), text.end(), '='));
     if (numTags > kMaxXmlTags)
         return "expected at most " + std::to_string(kMaxXmlTags) + " tags and attributes, found " +
                std::to_string(numTags);

@@ -1,0 +1,304 @@
+#include "fuzz/Import.hh"
+#include "tests/Support.hh"
+#include "tests/tool/RandomModel.hh"
+#include "tool/commands/Commands.hh"
+#include "tool/commands/Modules.hh"
+#include "tool/fom/export/FomExport.hh"
+
+#include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <regex>
+
+namespace {
+
+using Verdict = Comparison::Verdict;
+
+/// Returns XML in which $NAME(CONTENT) stands for an element, one letter for each of the frequent ones: o and i for
+/// classes, a and p for members, n for names, t and s for how they are sent. A section alone gets the outermost
+/// element.
+std::string expanded(const std::string &text) {
+    static const std::map<std::string, std::string> names = {
+        {"o", "objectClass"},  {"i", "interactionClass"}, {"a", "attribute"},  {"p", "parameter"},
+        {"n", "name"},         {"t", "transportation"},   {"s", "order"},      {"O", "objects"},
+        {"I", "interactions"}, {"d", "dimension"},        {"D", "dimensions"}, {"S", "sharing"}};
+    std::string xml;
+    std::vector<std::string> open;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '$') {
+            const std::size_t end = text.find('(', at);
+            const std::string name = text.substr(at + 1, end - at - 1);
+            open.push_back(names.count(name) > 0 ? names.at(name) : name);
+            xml += '<' + open.back() + '>';
+            at = end;
+        } else if (text[at] == ')' && !open.empty()) {
+            xml += "</" + open.back() + '>';
+            open.pop_back();
+        } else {
+            xml += text[at];
+        }
+    }
+    const bool isSection = xml.find("objectModel") == std::string::npos && xml.find("<?") == std::string::npos;
+    return isSection ? std::string("<objectModel xmlns=\"") + kFomNamespace + "\">" + xml + "</objectModel>" : xml;
+}
+
+/// Returns the modules of a text, which lines "+" separate, as a.xml, b.xml and so on.
+std::vector<Input> modulesIn(const std::string &text) {
+    std::vector<Input> modules;
+    std::istringstream lines(text + "\n+\n");
+    for (std::string line, module; std::getline(lines, line);)
+        if (line == "+") {
+            module.pop_back();
+            modules.push_back({std::string(1, static_cast<char>('a' + modules.size())) + ".xml", expanded(module)});
+            module.clear();
+        } else {
+            module += line + '\n';
+        }
+    return modules;
+}
+
+/// Returns FED text without the Management Object Model that every import has.
+std::string withoutMom(std::string text) {
+    for (std::size_t begin = 0; (begin = text.find("\n\n      ;; The Management Object Model")) != std::string::npos;)
+        text.erase(begin, text.find("\n      )", begin) + 8 - begin);
+    return text;
+}
+
+std::string findingsOf(const Import &import) {
+    std::ostringstream out;
+    const auto report = conciseReport(out, {});
+    for (const FomModules::Module &module : import.modules())
+        reportFindings(sourceOf(module), module.findings, kAllShown, *report);
+    return out.str();
+}
+
+std::string objectModel(const std::string &objects) {
+    return expanded("$O($o($n(HLAobjectRoot)" + objects + "))");
+}
+
+struct Ran {
+    Status status;
+    std::string out, err;
+};
+
+template <class Command, class Options>
+Ran run(Command command, const Options &options) {
+    std::ostringstream out, err;
+    const Status status = command(options, Console{out, err});
+    return {status, out.str(), err.str()};
+}
+
+/// Returns what diff says of two texts.
+Ran difference(const std::string &before, const std::string &after, bool json = false) {
+    const TemporaryFile old(before), now(after);
+    DiffOptions options{old.path(), now.path(), true};
+    options.json = json;
+    Ran ran = run(diff, options);
+    ran.out = replaced(replaced(ran.out, old.path(), "old"), now.path(), "new");
+    return ran;
+}
+
+std::string exported(const std::string &fed, FomForm form = FomForm::interchange) {
+    std::vector<ExportNote> notes;
+    return exportedModel(readOutline({"a.fed", fed}), {}, "", form, notes);
+}
+
+} // namespace
+
+TEST(ImportTest, Cases) {
+    forEachCase("import.txt", [](const std::string &text) {
+        const std::vector<Input> modules = modulesIn(text);
+        EXPECT_EQ(faultOfImport(modules), "");
+        const Import import(modules);
+        return findingsOf(import) + (import.succeeds() ? withoutMom(import.text()) : "");
+    });
+}
+
+/// The way out and back gives the same model with the same handles, in each form of export.
+TEST(ImportTest, ExportsComeBack) {
+    for (unsigned seed = 0; seed < 500; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomModel model(seed);
+        for (int i = 0; i < 8; ++i)
+            model.edit();
+        const std::string fed = model.text();
+        const std::string xml = exported(fed, seed % 2 ? FomForm::interchange : FomForm::fdd);
+        const Import import({{"a.xml", xml}});
+        ASSERT_TRUE(import.succeeds()) << findingsOf(import) << xml;
+        const Comparison comparison(readOutline({"a.fed", fed}), readOutline({"b.fed", import.text()}), false);
+        EXPECT_EQ(Comparison::nameOf(comparison.verdict()), std::string("same")) << fed << xml << import.text();
+        EXPECT_EQ(difference(fed, xml).status, done);
+        EXPECT_EQ(difference(xml, fed).status, done);
+    }
+}
+
+/// An edit of the FED of a pair shows as what it is in the FED alone, but for handles and the federation.
+TEST(ImportTest, DiffFindsWhatDrifted) {
+    for (unsigned seed = 0; seed < 200; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomModel model(seed);
+        const std::string fed = model.text(), xml = exported(fed);
+        model.edit();
+        const std::string edited = model.text();
+        Outline before = readOutline({"a.fed", fed}), after = readOutline({"b.fed", edited});
+        for (Outline *outline : {&before, &after}) {
+            removeWhatXmlLacks(*outline);
+            outline->hasHandles = false;
+        }
+        const Comparison expected(before, after, false);
+        const auto json = nlohmann::json::parse(difference(xml, edited, true).out);
+        EXPECT_EQ(json["verdict"], Comparison::nameOf(expected.verdict())) << edited << xml;
+        ASSERT_EQ(json["changes"].size(), expected.changes().size()) << edited << xml;
+        for (std::size_t i = 0; i < expected.changes().size(); ++i) {
+            EXPECT_EQ(json["changes"][i]["kind"], Comparison::nameOf(expected.changes()[i].kind));
+            EXPECT_EQ(json["changes"][i]["name"], expected.changes()[i].element().name);
+        }
+    }
+}
+
+TEST(ImportTest, DiffSetsAsideWhatXmlLacks) {
+    const std::string fed =
+        withMom("(class Boat (attribute A reliable receive Sea) (class Tug (attribute a reliable receive)))", "",
+                "(space Sea (dimension x) (dimension y)) (space Here)");
+    const auto xml = [](const std::string &dimensions, const std::string &order) {
+        return expanded("$O($o($n(HLAobjectRoot)$o($n(Boat)$a($n(A)" + dimensions + "$t(HLAreliable)$s(" + order +
+                        "))$o($n(Tug)))))$D($d($n(x))$d($n(y))$d($n(Here)))");
+    };
+    // The spaces of a FED kept by hand are found by their dimensions, and a member declared again is inherited.
+    const Ran same = difference(fed, xml("$D($d(y)$d(x))", "Receive"));
+    EXPECT_EQ(same.out,
+              "old -> new: same, as far as it can be understood: the models are the same; only text, comments "
+              "or form of the files differ.\n");
+    EXPECT_NE(same.err.find("does not load"), std::string::npos);
+    EXPECT_EQ(same.status, done);
+    const Ran drifted = difference(fed, xml("", "TimeStamp"));
+    EXPECT_EQ(drifted.out, "old -> new: incompatible, as far as it can be understood\n"
+                           "Something in the old model was removed or changed: federates made for it may fail with the "
+                           "new one.\n"
+                           "  - space Sea, with 2 dimensions (old:4)\n"
+                           "      dimension Sea.x (old:4)\n"
+                           "      dimension Sea.y (old:4)\n"
+                           "  + space x, with 1 dimension (new:1)\n"
+                           "      dimension x.x\n"
+                           "  + space y, with 1 dimension (new:1)\n"
+                           "      dimension y.y\n"
+                           "  ~ ordering receive -> timestamp: attribute ObjectRoot.Boat.A (new:1)\n"
+                           "  ~ space Sea -> none: attribute ObjectRoot.Boat.A (new:1)\n");
+    EXPECT_EQ(drifted.status, wrong);
+    EXPECT_EQ(nlohmann::json::parse(difference(fed, xml("", "Receive"), true).out)["new"]["form"], "xml");
+    // What cannot be read at all is no model to compare.
+    EXPECT_THROW(difference(fed, "<objectModel>"), CannotWork);
+    EXPECT_THROW(difference("<html></html>", fed), CannotWork);
+}
+
+/// The commands: check reports what import refuses, in all formats and under the control of options and baselines.
+TEST(ImportTest, CheckSaysWhatImportWould) {
+    const TemporaryFile base(objectModel("$o($n(Boat)$S(Neither)$a($n(A)$t(HLAreliable)$s(Receive)))")),
+        extension(objectModel("$o($n(Boat)$o($n(Tug)))")), fed(example("minimal.fed"));
+    ImportOptions import{{extension.path()}};
+    EXPECT_EQ(run(importModel, import).status, wrong);
+    EXPECT_EQ(run(importModel, import).out, "");
+    import.files = {extension.path(), base.path()};
+    const Ran imported = run(importModel, import);
+    EXPECT_EQ(imported.status, done) << imported.err;
+    EXPECT_NE(imported.out.find("(class Tug"), std::string::npos);
+    import.output = fed.path();
+    EXPECT_EQ(run(importModel, import).out, "");
+    EXPECT_EQ(readFile(fed.path()), imported.out);
+
+    CheckOptions options;
+    options.files = {extension.path(), fed.path(), base.path()};
+    EXPECT_EQ(run(check, options).status, done);
+    options.files = {extension.path()};
+    EXPECT_NE(run(check, options)
+                  .out.find(extension.path() + ":1:137: error: no module defines the object class "
+                                               "\"ObjectRoot.Boat\": only its name and subclasses are "
+                                               "here [undefined-class]"),
+              std::string::npos)
+        << run(check, options).out;
+    for (ReportMaker *format : {jsonReport, sarifReport, githubReport, gitlabReport, junitReport}) {
+        options.format = format;
+        const Ran ran = run(check, options);
+        EXPECT_EQ(ran.status, wrong);
+        EXPECT_NE(ran.out.find("undefined-class"), std::string::npos) << ran.out;
+    }
+    const TemporaryFile baseline("");
+    options.writeBaseline = baseline.path();
+    EXPECT_EQ(run(check, options).out, baseline.path() + ": 1 finding of 1 file\n");
+    options.writeBaseline.clear();
+    options.baseline = baseline.path();
+    EXPECT_EQ(run(check, options).status, done);
+    options.addAllow = "why";
+    EXPECT_EQ(run(check, options).status, cannotWork);
+}
+
+/// Each of these ends soon, and in memory that grows as the text does.
+TEST(ImportTest, HostileTextsAreRefused) {
+    const auto times = [](std::size_t count, const std::string &text) {
+        std::string all;
+        all.reserve(count * text.size());
+        while (count-- > 0)
+            all += text;
+        return all;
+    };
+    const std::string laughs = "<!DOCTYPE objectModel [<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;&a;\">]>";
+    const std::pair<std::string, std::string> texts[] = {
+        {times(5000000, "<a>"), "expected at most 8388608 tags"},
+        {times(100000, "<a>"), "expected \"</a>\" for the element of"},
+        {objectModel(times(300, "$o($n(A)") + times(300, ")")), "nested in more than 256 levels"},
+        {objectModel(times(300, "$o(") + times(300, ")")), "nested in more than 256 levels"},
+        {objectModel(times(200, "$o($n(" + times(100, "A") + ")") + times(200, ")")),
+         "expected a full name of at most"},
+        {objectModel("$o($n(" + times(1000000, "A") + "))"), "expected a name of at most 16384 bytes, found 1000000"},
+        {replaced(objectModel("$o($n(&b;))"), "<objectModel", laughs + "<objectModel"), "no entities are expanded"},
+        {objectModel(times(101000, "$o($n(A))")), "too many errors"},
+        {objectModel("").substr(0, 40) + std::string(1, '\0'), "found another encoding"},
+        {"\xFF\xFE<\0o\0", "found another encoding"},
+        {"", "found an empty file"},
+        {"(FED)", "found \"(FED)\""}};
+    for (const auto &[text, message] : texts) {
+        const auto begin = std::chrono::steady_clock::now();
+        const Import import({{"a.xml", text}});
+        EXPECT_NE(findingsOf(import).find(message), std::string::npos) << findingsOf(import).substr(0, 500);
+        EXPECT_FALSE(import.succeeds());
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
+    }
+    EXPECT_TRUE(Import({{"a.xml", objectModel(times(255, "$o($n(A)$S(Neither)") + times(255, ")"))}}).succeeds());
+}
+
+/// Damaged models, by pieces that are removed, doubled or swapped: what is imported nevertheless loads.
+TEST(ImportTest, DamagedModelsAreRefusedOrLoad) {
+    const std::string model =
+        expanded("$modelIdentification($n(M))$O($o($n(HLAobjectRoot)$o($n(Boat)$S(Neither)$a($n(A)$D($d(S.x)$d(S.y))$t("
+                 "HLAreliable)"
+                 "$s(Receive))$o($n(Tug)$a($n(B)$t(HLAbestEffort)$s(TimeStamp))))$o($n(Manager)$o($n(Federate)))))"
+                 "$I($i($n(HLAinteractionRoot)$i($n(Storm)$D($d(Z))$t(HLAreliable)$s(Receive)$p($n(P)))))"
+                 "$D($d($n(S.x))$d($n(S.y))$d($n(Z)))");
+    const std::regex piece("<[^>]*>|[^<]+");
+    const std::vector<std::string> pieces(std::sregex_token_iterator(model.begin(), model.end(), piece), {});
+    std::mt19937 random(11);
+    std::size_t numImported = 0;
+    for (int i = 0; i < 4000; ++i) {
+        std::vector<std::string> damaged = pieces;
+        for (std::size_t edits = random() % 3 + 1; edits > 0; --edits) {
+            const std::size_t at = random() % damaged.size(), other = random() % damaged.size();
+            switch (random() % 3) {
+            case 0:
+                damaged.erase(damaged.begin() + static_cast<std::ptrdiff_t>(at));
+                break;
+            case 1:
+                damaged.insert(damaged.begin() + static_cast<std::ptrdiff_t>(at), damaged[other]);
+                break;
+            default:
+                std::swap(damaged[at], damaged[other]);
+            }
+        }
+        std::string text;
+        for (const std::string &part : damaged)
+            text += part;
+        EXPECT_EQ(faultOfImport({{"a.xml", text}, {"b.xml", model}}), "") << text;
+        EXPECT_EQ(faultOfImport({{"a.xml", text}}), "") << text;
+        numImported += Import({{"a.xml", text}}).succeeds() ? 1 : 0;
+    }
+    EXPECT_GT(numImported, 40U);
+}
