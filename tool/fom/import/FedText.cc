@@ -1,6 +1,7 @@
 #include "tool/fom/import/FedText.hh"
 
 #include "fed/storage/RtiFedName.hh"
+#include "infrastructure/RtiFedLimits.hh"
 #include "tool/check/Suggestion.hh"
 #include "tool/console/Text.hh"
 #include "tool/fom/import/FomSpaces.hh"
@@ -15,28 +16,54 @@ namespace {
 
 constexpr std::size_t kWidth = 100; // columns of a comment, which the formatting indents
 
-/// Returns a text as the lines of a comment. A line that would allow findings becomes a quotation.
-std::string comment(const std::string &text, std::size_t depth = 0) {
+/// The first words of what an import adds to a description. An export keeps them, and the next import drops them.
+constexpr std::string_view kImported = "Imported by rtifed import from ", kLeftOut = "Not in FED, and left out here: ";
+
+/// Returns what may follow the semicolons of a comment: a text that would allow findings becomes a quotation.
+std::string quotedIfCommand(const std::string &text) {
+    return (text.compare(0, 7, "rtifed:") == 0 ? "> " : "") + text;
+}
+
+/// Returns a paragraph as lines of comments. The width is less where the formatting will indent them.
+std::string commentLines(const std::string &paragraph, std::size_t depth) {
     const std::size_t width = kWidth - std::min(2 * depth, kWidth / 2);
-    std::istringstream words(text);
+    std::istringstream words(paragraph);
     std::string lines, line, word;
     const auto endLine = [&] {
-        lines += ";;" + std::string(line.compare(0, 8, " rtifed:") == 0 ? " >" : "") + line + '\n';
+        lines += ";; " + quotedIfCommand(line) + '\n';
         line.clear();
     };
     while (words >> word) {
         word = shown(word);
-        if (!line.empty() && line.size() + word.size() + 3 > width)
+        if (!line.empty() && line.size() + word.size() + 4 > width)
             endLine();
-        line += ' ' + word;
+        line += (line.empty() ? "" : " ") + word;
     }
     if (!line.empty())
         endLine();
     return lines;
 }
 
-/// Replaces what no name in FED can have.
+/// Returns a text, whose paragraphs end at empty lines, as comments.
+std::string comment(const std::string &text, std::size_t depth = 0) {
+    std::istringstream lines(text + "\n\n");
+    std::string comments, paragraph;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find_first_not_of(" \t\r") != std::string::npos) {
+            paragraph += line + ' ';
+            continue;
+        }
+        const bool isOfImport = paragraph.compare(0, kImported.size(), kImported) == 0;
+        const std::string more = isOfImport ? "" : commentLines(paragraph, depth);
+        comments += (comments.empty() || more.empty() ? "" : ";;\n") + more;
+        paragraph.clear();
+    }
+    return comments;
+}
+
+/// Replaces what no name in FED can have, and cuts what is too long.
 std::string asName(std::string name) {
+    name.resize(std::min(name.size(), kMaxNameLength));
     for (char &c : name)
         if (c == '"' || c == '\0')
             c = '\'';
@@ -81,9 +108,10 @@ private:
         std::vector<std::string> losses;
         for (const auto &[what, count] : _model.losses)
             losses.push_back(what + " (" + std::to_string(count) + ')');
-        return comment("Imported by rtifed import from " + joined(names) + '.') +
-               (losses.empty() ? "" : comment("Not in FED, and left out here: " + joined(losses) + '.')) +
-               (_model.description.empty() ? "" : ";;\n" + comment(_model.description));
+        const std::string description = comment(_model.description);
+        return commentLines(std::string(kImported) + joined(names) + '.', 0) +
+               (losses.empty() ? "" : commentLines(std::string(kLeftOut) + joined(losses) + '.', 0)) +
+               (description.empty() ? "" : "\n" + description);
     }
 
     std::string delivery(const FomDelivery &delivery) const {
@@ -95,7 +123,7 @@ private:
     void writeMember(const FomTree &tree, const FomMember &member, std::size_t depth) {
         _text += comment(member.semantics, depth) + '(' + tree.memberElement + ' ' + asWord(member.name.text) +
                  (tree.kind.membersHaveProperties ? delivery(member.delivery) : "") + ')' +
-                 (member.dataType.empty() ? "\n" : " ; " + shown(member.dataType) + '\n');
+                 (member.dataType.empty() ? "\n" : " ; " + quotedIfCommand(shown(member.dataType)) + '\n');
     }
 
     /// Writes a class and its subclasses; the levels are limited when they are read. What every root has comes first,

@@ -29,6 +29,8 @@ void FomModules::add(RuleId rule, const FomPlace &place, std::string text) {
 
 void FomModules::add(RuleId rule, const FomPlace &place, std::string text, const FomPlace &other,
                      const std::string &here, const std::string &particular) {
+    if (_numFindings >= kMaxErrors) // do not look up the place for a finding that is dropped
+        return add(place.module, Finding{&ruleOf(rule), place.span, ""});
     Finding finding{&ruleOf(rule), place.span, text + "; " + here + " at " + placeFrom(place.module, other)};
     if (!particular.empty())
         finding.setParticular(particular);

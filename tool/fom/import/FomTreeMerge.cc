@@ -34,7 +34,8 @@ std::string FomTreeReader::describe(const FomClass &node) const {
 /// Adds what a module says about a class.
 void FomTreeReader::merge(std::size_t index, FomClass draft, bool isRepeated) {
     FomClass &node = at(index);
-    if (isRepeated)
+    const bool isRoot = index == 0; // whose name differs in FED
+    if (isRepeated && (isRoot || draft.name.text == node.name.text))
         _modules.add(RuleId::repeatedClass, draft.name.place, "this file has " + describe(node) + " already",
                      node.name.place, "the first is");
     node.isDescribed = node.isDescribed || draft.isDescribed;
@@ -107,18 +108,19 @@ void FomTreeReader::compareMembers(std::size_t index, const FomClass &draft) {
 /// `isComplete`, or if both name some.
 void FomTreeReader::mergeDelivery(Known known, const FomDelivery &more, const FomPlace &place, const std::string &what,
                                   bool isComplete) {
-    for (const auto &[word, text] : {std::pair(&FomDelivery::transportation, "the transportation "),
-                                     std::pair(&FomDelivery::order, "the order ")}) {
+    const auto compare = [&](FomText FomDelivery::*word, const FomWords &words, const char *kind) {
         FomText &first = known.delivery.*word;
         const FomText &second = more.*word;
         if (!first.given())
             first = second;
         else if (second.given() && !first.text.empty() && !second.text.empty() && first.text != second.text)
             _modules.add(RuleId::conflictingModules, second.place,
-                         what + " has " + text + inQuotes(second.text) + " here and " + inQuotes(first.text) +
-                             " in another place",
+                         what + " has the " + kind + ' ' + fomWord(words, second.text) + " here and " +
+                             fomWord(words, first.text) + " in another place",
                          first.place, "that is");
-    }
+    };
+    compare(&FomDelivery::transportation, kFomTransportations, "transportation");
+    compare(&FomDelivery::order, kFomOrders, "order");
     std::vector<std::size_t> &dimensions = known.delivery.dimensions;
     if (dimensions.empty() && !isComplete)
         dimensions = more.dimensions;
@@ -129,6 +131,7 @@ void FomTreeReader::mergeDelivery(Known known, const FomDelivery &more, const Fo
 
 void FomTreeReader::finish() {
     const bool ofObjects = _tree.kind.membersHaveProperties;
+    addMom();
     if (!ofObjects)
         completeDelivery(at(0).delivery);
     for (FomMember &member : at(0).members)
@@ -141,7 +144,6 @@ void FomTreeReader::finish() {
             if (ofObjects)
                 checkDelivery(member.name, member.delivery,
                               std::string("the attribute ") + quoted(member.name) + ofClass(node));
-    addMom();
     std::unordered_map<std::string, const FomMember *> inherited;
     dropRedeclared(0, inherited);
 }

@@ -85,7 +85,7 @@ void FomTreeReader::readClass(pugi::xml_node element, std::size_t parent, std::s
         return;
     }
     if (name.text.empty()) // its contents belong to the class around it
-        return readContents(element, parent == FomClass::kNone ? 0 : parent, depth);
+        return readContents(element, {"", placeOf(element)}, parent == FomClass::kNone ? 0 : parent, depth);
     if (name.text.find('.') != std::string::npos)
         _modules.add(RuleId::unusableName, name.place,
                      "the name of the class " + inQuotes(name.text) +
@@ -93,7 +93,7 @@ void FomTreeReader::readClass(pugi::xml_node element, std::size_t parent, std::s
     name.text = withoutDots(std::move(name.text));
     const std::size_t index = parent == FomClass::kNone ? rootFor(name) : classFor(name, parent);
     if (index != FomClass::kNone)
-        readContents(element, index, depth);
+        readContents(element, name, index, depth);
 }
 
 /// Returns the root if this is its name. Otherwise the class is taken for one of its subclasses.
@@ -153,15 +153,18 @@ bool FomTreeReader::isLeftOut(const FomText &name, std::size_t parent) {
     return name.text == kStandardMomClass || RtiFedName::equal(name.text, kPrivateClass);
 }
 
-void FomTreeReader::readContents(pugi::xml_node element, std::size_t index, std::size_t depth) {
+/// Reads what is in the element of a class of this name, which is empty if the element has none.
+void FomTreeReader::readContents(pugi::xml_node element, const FomText &name, std::size_t index, std::size_t depth) {
     const bool ofObjects = &_tree == &kFomObjects;
     checkChildren(_modules, _module, element,
                   ofObjects ? std::vector<std::string>{"name", "sharing", "semantics", "attribute", "objectClass"}
                             : std::vector<std::string>{"name", "sharing", "dimensions", "transportation", "order",
                                                        "semantics", "parameter", "interactionClass"});
-    const bool isNamed = !knownContent(*_modules.all()[_module].text, childOf(element, "name")).empty();
-    merge(index, draftOf(element, index), isNamed && at(index).lastModule == _module);
-    if (isNamed)
+    const bool isRepeated = !name.text.empty() && at(index).lastModule == _module;
+    FomClass draft = draftOf(element, index);
+    draft.name = name;
+    merge(index, std::move(draft), isRepeated);
+    if (!name.text.empty())
         at(index).lastModule = _module;
     for (const pugi::xml_node child : element.children())
         if (localName(child) == _tree.classElement)
@@ -172,8 +175,6 @@ void FomTreeReader::readContents(pugi::xml_node element, std::size_t index, std:
 FomClass FomTreeReader::draftOf(pugi::xml_node element, std::size_t index) {
     const XmlText &text = *_modules.all()[_module].text;
     FomClass draft;
-    const pugi::xml_node name = childOf(element, "name");
-    draft.name.place = name ? contentPlace(name) : placeOf(element);
     if (!_tree.kind.membersHaveProperties)
         draft.isDefined = readDelivery(element, draft.delivery);
     draft.semantics = knownContent(text, childOf(element, "semantics"));

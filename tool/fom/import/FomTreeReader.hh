@@ -38,7 +38,7 @@ private:
 
     FomClass &at(std::size_t index) { return _classes[index]; }
     void readClass(pugi::xml_node element, std::size_t parent, std::size_t depth);
-    void readContents(pugi::xml_node element, std::size_t index, std::size_t depth);
+    void readContents(pugi::xml_node element, const FomText &name, std::size_t index, std::size_t depth);
     std::size_t classFor(const FomText &name, std::size_t parent);
     std::size_t rootFor(const FomText &name);
     std::size_t addClass(const FomText &name, std::size_t parent);
