@@ -81,9 +81,9 @@ public:
         _text = header() + "\n(FED (Federation " + asWord(asName(federation())) + ") (FEDversion " +
                 asWord(asName(_model.version)) + ")\n(spaces\n";
         for (const FomSpaces::Space &space : _spaces.all()) {
-            _text += "(space " + asWord(space.name);
-            for (const std::string &dimension : space.dimensions)
-                _text += "\n(dimension " + asWord(dimension) + ')';
+            _text += comment(space.semantics, 2) + "(space " + asWord(space.name) + '\n';
+            for (std::size_t i = 0; i < space.dimensions.size(); ++i)
+                _text += comment(space.ofDimensions[i], 3) + "(dimension " + asWord(space.dimensions[i]) + ")\n";
             _text += ")\n";
         }
         _text += ")\n";

@@ -58,8 +58,10 @@ using FomClasses = std::vector<FomClass>;
 /// Modules of an object model, merged.
 struct FomModel {
     struct Dimension {
-        FomText name;      ///< As in XML.
-        bool isEmptySpace; ///< Whether an export made it of a space without dimensions.
+        FomText name;               ///< As in XML.
+        bool isEmptySpace;          ///< Whether an export made it of a space without dimensions.
+        std::string semantics;      ///< What a note of an export says about it; of an empty space, about that.
+        std::string spaceSemantics; ///< What a note of an export says about its space.
     };
 
     bool isUnderstood = true; ///< Whether all modules are object models that can be read.

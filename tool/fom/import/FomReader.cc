@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_map>
 
 namespace {
 
@@ -61,6 +62,8 @@ public:
     }
 
 private:
+    using Notes = std::unordered_map<std::string, std::string>; // the texts by their labels
+
     const XmlText &text(std::size_t module) const { return *_modules.all()[module].text; }
 
     /// Whether a module can be read. A model without namespace is reported and read, so that all that is wrong with it
@@ -93,7 +96,7 @@ private:
         }
         checkChildren(_modules, module, root, sections);
         readIdentification(text(module), childOf(root, "modelIdentification"));
-        readDimensions(module, childOf(root, "dimensions"));
+        readDimensions(module, childOf(root, "dimensions"), notesOf(text(module), childOf(root, "notes")));
         readTransportations(module, childOf(root, "transportations"));
         for (const pugi::xml_node kind : childOf(root, "dataTypes").children())
             if (const std::size_t lost = numElements(kind); lost > 0)
@@ -112,7 +115,7 @@ private:
                 _model.version = other.substr(kFedVersionInOther.size());
     }
 
-    void readDimensions(std::size_t module, pugi::xml_node section) {
+    void readDimensions(std::size_t module, pugi::xml_node section, const Notes &notes) {
         checkChildren(_modules, module, section, {"dimension"});
         for (const pugi::xml_node element : section.children()) {
             const pugi::xml_node child = childOf(element, "name");
@@ -124,11 +127,31 @@ private:
                              "the dimension has no name");
                 continue;
             }
-            const std::string notes = std::string(" ") + element.attribute("notes").value() + ' ';
-            const bool isEmptySpace = notes.find(std::string(" ") + kEmptySpaceNote + ' ') != std::string::npos;
+            FomModel::Dimension dimension{{name, {module, text(module).contentSpan(child)}}, false, "", ""};
+            for (const std::string &label : split(element.attribute("notes").value(), ' '))
+                addNote(label, notes, dimension);
             if (_tables.dimensions.emplace(name, _model.dimensions.size()).second)
-                _model.dimensions.push_back({{name, {module, text(module).contentSpan(child)}}, isEmptySpace});
+                _model.dimensions.push_back(std::move(dimension));
         }
+    }
+
+    /// Adds what a note says, whose label an export makes of the name of a space or dimension.
+    static void addNote(const std::string &label, const Notes &notes, FomModel::Dimension &dimension) {
+        const auto note = notes.find(label);
+        const std::string &name = dimension.name.text;
+        if (label == kEmptySpaceNote)
+            dimension.isEmptySpace = true;
+        else if (note != notes.end() && label == name)
+            dimension.semantics = note->second;
+        else if (note != notes.end() && name.compare(0, label.size() + 1, label + '.') == 0)
+            dimension.spaceSemantics = note->second;
+    }
+
+    static Notes notesOf(const XmlText &text, pugi::xml_node section) {
+        Notes notes;
+        for (const pugi::xml_node note : section.children())
+            notes.emplace(text.contentOf(childOf(note, "label")), knownContent(text, childOf(note, "semantics")));
+        return notes;
     }
 
     /// Other transportations than those of the standard are as good as their reliability.

@@ -134,8 +134,14 @@ void FomSpaces::add(const Set &set, std::string name, std::vector<std::string> d
     for (std::string &dimension : dimensions)
         dimension = unique(std::move(dimension), taken);
     _spaceOf[set] = _spaces.size();
-    _spaces.push_back(
-        {unique(std::move(name), _taken), std::move(dimensions), _model.dimensions[set.front()].name.place});
+    const FomModel::Dimension &first = _model.dimensions[set.front()];
+    Space &space = _spaces.emplace_back(Space{unique(std::move(name), _taken),
+                                              std::move(dimensions),
+                                              first.name.place,
+                                              first.isEmptySpace ? first.semantics : first.spaceSemantics,
+                                              {}});
+    for (std::size_t i = 0; i < space.dimensions.size(); ++i)
+        space.ofDimensions.push_back(_model.dimensions[set[i]].semantics);
 }
 
 std::string FomSpaces::nameFor(const std::vector<std::size_t> &dimensions) const {

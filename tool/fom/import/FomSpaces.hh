@@ -27,7 +27,9 @@ public:
     struct Space {
         std::string name;
         std::vector<std::string> dimensions;
-        FomPlace place; ///< Of the first dimension.
+        FomPlace place;                        ///< Of the first dimension.
+        std::string semantics;                 ///< Of the space.
+        std::vector<std::string> ofDimensions; ///< The semantics of each dimension.
     };
     const std::vector<Space> &all() const { return _spaces; }
 

@@ -51,7 +51,7 @@ FomPlace FomTreeReader::contentPlace(pugi::xml_node element) const {
     return {_module, _modules.all()[_module].text->contentSpan(element)};
 }
 
-/// Returns the name that an element has, in FED; empty if it has none that FED can hold, which is reported.
+/// Returns the name that an element has, in FED; it is not given if it is none that FED can hold, which is reported.
 FomText FomTreeReader::nameIn(pugi::xml_node element, const char *what) {
     const pugi::xml_node child = childOf(element, "name");
     const std::string name = _modules.all()[_module].text->contentOf(child);
@@ -84,8 +84,9 @@ void FomTreeReader::readClass(pugi::xml_node element, std::size_t parent, std::s
                      "classes are nested in more than " + std::to_string(kMaxClassNesting) + " levels");
         return;
     }
-    if (name.text.empty()) // its contents belong to the class around it
-        return readContents(element, {"", placeOf(element)}, parent == FomClass::kNone ? 0 : parent, depth);
+    if (!name.given()) // its contents belong to the class around it
+        return readContents(element, {"", {_module, {placeOf(element).span.begin, 0}}},
+                            parent == FomClass::kNone ? 0 : parent, depth);
     if (name.text.find('.') != std::string::npos)
         _modules.add(RuleId::unusableName, name.place,
                      "the name of the class " + inQuotes(name.text) +
@@ -153,18 +154,18 @@ bool FomTreeReader::isLeftOut(const FomText &name, std::size_t parent) {
     return name.text == kStandardMomClass || RtiFedName::equal(name.text, kPrivateClass);
 }
 
-/// Reads what is in the element of a class of this name, which is empty if the element has none.
+/// Reads what is in the element of a class of this name, which is not given if the element has none.
 void FomTreeReader::readContents(pugi::xml_node element, const FomText &name, std::size_t index, std::size_t depth) {
     const bool ofObjects = &_tree == &kFomObjects;
     checkChildren(_modules, _module, element,
                   ofObjects ? std::vector<std::string>{"name", "sharing", "semantics", "attribute", "objectClass"}
                             : std::vector<std::string>{"name", "sharing", "dimensions", "transportation", "order",
                                                        "semantics", "parameter", "interactionClass"});
-    const bool isRepeated = !name.text.empty() && at(index).lastModule == _module;
+    const bool isRepeated = name.given() && at(index).lastModule == _module;
     FomClass draft = draftOf(element, index);
     draft.name = name;
     merge(index, std::move(draft), isRepeated);
-    if (!name.text.empty())
+    if (name.given())
         at(index).lastModule = _module;
     for (const pugi::xml_node child : element.children())
         if (localName(child) == _tree.classElement)
@@ -185,7 +186,7 @@ FomClass FomTreeReader::draftOf(pugi::xml_node element, std::size_t index) {
         if (localName(child) == _tree.memberElement) {
             draft.isDefined = true;
             FomMember member = readMember(child, index);
-            if (!member.name.text.empty())
+            if (member.name.given())
                 draft.members.push_back(std::move(member));
         }
     return draft;
