@@ -187,6 +187,7 @@ TEST(LspProtocol, RefusesMessagesThatWouldTakeMuchMemory) {
     for (const std::string &body : {deep, "[" + many + "]", deep + std::string(65, ']')})
         EXPECT_THROW(parseMessage(body), ProtocolError);
     EXPECT_NO_THROW(parseMessage('"' + deep + many + R"(\"[[\\")")) << "in a string they are no values";
+    EXPECT_THROW(parseMessage("[1e999]"), ProtocolError) << "no number of the program is that large";
 }
 
 TEST(LspProtocol, NamesFilesByTheirUris) {

@@ -65,6 +65,8 @@ Received parseMessage(const std::string &body) {
     } catch (const Received::parse_error &error) {
         const std::string text = error.what(); // such as `[json.exception.parse_error.101] parse error at line 1, ...`
         throw ProtocolError(ErrorCode::parseError, "the message is no JSON: " + text.substr(text.find("] ") + 2));
+    } catch (const Received::out_of_range &) { // JSON has no limit of numbers, but a double has
+        throw ProtocolError(ErrorCode::parseError, "the message has a number that is too large to be read");
     }
 }
 
