@@ -1,10 +1,13 @@
 // Names and handles as constants. tests/data/constants.txt has cases; constants_test.py compiles what the program
 // writes.
 
+#include "fuzz/Modules.hh"
 #include "tests/Support.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/constants/Characters.hh"
 #include "tool/model/Model.hh"
+
+#include <random>
 
 namespace {
 
@@ -87,4 +90,26 @@ TEST(Constants, ComeWithTheFingerprintOfTheModelOfTheHandles) {
     EXPECT_NE(readFile(output.path()).find("namespace a {\nnamespace b {\n"), std::string::npos);
     EXPECT_THROW(constants({refused.path(), &kJavaConstants, "a.B", output.path()}, Console{out, err}), CannotWork);
     EXPECT_THROW(constants({refused.path(), &kCppConstants, "a.class", "-"}, Console{out, err}), CannotWork);
+}
+
+TEST(Constants, HaveLegalAndUniqueIdentifiersForAnyNames) {
+    std::mt19937 random(2);
+    const std::vector<std::string> names = {"a b",    "a_b",     "a  b",      "class", "class_",  "class_2",
+                                            "spaces", "handles", "className", "_",     "__",      "\xFF",
+                                            "3",      "x_3",     "String",    "None",  "\xC3\xA9"};
+    const auto name = [&] { return '"' + names[random() % names.size()] + '"'; };
+    for (int i = 0; i < 200; ++i) {
+        std::string text = "(FED (Federation " + name() + ") (FEDversion v) (spaces (space " + name() + " (dimension " +
+                           name() + ")) (space " + name() + ")) (objects (class ObjectRoot";
+        int depth = 2;
+        for (int n = 0; n < 40; ++n) {
+            const auto choice = random() % 4;
+            if (choice == 0 && depth > 2)
+                text += ')';
+            else
+                text += choice == 1 ? " (class " + name() : " (attribute " + name() + " reliable receive)";
+            depth += choice == 1 ? 1 : choice == 0 && depth > 2 ? -1 : 0;
+        }
+        EXPECT_EQ(faultOfConstants(text + std::string(static_cast<std::size_t>(depth) + 1, ')')), "") << text;
+    }
 }

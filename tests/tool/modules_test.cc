@@ -1,16 +1,10 @@
 // Merging FED texts, and extracting classes. tests/data/merge.txt has cases.
 
-#include "fuzz/Syntax.hh"
+#include "fuzz/Modules.hh"
 #include "tests/Support.hh"
-#include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/modules/Extract.hh"
-#include "tool/modules/Merge.hh"
 
-#include <algorithm>
-#include <list>
 #include <random>
-#include <regex>
 
 namespace {
 
@@ -106,15 +100,70 @@ TEST(Merge, OfAFileWithItselfOrNothingNewIsTheFormattedFile) {
 }
 
 TEST(Merge, OfTheExtractsOfAllClassesIsTheModel) {
-    for (const char *const name : {"minimal.fed", "harbour.fed", "tolerances.fed"}) {
-        const std::string text = example(name);
-        std::vector<std::string> extracts;
-        for (const ExtractedClasses &one : singleClasses(outlineOf(text))) {
-            extracts.push_back(extractedFrom(text, one));
-            EXPECT_EQ(format(extracts.back()), extracts.back());
-        }
-        EXPECT_LE(difference(text, merged(extracts)), Comparison::Verdict::renumbered) << name;
+    for (const char *const name : {"minimal.fed", "harbour.fed", "tolerances.fed"})
+        EXPECT_EQ(faultOfExtracts(example(name), std::string::npos), "");
+}
+
+/// Small modules with few names and many comments, so that many of them have the same classes and some conflict.
+class RandomModules {
+public:
+    explicit RandomModules(unsigned seed) : _random(seed) {}
+
+    std::string make() {
+        _objects = true;
+        const std::string objects = classes(0);
+        _objects = false;
+        const std::string interactions = classes(0), spaces = "(space S (dimension d)) " + comment() + "(space T)";
+        return withMom(objects, interactions, chance(2) ? spaces : "(space T) (space S)");
     }
+
+private:
+    bool chance(unsigned of) { return _random() % of == 0; }
+    std::string name() { return std::string(1, "ABabXY"[_random() % 6]); }
+    std::string comment() {
+        const std::string text = ";; " + std::to_string(_random() % 40) + '\n';
+        return !chance(3) ? "" : chance(2) ? '\n' + text : text;
+    }
+    /// Mostly the same for the same name.
+    std::string delivery(const std::string &name) {
+        const bool usual = (RtiStringUtility::toupper(name)[0] & 1) != 0;
+        const bool isOdd = chance(6);
+        return (usual != isOdd ? " reliable" : " RTI_BEST_EFFORT") + std::string(usual ? " receive S" : " timestamp");
+    }
+    std::string classes(int depth) {
+        std::string text;
+        for (auto n = _random() % 4; n > 0 && depth < 3; --n) {
+            const std::string own = name();
+            text += comment() + "(class " + own + (_objects ? "" : delivery(own)) + ' ' + comment();
+            for (auto members = _random() % 3; members > 0; --members) {
+                const std::string member = name() + std::to_string(depth);
+                text +=
+                    (_objects ? "(attribute " + member + delivery(member) : "(parameter " + member) + ')' + comment();
+            }
+            text += classes(depth + 1) + comment() + ')' + comment();
+        }
+        return text;
+    }
+
+    std::mt19937 _random;
+    bool _objects = true;
+};
+
+TEST(Merge, OfRandomModulesLoadsWithAllThatTheyDeclare) {
+    RandomModules random(11);
+    int numMerged = 0;
+    for (int i = 0; i < 100; ++i) {
+        std::vector<std::string> texts;
+        while (texts.size() < 2)
+            if (std::string text = random.make(); Checker(text).findsNoError())
+                texts.push_back(std::move(text));
+        ASSERT_EQ(faultOfMerge(texts), "") << texts[0] << "----\n" << texts[1];
+        std::size_t conflicts = 0;
+        mergedText(texts, conflicts);
+        numMerged += conflicts == 0 ? 1 : 0;
+    }
+    EXPECT_GT(numMerged, 30);
+    EXPECT_LT(numMerged, 100);
 }
 
 TEST(Merge, OfTwoExtractsIsTheExtractOfAllTheirClasses) {

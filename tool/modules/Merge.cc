@@ -84,6 +84,15 @@ std::vector<std::string> paragraphsIn(const SyntaxTree &tree, Index begin, Index
     return paragraphs;
 }
 
+/// Whether one of the paragraphs consists of the lines of another one and perhaps more: paragraphs that were put below
+/// each other, when files were merged before, are one.
+bool contains(const std::vector<std::string> &paragraphs, const std::string &part) {
+    const std::string lines = '\n' + part + '\n';
+    return std::any_of(paragraphs.begin(), paragraphs.end(), [&lines](const std::string &paragraph) {
+        return ('\n' + paragraph + '\n').find(lines) != std::string::npos;
+    });
+}
+
 /// The comments of a clause, without those of the clauses in it.
 struct ClauseComments {
     std::vector<std::string> above, beside, atEnd;
@@ -100,10 +109,7 @@ struct ClauseComments {
     }
 
     bool has(const std::string &paragraph) const {
-        for (const auto *paragraphs : {&above, &beside, &atEnd})
-            if (std::find(paragraphs->begin(), paragraphs->end(), paragraph) != paragraphs->end())
-                return true;
-        return false;
+        return contains(above, paragraph) || contains(beside, paragraph) || contains(atEnd, paragraph);
     }
 };
 
@@ -135,7 +141,7 @@ void Merge::joinComments(ModuleNode &node, const Module &module, Index clause) {
     const ClauseComments known(*node.module, node.clause), added(module, clause);
     const auto addTo = [&known](std::vector<std::string> &comments, const std::vector<std::string> &paragraphs) {
         for (const std::string &paragraph : paragraphs)
-            if (!known.has(paragraph) && std::find(comments.begin(), comments.end(), paragraph) == comments.end())
+            if (!known.has(paragraph) && !contains(comments, paragraph))
                 comments.push_back(paragraph);
     };
     addTo(node.commentsAbove, added.above);
