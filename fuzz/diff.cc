@@ -1,6 +1,8 @@
 // Two FED texts separated by a NUL byte: compares their models.
 
+#include "fuzz/FedWords.hh"
 #include "fuzz/Fuzz.hh"
+#include "fuzz/MomClauses.hh"
 #include "tool/check/ReadOutline.hh"
 #include "tool/model/Comparison.hh"
 
@@ -9,8 +11,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const std::string both = textOf(data, size);
     const std::size_t middle = std::min(both.find('\0'), both.size());
-    const Input first{"old.fed", both.substr(0, middle)};
-    const Input second{"new.fed", middle < both.size() ? both.substr(middle + 1) : ""};
+    const Input first{"old.fed", withMomClauses(both.substr(0, middle))};
+    const Input second{"new.fed", withMomClauses(middle < both.size() ? both.substr(middle + 1) : "")};
     if (first.isImage() || second.isImage())
         return 0;
     const Outline before = readOutline(first), after = readOutline(second);

@@ -1,6 +1,7 @@
 // A FED text in canonical layout: the same model and comments, and the same text when it is formatted again. The first
 // two bytes choose the indentation and the lines that are formatted alone.
 
+#include "fuzz/FedWords.hh"
 #include "fuzz/Fuzz.hh"
 #include "fuzz/Syntax.hh"
 

@@ -1,6 +1,7 @@
 // FED texts separated by NUL bytes: merges them, extracts classes, and writes their names as constants.
 
 #include "fuzz/Modules.hh"
+#include "fuzz/FedWords.hh"
 #include "fuzz/Fuzz.hh"
 #include "tool/console/Text.hh"
 

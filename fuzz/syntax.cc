@@ -1,6 +1,7 @@
 // A FED text as a tree: nothing is lost, and the parser reads the same clauses.
 
 #include "fuzz/Syntax.hh"
+#include "fuzz/FedWords.hh"
 #include "fuzz/Fuzz.hh"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
