@@ -1,5 +1,7 @@
 #pragma once
 
+// The records of the plain model of the federation database, see PlainDatabase.hh.
+
 #include "fed/RtiFedClassNesting.hh"
 #include "infrastructure/RtiBuffer.hh"
 #include "infrastructure/RtiStringUtility.hh"
