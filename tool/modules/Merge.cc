@@ -19,7 +19,7 @@ using Kind = SyntaxTree::Kind;
 class Keys {
 public:
     std::string keyOf(ClauseKind kind, std::string_view name) {
-        const std::string prefix(1, static_cast<char>('A' + static_cast<int>(kind)));
+        std::string prefix(1, static_cast<char>('A' + static_cast<int>(kind)));
         if (kind == ClauseKind::dimension)
             return prefix + std::to_string(++_numDimensions);
         if (kind == ClauseKind::federate)

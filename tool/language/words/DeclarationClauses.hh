@@ -17,8 +17,8 @@ class Checker;
 struct DeclarationRef {
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-    ClauseKind kind;
-    std::uint32_t owner;          ///< Of the class or space that it is or is in, among those of its tree.
+    ClauseKind kind = ClauseKind::unknown;
+    std::uint32_t owner = 0;      ///< Of the class or space that it is or is in, among those of its tree.
     std::uint32_t member = kNone; ///< Of an attribute, parameter or dimension.
 
     bool operator<(const DeclarationRef &other) const {
