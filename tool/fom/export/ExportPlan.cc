@@ -43,9 +43,15 @@ private:
 } // namespace
 
 std::string DistinctNames::distinct(const std::string &name) {
-    std::string free = name;
-    for (std::size_t number = 2; !_taken.insert(RtiFedName::upper(free)).second; ++number)
-        free = name + '_' + std::to_string(number);
+    std::size_t &number = _numbers[RtiFedName::upper(name)];
+    if (number == 0) {
+        number = 1;
+        return name;
+    }
+    std::string free;
+    do
+        free = name + '_' + std::to_string(++number);
+    while (!_numbers.emplace(RtiFedName::upper(free), 1).second);
     return free;
 }
 

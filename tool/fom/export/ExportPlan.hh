@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 /// Something that an export cannot say as the file does, for the person who exports it.
@@ -23,7 +22,9 @@ public:
     std::string distinct(const std::string &name);
 
 private:
-    std::unordered_set<std::string> _taken; // in upper case
+    // By name in upper case: the number that was appended to it last; 1 for none. Very many equal names take no long
+    // search each.
+    std::unordered_map<std::string, std::size_t> _numbers;
 };
 
 /// Which part of a model is exported, and under which names.

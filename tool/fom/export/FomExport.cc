@@ -1,11 +1,15 @@
 #include "tool/fom/export/FomExport.hh"
 
 #include "fed/storage/RtiFedName.hh"
+#include "infrastructure/RtiFedLimits.hh"
+#include "tool/console/Console.hh"
 #include "tool/console/Text.hh"
 #include "tool/fom/export/FomWriter.hh"
 #include "tool/model/Names.hh"
 
 #include <algorithm>
+#include <map>
+#include <unordered_set>
 
 namespace {
 
@@ -124,8 +128,9 @@ private:
     void writeContents(const FomTree &tree, const Class &node, std::size_t index,
                        const std::vector<std::size_t> &children) {
         DistinctNames members, subclasses;
+        const bool moved = isMoved(tree, index);
         for (const Member &member : node.members)
-            if (!(isModule() && isStandardPrivilege(tree, node, member)) && !inheritsIfMoved(tree, index, member))
+            if (!(isModule() && isStandardPrivilege(tree, node, member)) && !(moved && rootHas(tree, member)))
                 writeMember(
                     tree, node, member,
                     {memberKind(tree), narrow(index), narrow(static_cast<std::size_t>(&member - node.members.data()))},
@@ -134,18 +139,23 @@ private:
             writeClass(tree, child, subclasses);
     }
 
-    /// Whether a class that becomes a descendant of the root by the export inherits a member of this name then. If so,
-    /// notes that it is left out.
-    bool inheritsIfMoved(const FomTree &tree, std::size_t index, const Member &member) {
-        const std::size_t root = _plan.tree(tree).root;
+    /// Whether a class becomes a descendant of the root by the export.
+    bool isMoved(const FomTree &tree, std::size_t index) const {
         const Outline::Classes &classes = _outline.classes(tree.kind);
-        if (root == Outline::kNone || index == root ||
-            std::none_of(classes[root].members.begin(), classes[root].members.end(),
-                         [&member](const Member &other) { return RtiFedName::equal(other.name, member.name); }))
-            return false;
-        while (classes[index].parent != Outline::kNone)
+        const std::size_t root = _plan.tree(tree).root;
+        while (index != Outline::kNone && classes[index].parent != Outline::kNone)
             index = classes[index].parent;
-        if (index == root)
+        return root != Outline::kNone && index != root;
+    }
+
+    /// Whether the root has a member of this name, which a class that is moved inherits then. If so, notes that the
+    /// member of the class is left out.
+    bool rootHas(const FomTree &tree, const Member &member) {
+        std::unordered_set<std::string> &names = _rootMembers[&tree];
+        if (names.empty())
+            for (const Member &other : _outline.classes(tree.kind)[_plan.tree(tree).root].members)
+                names.insert(RtiFedName::upper(other.name));
+        if (names.count(RtiFedName::upper(member.name)) == 0)
             return false;
         _notes.push_back({member.place, std::string(tree.kind.memberName) + ' ' + inQuotes(member.name) +
                                             " is left out, because the export has it in " + tree.root});
@@ -187,6 +197,10 @@ private:
             for (const std::string &dimension : space->dimensions)
                 _writer.leaf("dimension", dimension);
             _writer.close();
+            // Many attributes in a space of many dimensions make an export of any length of a short file.
+            if (_writer.size() > kMaxTextSize)
+                throw CannotWork("the export is longer than " + std::to_string(kMaxTextSize) +
+                                 " bytes, because each attribute names all dimensions of its space");
         } else if (!properties.space.empty()) {
             note(place, path, "space", properties.space, nullptr);
         }
@@ -346,6 +360,7 @@ private:
     const FomForm _form;
     std::vector<ExportNote> &_notes;
     const ExportPlan _plan;
+    std::map<const FomTree *, std::unordered_set<std::string>> _rootMembers; // in upper case; filled when needed
     FomWriter _writer;
 };
 

@@ -47,6 +47,7 @@ public:
             leaf(element, text);
     }
 
+    std::size_t size() const { return _text.size(); }
     std::string take() { return std::move(_text); }
 
 private:
