@@ -19,6 +19,7 @@ public:
     FomFacts read() {
         const toml::table document = parse();
         std::vector<std::string> keys;
+        keys.reserve(kTypesSections.size());
         for (const TypesSection &section : kTypesSections)
             keys.emplace_back(section.key);
         forEachKey(document, keys, [this](const std::string &key, const toml::node &value) {
