@@ -21,10 +21,11 @@ import tempfile
 Size = collections.namedtuple("Size", "label declarations")
 Row = collections.namedtuple("Row", "title size kind ours peer peer_name goal")
 # The number of repetitions of each kind of measurement, and the minimum seconds of a repetition in one process.
-Effort = collections.namedtuple("Effort", "lookup warm scale fresh seconds")
+Effort = collections.namedtuple("Effort", "lookup warm scale fresh program seconds")
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-UNITS = {"lookup": "ns", "warm": "ns/decl", "scale": "ns/decl", "fresh": "ns/decl", "memory": "B/decl"}
+UNITS = {"lookup": "ns", "warm": "ns/decl", "scale": "ns/decl", "fresh": "ns/decl", "memory": "B/decl",
+         "program": "ms", "peak": "MiB"}
 
 
 def classes(count):
@@ -92,10 +93,44 @@ def rows(quick):
     yield from memory("memory at peak of text load", "text/{}/peak", "maps/{}/peak", hashed, 0.50)
     yield from memory("memory at peak of restore", "image/{}/peak", "image/{}/live", "ours after it", 1.05)
 
+    def program(sizes, command, goal, peer="open", peer_name="library"):
+        yield from each(sizes, f"rtifed {command}, process", "program", f"{command}/{{}}", f"{peer}/{{}}", peer_name,
+                        goal)
+
+    for command in "check", "checksum":
+        yield from program([large] if quick else [large, huge], command, 2.0)
+        yield from each([large], f"rtifed {command}, peak memory of the process", "peak", f"{command}/{{}}", "open/{}",
+                        "library", 2.0)
+    for command in "json", "tree", "list":
+        yield from program([large], command, 4.0)
+    yield from program([large], "diff", 3.0, "open-two", "library, both")
+    if not quick:
+        yield from program([huge], "diff", 3.5, "open-two", "library, both")
+    yield from program([Size("", 0)], "--version", 2.0, "true", "true")
+
     ratio = Size(f"{huge.label} : {few.label}", huge.declarations)
     for title, ours, goal in (text, "text", 1.10), ("image to database", "image", 1.25):
         yield from each([ratio], f"{title}, warm", "scale", f"{ours}/{{}}", f"{ours}/{few.declarations}",
                         f"ours at {few.label}", goal)
+
+
+def write_changed(old, new):
+    """Writes a federation after some work on it: every thousandth attribute has another ordering, and one is gone, so that
+    the handles after it moved."""
+    def is_attribute(line):
+        return line.lstrip().startswith("(attribute ")
+
+    with open(old, encoding="utf-8") as text:
+        middle = sum(map(is_attribute, text)) // 2
+    swapped = {"receive": "timestamp", "timestamp": "receive"}
+    count = 0
+    with open(old, encoding="utf-8") as text, open(new, "w", encoding="utf-8") as out:
+        for line in text:
+            count += is_attribute(line)
+            if is_attribute(line) and count % 1000 == 0:
+                line = re.sub("receive|timestamp", lambda match: swapped[match[0]], line)
+            if not (is_attribute(line) and count == middle):
+                out.write(line)
 
 
 class Programs:
@@ -159,6 +194,43 @@ class Programs:
                 contender, size = name.split("/")
                 figures[name].append(int(self._run("load-once", contender, os.path.join(self._federations, size))))
         return {name: self._per_declaration(name, figures[name]) for name in names}
+
+    def _processes(self, names):
+        """The CPU time in seconds and the peak of resident memory in KiB of each process, one after the other in turn. The
+        system counts the memory of this process, from which they begin, as theirs, so this one has to stay small."""
+        figures = {name: [] for name in names}
+        with tempfile.TemporaryFile() as out:
+            for _ in range(self._effort.program):
+                for name in names:
+                    out.seek(0)
+                    out.truncate()
+                    process = subprocess.Popen(self._process(name), stdout=out, stderr=subprocess.DEVNULL)
+                    _, status, usage = os.wait4(process.pid, 0)
+                    process.returncode = os.waitstatus_to_exitcode(status)
+                    if process.returncode not in (0, 1):
+                        sys.exit(f"{name} failed")
+                    figures[name].append((usage.ru_utime + usage.ru_stime, usage.ru_maxrss))
+        return figures
+
+    def _process(self, name):
+        command, size = name.split("/")
+        file = os.path.join(self._federations, f"{size}.fed")
+        other = os.path.join(self._federations, f"{size}.changed.fed")
+        if command in ("diff", "open-two") and not os.path.exists(other):
+            write_changed(file, other)
+        rtifed = os.path.join(os.path.dirname(self._folder), "tool", "rtifed")
+        opener = os.path.join(self._folder, "rtifed-bench-open")
+        return {"open": [opener, file], "open-two": [opener, file, other], "true": ["true"],
+                "--version": [rtifed, command], "diff": [rtifed, command, file, other]
+                }.get(command, [rtifed, command, file])
+
+    def _program(self, names):
+        return {name: [seconds * 1000 for seconds, _ in figures]
+                for name, figures in self._processes(names).items()}
+
+    def _peak(self, names):
+        return {name: [kibibytes / 1024 for _, kibibytes in figures]
+                for name, figures in self._processes(names).items()}
 
     def _memory(self, names):
         figures = {}
@@ -234,7 +306,7 @@ def main():
     saves = rest[:1] == ["--save"]
     if len(rest) != (2 if saves else min(len(rest), 1)):
         sys.exit(__doc__)
-    effort = Effort(5, 5, 3, 5, 0.01) if quick else Effort(15, 11, 5, 15, 0.05)
+    effort = Effort(5, 5, 3, 5, 5, 0.01) if quick else Effort(15, 11, 5, 15, 11, 0.05)
     pattern = re.compile("" if saves or not rest else rest[0])
     chosen = [row for row in rows(quick) if pattern.search(f"{row.title} {row.size.label} {row.peer_name}")]
     if not chosen:
@@ -247,8 +319,10 @@ def main():
     if saves:
         names["scale"].update(dict.fromkeys(growth))
     programs = Programs(os.path.abspath(sys.argv[1]), effort)
-    programs.generate({int(name.split("/")[1]) for some in names.values() for name in some})
-    figures = {kind: programs.measure(kind, list(some)) for kind, some in names.items()}
+    programs.generate({int(name.split("/")[1]) for some in names.values() for name in some} - {0})
+    # Processes first, while this one has read no results.
+    kinds = sorted(names, key=lambda kind: kind not in ("program", "peak"))
+    figures = {kind: programs.measure(kind, list(names[kind])) for kind in kinds}
     results = [Result(row, figures[row.kind][row.ours], figures[row.kind][row.peer]) for row in chosen]
     machine_name = machine(os.path.abspath(sys.argv[1]))
     print(machine_name)

@@ -1,5 +1,8 @@
 #include "infrastructure/parser/RtiFedText.hh"
 
+#include <algorithm>
+#include <cstring>
+
 namespace {
 constexpr RtiFedOffset kCheckpoint = 4096;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -19,10 +22,14 @@ RtiFedSpan RtiFedText::withQuotes(RtiFedSpan name) const {
 
 RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
     if (_checkpoints.empty()) {
+        _hasReturns = bytes().find('\r') != std::string_view::npos;
         Line line{1, begin()};
-        for (RtiFedOffset at = 0; at <= _size; step(line, at++))
-            if (at % kCheckpoint == 0)
-                _checkpoints.push_back(line);
+        for (RtiFedOffset at = 0;; at += kCheckpoint) {
+            _checkpoints.push_back(line);
+            if (_size - at < kCheckpoint)
+                break;
+            pass(line, at, at + kCheckpoint);
+        }
     }
     RtiFedOffset at = offset / kCheckpoint * kCheckpoint;
     Line line = _checkpoints[offset / kCheckpoint];
@@ -30,17 +37,26 @@ RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
         at = _lastOffset;
         line = _lastLine;
     }
-    for (; at < offset; ++at)
-        step(line, at);
+    pass(line, at, offset);
     _lastOffset = offset;
     _lastLine = line;
     return {line.number, offset - line.begin + 1UL};
 }
 
-void RtiFedText::step(Line &line, RtiFedOffset offset) const {
-    if (offset >= _size)
+void RtiFedText::pass(Line &line, RtiFedOffset at, RtiFedOffset end) const {
+    end = static_cast<RtiFedOffset>(std::min<std::size_t>(end, _size));
+    if (!_hasReturns) {
+        for (const char *found; at < end; line = {line.number + 1, at}) {
+            found = static_cast<const char *>(std::memchr(&_text[at], '\n', end - at));
+            if (!found)
+                return;
+            at = static_cast<RtiFedOffset>(found - _text.data()) + 1;
+        }
         return;
-    const bool pair = offset + 1 < _size && _text[offset + 1] == '\n';
-    if (_text[offset] == '\n' || (_text[offset] == '\r' && !pair))
-        line = {line.number + 1, offset + 1};
+    }
+    for (; at < end; ++at) {
+        const bool pair = at + 1 < _size && _text[at + 1] == '\n';
+        if (_text[at] == '\n' || (_text[at] == '\r' && !pair))
+            line = {line.number + 1, at + 1};
+    }
 }

@@ -43,11 +43,12 @@ private:
         RtiFedOffset number;
         RtiFedOffset begin;
     };
-    /// Steps over the byte at `offset`, to the next line if it ends one: LF, CR LF, or CR alone.
-    void step(Line &line, RtiFedOffset offset) const;
+    /// Moves `line` from the offset `at` to `end`, over the line ends between them: LF, CR LF, or CR alone.
+    void pass(Line &line, RtiFedOffset at, RtiFedOffset end) const;
 
     std::string _text; // with the padding
     std::size_t _size;
+    mutable bool _hasReturns = false;       // whether there is a CR; most texts have none, and are passed faster
     mutable std::vector<Line> _checkpoints; // the line at every kCheckpoint-th byte, filled on demand
     mutable RtiFedOffset _lastOffset = 0;   // whose position was asked for last, and its line
     mutable Line _lastLine{1, 0};

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <random>
 #include <thread>
+#include <utility>
+#include <vector>
 
 using namespace std::string_literals;
 
@@ -162,6 +164,31 @@ TEST(Parser, EndsATextAtItsFirstNulByte) {
             EXPECT_EQ(parser.positionAt(length).line, last.position.line);
             EXPECT_LE(parser.numErrors(), 3u) << errorsOf(cut);
         }
+}
+
+TEST(Parser, CountsLinesOfAnyKindInAnyOrderOfOffsets) {
+    std::mt19937 random(7); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts in each run
+    for (const std::string &bytes : {"ab\n"s, "a\r\n"s, "\n"s, "abcdefghij"s}) {
+        std::string text(random() % 2 == 0 ? "" : "\xEF\xBB\xBF");
+        const auto mark = static_cast<std::uint32_t>(text.size());
+        while (text.size() < 13000)
+            text += bytes[random() % bytes.size()];
+        const RtiFedParser parser(text);
+        std::vector<RtiFedPosition> expected;
+        RtiFedPosition here{1, 1};
+        for (std::uint32_t at = 0; at <= text.size(); ++at) {
+            expected.push_back(here);
+            if (at >= mark)
+                ++here.column;
+            if (text[at] == '\n' || (text[at] == '\r' && text[at + 1] != '\n'))
+                here = {here.line + 1, 1};
+        }
+        for (int i = 0; i < 2000; ++i) {
+            const auto at = mark + static_cast<std::uint32_t>(random() % (expected.size() - mark));
+            const RtiFedPosition found = parser.positionAt(at);
+            ASSERT_EQ(std::pair(found.line, found.column), std::pair(expected[at].line, expected[at].column)) << at;
+        }
+    }
 }
 
 TEST(Parser, ReadsLongFilesAndPipes) {

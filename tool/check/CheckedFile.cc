@@ -33,12 +33,16 @@ std::vector<Finding> findingsOfText(const Checker &text, Severity least) {
     return findings;
 }
 
-CheckedFile checkFile(const Input &input, Severity least) {
+CheckedFile checkFile(Input input, Severity least) {
     if (input.isImage())
         return {input.name, nullptr, findingsOfImage(input, least)};
-    auto text = std::make_unique<Checker>(input.contents);
-    std::vector<Finding> findings = findingsOfText(*text, least);
-    CheckedFile file{input.name, std::move(text), std::move(findings)};
+    auto text = std::make_unique<Checker>(std::move(input.contents), input.name);
+    return checkText(std::move(input.name), std::move(text), least);
+}
+
+CheckedFile checkText(std::string name, std::unique_ptr<Checker> text, Severity least) {
+    CheckedFile file{std::move(name), std::move(text), {}};
+    file.findings = findingsOfText(*file.text, least);
     addFixes(file);
     return file;
 }

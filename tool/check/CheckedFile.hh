@@ -14,7 +14,9 @@ struct CheckedFile {
 };
 
 /// Finds what is at least as severe as `least`.
-CheckedFile checkFile(const Input &input, Severity least);
+CheckedFile checkFile(Input input, Severity least);
+/// The same, of a text that was read.
+CheckedFile checkText(std::string name, std::unique_ptr<Checker> text, Severity least);
 
 /// Returns what is at least as severe as `least` in a text.
 std::vector<Finding> findingsOfText(const Checker &text, Severity least);

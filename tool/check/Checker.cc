@@ -2,11 +2,12 @@
 
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiStringUtility.hh"
-#include "tool/check/MomFindings.hh"
 #include "tool/check/SpaceFindings.hh"
 #include "tool/check/Suggestion.hh"
 #include "tool/check/SyntaxFindings.hh"
+#include "tool/check/mom/MomFindings.hh"
 #include "tool/model/ClassTrees.hh"
+#include "tool/model/Model.hh"
 #include "tool/model/Names.hh"
 
 #include <algorithm>
@@ -19,24 +20,21 @@ namespace {
 
 constexpr std::size_t kMaxSuggestions = 1000; // for one text: each compares a word with all candidates
 
-template <class LookUp>
-bool isKnown(LookUp lookUp) {
-    try {
-        lookUp();
-        return true;
-    } catch (const RTI::NameNotFound &) {
-        return false;
-    }
-}
-
 bool comesBefore(const Finding &a, const Finding &b) {
     return a.span->begin < b.span->begin;
 }
 
 } // namespace
 
-Checker::Checker(std::string text)
-    : _parser(std::move(text)), _database(RtiFedDatabaseConstructorArg(std::string(), RTI_false)) {
+Checker::Checker(std::string text, const std::string &fileName)
+    : _parser(std::move(text)), _database(buildModel(_parser, fileName)) {
+    if (!_database)
+        findErrors();
+}
+
+void Checker::findErrors() {
+    _database = std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg(std::string(), RTI_false));
+    _declarationsKnown = true;
     _parser.deliver(*this);
     if (_parser.nestingKnown() && _parser.classesKnown() && !_classNamesUncertain)
         checkMom();
@@ -50,6 +48,13 @@ Checker::Checker(std::string text)
 
 const SyntaxTree &Checker::tree() const {
     return _tree ? *_tree : _tree.emplace(_parser);
+}
+
+const Declarations &Checker::declarations() const {
+    if (!_declarationsKnown)
+        _declarations.addAll(*_database);
+    _declarationsKnown = true;
+    return _declarations;
 }
 
 void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) const {
@@ -118,15 +123,15 @@ bool Checker::finds(RuleId id) const {
 }
 
 void Checker::setFederate(std::string name) {
-    _database.setFederateName(std::move(name));
+    _database->setFederateName(std::move(name));
 }
 
 void Checker::setFederateVersion(std::string version) {
-    _database.setFederateVersion(std::move(version));
+    _database->setFederateVersion(std::move(version));
 }
 
 void Checker::addSpace(std::string name) {
-    _space = _database.addSpace(std::move(name));
+    _space = _database->addSpace(std::move(name));
     addDeclaration(_space);
     _spaceNames.push_back(_space->getName());
 }
@@ -143,7 +148,7 @@ void Checker::addDimension(std::string name) {
 
 void Checker::addObjectClass(std::string name) {
     _owner = offsetOfWord(_parser.span());
-    _objectClass = addClass<Objects>(name, [&] { return _database.addObjectClass(name); });
+    _objectClass = addClass<Objects>(name, [&] { return _database->addObjectClass(name); });
 }
 
 void Checker::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
@@ -153,8 +158,8 @@ void Checker::addObjectClassAttribute(std::string name, std::string transportati
     if (!properties)
         return;
     addMember<Objects>(_objectClass, name, [&] {
-        _database.addObjectClassAttribute(_objectClass, name, properties->transportation, properties->ordering,
-                                          properties->space);
+        _database->addObjectClassAttribute(_objectClass, name, properties->transportation, properties->ordering,
+                                           properties->space);
         return _objectClass->getAttribute(_objectClass->getNumberOfAttributes() - 1);
     });
 }
@@ -169,13 +174,13 @@ void Checker::addInteractionClass(std::string name, std::string transportation, 
     _owner = offsetOfWord(_parser.span());
     _interactionClass = addClass<Interactions>(name, [&] {
         const Properties known = properties.value_or(Properties{});
-        return _database.addInteractionClass(name, known.transportation, known.ordering, known.space);
+        return _database->addInteractionClass(name, known.transportation, known.ordering, known.space);
     });
 }
 
 void Checker::addParameter(std::string name) {
     addMember<Interactions>(_interactionClass, name,
-                            [&] { return _interactionClass->addParameter(_database.createParameterHandle(), name); });
+                            [&] { return _interactionClass->addParameter(_database->createParameterHandle(), name); });
 }
 
 /// Returns the class that a class clause declares, or the first of that name if it is a duplicate. Null if the class
@@ -183,7 +188,7 @@ void Checker::addParameter(std::string name) {
 template <class Tree, class Add>
 typename Tree::Node *Checker::addClass(const std::string &name, Add add) {
     _clauses.begin(name);
-    if (auto *first = Tree::find(_database, name)) {
+    if (auto *first = Tree::find(*_database, name)) {
         if (!_clauses.followsFromRepetition(_declarations.classClause(first)))
             reportRepeatedClass<Tree>(name, *first);
         return first;
@@ -236,189 +241,6 @@ void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add
     addDeclaration(add());
 }
 
-/// Looks up the words after a name and reports the unknown ones. Words that a syntax error took away are not reported.
-/// Returns nothing if the name itself is missing, so that the first word is another one.
-std::optional<Checker::Properties> Checker::resolve(const std::string &noun, const std::string &name,
-                                                    const Words &words) {
-    Properties known;
-    if (_findings.size() == kMaxErrors)
-        return known;
-    const std::string owner = "the " + noun + " " + inQuotes(name);
-    const bool bothKnown = isTransportation(words.transportation) && isOrdering(words.ordering);
-    if (!bothKnown && (reportSplitWord(Argument::transportation, words.transportation, words.ordering, owner) ||
-                       reportSplitWord(Argument::ordering, words.ordering, words.space, owner)))
-        return known;
-    if (!bothKnown) {
-        const WordMistake mistake = mistakeIn(kindsOf(words));
-        if (mistake.what == WordMistake::lacksName) {
-            if (_parser.given(Argument::ordering)) // else the parser counts it
-                _lostNames.insert(_owner);
-            reportMissingWord(mistake, words, "the " + noun);
-            return {};
-        }
-        if (mistake.what == WordMistake::wrongOrder && mistake.at == 0) // the first word is not the name
-            reportOrder(mistake, words, "the " + noun);
-        else if (mistake.what != WordMistake::unknown)
-            reportMistake(mistake, words, owner);
-        if (mistake.what != WordMistake::unknown)
-            return known;
-    }
-    if (!_parser.given(Argument::ordering)) // one of the two words is missing, and was reported
-        return known;
-    if (isTransportation(words.transportation))
-        known.transportation = _database.getTransportationHandle(words.transportation);
-    else
-        reportUnknownWord(RuleId::unknownTransportation, Argument::transportation, "transportation",
-                          words.transportation, owner, expectedForms(kTransportations));
-    if (isOrdering(words.ordering))
-        known.ordering = _database.getOrderingHandle(words.ordering);
-    else
-        reportUnknownWord(RuleId::unknownOrdering, Argument::ordering, "ordering", words.ordering, owner,
-                          expectedForms(kOrderings));
-    if (words.space.empty())
-        return known;
-    if (isSpace(words.space)) {
-        known.space = _database.getRoutingSpaceHandle(words.space);
-        _usedSpaces.insert(known.space);
-    } else if (_parser.spacesKnown() && !_parser.skipped(words.space))
-        reportUnknownWord(RuleId::unknownSpace, Argument::space, "routing space", words.space, owner,
-                          "the name of a space that the file declares");
-    return known;
-}
-
-WordKinds Checker::kindsOf(const Words &words) const {
-    const std::string *const all[] = {&words.name, &words.transportation, &words.ordering, &words.space};
-    WordKinds kinds{};
-    for (std::size_t i = 0; i < kinds.size() && _parser.given(i); ++i)
-        kinds[i] = isTransportation(*all[i]) ? WordKind::transportation
-                   : isOrdering(*all[i])     ? WordKind::ordering
-                   : isSpace(*all[i])        ? WordKind::space
-                                             : WordKind::other;
-    return kinds;
-}
-
-bool Checker::isSpace(const std::string &word) const {
-    return isKnown([&] { _database.getRoutingSpaceHandle(word); });
-}
-
-bool Checker::isTransportation(const std::string &word) const {
-    return isKnown([&] { _database.getTransportationHandle(word); });
-}
-
-bool Checker::isOrdering(const std::string &word) const {
-    return isKnown([&] { _database.getOrderingHandle(word); });
-}
-
-/// Reports words that are in the wrong place: one mistake, where looking up each word would find two or three.
-void Checker::reportMistake(const WordMistake &mistake, const Words &words, const std::string &owner) {
-    if (mistake.what == WordMistake::wrongOrder)
-        return reportOrder(mistake, words, owner);
-    if (mistake.what != WordMistake::tooMany)
-        return reportMissingWord(mistake, words, owner);
-    const bool isFirst = mistake.at == 1;
-    const std::string &word = isFirst ? words.transportation : words.ordering;
-    report(RuleId::shiftedWords, isFirst ? Argument::transportation : Argument::ordering,
-           (isFirst ? "unknown transportation " : "unknown ordering ") + inQuotes(word) + " of " + owner +
-               "; judging by the words after it, there is a word too many",
-           " of " + owner);
-    _shiftedWords.emplace(_owner, RtiStringUtility::toupper(word)); // it may be the name that was meant
-}
-
-/// Reports a transportation or ordering that is written as two words. Returns whether it is.
-bool Checker::reportSplitWord(Argument argument, const std::string &first, const std::string &second,
-                              const std::string &owner) {
-    const std::string meant = joinedDeliveryWord(first, second);
-    if (meant.empty())
-        return false;
-    const RtiFedSpan end = _parser.span(static_cast<Argument>(argument + 1));
-    report(RuleId::shiftedWords, argument,
-           inQuotes(first + " " + second) + " of " + owner + " is written as one word" + didYouMean(meant),
-           " of " + owner);
-    RtiFedSpan &span = *_findings.back().span;
-    span.length = end.begin + end.length - span.begin;
-    _findings.back().fix = {{{span, meant}}, true};
-    return true;
-}
-
-void Checker::reportMissingWord(const WordMistake &mistake, const Words &words, const std::string &owner) {
-    struct Form {
-        const char *missing, *found;
-        Argument argument;
-        const std::string &word;
-    };
-    const auto form = [&]() -> Form {
-        switch (mistake.what) {
-        case WordMistake::lacksName:
-            return {"name", "transportation", Argument::name, words.name};
-        case WordMistake::lacksTransportation:
-            return {"transportation", "ordering", Argument::transportation, words.transportation};
-        case WordMistake::lacksBoth:
-            return {"transportation and its ordering", "space", Argument::transportation, words.transportation};
-        default:
-            return {"ordering", "space", Argument::ordering, words.ordering};
-        }
-    }();
-    Finding finding{&ruleOf(RuleId::shiftedWords), _parser.span(form.argument),
-                    owner + " lacks its " + form.missing + " before the " + form.found + " " + inQuotes(form.word)};
-    finding.setParticular(owner);
-    if (_parser.given(Argument::ordering)) {
-        _findings.push_back(std::move(finding));
-        return;
-    }
-    // The parser reports that a word is missing, but cannot know which one.
-    finding.rule = &ruleOf(RtiFedParser::expectedArgument);
-    finding.severity = finding.rule->severity;
-    const RtiFedSpan last = _parser.span(Argument::transportation);
-    _insteadOf.emplace(last.begin + last.length, std::move(finding));
-}
-
-void Checker::reportOrder(const WordMistake &mistake, const Words &words, const std::string &owner) {
-    const std::string *const all[] = {&words.name, &words.transportation, &words.ordering, &words.space};
-    std::size_t count = _parser.given(Argument::space) ? 4 : 3;
-    while (mistake.order[count - 1] == count - 1)
-        --count;
-    const RtiFedSpan last = _parser.span(count - 1);
-    std::string meant;
-    Fix fix{{}, true};
-    for (std::size_t i = mistake.at; i < count; ++i) {
-        const std::string word = asWord(*all[mistake.order[i]]);
-        meant += (meant.empty() ? "" : " ") + word;
-        if (mistake.order[i] != i)
-            fix.edits.push_back({_parser.span(i), word});
-    }
-    const bool swapped = mistake.at == 1 && count == 3;
-    const std::string what = swapped ? "the transportation and the ordering" : "the words";
-    report(RuleId::swappedWords, static_cast<Argument>(mistake.at),
-           what + " of " + owner + (swapped ? " are swapped" : " are in the wrong order") + didYouMean(meant),
-           " of " + owner);
-    _findings.back().span->length = last.begin + last.length - _findings.back().span->begin;
-    _findings.back().fix = std::move(fix);
-    _shiftedWords.emplace(_owner, RtiStringUtility::toupper(*all[mistake.order[0]]));
-}
-
-/// The finding that explains a missing word better than the parser can; null if there is none.
-const Finding *Checker::insteadOf(const RtiFedParser::Error &error) const {
-    if (error.problem != RtiFedParser::expectedArgument)
-        return nullptr;
-    const auto after = _insteadOf.upper_bound(error.span.begin);
-    if (after == _insteadOf.begin())
-        return nullptr;
-    const auto &[end, finding] = *std::prev(after);
-    const std::string_view gap = _parser.text().substr(end, error.span.begin - end);
-    return gap.find_first_not_of(" \t") == std::string_view::npos ? &finding : nullptr;
-}
-
-void Checker::reportUnknownWord(RuleId rule, Argument argument, const std::string &noun, const std::string &word,
-                                const std::string &owner, const std::string &expected) {
-    const std::string blank = RtiFedParser::blankLookalikeIn(word);
-    const std::string_view mark = RtiFedParser::foreignCommentMark(word);
-    const std::string hint = !blank.empty()  ? "; it contains " + blank
-                             : !mark.empty() ? "; a comment begins with \";\""
-                                             : std::string();
-    report(rule, argument, "unknown " + noun + " " + inQuotes(word) + " of " + owner + ", expected " + expected + hint,
-           " of " + owner);
-}
-
 void Checker::checkMom() {
     for (Finding &finding : momFindings(*this))
         _findings.push_back(std::move(finding));
@@ -438,16 +260,16 @@ std::uint32_t Checker::offsetOfWord(RtiFedSpan span) const {
 
 /// Gives the classes of the MOM their routing space, as loading does, as far as they exist.
 void Checker::giveMomItsSpace() {
-    auto *object = Objects::find(_database, "ObjectRoot.Manager");
-    auto *interaction = Interactions::find(_database, "InteractionRoot.Manager");
+    auto *object = Objects::find(*_database, "ObjectRoot.Manager");
+    auto *interaction = Interactions::find(*_database, "InteractionRoot.Manager");
     if (!object && !interaction)
         return;
-    _database.createMomDefaultSpace();
-    const RtiSpaceHandle space = _database.getRoutingSpaceHandle(RtiFedDatabase::_momDefaultSpace);
+    _database->createMomDefaultSpace();
+    const RtiSpaceHandle space = _database->getRoutingSpaceHandle(RtiFedDatabase::_momDefaultSpace);
     if (object)
-        _database.setMomDefaultSpaceForAttributes(object, space);
+        _database->setMomDefaultSpaceForAttributes(object, space);
     if (interaction)
-        _database.setMomDefaultSpaceForInteractionClasses(interaction, space);
+        _database->setMomDefaultSpaceForInteractionClasses(interaction, space);
 }
 
 void Checker::report(RuleId rule, Argument argument, std::string text, std::string_view particular) {
@@ -457,7 +279,7 @@ void Checker::report(RuleId rule, Argument argument, std::string text, std::stri
     _findings.back().setParticular(particular);
 }
 
-void Checker::reportRepeated(RuleId rule, std::string text, const void *first, std::string_view particular) {
+void Checker::reportRepeated(RuleId rule, std::string text, Declarations::Record first, std::string_view particular) {
     if (!_parser.nestingKnown() || _findings.size() == kMaxErrors)
         return;
     report(rule, Argument::name, std::move(text), particular);

@@ -5,6 +5,7 @@
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/check/ClassClauses.hh"
 #include "tool/check/Finding.hh"
+#include "tool/check/NameScan.hh"
 #include "tool/check/Suggestion.hh"
 #include "tool/check/WordOrder.hh"
 #include "tool/model/Declarations.hh"
@@ -14,6 +15,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -23,11 +25,13 @@
 /// Finds every error of a FED text: syntax errors, and declarations that the database refuses. It finds none exactly if
 /// a database can be built from the text.
 ///
-/// The parser's declarations are added to a database as far as possible, so that the library itself answers what exists
-/// and what is inherited.
+/// The idea: most texts have no error, so first the library builds a database of the text. Only if it refuses the text,
+/// the declarations are added to another database one by one, as far as possible, so that the library itself answers
+/// what exists and what is inherited. The text is parsed once for both.
 class Checker : private RtiFedParserCodegen {
 public:
-    explicit Checker(std::string text);
+    /// `fileName` is that of the database.
+    explicit Checker(std::string text, const std::string &fileName = {});
 
     std::size_t numErrors() const { return _parser.numErrors() + _findings.size(); }
 
@@ -50,11 +54,15 @@ public:
     bool finds(RuleId id) const;
 
     const RtiFedParser &parser() const { return _parser; }
+    /// Passes over the declarations of a text without syntax errors once more.
+    NameScan scanNames() const { return NameScan(_parser); }
     /// The syntax tree of the text, made when it is first asked for: by one thread at a time.
     const SyntaxTree &tree() const;
 
     /// The database as far as it can be built; without errors, the same that the library builds.
-    const RtiFedDatabase &database() const { return _database; }
+    const RtiFedDatabase &database() const { return *_database; }
+    /// Hands over the database, after which the checker must not be used.
+    std::unique_ptr<RtiFedDatabase> takeDatabase() && { return std::move(_database); }
 
     /// Whether a part of the text that was not understood may declare this name in a class, whose name is at offset
     /// `owner`; 0 means the text outside of classes.
@@ -64,8 +72,9 @@ public:
     /// The offset of a word, without its opening quote.
     std::uint32_t offsetOfWord(RtiFedSpan span) const;
 
-    /// The places of the database's records in the text.
-    const Declarations &declarations() const { return _declarations; }
+    /// The places of the database's records in the text. Of a text without errors, of which most callers need no place,
+    /// they are collected when they are first asked for: by one thread at a time.
+    const Declarations &declarations() const;
 
 private:
     using Argument = Declarations::Argument;
@@ -113,22 +122,24 @@ private:
     void reportUnknownWord(RuleId rule, Argument argument, const std::string &noun, const std::string &word,
                            const std::string &owner, const std::string &expected);
 
+    void findErrors();
     void checkMom();
     void giveMomItsSpace();
 
-    void addDeclaration(const void *record) { _declarations.add(record, _clauses.number()); }
+    void addDeclaration(Declarations::Record record) { _declarations.add(record, _clauses.number()); }
     /// Adds a finding about an argument of the declaration that the parser is delivering. `particular` is the part of
     /// the text that concerns only this declaration.
     void report(RuleId rule, Argument argument, std::string text, std::string_view particular = {});
     /// Adds a finding about a further declaration of a record, unless the parser does not know its class.
-    void reportRepeated(RuleId rule, std::string text, const void *first, std::string_view particular = {});
+    void reportRepeated(RuleId rule, std::string text, Declarations::Record first, std::string_view particular = {});
     Finding withSuggestion(Finding finding, const Suggestion &suggestion) const;
     const std::vector<std::string> &candidatesFor(const Finding &finding) const;
 
-    RtiFedParser _parser;
+    mutable RtiFedParser _parser; // delivering only moves its position
     mutable std::optional<SyntaxTree> _tree;
-    RtiFedDatabase _database;
-    Declarations _declarations{_parser};
+    std::unique_ptr<RtiFedDatabase> _database;
+    mutable Declarations _declarations{_parser};
+    mutable bool _declarationsKnown = false;
     ClassClauses _clauses;
     std::vector<std::string> _spaceNames;
     std::set<RtiSpaceHandle> _usedSpaces;

@@ -3,6 +3,7 @@
 #include "fed/storage/RtiFedName.hh"
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiStringUtility.hh"
+#include "tool/check/NameScan.hh"
 #include "tool/check/Suggestion.hh"
 #include "tool/model/ClassTrees.hh"
 #include "tool/model/Names.hh"
@@ -78,12 +79,11 @@ private:
 class Warner {
 public:
     explicit Warner(const Checker &text)
-        : _text(text), _database(text.database()),
+        : _text(text), _database(text.database()), _names(text.scanNames()),
           _allNamesKnown(!text.finds(RuleId::unknownSpace) && !text.finds(RuleId::shiftedWords) &&
                          !text.finds(RuleId::swappedWords)) {}
 
     std::vector<Finding> run() {
-        forEachWithSpace([this](const void *, RtiSpaceHandle used) { _usedSpaces.insert(used); });
         for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet())
             warnOfSpace(*_database.find(handle));
         warnOfSpaceReferences();
@@ -105,41 +105,53 @@ private:
         return _surplus.emplace(std::move(finding));
     }
 
+    RtiFedSpan placeOf(Declarations::Record record) const { return *_text.declarations().span(record); }
+
     void warnOfSpace(const RtiFedSpace &space) {
-        const auto place = _text.declarations().span(&space);
-        if (!place) // the space of the MOM, which the database adds
+        if (space.getHandle()._value > _names.numSpaces()) // that of the MOM, which the database adds
             return;
-        warnOfBlank(space.getName(), *place);
+        warnOfBlank(space.getName(), &space);
         const RtiFedSpace *found = _database.find(_database.getRoutingSpaceHandle(space.getName()));
         if (found != &space)
             return warnOfHidden(RuleId::repeatedSpace, "space", space, *found);
-        if (_allNamesKnown && _usedSpaces.count(space.getHandle()) == 0)
-            warn(RuleId::unusedSpace, *place,
+        if (_allNamesKnown && !isUsed(space))
+            warn(RuleId::unusedSpace, placeOf(&space),
                  "the space " + inQuotes(space.getName()) + " is unused: no attribute or interaction class names it");
         if (space.getNumberOfDimensions() == 0)
-            warn(RuleId::spaceWithoutDimensions, *place,
+            warn(RuleId::spaceWithoutDimensions, placeOf(&space),
                  "the space " + inQuotes(space.getName()) + " has no dimensions");
         std::unordered_map<std::string, const RtiFedDimension *> first;
         for (unsigned long i = 0; i < space.getNumberOfDimensions(); ++i) {
             const RtiFedDimension &dimension = *space.getDimension(i);
-            if (const auto named = _text.declarations().span(&dimension))
-                warnOfBlank(dimension.getName(), *named);
+            warnOfBlank(dimension.getName(), &dimension);
             const auto [known, isNew] = first.emplace(RtiStringUtility::toupper(dimension.getName()), &dimension);
             if (!isNew)
                 warnOfHidden(RuleId::hiddenDimension, "dimension", dimension, *known->second);
         }
     }
 
-    void warnOfBlank(std::string_view name, RtiFedSpan place) {
+    /// Whether a record has the space. In a text without errors each use is one of a record; what the text does not
+    /// say about the MOM, the database adds.
+    bool isUsed(const RtiFedSpace &space) {
+        if (_text.findsNoError() && _names.isUsed(space.getName()))
+            return true;
+        if (!_usedSpaces) {
+            _usedSpaces.emplace();
+            forEachWithSpace([this](Declarations::Record, RtiSpaceHandle used) { _usedSpaces->insert(used); });
+        }
+        return _usedSpaces->count(space.getHandle()) > 0;
+    }
+
+    void warnOfBlank(std::string_view name, Declarations::Record record) {
         if (const std::string blank = RtiFedParser::blankLookalikeIn(name); !blank.empty())
-            warn(RuleId::blankInName, place, "the name " + inQuotes(name) + " contains " + blank);
+            warn(RuleId::blankInName, placeOf(record), "the name " + inQuotes(name) + " contains " + blank);
     }
 
     template <class Record>
     void warnOfHidden(RuleId rule, const std::string &noun, const Record &record, const Record &found) {
-        warn(rule, *_text.declarations().span(&record),
+        warn(rule, placeOf(&record),
              "duplicate " + noun + " " + inQuotes(record.getName()) + ": it can be found by its handle only")
-            .notes.push_back({*_text.declarations().span(&found), "the first one, which the name finds, is here"});
+            .notes.push_back({placeOf(&found), "the first one, which the name finds, is here"});
     }
 
     /// Calls `visit` with the record and the space of each attribute and interaction class.
@@ -155,11 +167,13 @@ private:
     /// Warns of each spelling by which attributes and interaction classes name a space that is declared in another
     /// letter case. Spellings of duplicate spaces were reported already.
     void warnOfSpaceReferences() {
+        if (!_names.spaceSpellingsVary())
+            return;
         std::set<std::string> declared;
         for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet())
             declared.insert(_database.find(handle)->getName());
         std::map<std::string, std::pair<std::vector<RtiFedSpan>, const RtiFedSpace *>> unusual; // by spelling
-        forEachWithSpace([&](const void *record, RtiSpaceHandle handle) {
+        forEachWithSpace([&](Declarations::Record record, RtiSpaceHandle handle) {
             const RtiFedSpace *space = _database.find(handle);
             const auto place = space ? _text.declarations().span(record, Declarations::space) : std::nullopt;
             if (!place || !_text.declarations().span(space))
@@ -192,10 +206,9 @@ private:
     template <class Tree>
     void warnOfRoot() {
         const auto *root = Tree::find(_database, Tree::kind.root);
-        if (!root || !_text.declarations().span(root) ||
-            Tree::find(_database, std::string(Tree::kind.root) + ".RTIprivate"))
+        if (!root || Tree::find(_database, std::string(Tree::kind.root) + ".RTIprivate"))
             return;
-        Finding &finding = warn(RuleId::noRtiPrivate, *_text.declarations().span(root),
+        Finding &finding = warn(RuleId::noRtiPrivate, placeOf(root),
                                 std::string("\"") + Tree::kind.root + "\" has no class \"RTIprivate\"");
         for (const auto &handle : root->getChildrenClasses())
             if (noteIfNear(finding, *_database.find(handle), "RTIprivate"))
@@ -204,10 +217,10 @@ private:
 
     void warnOfPrivilege() {
         const auto *root = Objects::find(_database, Objects::kind.root);
-        if (!root || !_text.declarations().span(root) || root->attributeExists("privilegeToDelete"))
+        if (!root || root->attributeExists("privilegeToDelete"))
             return;
-        Finding &finding = warn(RuleId::noPrivilegeToDelete, *_text.declarations().span(root),
-                                "\"ObjectRoot\" has no attribute \"privilegeToDelete\"");
+        Finding &finding =
+            warn(RuleId::noPrivilegeToDelete, placeOf(root), "\"ObjectRoot\" has no attribute \"privilegeToDelete\"");
         for (const RtiFedAttribute &attribute : root->members())
             if (noteIfNear(finding, attribute, "privilegeToDelete")) {
                 // Under its name in later standards, it is the same; but in a file that loads, programs may know it.
@@ -227,23 +240,28 @@ private:
 
     template <class Tree>
     void warnOfNames() {
+        constexpr bool ofObjects = Tree::kind.membersHaveProperties;
+        constexpr auto classKind = ofObjects ? NameScan::objectClass : NameScan::interactionClass;
+        constexpr auto memberKind = ofObjects ? NameScan::attribute : NameScan::parameter;
+        if (!_names.anyUnusual(classKind) && !_names.anyUnusual(memberKind))
+            return;
         std::vector<Place> classes, members;
         for (const auto &handle : Tree::handles(_database)) {
             const auto &node = *_database.find(handle);
-            add(classes, node, lastComponent(node.getName()));
+            add(classes, classKind, &node, lastComponent(node.getName()));
             for (const auto &member : node.members())
-                add(members, member, member.getName());
+                add(members, memberKind, &member, member.getName());
         }
         warnOfSpellings(classes, Tree::kind.className);
         warnOfSpellings(members, Tree::kind.memberName);
     }
 
-    template <class Record>
-    void add(std::vector<Place> &places, const Record &record, std::string_view name) {
-        if (const auto place = _text.declarations().span(&record)) {
-            warnOfBlank(name, *place);
-            places.push_back({name, *place});
-        }
+    /// Adds the place of a name that may be spelt in several ways.
+    void add(std::vector<Place> &places, NameScan::Kind kind, Declarations::Record record, std::string_view name) {
+        if (_names.mayContainBlanks())
+            warnOfBlank(name, record);
+        if (const RtiFedName hashed(name); _names.mayVary(kind, hashed))
+            places.push_back({hashed, placeOf(record)});
     }
 
     void warnOfSpellings(std::vector<Place> &places, const std::string &noun) {
@@ -266,8 +284,9 @@ private:
 
     const Checker &_text;
     const RtiFedDatabase &_database;
+    const NameScan _names;
     const bool _allNamesKnown; // else a word that was not understood may be the name of a space
-    std::set<RtiSpaceHandle> _usedSpaces;
+    std::optional<std::set<RtiSpaceHandle>> _usedSpaces; // filled on demand
     std::vector<Finding> _findings;
     std::optional<Finding> _surplus; // the last one that is not kept
 };

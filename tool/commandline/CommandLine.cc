@@ -5,6 +5,9 @@
 #include "tool/commandline/UsageError.hh"
 #include "tool/console/Progress.hh"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -39,27 +42,49 @@ CommandLine::CommandLine(const Console &console)
         "never");
     _app.add_option("--stdin-name", _console.stdinName, "The name of standard input in messages and in the model")
         ->option_text("NAME");
-    addCheck();
-    addExplain();
-    addFix();
-    addFmt();
-    addNew();
-    addDiff();
-    addMerge();
-    addExtract();
-    addTree();
-    addFind();
-    addHtml();
-    addJson();
-    addConstants();
-    addList();
-    addCalls();
-    addChecksum();
-    addSave();
-    addExport();
-    addImport();
-    addLsp();
+}
+
+struct CommandLine::Command {
+    std::string_view name;
+    void (CommandLine::*add)();
+};
+
+/// Building all commands takes longer than starting the program does otherwise, so that only the one that is first
+/// among the arguments is built; all of them if none is, since help and errors name them.
+void CommandLine::addCommands(std::string_view first) {
+    static constexpr Command kCommands[] = {{"check", &CommandLine::addCheck},
+                                            {"explain", &CommandLine::addExplain},
+                                            {"fix", &CommandLine::addFix},
+                                            {"fmt", &CommandLine::addFmt},
+                                            {"new", &CommandLine::addNew},
+                                            {"diff", &CommandLine::addDiff},
+                                            {"merge", &CommandLine::addMerge},
+                                            {"extract", &CommandLine::addExtract},
+                                            {"tree", &CommandLine::addTree},
+                                            {"find", &CommandLine::addFind},
+                                            {"html", &CommandLine::addHtml},
+                                            {"json", &CommandLine::addJson},
+                                            {"constants", &CommandLine::addConstants},
+                                            {"list", &CommandLine::addList},
+                                            {"calls", &CommandLine::addCalls},
+                                            {"checksum", &CommandLine::addChecksum},
+                                            {"save", &CommandLine::addSave},
+                                            {"export", &CommandLine::addExport},
+                                            {"import", &CommandLine::addImport},
+                                            {"lsp", &CommandLine::addLsp}};
+    const auto *const named = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                           [first](const Command &command) { return command.name == first; });
+    if (named != std::end(kCommands))
+        return (this->*named->add)();
+    for (const Command &command : kCommands)
+        (this->*command.add)();
     addHelp(); // last, because it knows the other commands
+}
+
+CLI::App &CommandLine::app() {
+    if (_app.get_subcommands([](const CLI::App *) { return true; }).empty())
+        addCommands({});
+    return _app;
 }
 
 /// Adds a command. `details` are further paragraphs of its --help, with an example.
@@ -99,6 +124,9 @@ Status CommandLine::help() const {
 }
 
 Status CommandLine::run(int argc, char **argv) {
+    const std::string_view first = argc > 1 ? argv[1] : "";
+    if (argc != 2 || first != "--version") // which needs no command
+        addCommands(first);
     try {
         _app.parse(argc, argv);
         return _status;

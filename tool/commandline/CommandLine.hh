@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The command line of the program: all commands with their options and help texts, from which the manual pages and
@@ -17,13 +18,17 @@ public:
     CommandLine(const CommandLine &) = delete;
     CommandLine &operator=(const CommandLine &) = delete;
 
-    /// Runs the command that the arguments name. Help goes to the console's `out`, usage errors to its `err`.
+    /// Runs the command that the arguments name, once. Help goes to the console's `out`, usage errors to its `err`.
     /// Exceptions of a command pass through.
     Status run(int argc, char **argv);
 
-    CLI::App &app() { return _app; }
+    /// All commands with their options.
+    CLI::App &app();
 
 private:
+    struct Command;
+
+    void addCommands(std::string_view first);
     CLI::App *addCommand(const char *name, const char *purpose, const std::string &details,
                          std::function<Status()> run);
     void addCheck();

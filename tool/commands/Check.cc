@@ -64,7 +64,7 @@ Status check(const CheckOptions &options, const Console &console) {
             modules.push_back(std::move(input));
             return true;
         }
-        CheckedFile file = checkFile(input, Severity::warning);
+        CheckedFile file = checkFile(std::move(input), Severity::warning);
         decideAbout(file);
         return passes(reportFindings(std::move(file), numShown(options, *report), *report));
     };

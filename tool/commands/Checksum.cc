@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <optional>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -78,8 +79,8 @@ std::optional<ManifestLine> parseManifestLine(std::string_view text) {
 }
 
 /// The checksum or fingerprint of a file; empty, with its problems reported, if the library refuses it.
-std::string digitsOf(const Input &file, bool sha256, std::ostream &complaints) {
-    const auto model = loadModel(file, complaints);
+std::string digitsOf(Input file, bool sha256, std::ostream &complaints) {
+    const auto model = loadModel(std::move(file), complaints);
     return !model ? "" : sha256 ? fingerprint(*model) : checksumText(*model);
 }
 
@@ -131,8 +132,9 @@ private:
 
     void checkFile(const ManifestLine &line) {
         const std::string name = manifestName(line.fileName);
-        const auto compare = [&](const Input &file) {
-            const bool agrees = RtiFedName::equal(digitsOf(file, line.digits.size() > 8, _console.err), line.digits);
+        const auto compare = [&](Input file) {
+            const bool agrees =
+                RtiFedName::equal(digitsOf(std::move(file), line.digits.size() > 8, _console.err), line.digits);
             ++(agrees ? _numVerified : _numWrong);
             if (!agrees || !_options.quiet)
                 _console.out << name << (agrees ? ": OK\n" : ": FAILED\n");
@@ -159,14 +161,14 @@ private:
 
 Status checksum(const ChecksumOptions &options, const Console &console) {
     Status checked = done;
-    const auto work = [&](const Input &input) {
+    const auto work = [&](Input input) {
         if (options.check) {
             checked = std::max(checked, ManifestChecker(options, console).check(input));
             return true;
         }
-        const std::string digits = digitsOf(input, options.sha256, console.err);
+        const std::string name = input.name, digits = digitsOf(std::move(input), options.sha256, console.err);
         if (!digits.empty())
-            console.out << manifestText({digits, input.name}) << '\n';
+            console.out << manifestText({digits, name}) << '\n';
         return !digits.empty();
     };
     std::vector<FileToRead> files;

@@ -33,7 +33,7 @@ Status html(const HtmlOptions &options, const Console &console) {
     if (old)
         difference.emplace(*old, model.file);
     if (!loads)
-        complainIfRefused(model.file.input, model.isDamagedImage() ? "" : kOnlyUnderstood, console.err);
+        console.err << model.complaint;
     const ModelPageOptions page{difference ? &*difference : nullptr, ""};
     if (options.output == "-") {
         writeModelPage(model, page, console.out);

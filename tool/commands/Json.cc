@@ -1,14 +1,16 @@
 #include "tool/commands/Commands.hh"
-#include "tool/model/Model.hh"
+#include "tool/report/Loading.hh"
 #include "tool/report/json/ModelJson.hh"
 
+#include <utility>
+
 Status json(const JsonOptions &options, const Console &console) {
-    const Input input = readInput(options.fileName, console.stdinName);
-    const auto outline = outlineToShow(input, console.err);
-    if (!outline)
+    Input input = readInput(options.fileName, console.stdinName);
+    const std::string name = input.name;
+    const auto file = fileToShow(std::move(input), console.err);
+    if (!file)
         return wrong;
-    const auto database = outline->loads ? buildModel(input) : nullptr;
     JsonWriter json(console.out, JsonWriter::Layout::indented);
-    writeModel(json, {input.name, *outline, database.get()}, options.effective);
-    return outline->loads ? done : wrong;
+    writeModel(json, {name, file->outline, file->database.get()}, options.effective);
+    return file->outline.loads ? done : wrong;
 }

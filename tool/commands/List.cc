@@ -2,15 +2,17 @@
 #include "tool/model/Model.hh"
 
 #include <sstream>
+#include <utility>
 
 Status list(const std::string &fileName, const Console &console) {
-    const Input input = readInput(fileName, console.stdinName);
-    const auto model = loadModel(input, console.err);
+    Input input = readInput(fileName, console.stdinName);
+    const std::string name = input.name;
+    const auto model = loadModel(std::move(input), console.err);
     if (!model)
         return wrong;
     std::ostringstream listing; // whole or not at all
     if (!writeListing(*model, listing)) {
-        console.err << input.name << ": error: " << kDanglingReference << '\n';
+        console.err << name << ": error: " << kDanglingReference << '\n';
         return wrong;
     }
     console.out << listing.str();

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -238,13 +239,14 @@ void draw(const TreeOptions &options, const std::string &fileName, const ClassPi
 } // namespace
 
 Status tree(const TreeOptions &options, const Console &console) {
-    const Input input = readInput(options.fileName, console.stdinName);
-    const auto outline = outlineToShow(input, console.err);
+    Input input = readInput(options.fileName, console.stdinName);
+    const std::string name = input.name;
+    const auto outline = outlineToShow(std::move(input), console.err);
     if (!outline)
         return wrong;
     std::vector<ClassPicture::Start> classes;
     if (!options.className.empty()) {
-        for (const auto &[kind, index] : meantClasses(options.className, input.name, *outline, console.err))
+        for (const auto &[kind, index] : meantClasses(options.className, name, *outline, console.err))
             classes.push_back({kind, index});
         if (classes.empty())
             return wrong;
@@ -252,6 +254,6 @@ Status tree(const TreeOptions &options, const Console &console) {
     if (options.format == TreeOptions::text)
         printText(options, *outline, classes, console);
     else
-        draw(options, input.name, ClassPicture(*outline, classes, {options.depth, options.members}), console);
+        draw(options, name, ClassPicture(*outline, classes, {options.depth, options.members}), console);
     return outline->loads ? done : wrong;
 }

@@ -38,8 +38,9 @@ public:
     JsonWriter &value(const Value &value);
     template <class Value>
     JsonWriter &value(const std::optional<Value> &valueOrNull) {
-        return valueOrNull ? value(*valueOrNull) : value(Json());
+        return valueOrNull ? value(*valueOrNull) : null();
     }
+    JsonWriter &null();
     JsonWriter &member(std::string_view name, const Json &value) { return key(name).value(value); }
     template <class Value>
     JsonWriter &member(std::string_view name, const Value &value) {

@@ -27,21 +27,32 @@ std::string_view firstColumns(std::string_view text, std::size_t count) {
 }
 
 Line &Line::add(std::string_view text, Style style) {
-    _parts.push_back({std::string(text), style});
+    _text += text;
+    _parts.push_back({_text.size(), style});
     _width += columns(text);
     return *this;
 }
 
 Line &Line::pad(std::size_t column) {
-    return add(std::string(column > _width + 2 ? column - _width : 2, ' '));
+    const std::size_t count = column > _width + 2 ? column - _width : 2;
+    _text.append(count, ' ');
+    _parts.push_back({_text.size(), plain});
+    _width += count;
+    return *this;
 }
 
 void Line::print(const Console &console) const {
     const bool cut = console.width > 0 && _width > console.width;
+    if (!cut && !console.color) { // as in a file, which may have very many lines
+        console.out << _text << '\n';
+        return;
+    }
     const std::string_view end = cut ? kMore.substr(0, console.width) : std::string_view();
     std::size_t left = cut ? console.width - end.size() : _width;
+    std::size_t begin = 0;
     for (const Part &part : _parts) {
-        const std::string_view shown = firstColumns(part.text, left);
+        const std::string_view shown = firstColumns(std::string_view(_text).substr(begin, part.end - begin), left);
+        begin = part.end;
         left -= columns(shown);
         const bool styled = console.color && part.style != plain && !shown.empty();
         console.out << Colored{!styled ? nullptr : part.style == strong ? "\033[1m" : "\033[2m", std::string(shown)};

@@ -23,10 +23,11 @@ public:
 
 private:
     struct Part {
-        std::string text;
+        std::size_t end; // in the text
         Style style;
     };
 
+    std::string _text;
     std::vector<Part> _parts;
     std::size_t _width = 0;
 };

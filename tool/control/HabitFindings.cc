@@ -5,6 +5,7 @@
 #include "tool/model/ClassTrees.hh"
 #include "tool/model/Names.hh"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace {
@@ -135,7 +136,7 @@ private:
 
     /// An unknown word, whose handle is 0, was reported as such.
     template <class Handle>
-    void checkWord(RuleId rule, const void *record, Declarations::Argument argument, const Handle &found,
+    void checkWord(RuleId rule, Declarations::Record record, Declarations::Argument argument, const Handle &found,
                    const DeliveryWord &wanted, const Subtree &subtree, const std::string &noun,
                    const std::string &owner) {
         const auto place = _text.declarations().span(record, argument);
@@ -174,5 +175,8 @@ private:
 } // namespace
 
 std::vector<Finding> habitFindings(const Checker &text, const Settings &settings) {
-    return text.parser().numErrors() > 0 ? std::vector<Finding>() : HabitCheck(text, settings).run();
+    const auto &patterns = settings.patterns;
+    const bool hasHabits = !settings.subtrees.empty() || std::any_of(patterns.begin(), patterns.end(),
+                                                                     [](const auto &set) { return set.has_value(); });
+    return !hasHabits || text.parser().numErrors() > 0 ? std::vector<Finding>() : HabitCheck(text, settings).run();
 }

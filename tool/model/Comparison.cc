@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <map>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -72,14 +71,25 @@ std::map<std::pair<std::string, std::size_t>, const Outline::Member *> namedDime
 class Tree {
 public:
     Tree(const TreeKind &kind, const Outline &outline)
-        : classes(outline.classes(kind)), _ofObjects(&kind == &kObjectTree), _members(classes.size()) {
+        : classes(outline.classes(kind)), _ofObjects(&kind == &kObjectTree) {
         _byName.reserve(classes.size());
-        for (std::size_t i = 0; i < classes.size(); ++i) {
-            _byName.insert(classes[i].name, &classes[i]);
-            for (const Outline::Member &member : classes[i].members)
-                _members[i].insert(member.name, &member);
+        _firstMembers.reserve(classes.size());
+        for (const Outline::Class &node : classes) {
+            _byName.insert(node.name, &node);
+            _firstMembers.push_back(_numMembers);
+            _numMembers += node.members.size();
+            if (node.members.size() > kFew)
+                for (const Outline::Member &member : node.members)
+                    _manyMembers[&node].insert(member.name, &member);
         }
     }
+
+    /// The number of a member among those of all classes.
+    std::size_t numberOf(const Outline::Class &owner, const Outline::Member &member) const {
+        return _firstMembers[static_cast<std::size_t>(&owner - classes.data())] +
+               static_cast<std::size_t>(&member - owner.members.data());
+    }
+    std::size_t numMembers() const { return _numMembers; }
 
     const Outline::Class *find(const Outline::Class &other) const { return _byName.find(other.name); }
 
@@ -99,9 +109,8 @@ public:
     /// is none. The class may be null.
     std::pair<const Outline::Class *, const Outline::Member *> findMember(const Outline::Class *node,
                                                                           std::string_view memberName) const {
-        const RtiFedName name = memberName;
         for (; node; node = parentOf(*node))
-            if (const auto *member = _members[static_cast<std::size_t>(node - classes.data())].find(name))
+            if (const auto *member = ownMember(*node, memberName))
                 return {node, member};
         return {};
     }
@@ -128,9 +137,23 @@ public:
     const std::vector<Outline::Class> &classes;
 
 private:
+    static constexpr std::size_t kFew = 16; // members, among which a search is as fast as a map
+
+    /// The member of that name which the class itself declares, or null.
+    const Outline::Member *ownMember(const Outline::Class &node, std::string_view name) const {
+        if (node.members.size() > kFew)
+            return _manyMembers.at(&node).find(name);
+        for (const Outline::Member &member : node.members)
+            if (RtiFedName::equal(member.name, name))
+                return &member;
+        return nullptr;
+    }
+
     bool _ofObjects;
     RtiFedNameMap<const Outline::Class *> _byName;
-    std::vector<RtiFedNameMap<const Outline::Member *>> _members; // for each class, those it declares
+    std::vector<std::size_t> _firstMembers; // for each class, the number of its first member
+    std::size_t _numMembers = 0;
+    std::unordered_map<const Outline::Class *, RtiFedNameMap<const Outline::Member *>> _manyMembers;
 };
 
 } // namespace
@@ -144,7 +167,7 @@ private:
 class Comparison::ClassTreeComparison {
 public:
     ClassTreeComparison(Comparison &comparison, const TreeKind &kind, const Outline &before, const Outline &after)
-        : _comparison(comparison), _before(kind, before), _after(kind, after) {}
+        : _comparison(comparison), _before(kind, before), _after(kind, after), _matched(_after.numMembers()) {}
 
     void run() {
         for (const Outline::Class &node : _before.classes)
@@ -180,7 +203,7 @@ private:
             return;
         }
         const Element now = _after.element(*owner, *available);
-        _matched.insert(available);
+        _matched[_after.numberOf(*owner, *available)] = true;
         if (owner != &match)
             _comparison.change(Change::Kind::movedUp, then, now);
         _comparison.compareElements(then, now);
@@ -198,9 +221,11 @@ private:
     /// Compares the members of a class that no old member matched. If the class was there, or has an ancestor that was,
     /// a member may redeclare one that was available there.
     void compareNewMembers(const Outline::Class &node, bool inNewClass) {
+        if (node.members.empty())
+            return;
         const Outline::Class *known = _after.nearestIn(_before, node);
         for (const Outline::Member &member : node.members) {
-            if (_matched.count(&member) > 0)
+            if (_matched[_after.numberOf(node, member)])
                 continue;
             const Element now = _after.element(node, member);
             const auto [owner, inherited] = _before.findMember(known ? _before.find(*known) : nullptr, member.name);
@@ -218,7 +243,7 @@ private:
 
     Comparison &_comparison;
     const Tree _before, _after;
-    std::unordered_set<const Outline::Member *> _matched;              // new members
+    std::vector<bool> _matched;                                        // of the new members, by their numbers
     std::unordered_map<const Outline::Member *, std::size_t> _removal; // the index of an old member's change
 };
 

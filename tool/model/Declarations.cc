@@ -1,39 +1,97 @@
 #include "tool/model/Declarations.hh"
 
-void Declarations::add(const void *record, unsigned long classClause) {
+#include "fed/loading/RtiFedParserCodegen.hh"
+
+/// Takes the declarations in the order in which the database has numbered their records.
+class Declarations::Reader final : public RtiFedParserCodegen {
+public:
+    Reader(const RtiFedDatabase &database, Declarations &declarations)
+        : _database(database), _declarations(declarations) {}
+
+    void setFederate(std::string) override {}
+    void setFederateVersion(std::string) override {}
+    void addSpace(std::string) override {
+        add(Record::Kind::space);
+        _numDimensions = 0;
+    }
+    void addDimension(std::string) override {
+        const RtiFedSpace *space = _database.find(RtiSpaceHandle(_last[static_cast<std::size_t>(Record::Kind::space)]));
+        _declarations.add(space->getDimension(_numDimensions++), 0);
+    }
+    void declareObjectClass(std::string_view, std::size_t) override { add(Record::Kind::objectClass); }
+    void declareObjectClassAttribute(std::string_view, std::string_view, std::string_view, std::string_view) override {
+        add(Record::Kind::attribute);
+    }
+    void declareInteractionClass(std::string_view, std::string_view, std::string_view, std::string_view,
+                                 std::size_t) override {
+        add(Record::Kind::interactionClass);
+    }
+    void declareParameter(std::string_view) override { add(Record::Kind::parameter); }
+
+private:
+    void add(Record::Kind kind) { _declarations.add(Record(kind, ++_last[static_cast<std::size_t>(kind)]), 0); }
+
+    const RtiFedDatabase &_database;
+    Declarations &_declarations;
+    std::array<std::size_t, 6> _last{}; // the handle of each kind that was added last
+    unsigned long _numDimensions = 0;   // of the space that was added last
+};
+
+void Declarations::addAll(const RtiFedDatabase &database) {
+    Reader reader(database, *this);
+    _text.deliver(reader);
+}
+
+void Declarations::add(Record record, unsigned long classClause) {
     Declaration declaration{{}, classClause};
     for (std::size_t i = 0; i < kMaxArguments; ++i)
         if (_text.given(i))
             declaration.arguments[i] = _text.span(i);
-    _declarations.emplace(record, declaration);
+    if (record._kind == Record::Kind::dimension) {
+        _dimensions[record._number] = declaration;
+        return;
+    }
+    std::vector<Declaration> &known = _byHandle.at(static_cast<std::size_t>(record._kind));
+    if (known.size() <= record._number)
+        known.resize(record._number + 1); // refused declarations use up handles too
+    known[record._number] = declaration;
 }
 
-std::optional<RtiFedSpan> Declarations::span(const void *record, Argument argument) const {
-    const auto declared = _declarations.find(record);
-    if (declared == _declarations.end() || declared->second.arguments.at(argument).length == 0)
+const Declarations::Declaration *Declarations::find(Record record) const {
+    if (record._kind == Record::Kind::dimension) {
+        const auto dimension = _dimensions.find(record._number);
+        return dimension == _dimensions.end() ? nullptr : &dimension->second;
+    }
+    const std::vector<Declaration> &known = _byHandle.at(static_cast<std::size_t>(record._kind));
+    return record._number < known.size() ? &known[record._number] : nullptr;
+}
+
+std::optional<RtiFedSpan> Declarations::span(Record record, Argument argument) const {
+    const Declaration *const declared = find(record);
+    if (!declared || declared->arguments[argument].length == 0)
         return {};
-    return declared->second.arguments[argument];
+    return declared->arguments[argument];
 }
 
-std::optional<RtiFedPosition> Declarations::place(const void *record) const {
+std::optional<RtiFedPosition> Declarations::place(Record record) const {
     const auto found = span(record);
     return found ? std::optional(_text.positionAt(found->begin)) : std::nullopt;
 }
 
-const std::vector<RtiFedSpan> &Declarations::laterSpans(const void *record) const {
+const std::vector<RtiFedSpan> &Declarations::laterSpans(Record record) const {
     static const std::vector<RtiFedSpan> none;
-    const auto later = _later.find(record);
+    const auto later = _later.find(record.key());
     return later == _later.end() ? none : later->second;
 }
 
-std::vector<RtiFedPosition> Declarations::laterPlaces(const void *record) const {
+std::vector<RtiFedPosition> Declarations::laterPlaces(Record record) const {
     std::vector<RtiFedPosition> places;
     for (const RtiFedSpan &span : laterSpans(record))
         places.push_back(_text.positionAt(span.begin));
     return places;
 }
 
-std::string Declarations::written(const void *record, Argument argument) const {
+std::string Declarations::written(Record record, Argument argument) const {
     const auto found = span(record, argument);
     return found ? std::string(wordAt(*found)) : std::string();
 }

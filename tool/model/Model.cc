@@ -1,11 +1,36 @@
 #include "tool/model/Model.hh"
 
+#include "fed/loading/RtiFedDatabaseCodegen.hh"
 #include "tool/console/Digest.hh"
 #include "tool/console/Text.hh"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+
+namespace {
+
+/// Adds the declarations to a database as the library does when it loads a file: without a string for each name.
+class Loader final : public RtiFedDatabaseCodegen {
+public:
+    using RtiFedDatabaseCodegen::RtiFedDatabaseCodegen;
+
+    void declareObjectClass(std::string_view name, std::size_t numAttributes) override {
+        loadObjectClass(name, numAttributes);
+    }
+    void declareObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
+                                     std::string_view space) override {
+        loadObjectClassAttribute(name, transportation, ordering, space);
+    }
+    void declareInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
+                                 std::string_view space, std::size_t numParameters) override {
+        loadInteractionClass(name, transportation, ordering, space, numParameters);
+    }
+    void declareParameter(std::string_view name) override { loadParameter(name); }
+    void expectDeclarations(const RtiFedDeclarationCounts &counts) override { reserve(counts); }
+};
+
+} // namespace
 
 std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image) {
     RtiBuffer buffer(image.data(), image.size());
@@ -15,6 +40,24 @@ std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image) {
                                      std::to_string(buffer.remaining()) + " bytes follow the image")
                                         .c_str());
     return database;
+}
+
+std::unique_ptr<RtiFedDatabase> buildModel(RtiFedParser &text, const std::string &fileName) {
+    if (text.numErrors() > 0)
+        return nullptr;
+    try {
+        auto database = std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg(fileName, RTI_false));
+        Loader loader(database.get());
+        text.deliver(loader);
+        std::string reason;
+        if (!database->verifyMomObjectClasses(reason) || !database->verifyMomInteractionClasses(reason))
+            return nullptr;
+        database->createMomDefaultSpace();
+        database->setMomDefaultSpace();
+        return database;
+    } catch (const RTI::Exception &) {
+        return nullptr;
+    }
 }
 
 std::unique_ptr<RtiFedDatabase> buildModel(const Input &input) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fed/RtiFedDatabase.hh"
+#include "infrastructure/RtiFedParser.hh"
 #include "tool/model/Input.hh"
 
 #include <memory>
@@ -9,6 +10,9 @@
 
 /// Returns the database of a saved image. Throws RTI::Exception if it cannot be restored, or if bytes follow it.
 std::unique_ptr<RtiFedDatabase> restoreImage(const std::string &image);
+
+/// Returns the database of a text, as the library builds it from a file of this name; null if the library refuses it.
+std::unique_ptr<RtiFedDatabase> buildModel(RtiFedParser &text, const std::string &fileName);
 
 /// Returns the database of a FED text or saved image without errors. Throws RTI::Exception or CannotWork.
 std::unique_ptr<RtiFedDatabase> buildModel(const Input &input);

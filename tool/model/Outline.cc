@@ -1,10 +1,9 @@
 #include "tool/model/Outline.hh"
 
 #include "fed/RtiFedDatabase.hh"
+#include "fed/storage/RtiFedHandleMap.hh"
 #include "tool/model/Declarations.hh"
 #include "tool/model/DeliveryWords.hh"
-
-#include <unordered_map>
 
 namespace {
 
@@ -23,29 +22,29 @@ public:
     }
 
 private:
-    std::optional<RtiFedPosition> place(const void *record) const {
+    std::optional<RtiFedPosition> place(Declarations::Record record) const {
         return _declarations ? _declarations->place(record) : std::nullopt;
     }
-    std::vector<RtiFedPosition> laterPlaces(const void *record) const {
+    std::vector<RtiFedPosition> laterPlaces(Declarations::Record record) const {
         return _declarations ? _declarations->laterPlaces(record) : std::vector<RtiFedPosition>();
     }
 
     /// An argument that the library does not know, as it is written, or the handle that an image has instead.
     template <class Handle>
-    std::string unknown(const void *record, Declarations::Argument argument, const Handle &handle) const {
+    std::string unknown(Declarations::Record record, Declarations::Argument argument, const Handle &handle) const {
         if (_declarations)
             return _declarations->written(record, argument);
         return handle == 0 ? std::string() : '#' + std::to_string(handle._value);
     }
 
     template <class Handle>
-    std::string word(const DeliveryWords &words, const void *record, Declarations::Argument argument,
+    std::string word(const DeliveryWords &words, Declarations::Record record, Declarations::Argument argument,
                      const Handle &handle) const {
         const char *known = shortForm(words, static_cast<unsigned long>(handle._value));
         return known ? known : unknown(record, argument, handle);
     }
 
-    Outline::Properties properties(const void *record, RtiTransportationHandle transportation,
+    Outline::Properties properties(Declarations::Record record, RtiTransportationHandle transportation,
                                    RtiOrderingHandle ordering, RtiSpaceHandle space) const {
         const RtiFedSpace *known = _database.find(space);
         return {word(kTransportations, record, Declarations::transportation, transportation),
@@ -76,7 +75,7 @@ private:
 
     template <class Handle>
     void readClasses(const std::set<Handle> &handles, Outline::Classes &classes) const {
-        std::unordered_map<const void *, std::size_t> index;
+        RtiFedHandleMap<Handle, std::size_t> index;
         classes.reserve(handles.size());
         for (const Handle &handle : handles)
             readClass(*_database.find(handle), classes, index);
@@ -88,21 +87,21 @@ private:
     /// Reads a class after its superclass, whose handle may be the greater one in an image; returns its index.
     template <class Node>
     std::size_t readClass(const Node &node, Outline::Classes &classes,
-                          std::unordered_map<const void *, std::size_t> &index) const {
-        const auto known = index.find(&node);
-        if (known != index.end())
-            return known->second;
+                          RtiFedHandleMap<typename Node::Handle, std::size_t> &index) const {
+        if (const std::size_t *known = index.find(node.getHandle()))
+            return *known;
         const std::size_t parent =
             node.getParentClass() ? readClass(*node.getParentClass(), classes, index) : Outline::kNone;
         const std::size_t added = classes.size();
         Outline::Class &shown = classes.emplace_back(
             Outline::Class{node.getName(), node.getHandle()._value, properties(node), place(&node), parent, {}, 0, {}});
+        shown.members.reserve(node.members().size());
         for (const auto &member : node.members())
             shown.members.push_back({member.getName(), member.getHandle()._value, properties(member), place(&member),
                                      laterPlaces(&member)});
         if (parent != Outline::kNone)
             classes[parent].children.push_back(added);
-        index.emplace(&node, added);
+        index.insert(node.getHandle(), added);
         return added;
     }
 

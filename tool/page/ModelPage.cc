@@ -10,6 +10,7 @@
 #include "tool/page/ScriptData.hh"
 #include "tool/report/ChangeGroup.hh"
 #include "tool/report/FileFindings.hh"
+#include "tool/report/Loading.hh"
 #include "tool/report/json/DiffJson.hh"
 #include "tool/report/json/FindingJson.hh"
 #include "tool/report/json/ModelJson.hh"
@@ -149,6 +150,8 @@ ModelToShow::ModelToShow(Input input, const Settings &settings)
     : file{std::move(input), Outline()}, checked(checkFile(file.input, Severity::warning)),
       restored(restoredFrom(file.input)) {
     file.outline = outlineOfFile(checked, restored.get());
+    if (!file.outline.loads)
+        complaint = complaintAbout(checked, isDamagedImage() ? "" : kOnlyUnderstood);
     decide(checked, settings, nullptr);
 }
 

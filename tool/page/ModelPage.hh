@@ -16,6 +16,7 @@ struct ModelToShow {
     ComparedFile file; ///< The outline is empty for an image that cannot be restored.
     CheckedFile checked;
     std::unique_ptr<RtiFedDatabase> restored; ///< Of an image; null if it cannot be restored.
+    std::string complaint;                    ///< The line that says that the library refuses the file; empty if not.
 
     /// Reads a file whose findings `settings` decide about, as `check` does.
     ModelToShow(Input input, const Settings &settings);

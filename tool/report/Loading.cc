@@ -6,6 +6,11 @@
 #include "tool/model/Model.hh"
 #include "tool/report/FileFindings.hh"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+#include <vector>
+
 namespace {
 
 /// Keeps the first finding of a file.
@@ -35,36 +40,74 @@ private:
     std::size_t _numErrors = 0;
 };
 
-} // namespace
-
-bool complainIfRefused(const Input &input, const char *consequence, std::ostream &complaints) {
-    if (input.isXml()) {
+bool complainIfXml(const Input &input, std::ostream &complaints) {
+    if (input.isXml())
         complaints << "rtifed: " << input.name
                    << ": expected FED text or an image, found XML, which rtifed import turns into FED\n";
-        return true;
-    }
+    return input.isXml();
+}
+
+} // namespace
+
+std::string complaintAbout(const CheckedFile &file, const char *consequence) {
+    std::vector<Finding> errors;
+    std::copy_if(file.findings.begin(), file.findings.end(), std::back_inserter(errors),
+                 [](const Finding &finding) { return finding.refusesFile(); });
     FirstFinding first;
-    reportFindings(input, Severity::error, 1, first);
-    if (first.found())
-        complaints << "rtifed: " << input.name << ": the library refuses this file" << consequence << ": "
-                   << first.summary() << (input.isImage() ? "" : "; see rtifed check " + input.name) << '\n';
-    return first.found();
-}
-
-std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints) {
-    return complainIfRefused(input, "", complaints) ? nullptr : buildModel(input);
-}
-
-std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints) {
-    try {
-        Outline outline = readOutline(input);
-        if (!outline.loads)
-            complainIfRefused(input, kOnlyUnderstood, complaints);
-        return outline;
-    } catch (const RTI::Exception &) {
-        complainIfRefused(input, "", complaints);
+    reportFindings(Source(file.name, file.text ? &file.text->parser() : nullptr), std::move(errors), 1, first);
+    if (!first.found())
         return {};
+    return "rtifed: " + file.name + ": the library refuses this file" + consequence + ": " + first.summary() +
+           (file.text ? "; see rtifed check " + file.name : "") + '\n';
+}
+
+bool complainIfRefused(Input input, const char *consequence, std::ostream &complaints) {
+    if (complainIfXml(input, complaints))
+        return true;
+    const std::string complaint = complaintAbout(checkFile(std::move(input), Severity::error), consequence);
+    complaints << complaint;
+    return !complaint.empty();
+}
+
+std::unique_ptr<RtiFedDatabase> loadModel(Input input, std::ostream &complaints) {
+    if (complainIfXml(input, complaints))
+        return nullptr;
+    if (!input.isImage()) {
+        auto text = std::make_unique<Checker>(std::move(input.contents), input.name);
+        if (text->findsNoError())
+            return std::move(*text).takeDatabase();
+        complaints << complaintAbout(checkText(std::move(input.name), std::move(text), Severity::error), "");
+        return nullptr;
     }
+    try {
+        return restoreImage(input.contents);
+    } catch (const RTI::Exception &) {
+        complainIfRefused(std::move(input), "", complaints);
+        return nullptr;
+    }
+}
+
+std::optional<ShownFile> fileToShow(Input input, std::ostream &complaints) {
+    if (complainIfXml(input, complaints))
+        return {};
+    if (input.isImage()) {
+        auto database = loadModel(std::move(input), complaints);
+        if (!database)
+            return {};
+        Outline outline(*database, nullptr, true);
+        return ShownFile{std::move(outline), std::move(database)};
+    }
+    auto text = std::make_unique<Checker>(std::move(input.contents), input.name);
+    Outline outline = outlineOf(*text);
+    if (outline.loads)
+        return ShownFile{std::move(outline), std::move(*text).takeDatabase()};
+    complaints << complaintAbout(checkText(std::move(input.name), std::move(text), Severity::error), kOnlyUnderstood);
+    return ShownFile{std::move(outline), nullptr};
+}
+
+std::optional<Outline> outlineToShow(Input input, std::ostream &complaints) {
+    auto file = fileToShow(std::move(input), complaints);
+    return file ? std::optional(std::move(file->outline)) : std::nullopt;
 }
 
 ComparedFile loadForComparison(Input input) {

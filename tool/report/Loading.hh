@@ -2,6 +2,7 @@
 
 #include "fed/RtiFedDatabase.hh"
 #include "infrastructure/RtiFedParser.hh"
+#include "tool/check/CheckedFile.hh"
 #include "tool/model/Input.hh"
 #include "tool/model/Outline.hh"
 #include "tool/report/DiffReport.hh"
@@ -15,14 +16,24 @@
 /// and name `rtifed check` for the others.
 
 /// Returns the database of a FED text or saved image. Null if the library refuses it.
-std::unique_ptr<RtiFedDatabase> loadModel(const Input &input, std::ostream &complaints);
+std::unique_ptr<RtiFedDatabase> loadModel(Input input, std::ostream &complaints);
 
-/// Returns the outline of a file, also of a FED text that the library refuses. Nothing for an image that cannot be
-/// restored.
-std::optional<Outline> outlineToShow(const Input &input, std::ostream &complaints);
+/// A file as far as it can be understood.
+struct ShownFile {
+    Outline outline;
+    std::unique_ptr<RtiFedDatabase> database; ///< Null if the library refuses the file.
+};
 
-/// Says so if the library refuses a file, followed by `consequence`. Returns whether it does.
-bool complainIfRefused(const Input &input, const char *consequence, std::ostream &complaints);
+/// Reads a file, also a FED text that the library refuses. Nothing for an image that cannot be restored.
+std::optional<ShownFile> fileToShow(Input input, std::ostream &complaints);
+/// The same, of which only the outline is needed.
+std::optional<Outline> outlineToShow(Input input, std::ostream &complaints);
+
+/// Returns the line that says that the library refuses a file, followed by `consequence`; empty if it does not. The
+/// file must have all its errors, before settings have decided about them.
+std::string complaintAbout(const CheckedFile &file, const char *consequence);
+/// Writes this line about a file that is checked for it, or that the file is XML. Returns whether it wrote one.
+bool complainIfRefused(Input input, const char *consequence, std::ostream &complaints);
 inline constexpr const char *kOnlyUnderstood = ", so that only what can be understood is shown";
 
 /// Returns a file to compare; of a FED text that the library refuses, as far as it can be understood. Throws CannotWork

@@ -1,6 +1,6 @@
 #include "tool/check/fixes/MomFix.hh"
 
-#include "tool/check/MomMatch.hh"
+#include "tool/check/mom/MomMatch.hh"
 #include "tool/model/MomText.hh"
 
 #include <algorithm>

@@ -18,7 +18,7 @@ Entities::Entities(const Checker &text) : _text(text) {
               [](const Place &a, const Place &b) { return a.span.begin < b.span.begin; });
 }
 
-void Entities::add(ClauseKind kind, Index owner, long handle, const std::string &name, const void *record) {
+void Entities::add(ClauseKind kind, Index owner, long handle, const std::string &name, Declarations::Record record) {
     const RtiFedSpan place = _text.declarations().span(record).value_or(RtiFedSpan());
     const Index added = size();
     _entities.push_back({kind, owner, handle, isClass(kind) ? lastComponent(name) : name, name, record, place});

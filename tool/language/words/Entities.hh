@@ -2,6 +2,7 @@
 
 #include "infrastructure/RtiFedPosition.hh"
 #include "tool/language/ClauseForm.hh"
+#include "tool/model/Declarations.hh"
 
 #include <cstdint>
 #include <string>
@@ -25,11 +26,11 @@ public:
         ClauseKind kind;
         Index owner; ///< The superclass of a class, the class of a member, the space of a dimension; or kNone.
         long handle;
-        std::string_view name;     ///< Its own.
-        std::string_view fullName; ///< Of a class; otherwise its own.
-        const void *record;        ///< Of the database.
-        RtiFedSpan place;          ///< Its name in the text, quotes included; of length 0 if the text does not have it.
-        Index numMembers = 0;      ///< They follow it.
+        std::string_view name;       ///< Its own.
+        std::string_view fullName;   ///< Of a class; otherwise its own.
+        Declarations::Record record; ///< Of the database.
+        RtiFedSpan place;     ///< Its name in the text, quotes included; of length 0 if the text does not have it.
+        Index numMembers = 0; ///< They follow it.
         Index numDescendants = 0;
         Index firstSubclass = kNone, nextSibling = kNone;
     };
@@ -76,7 +77,7 @@ private:
     void readSpaces();
     void linkClasses();
     void sortNames();
-    void add(ClauseKind kind, Index owner, long handle, const std::string &name, const void *record);
+    void add(ClauseKind kind, Index owner, long handle, const std::string &name, Declarations::Record record);
 
     /// The entities sorted by the hash of the name, then by owner: lookups of a name, and of a name in a class.
     struct Name {

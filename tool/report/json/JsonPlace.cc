@@ -8,7 +8,7 @@ void writePlace(JsonWriter &json, const std::optional<RtiFedPosition> &place) {
     if (place)
         json.beginObject().member("line", place->line).member("column", place->column).endObject();
     else
-        json.value(Json());
+        json.null();
 }
 
 Json placeAsJson(const Source &source, const std::optional<RtiFedSpan> &span) {

@@ -1,6 +1,6 @@
-#include "tool/check/MomFindings.hh"
+#include "tool/check/mom/MomFindings.hh"
 
-#include "tool/check/MomMatch.hh"
+#include "tool/check/mom/MomMatch.hh"
 
 #include <algorithm>
 #include <deque>
