@@ -1,6 +1,6 @@
 #include "tool/commands/Commands.hh"
-#include "tool/commands/Modules.hh"
 #include "tool/control/Decision.hh"
+#include "tool/fom/import/Import.hh"
 
 namespace {
 

@@ -1,7 +1,6 @@
 #include "tool/fom/import/Import.hh"
 
 #include "tool/commands/Commands.hh"
-#include "tool/commands/Modules.hh"
 #include "tool/console/OutputFile.hh"
 
 Status importModel(const ImportOptions &options, const Console &console) {
@@ -17,10 +16,6 @@ Status importModel(const ImportOptions &options, const Console &console) {
     report->end();
     if (!import.succeeds())
         return wrong;
-    const std::string text = import.text();
-    if (options.output == "-")
-        console.out << text;
-    else
-        writeFile(options.output, text.data(), text.size());
+    writeOutput(options.output, import.text(), console);
     return done;
 }

@@ -1,7 +1,7 @@
 #include "tool/commands/Commands.hh"
-#include "tool/commands/Modules.hh"
 #include "tool/console/OutputFile.hh"
 #include "tool/control/Decision.hh"
+#include "tool/fom/import/Import.hh"
 
 Status writeBaseline(const CheckOptions &options, const Console &console) {
     if (options.writeBaseline == "-")

@@ -3,7 +3,9 @@
 #include "tool/fom/import/FomModules.hh"
 #include "tool/fom/import/FomReader.hh"
 #include "tool/model/Outline.hh"
+#include "tool/report/Source.hh"
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,3 +32,9 @@ private:
     FomModules _modules;
     FomModel _model;
 };
+
+/// Returns a module as findings refer to it. The module must outlive the result.
+inline Source sourceOf(const FomModules::Module &module) {
+    return {module.name, module.text->text(),
+            [text = module.text.get()](std::uint32_t offset) { return text->positionAt(offset); }};
+}
