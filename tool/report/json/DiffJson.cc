@@ -11,7 +11,9 @@ constexpr int kFormatVersion = 2; // to be raised when a key is removed or chang
 
 Json jsonOf(const ComparedFile &side) {
     return {{"file", side.input.name},
-            {"form", side.input.isImage() ? "image" : side.input.isXml() ? "xml" : "text"},
+            {"form", side.input.isImage() ? "image"
+                     : side.input.isXml() ? "xml"
+                                          : "text"},
             {"loads", side.outline.loads},
             {"federation", side.outline.federation},
             {"version", side.outline.version}};
