@@ -2,7 +2,6 @@
 #include "tests/Support.hh"
 #include "tests/tool/RandomModel.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/commands/Modules.hh"
 #include "tool/fom/export/FomExport.hh"
 
 #include <nlohmann/json.hpp>
@@ -285,12 +284,12 @@ TEST(ImportTest, DamagedModelsAreRefusedOrLoad) {
             return nodes[random() % nodes.size()].node();
         };
         for (std::size_t edits = random() % 3 + 1; edits > 0; --edits) {
-            pugi::xml_node node = anyOf(document.select_nodes("/*//*")), other = anyOf(document.select_nodes("/*//*"));
+            pugi::xml_node piece = anyOf(document.select_nodes("/*//*")), place = anyOf(document.select_nodes("/*//*"));
             pugi::xml_node text = anyOf(document.select_nodes("//*/text()"));
             if (const auto choice = random() % 3; choice == 0)
-                node.parent().remove_child(node);
+                piece.parent().remove_child(piece);
             else if (choice == 1)
-                other.parent().insert_copy_before(node, other);
+                place.parent().insert_copy_before(piece, place);
             else
                 text.set_value(anyOf(document.select_nodes("//*/text()")).value());
         }

@@ -8,8 +8,10 @@
 
 FomModules::FomModules(std::vector<Input> inputs) {
     for (Input &input : inputs) {
-        _modules.push_back({std::move(input.name), std::make_unique<XmlText>(std::move(input.contents)), {}});
-        if (const auto &fault = _modules.back().text->fault())
+        Module &module = _modules.emplace_back();
+        module.name = std::move(input.name);
+        module.text = std::make_unique<XmlText>(std::move(input.contents));
+        if (const auto &fault = module.text->fault())
             add(_modules.size() - 1, *fault);
     }
 }
