@@ -22,15 +22,15 @@ void RtiFedDatabase::dumpDatabase(std::ostream *os) const {
         put({"  ", getRoutingSpaceName(handle), " (HANDLE = ", toString(handle._value), ") \n"});
         for (unsigned long i = 0; i < space->getNumberOfDimensions(); ++i) {
             const RtiFedDimension &dimension = *space->getDimension(i);
-            put({"    ", dimension.getName(), " (HANDLE = ", toString(dimension.getHandle()._value), ") \n"});
+            put({"    ", dimension.nameText(), " (HANDLE = ", toString(dimension.getHandle()._value), ") \n"});
         }
     });
     *os << "\nObject Class Name List:\n";
     _objectClasses.forEach([&](const RtiFedObjectClass &objectClass) {
-        put({"  ", objectClass.getName(), " (HANDLE = ", toString(objectClass.getHandle()._value), ") \n"});
+        put({"  ", objectClass.nameText(), " (HANDLE = ", toString(objectClass.getHandle()._value), ") \n"});
         for (const RtiFedAttribute &attribute : objectClass.members()) {
             const bool hasSpace = attribute.getSpace() != 0;
-            put({"    ", attribute.getName(), " (HANDLE = ", toString(attribute.getHandle()._value), ")  ",
+            put({"    ", attribute.nameText(), " (HANDLE = ", toString(attribute.getHandle()._value), ")  ",
                  getTransportationName(attribute.getTransport()), "  ", getOrderingName(attribute.getOrdering()), "  ",
                  hasSpace ? "(space= " : "(spaceHandle= ", hasSpace ? getRoutingSpaceName(attribute.getSpace()) : "0",
                  "\n"});
@@ -39,11 +39,11 @@ void RtiFedDatabase::dumpDatabase(std::ostream *os) const {
     *os << "\nInteractions List:\n";
     _interactionClasses.forEach([&](const RtiFedInteractionClass &interactionClass) {
         const RtiSpaceHandle space = interactionClass.getDefaultSpace();
-        put({"  ", interactionClass.getName(), "   (HANDLE = ", toString(interactionClass.getHandle()._value), ") ",
+        put({"  ", interactionClass.nameText(), "   (HANDLE = ", toString(interactionClass.getHandle()._value), ") ",
              getTransportationName(interactionClass.getDefaultTransport()), "  ",
              getOrderingName(interactionClass.getDefaultOrdering()), "  ",
              space == 0 ? "" : "(Space= ", space == 0 ? std::string() : getRoutingSpaceName(space), "\n"});
         for (const RtiFedParameter &parameter : interactionClass.members())
-            put({"    ", parameter.getName(), "\n"});
+            put({"    ", parameter.nameText(), "\n"});
     });
 }

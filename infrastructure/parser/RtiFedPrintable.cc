@@ -1,5 +1,7 @@
 #include "infrastructure/parser/RtiFedPrintable.hh"
 
+#include <algorithm>
+
 std::size_t printableSize(std::string_view bytes) {
     const auto at = [bytes](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U; };
     const unsigned first = at(0);
@@ -21,6 +23,9 @@ std::size_t printableSize(std::string_view bytes) {
 
 std::string printable(std::string_view bytes, std::size_t limit) {
     constexpr char kDigits[] = "0123456789abcdef";
+    if (bytes.size() <= limit &&
+        std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= ' ' && byte < '\x7F'; }))
+        return std::string(bytes); // as most names are
     std::string shown;
     for (std::size_t at = 0; at < bytes.size();) {
         const std::size_t size = printableSize(bytes.substr(at));

@@ -248,9 +248,9 @@ private:
         std::vector<Place> classes, members;
         for (const auto &handle : Tree::handles(_database)) {
             const auto &node = *_database.find(handle);
-            add(classes, classKind, &node, lastComponent(node.getName()));
+            add(classes, classKind, &node, lastComponent(node.nameText()));
             for (const auto &member : node.members())
-                add(members, memberKind, &member, member.getName());
+                add(members, memberKind, &member, member.nameText());
         }
         warnOfSpellings(classes, Tree::kind.className);
         warnOfSpellings(members, Tree::kind.memberName);

@@ -8,6 +8,15 @@ public:
     Reader(const RtiFedDatabase &database, Declarations &declarations)
         : _database(database), _declarations(declarations) {}
 
+    void expectDeclarations(const RtiFedDeclarationCounts &counts) override {
+        const auto reserve = [this](Record::Kind kind, std::size_t count) {
+            _declarations._byHandle.at(static_cast<std::size_t>(kind)).reserve(count + 1);
+        };
+        reserve(Record::Kind::objectClass, counts.objects.number);
+        reserve(Record::Kind::attribute, counts.objects.numMembers);
+        reserve(Record::Kind::interactionClass, counts.interactions.number);
+        reserve(Record::Kind::parameter, counts.interactions.numMembers);
+    }
     void setFederate(std::string) override {}
     void setFederateVersion(std::string) override {}
     void addSpace(std::string) override {

@@ -49,7 +49,7 @@ private:
         const RtiFedSpace *known = _database.find(space);
         return {word(kTransportations, record, Declarations::transportation, transportation),
                 word(kOrderings, record, Declarations::ordering, ordering),
-                known ? known->getName() : unknown(record, Declarations::space, space)};
+                known ? std::string(known->nameText()) : unknown(record, Declarations::space, space)};
     }
 
     Outline::Properties properties(const RtiFedObjectClass &) const { return {}; }
@@ -64,11 +64,12 @@ private:
     void readSpaces() {
         for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet()) {
             const RtiFedSpace *space = _database.find(handle);
-            Outline::Space &shown =
-                _outline.spaces.emplace_back(Outline::Space{space->getName(), handle._value, place(space), {}});
+            Outline::Space &shown = _outline.spaces.emplace_back(
+                Outline::Space{std::string(space->nameText()), handle._value, place(space), {}});
             for (unsigned long i = 0; i < space->getNumberOfDimensions(); ++i) {
                 const RtiFedDimension *dimension = space->getDimension(i);
-                shown.dimensions.push_back({dimension->getName(), dimension->getHandle()._value, {}, place(dimension)});
+                shown.dimensions.push_back(
+                    {std::string(dimension->nameText()), dimension->getHandle()._value, {}, place(dimension)});
             }
         }
     }
@@ -93,12 +94,12 @@ private:
         const std::size_t parent =
             node.getParentClass() ? readClass(*node.getParentClass(), classes, index) : Outline::kNone;
         const std::size_t added = classes.size();
-        Outline::Class &shown = classes.emplace_back(
-            Outline::Class{node.getName(), node.getHandle()._value, properties(node), place(&node), parent, {}, 0, {}});
+        Outline::Class &shown = classes.emplace_back(Outline::Class{
+            std::string(node.nameText()), node.getHandle()._value, properties(node), place(&node), parent, {}, 0, {}});
         shown.members.reserve(node.members().size());
         for (const auto &member : node.members())
-            shown.members.push_back({member.getName(), member.getHandle()._value, properties(member), place(&member),
-                                     laterPlaces(&member)});
+            shown.members.push_back({std::string(member.nameText()), member.getHandle()._value, properties(member),
+                                     place(&member), laterPlaces(&member)});
         if (parent != Outline::kNone)
             classes[parent].children.push_back(added);
         index.insert(node.getHandle(), added);
