@@ -37,8 +37,9 @@ TEST(Declarations, ArePlacesOfTheWordsOfEachRecord) {
                     const auto word = [&](auto argument) { return text.declarations().written(&attribute, argument); };
                     EXPECT_EQ(meaningOf(word(Declarations::ordering)),
                               RtiStringUtility::toupper(shortForm(kOrderings, attribute.getOrdering()._value)));
-                    if (const std::string space = word(Declarations::space); !space.empty())
+                    if (const std::string space = word(Declarations::space); !space.empty()) {
                         EXPECT_EQ(text.database().getRoutingSpaceHandle(space), attribute.getSpace());
+                    }
                 }
             });
             expectWords<Interactions>(text, [](const RtiFedInteractionClass &) {});
