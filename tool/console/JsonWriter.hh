@@ -30,7 +30,7 @@ public:
     JsonWriter &endObject() { return end('}'); }
     JsonWriter &beginArray() { return begin('['); }
     JsonWriter &endArray() { return end(']'); }
-    /// Writes the key of the next value, object or array.
+    /// Writes the key of the next value, object or array. The name is one of ours, which need no escapes.
     JsonWriter &key(std::string_view name);
     JsonWriter &value(const Json &value);
     /// Writes a string, a truth value or a whole number without making a Json of it: a model has a million of them.

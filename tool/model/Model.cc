@@ -82,8 +82,7 @@ bool writeListing(const RtiFedDatabase &model, std::ostream &os) {
     }
 }
 
-std::string checksumText(const RtiFedDatabase &database) {
-    const unsigned long checksum = database.getChecksum();
+std::string checksumText(unsigned long checksum) {
     std::string digits;
     for (const unsigned shift : {24U, 16U, 8U, 0U})
         digits += hexDigits(static_cast<unsigned char>(checksum >> shift & 0xFF));

@@ -26,7 +26,10 @@ inline constexpr const char *kDanglingReference =
     "the model refers to a space, transportation or ordering that does not exist";
 
 /// Returns the checksum of a model as eight hexadecimal digits in lower case.
-std::string checksumText(const RtiFedDatabase &database);
+std::string checksumText(unsigned long checksum);
+inline std::string checksumText(const RtiFedDatabase &database) {
+    return checksumText(database.getChecksum());
+}
 
 /// Returns the SHA-256 fingerprint of a model as 64 hexadecimal digits in lower case. It is computed over the image
 /// without the file name at its end, so that it is the same for all copies of a model.

@@ -27,7 +27,7 @@ public:
         _json.member("formatVersion", kFormatVersion);
         _json.member("file", fileName);
         _json.member("loads", _outline.loads);
-        _json.member("checksum", database ? Json(checksumText(*database)) : Json());
+        _json.member("checksum", database ? Json(checksumText(_outline.checksum)) : Json());
         _json.member("sha256", database ? Json(fingerprint(*database)) : Json());
         _json.member("federation", _outline.federation);
         _json.member("version", _outline.version);
