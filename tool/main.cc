@@ -1,5 +1,4 @@
 #include "infrastructure/RTI.hh"
-#include "infrastructure/RtiDebugStream.hh"
 #include "tool/commandline/CommandLine.hh"
 #include "tool/console/Interruption.hh"
 #include "tool/console/Progress.hh"
@@ -105,7 +104,6 @@ int main(int argc, char **argv) {
     std::ios::sync_with_stdio(false);                 // each command writes through streams or stdio, never both
     std::cout.exceptions(std::ios::badbit);           // stop early when output cannot be written
     cleanUpWhenInterrupted();
-    _rtiErrorStream.disable(); // what the library refuses, each command says in its own words
     std::optional<Progress> progress;
     if (isatty(STDERR_FILENO) && !terminalIsDumb())
         progress.emplace();

@@ -13,21 +13,32 @@ namespace {
 /// Adds the declarations to a database as the library does when it loads a file: without a string for each name.
 class Loader final : public RtiFedDatabaseCodegen {
 public:
-    using RtiFedDatabaseCodegen::RtiFedDatabaseCodegen;
+    explicit Loader(RtiFedDatabase &database) : RtiFedDatabaseCodegen(&database), _database(database) {}
 
     void declareObjectClass(std::string_view name, std::size_t numAttributes) override {
         loadObjectClass(name, numAttributes);
     }
     void declareObjectClassAttribute(std::string_view name, std::string_view transportation, std::string_view ordering,
                                      std::string_view space) override {
+        checkSpace(space);
         loadObjectClassAttribute(name, transportation, ordering, space);
     }
     void declareInteractionClass(std::string_view name, std::string_view transportation, std::string_view ordering,
                                  std::string_view space, std::size_t numParameters) override {
+        checkSpace(space);
         loadInteractionClass(name, transportation, ordering, space, numParameters);
     }
     void declareParameter(std::string_view name) override { loadParameter(name); }
     void expectDeclarations(const RtiFedDeclarationCounts &counts) override { reserve(counts); }
+
+private:
+    /// Throws for an unknown space, as loading does; but that also reports it on the error stream of the library.
+    void checkSpace(std::string_view space) const {
+        if (!space.empty())
+            static_cast<void>(_database.getRoutingSpaceHandle(space));
+    }
+
+    const RtiFedDatabase &_database;
 };
 
 } // namespace
@@ -47,7 +58,7 @@ std::unique_ptr<RtiFedDatabase> buildModel(RtiFedParser &text, const std::string
         return nullptr;
     try {
         auto database = std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg(fileName, RTI_false));
-        Loader loader(database.get());
+        Loader loader(*database);
         text.deliver(loader);
         std::string reason;
         if (!database->verifyMomObjectClasses(reason) || !database->verifyMomInteractionClasses(reason))
