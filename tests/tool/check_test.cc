@@ -91,7 +91,10 @@ const std::set<std::string> kNotReached = {
     "dangling-reference",
     // tested with configurations
     "bad-suppression", "unused-suppression", "class-name", "attribute-name", "parameter-name", "space-name",
-    "name-prefix", "fixed-transportation", "fixed-ordering"};
+    "name-prefix", "fixed-transportation", "fixed-ordering",
+    // of object models in XML; tested with imports
+    "xml-not-well-formed", "not-an-object-model", "unknown-element", "undefined-class", "unusable-name",
+    "conflicting-modules", "redeclared-member"};
 
 } // namespace
 
