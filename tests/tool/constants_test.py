@@ -4,13 +4,14 @@ Usage: constants_test.py LANGUAGE PROGRAM EXAMPLES [COMPILER...]. If there is no
 status is 77.
 """
 
-import importlib.util
 import json
 import pathlib
+import runpy
 import shutil
 import subprocess
 import sys
 import tempfile
+import types
 import warnings
 
 language, program, examples, *compilers = sys.argv[1:]
@@ -76,9 +77,7 @@ def check_python(model, folder, digits):
     output = folder / "model.py"
     write(model, output)
     warnings.simplefilter("error")
-    spec = importlib.util.spec_from_file_location("model", output)
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
+    module = types.SimpleNamespace(**runpy.run_path(output))
     assert module.holds_for(digits.upper()) and not module.holds_for(digits[:-1])
     found = []
 

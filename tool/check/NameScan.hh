@@ -16,8 +16,8 @@
 ///
 /// The idea: one pass over the declarations enters each name into a table by the hash of its upper case, with the first
 /// place in the text where it is spelt so. A later name that is the same there but for letter case is noted. The table
-/// does not know the length of the name at that place, so that, very rarely, a longer one with the same hash stands for
-/// a name; all further spellings are compared with that place too, so that none is missed, but a name may be noted that
+/// does not know the length of the name at that place, so that, very rarely, a longer one with the same hash is taken
+/// for it; all further spellings are compared with that place too, so that none is missed, but a name may be noted that
 /// is spelt in one way only. A name that occurs once costs a hash and a slot of eight bytes.
 class NameScan final : private RtiFedParserCodegen {
 public:

@@ -9,7 +9,7 @@ const Keywords kKeywords = {"False", "None",     "True",  "and",    "as",   "ass
                             "from",  "global",   "if",    "import", "in",   "is",     "lambda", "nonlocal", "not",
                             "or",    "pass",     "raise", "return", "try",  "while",  "with",   "yield"};
 
-/// Returns a string literal. Bytes that are not UTF-8 become the surrogates by which Python stands for them in the
+/// Returns a string literal. Bytes that are not UTF-8 become the surrogates that Python uses for them in the
 /// names of files (surrogateescape).
 std::string literal(std::string_view text) {
     std::string quoted = "\"";

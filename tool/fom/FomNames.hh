@@ -66,7 +66,7 @@ std::string fedName(std::string_view fom);
 /// Returns SPACE.DIMENSION as a name in XML. Dots in the two names are escaped.
 std::string fomDimension(std::string_view space, std::string_view dimension);
 
-/// Returns the name in XML of the one dimension that stands for a space without dimensions. Dots are escaped.
+/// Returns the name in XML of the one dimension to which a space without dimensions is exported. Dots are escaped.
 std::string fomEmptySpace(std::string_view space);
 
 /// Returns the space and the dimension in FED of a name that fomDimension makes; nothing for others, such as those with
