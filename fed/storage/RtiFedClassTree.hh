@@ -196,8 +196,8 @@ private:
         (sizeof(RtiFedElement) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
 
     /// The handles of the classes named `rest` and prefix + `rest`; 0 for none. They have 32 bits each, so that a
-    /// lookup reads less memory; kWide means that the handle is in _wideHandles, which a host with an own buffer may have
-    /// chosen.
+    /// lookup reads less memory; kWide means that the handle is in _wideHandles, which a host with an own buffer may
+    /// have chosen.
     struct Names {
         std::uint32_t plain = 0;
         std::uint32_t prefixed = 0;

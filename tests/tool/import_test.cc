@@ -13,8 +13,8 @@ namespace {
 
 using Verdict = Comparison::Verdict;
 
-/// Returns XML made of a short form: $NAME(CONTENT) is an element, one letter for each of the frequent ones: o and i for
-/// classes, a and p for members, n for names, t and s for how they are sent. A section alone gets the outermost
+/// Returns XML made of a short form: $NAME(CONTENT) is an element, one letter for each of the frequent ones: o and i
+/// for classes, a and p for members, n for names, t and s for how they are sent. A section alone gets the outermost
 /// element.
 std::string expanded(const std::string &text) {
     static const std::map<std::string, std::string> names = {
