@@ -58,6 +58,7 @@ RtiFedParameter *RtiFedInteractionClass::addParameter(const RtiParameterHandle &
     if (memberIsInherited(name))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name.text(),
                                           " in interaction class hierarchy at class ", getName());
+    dropMemberIndex();
     return _members.addNew(handle, name);
 }
 

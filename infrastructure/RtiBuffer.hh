@@ -23,8 +23,8 @@ public:
     /// A handle may be written and read as its number, without calling `put` and `get` for the handle object.
     static constexpr bool _handlesAreNumbers = true;
 
-    /// An image in an object of exactly this class may be read from `data()`, each string as its length and its bytes;
-    /// `skip` then moves the read position.
+    /// An image in an object of exactly this class may be read from `data()`, `skip` then moving the read position, and
+    /// each string may be read and written as its length and its bytes.
     static constexpr bool _isPlainBytes = true;
 
     RtiBuffer();

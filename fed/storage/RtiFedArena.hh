@@ -42,7 +42,7 @@ public:
     }
 
     /// Makes an object, which the caller must destroy before the arena is destroyed. If the constructor throws, the
-    /// memory can be used again.
+    /// memory can be used again, so it must not allocate from this arena itself.
     template <class T, std::size_t alignment = alignof(T), std::size_t offset = 0, class... Arguments>
     T *make(Arguments &&...arguments) {
         static_assert(alignment % alignof(T) == 0 && offset % alignof(T) == 0);

@@ -148,7 +148,7 @@ protected:
 
     /// Restores the lists of the shared part.
     void restoreShared(RtiFedImageReader &reader) {
-        setParentClass(nullptr);
+        setParentClass(nullptr); // also drops the index, before the members change
         _owned.reset();
         for (unsigned long count = reader.count(Node::_numImageValues, "subclasses"); count > 0; --count) {
             const std::size_t byte = reader.byte();

@@ -114,8 +114,8 @@ private:
         return handle <= UINT32_MAX ? static_cast<std::uint32_t>(handle) : 0;
     }
 
-    /// Enters a scope. Those of a name come in ascending order; if two overlap, its group ends with one that contains
-    /// all later classes and has no answer.
+    /// Enters a scope. Those of a name come in ascending order; if two overlap, one that contains all classes and
+    /// has no answer replaces the whole group.
     void enter(std::string_view name, const Scope &scope, std::vector<std::vector<Scope>> &groups) {
         const RtiFedName hashed(name);
         if (_names.insert(hashed, scope))

@@ -55,7 +55,8 @@ public:
         if (numBucketsFor(size) > _tags.size())
             grow(numBucketsFor(size));
     }
-    /// Allocates the entries for `size` names of `numLetters` letters in all, if no other names are added.
+    /// Reserves memory for `size` names of `numLetters` letters in all. What pads them is estimated, so that the memory
+    /// may still have to grow.
     void reserveEntries(std::size_t size, std::size_t numLetters) {
         const std::size_t padding = sizeof(Word) / 2; // of a name, on average
         _block.reserve(size * kHeadWords + (numLetters + size * padding) / sizeof(Word));

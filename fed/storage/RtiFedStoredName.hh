@@ -23,7 +23,7 @@ public:
         *letters = static_cast<char>(std::min<std::size_t>(size, kLong));
         if (size >= kLong)
             std::memcpy(letters + 1, &size, sizeof size);
-        std::memcpy(letters + head, name.data(), size);
+        std::copy(name.begin(), name.end(), letters + head);
     }
     explicit RtiFedLetters(const char *address) : _address(address) {}
 
