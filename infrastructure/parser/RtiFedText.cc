@@ -46,7 +46,7 @@ RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
 void RtiFedText::pass(Line &line, RtiFedOffset at, RtiFedOffset end) const {
     end = static_cast<RtiFedOffset>(std::min<std::size_t>(end, _size));
     if (!_hasReturns) {
-        for (const char *found; at < end; line = {line.number + 1, at}) {
+        for (const char *found = nullptr; at < end; line = {line.number + 1, at}) {
             found = static_cast<const char *>(std::memchr(&_text[at], '\n', end - at));
             if (!found)
                 return;

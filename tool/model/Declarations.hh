@@ -43,8 +43,8 @@ public:
 
         std::pair<Kind, std::size_t> key() const { return {_kind, _number}; }
 
-        Kind _kind;
-        std::size_t _number; // the handle or the address; 0 for none
+        Kind _kind = Kind::objectClass;
+        std::size_t _number = 0; // the handle or the address; 0 for none
     };
 
     /// `text` is the text that declares the records; it must outlive this object.

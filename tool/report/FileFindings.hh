@@ -10,8 +10,6 @@
 /// of the text. The first `most` are shown, the others counted.
 Tally reportFindings(const Source &source, std::vector<Finding> findings, std::size_t most, Report &report);
 Tally reportFindings(CheckedFile file, std::size_t most, Report &report);
-/// The same for a file of another kind.
-Tally reportFindings(const Source &source, std::vector<Finding> findings, std::size_t most, Report &report);
 
 /// Checks a file and reports the findings that are at least as severe as `least`.
 inline Tally reportFindings(Input input, Severity least, std::size_t most, Report &report) {
