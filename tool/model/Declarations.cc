@@ -24,7 +24,8 @@ public:
         _numDimensions = 0;
     }
     void addDimension(std::string) override {
-        const RtiFedSpace *space = _database.find(RtiSpaceHandle(_last[static_cast<std::size_t>(Record::Kind::space)]));
+        const auto handle = static_cast<long>(_last[static_cast<std::size_t>(Record::Kind::space)]);
+        const RtiFedSpace *space = _database.find(RtiSpaceHandle(handle));
         _declarations.add(space->getDimension(_numDimensions++), 0);
     }
     void declareObjectClass(std::string_view, std::size_t) override { add(Record::Kind::objectClass); }
