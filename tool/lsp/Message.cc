@@ -1,6 +1,6 @@
 #include "tool/lsp/Message.hh"
 
-#include "tool/lsp/Utf8.hh"
+#include "tool/console/Utf8.hh"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "tool/lsp/PositionedText.hh"
 
-#include "tool/lsp/Utf8.hh"
+#include "tool/console/Utf8.hh"
 
 #include <algorithm>
 #include <cstring>

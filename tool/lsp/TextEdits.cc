@@ -1,7 +1,7 @@
 #include "tool/lsp/TextEdits.hh"
 
 #include "tool/console/LineDiff.hh"
-#include "tool/lsp/Utf8.hh"
+#include "tool/console/Utf8.hh"
 
 #include <algorithm>
 #include <iterator>

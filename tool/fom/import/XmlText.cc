@@ -1,6 +1,7 @@
 #include "tool/fom/import/XmlText.hh"
 
 #include "tool/console/Text.hh"
+#include "tool/console/Utf8.hh"
 #include "tool/fom/import/XmlNesting.hh"
 
 #include <algorithm>
@@ -15,22 +16,55 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-/// Whether the XML declaration says that the text is in ISO 8859-1, or in the encoding of which that is a part.
-bool saysLatin1(std::string_view text) {
-    std::string declaration(text.substr(0, std::min(text.find("?>"), std::size_t(200))));
-    std::transform(declaration.begin(), declaration.end(), declaration.begin(),
+/// Returns the encoding that the XML declaration names, in lower case; empty if it names none.
+std::string encodingOf(std::string_view text) {
+    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark)
+        text.remove_prefix(kByteOrderMark.size());
+    const std::string_view declaration = text.substr(0, std::min(text.find("?>"), std::size_t(200)));
+    if (declaration.substr(0, 5) != "<?xml")
+        return {};
+    const std::size_t open = declaration.find_first_of("\"'", declaration.find("encoding"));
+    if (open == std::string_view::npos)
+        return {};
+    const std::size_t close = std::min(declaration.find(declaration[open], open + 1), declaration.size());
+    std::string name(declaration.substr(open + 1, close - open - 1));
+    std::transform(name.begin(), name.end(), name.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return contains(declaration, "<?xml") && (contains(declaration, "iso-8859-1") || contains(declaration, "latin1") ||
-                                              contains(declaration, "windows-1252"));
+    return name;
 }
 
-std::string fromLatin1(std::string_view text) {
+bool isWindowsLatin(std::string_view encoding) {
+    return encoding == "windows-1252" || encoding == "cp1252";
+}
+
+bool isLatin1(std::string_view encoding) {
+    return encoding == "iso-8859-1" || encoding == "iso_8859-1" || encoding == "latin1" || encoding == "latin-1";
+}
+
+bool isUtf8(std::string_view encoding) {
+    return encoding.empty() || encoding == "utf-8" || encoding == "utf8" || encoding == "us-ascii" ||
+           encoding == "ascii";
+}
+
+/// The characters 80 to 9F of windows-1252, which has letters and quotes where ISO 8859-1 has control characters.
+constexpr unsigned kWindowsLatin[] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                      0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+std::string fromLatin1(std::string_view text, bool isWindows) {
     std::string utf8;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x80)
-            utf8 += static_cast<char>(0xC0 | byte >> 6);
-        utf8 += byte >= 0x80 ? static_cast<char>(0x80 | (byte & 0x3F)) : c;
+        const unsigned code = isWindows && byte >= 0x80 && byte < 0xA0 ? kWindowsLatin[byte - 0x80] : byte;
+        if (code >= 0x800)
+            utf8 += static_cast<char>(0xE0 | code >> 12);
+        if (code >= 0x80) {
+            utf8 += static_cast<char>(code >= 0x800 ? 0x80 | (code >> 6 & 0x3F) : 0xC0 | code >> 6);
+            utf8 += static_cast<char>(0x80 | (code & 0x3F));
+        } else {
+            utf8 += c;
+        }
     }
     return utf8;
 }
@@ -41,6 +75,10 @@ std::optional<std::string> whyUnreadable(std::string_view text) {
         return "expected an object model in XML, found an empty file";
     if (contains(text, std::string_view("\0", 1)) || text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF")
         return "expected XML in UTF-8, found another encoding, such as UTF-16: save the file as UTF-8";
+    if (const std::string encoding = encodingOf(text);
+        !isUtf8(encoding) && !isLatin1(encoding) && !isWindowsLatin(encoding))
+        return "expected XML in UTF-8, ISO 8859-1 or windows-1252, found the encoding " + inQuotes(encoding) +
+               ": save the file as UTF-8";
     if (text[begin] != '<')
         return "expected an object model in XML, found " +
                inQuotes(text.substr(begin, std::min<std::size_t>(text.find_first_of(kBlanks, begin) - begin, 20)));
@@ -77,10 +115,13 @@ const char *expectationOf(pugi::xml_parse_status status) {
 } // namespace
 
 XmlText::XmlText(std::string text) : _text(std::move(text)) {
-    if (saysLatin1(_text))
-        _text = fromLatin1(_text);
+    if (const std::string encoding = encodingOf(_text); isLatin1(encoding) || isWindowsLatin(encoding))
+        _text = fromLatin1(_text, isWindowsLatin(encoding));
     if (const auto reason = whyUnreadable(_text))
         _fault = Finding{&ruleOf(RuleId::notWellFormed), RtiFedSpan{0, 0}, *reason};
+    else if (const std::size_t bad = findInvalidUtf8(_text); bad != std::string::npos)
+        _fault = Finding{&ruleOf(RuleId::notWellFormed), RtiFedSpan{static_cast<std::uint32_t>(bad), 1},
+                         "expected UTF-8, found a byte that is not: save the file as UTF-8, or declare its encoding"};
     else
         parse();
 }
