@@ -1,4 +1,5 @@
 #include "fuzz/Import.hh"
+#include "infrastructure/RtiFedLimits.hh"
 #include "tests/Support.hh"
 #include "tests/tool/RandomModel.hh"
 #include "tool/commands/Commands.hh"
@@ -186,6 +187,13 @@ TEST(ImportTest, DiffSetsAsideWhatXmlLacks) {
                            "      dimension y.y\n");
     EXPECT_EQ(drifted.status, wrong);
     EXPECT_EQ(nlohmann::json::parse(difference(fed, xml("", "Receive"), true).out)["new"]["form"], "xml");
+    // What is lost for lack of a name or a dimension may be the difference.
+    for (const std::string &lost :
+         {xml("$D($d(y)$d(x))", "Receive))$a($t(HLAreliable)$s(Receive"), xml("$D($d(Land))", "Receive")}) {
+        const Ran unknown = difference(fed, lost);
+        EXPECT_NE(unknown.out.find("unknown whether"), std::string::npos) << unknown.out;
+        EXPECT_EQ(unknown.status, wrong);
+    }
     // What cannot be read at all is no model to compare.
     EXPECT_THROW(difference(fed, "<objectModel>"), CannotWork);
     EXPECT_THROW(difference("<html></html>", fed), CannotWork);
@@ -263,7 +271,38 @@ TEST(ImportTest, HostileTextsAreRefused) {
         EXPECT_FALSE(import.succeeds());
         EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
     }
+    // Warnings have a limit of their own, and do not refuse the model.
+    std::string attributes, subclasses;
+    for (int i = 0; i < 320; ++i)
+        attributes += "$a($n(A" + std::to_string(i) + ")$t(HLAreliable)$s(Receive))";
+    for (int i = 0; i < 320; ++i)
+        subclasses += "$o($n(C" + std::to_string(i) + ')' + attributes + ')';
+    const Import warned({{"a.xml", objectModel("$o($n(Boat)" + attributes + subclasses + ")")}});
+    EXPECT_TRUE(warned.succeeds());
+    const std::string longName = times(kMaxNameLength - 1, "A");
+    EXPECT_EQ(faultOfImport({{"a.xml", expanded("$O($o($n(HLAobjectRoot)$a($n(B)$D($d(" + longName +
+                                                ")$d(e))$t(HLAreliable)$s(Receive))))$D($d($n(" + longName +
+                                                "))$d($n(a" + longName.substr(1) + "))$d($n(e)))")}}),
+              "");
+    EXPECT_EQ(warned.modules().front().findings.size(), kMaxErrors);
     EXPECT_TRUE(Import({{"a.xml", objectModel(times(255, "$o($n(A)$S(Neither)") + times(255, ")"))}}).succeeds());
+}
+
+/// The encoding is that of the declaration, by its whole name; what is not understood is no text.
+TEST(ImportTest, Encodings) {
+    const std::tuple<const char *, const char *, const char *> texts[] = {
+        {"ISO-8859-1", "\xE9\x85", "\xC3\xA9\xC2\x85"},
+        {"windows-1252", "\x93\xE9\x9F", "\xE2\x80\x9C\xC3\xA9\xC5\xB8"},
+        {"utf-8", "\xC3\xA9", "\xC3\xA9"},
+        {"UTF-8", "\xE9", "expected UTF-8, found a byte that is not"},
+        {"ISO-8859-15", "\xE9", "found the encoding \"iso-8859-15\""},
+        {"Shift_JIS", "\x83\x5C", "found the encoding \"shift_jis\""}};
+    for (const auto &[encoding, name, expected] : texts) {
+        const Import import({{"a.xml", std::string("<?xml version=\"1.0\" encoding='") + encoding + "'?>" +
+                                           objectModel(std::string("$o($n(") + name + "))")}});
+        const std::string got = import.succeeds() ? import.text() : findingsOf(import);
+        EXPECT_NE(got.find(expected), std::string::npos) << got;
+    }
 }
 
 /// Damaged models, by elements that are removed, copied to other places, or swap their texts: what is imported

@@ -133,10 +133,6 @@ std::string decoded(std::string_view name) {
     return text;
 }
 
-bool fitsFed(std::string_view name) {
-    return name.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
-}
-
 } // namespace
 
 const char *fomWord(const FomWords &words, std::string_view fed) {
@@ -160,6 +156,10 @@ std::string fomName(std::string_view fed) {
 std::string fedName(std::string_view fom) {
     std::string fed = decoded(fom);
     return fitsFed(fed) && fomName(fed) == fom ? fed : std::string(fom);
+}
+
+bool fitsFed(std::string_view name) {
+    return name.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
 }
 
 std::string fomDimension(std::string_view space, std::string_view dimension) {

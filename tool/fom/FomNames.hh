@@ -63,6 +63,9 @@ std::string fomName(std::string_view fed);
 /// result may have a dot, if `fom` has one, but no quotes and no line ends.
 std::string fedName(std::string_view fom);
 
+/// Whether FED text can have this name: it has no quotes, line ends or NULs.
+bool fitsFed(std::string_view name);
+
 /// Returns SPACE.DIMENSION as a name in XML. Dots in the two names are escaped.
 std::string fomDimension(std::string_view space, std::string_view dimension);
 

@@ -133,12 +133,6 @@ private:
         _text += comment(node.semantics, depth) + "(class " + asWord(node.name.text) +
                  (tree.kind.membersHaveProperties ? "" : delivery(node.delivery)) + '\n';
         const bool isRoot = index == 0;
-        const auto isPrivilege = [](const FomMember &member) {
-            return RtiFedName::equal(member.name.text, kPrivilegeInFed);
-        };
-        if (isRoot && tree.kind.membersHaveProperties &&
-            std::none_of(node.members.begin(), node.members.end(), isPrivilege))
-            _text += std::string("(attribute ") + kPrivilegeInFed + " reliable timestamp)\n";
         for (const FomMember &member : node.members)
             writeMember(tree, member, depth + 1);
         if (isRoot)

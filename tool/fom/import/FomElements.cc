@@ -1,5 +1,6 @@
 #include "tool/fom/import/FomElements.hh"
 
+#include "infrastructure/RtiFedLimits.hh"
 #include "tool/check/Suggestion.hh"
 #include "tool/console/Text.hh"
 
@@ -21,6 +22,23 @@ std::string knownContent(const XmlText &text, pugi::xml_node element) {
 
 pugi::xml_node childOf(pugi::xml_node element, std::string_view name) {
     return element.find_child([name](pugi::xml_node child) { return localName(child) == name; });
+}
+
+std::optional<std::string> usableName(FomModules &modules, const std::string &name, const FomPlace &place) {
+    std::string fed = fedName(name);
+    if (name.find('&') != std::string::npos)
+        modules.add(RuleId::unusableName, place,
+                    "the name " + inQuotes(name) + " has an entity, and no entities are expanded");
+    else if (fed.size() > kMaxNameLength)
+        modules.add(RuleId::unusableName, place,
+                    "expected a name of at most " + std::to_string(kMaxNameLength) + " bytes, found " +
+                        std::to_string(fed.size()));
+    else if (!fitsFed(fed))
+        modules.add(RuleId::unusableName, place,
+                    "the name " + inQuotes(name) + " has a quote or line end, which no name in FED can have");
+    else
+        return fed;
+    return {};
 }
 
 void checkChildren(FomModules &modules, std::size_t module, pugi::xml_node element,

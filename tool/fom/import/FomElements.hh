@@ -2,6 +2,7 @@
 
 #include "tool/fom/import/FomModules.hh"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,9 @@ std::string knownContent(const XmlText &text, pugi::xml_node element);
 
 /// Returns the first child of an element with this name, in any namespace; null if there is none.
 pugi::xml_node childOf(pugi::xml_node element, std::string_view name);
+
+/// Returns the name of a declaration in FED. One that FED cannot hold is reported at its place, and not returned.
+std::optional<std::string> usableName(FomModules &modules, const std::string &name, const FomPlace &place);
 
 /// Reports the children of an element that have none of these names. Those of other namespaces are extensions, which
 /// nobody needs to understand.

@@ -17,28 +17,39 @@ FomModules::FomModules(std::vector<Input> inputs) {
 }
 
 void FomModules::add(std::size_t module, Finding finding) {
-    _numErrors += finding.refusesFile() ? 1 : 0;
-    if (++_numFindings < kMaxErrors)
+    const std::size_t count = ++numLike(finding);
+    if (count < kMaxErrors)
         _modules[module].findings.push_back(std::move(finding));
-    else if (_numFindings == kMaxErrors)
+    else if (count == kMaxErrors && finding.refusesFile())
         _modules[module].findings.push_back(
             {&ruleOf(RtiFedParser::tooManyErrors), finding.span, "too many errors: the rest is not reported"});
+    else if (count == kMaxErrors)
+        _modules[module].findings.push_back(
+            {finding.rule, finding.span, "too many warnings: the rest is not reported"});
 }
 
 void FomModules::add(RuleId rule, const FomPlace &place, std::string text) {
+    if (rule == RuleId::unknownElement || rule == RuleId::unusableName || rule == RuleId::unknownSpace)
+        addLoss(place);
     add(place.module, Finding{&ruleOf(rule), place.span, std::move(text)});
 }
 
 void FomModules::add(RuleId rule, const FomPlace &place, std::string text, const FomPlace &other,
                      const std::string &here, const std::string &particular) {
-    if (_numFindings >= kMaxErrors) // do not look up the place for a finding that is dropped
-        return add(place.module, Finding{&ruleOf(rule), place.span, ""});
-    Finding finding{&ruleOf(rule), place.span, text + "; " + here + " at " + placeFrom(place.module, other)};
+    Finding finding{&ruleOf(rule), place.span, text};
+    if (numLike(finding) >= kMaxErrors) // do not look up the place for a finding that is dropped
+        return add(place.module, std::move(finding));
+    finding.text += "; " + here + " at " + placeFrom(place.module, other);
     if (!particular.empty())
         finding.setParticular(particular);
     if (other.module == place.module)
         finding.notes.push_back({other.span, here + " here"});
     add(place.module, std::move(finding));
+}
+
+void FomModules::addLoss(const FomPlace &place) {
+    std::optional<std::uint32_t> &first = _modules[place.module].firstLoss;
+    first = std::min(first.value_or(place.span.begin), place.span.begin);
 }
 
 std::string FomModules::placeFrom(std::size_t module, const FomPlace &place) const {

@@ -32,13 +32,10 @@ public:
     }
 
 private:
-    /// The first declaration that is not in the model because its name was not understood.
+    /// The first declaration that is not in the model because it was not understood.
     std::optional<RtiFedPosition> firstLoss() const {
         const FomModules::Module &first = _modules.all().front();
-        for (const Finding &finding : first.findings)
-            if (finding.rule == &ruleOf(RuleId::unknownElement) || finding.rule == &ruleOf(RuleId::unusableName))
-                return first.text->positionAt(finding.span->begin);
-        return {};
+        return first.firstLoss ? std::optional(first.text->positionAt(*first.firstLoss)) : std::nullopt;
     }
 
     std::optional<RtiFedPosition> position(const FomPlace &place) const {

@@ -6,6 +6,7 @@
 #include "tool/fom/import/FomTreeReader.hh"
 
 #include <algorithm>
+#include <map>
 #include <string_view>
 #include <unordered_map>
 
@@ -106,7 +107,7 @@ private:
     /// The first module that has a name gives it to the federation.
     void readIdentification(const XmlText &text, pugi::xml_node identification) {
         if (_model.federation.empty())
-            _model.federation = knownContent(text, childOf(identification, "name"));
+            _model.federation = text.contentOf(childOf(identification, "name"));
         if (_model.description.empty())
             _model.description = knownContent(text, childOf(identification, "description"));
         for (const pugi::xml_node child : identification.children())
@@ -123,15 +124,35 @@ private:
             if (localName(element) != "dimension")
                 continue;
             if (name.empty()) {
-                _modules.add(RuleId::undefinedClass, {module, text(module).nameOf(element)},
-                             "the dimension has no name");
+                const FomPlace nameless{module, text(module).nameOf(element)};
+                _modules.add(RuleId::undefinedClass, nameless, "the dimension has no name");
+                _modules.addLoss(nameless);
                 continue;
             }
-            FomModel::Dimension dimension{{name, {module, text(module).contentSpan(child)}}, false, "", ""};
+            const FomPlace place{module, text(module).contentSpan(child)};
+            usableName(_modules, name, place); // a bad one stays known, so that its uses are not reported as well
+            FomModel::Dimension dimension{{name, place}, false, "", ""};
             for (const std::string &label : split(element.attribute("notes").value(), ' '))
                 addNote(label, notes, dimension);
+            compareDimension(dimension.name, element);
             if (_tables.dimensions.emplace(name, _model.dimensions.size()).second)
                 _model.dimensions.push_back(std::move(dimension));
+        }
+    }
+
+    /// Compares a dimension with that of another module. FED has no room for these properties, but they must agree.
+    void compareDimension(const FomText &name, pugi::xml_node element) {
+        for (const auto &[property, what] :
+             {std::pair("dataType", "data type"), std::pair("upperBound", "upper bound")}) {
+            const std::string content = knownContent(text(name.place.module), childOf(element, property));
+            if (content.empty())
+                continue;
+            const auto [known, isNew] = _dimensionProperties[property].emplace(name.text, FomText{content, name.place});
+            if (!isNew && known->second.text != content)
+                _modules.add(RuleId::conflictingModules, name.place,
+                             "the dimension " + inQuotes(name.text) + " has the " + what + ' ' + inQuotes(content) +
+                                 " here and " + inQuotes(known->second.text) + " in another place",
+                             known->second.place, "that is");
         }
     }
 
@@ -157,18 +178,28 @@ private:
     /// Other transportations than those of the standard are as good as their reliability.
     void readTransportations(std::size_t module, pugi::xml_node section) {
         for (const pugi::xml_node element : section.children()) {
-            const std::string name = text(module).contentOf(childOf(element, "name"));
+            const pugi::xml_node child = childOf(element, "name");
+            const std::string name = text(module).contentOf(child);
             if (name.empty() || fedWord(kFomTransportations, name))
                 continue;
             const std::string reliable = text(module).contentOf(childOf(element, "reliable"));
-            _tables.transportations.emplace(name, kFomTransportations[reliable == "Yes" ? 0 : 1].fed);
-            ++_model.losses["transportations besides HLAreliable and HLAbestEffort"];
+            const FomText word{kFomTransportations[reliable == "Yes" ? 0 : 1].fed,
+                               {module, text(module).contentSpan(child)}};
+            const auto [known, isNew] = _tables.transportations.emplace(name, word);
+            if (isNew)
+                ++_model.losses["transportations besides HLAreliable and HLAbestEffort"];
+            else if (known->second.text != word.text)
+                _modules.add(RuleId::conflictingModules, word.place,
+                             "the transportation " + inQuotes(name) + " is " + word.text + " here and " +
+                                 known->second.text + " in another place",
+                             known->second.place, "that is");
         }
     }
 
     FomModules &_modules;
     FomModel _model;
     FomTables _tables;
+    std::map<std::string, std::unordered_map<std::string, FomText>> _dimensionProperties; // first, by their dimensions
     std::vector<std::pair<std::size_t, pugi::xml_node>> _roots; // of the modules that can be read
 };
 

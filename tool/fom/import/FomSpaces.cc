@@ -1,5 +1,6 @@
 #include "tool/fom/import/FomSpaces.hh"
 
+#include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiStringUtility.hh"
 #include "tool/console/Text.hh"
 
@@ -13,6 +14,18 @@ bool isOfStandard(const std::string &dimension) {
     return dimension == "HLAfederate" || dimension == "HLAserviceGroup";
 }
 
+/// Returns a name with something after it, for which a long name is cut between characters.
+std::string withSuffix(std::string name, const std::string &suffix) {
+    if (name.size() + suffix.size() > kMaxNameLength) {
+        name.resize(kMaxNameLength - suffix.size());
+        while ((name.back() & 0xC0) == 0x80)
+            name.pop_back();
+        if ((name.back() & 0xC0) == 0xC0)
+            name.pop_back();
+    }
+    return name + suffix;
+}
+
 std::set<std::string> inUpperCase(const std::vector<std::string> &names) {
     std::set<std::string> upper;
     for (const std::string &name : names)
@@ -22,8 +35,8 @@ std::set<std::string> inUpperCase(const std::vector<std::string> &names) {
 
 } // namespace
 
-FomSpaces::FomSpaces(const FomModel &model, const std::vector<Outline::Space> &similar)
-    : _model(model), _similar(similar) {
+FomSpaces::FomSpaces(const FomModel &model, const std::vector<Outline::Space> &similar) : _model(model) {
+    findSimilar(similar);
     findGroups();
     std::set<Set> sets = usedSets();
     addUnused(sets);
@@ -101,41 +114,55 @@ void FomSpaces::addOther(const Set &set) {
         return add(set, similar->name, similar->dimensions.empty() ? std::vector<std::string>() : dimensions);
     std::string name = joined(dimensions, "_");
     if (dimensions.size() > 1 && name.size() > kNameLimit)
-        name = dimensions.front() + "_and_" + std::to_string(dimensions.size() - 1) + "_more";
+        name = withSuffix(dimensions.front(), "_and_" + std::to_string(dimensions.size() - 1) + "_more");
     std::replace(name.begin(), name.end(), '.', '_');
     add(set, name, dimensions);
 }
 
-const Outline::Space *FomSpaces::similarTo(const std::vector<std::string> &dimensions) const {
-    const std::set<std::string> upper = inUpperCase(dimensions);
-    const Outline::Space *similar = nullptr;
-    std::size_t count = 0;
-    for (const Outline::Space &space : _similar) {
+/// Finds the spaces to compare with by their dimensions. A set that two spaces have stands for neither.
+void FomSpaces::findSimilar(const std::vector<Outline::Space> &spaces) {
+    for (const Outline::Space &space : spaces) {
         std::vector<std::string> names;
         for (const Outline::Member &dimension : space.dimensions)
             names.push_back(dimension.name);
-        if (inUpperCase(names.empty() ? std::vector<std::string>{space.name} : names) == upper) {
-            similar = &space;
-            ++count;
-        }
+        const auto [other, isNew] =
+            _similar.emplace(inUpperCase(names.empty() ? std::vector<std::string>{space.name} : names), &space);
+        if (!isNew)
+            other->second = nullptr;
     }
-    return count == 1 && _taken.count(RtiStringUtility::toupper(similar->name)) == 0 ? similar : nullptr;
 }
 
-std::string FomSpaces::unique(std::string name, std::set<std::string> &taken) const {
-    std::string candidate = name;
-    for (std::size_t number = 2; !taken.insert(RtiStringUtility::toupper(candidate)).second; ++number)
-        candidate = name + '_' + std::to_string(number);
+const Outline::Space *FomSpaces::similarTo(const std::vector<std::string> &dimensions) const {
+    if (_similar.empty())
+        return nullptr;
+    const auto found = _similar.find(inUpperCase(dimensions));
+    if (found == _similar.end() || !found->second)
+        return nullptr;
+    return _taken.count(RtiStringUtility::toupper(found->second->name)) == 0 ? found->second : nullptr;
+}
+
+/// Returns the name, or the first free one with a number. The numbers go on where they ended for the same name, since
+/// counting from 2 each time would take quadratic time.
+std::string FomSpaces::unique(const std::string &name, Numbers &taken) {
+    const auto [known, isNew] = taken.emplace(RtiStringUtility::toupper(name), 1);
+    if (isNew)
+        return name;
+    std::size_t number = known->second;
+    std::string candidate;
+    do
+        candidate = withSuffix(name, '_' + std::to_string(++number));
+    while (!taken.emplace(RtiStringUtility::toupper(candidate), 1).second);
+    taken[RtiStringUtility::toupper(name)] = number;
     return candidate;
 }
 
-void FomSpaces::add(const Set &set, std::string name, std::vector<std::string> dimensions) {
-    std::set<std::string> taken;
+void FomSpaces::add(const Set &set, const std::string &name, std::vector<std::string> dimensions) {
+    Numbers taken;
     for (std::string &dimension : dimensions)
-        dimension = unique(std::move(dimension), taken);
+        dimension = unique(dimension, taken);
     _spaceOf[set] = _spaces.size();
     const FomModel::Dimension &first = _model.dimensions[set.front()];
-    Space &space = _spaces.emplace_back(Space{unique(std::move(name), _taken),
+    Space &space = _spaces.emplace_back(Space{unique(name, _taken),
                                               std::move(dimensions),
                                               first.name.place,
                                               first.isEmptySpace ? first.semantics : first.spaceSemantics,

@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 /// The routing spaces that a model has in FED.
@@ -37,7 +38,8 @@ public:
     std::string nameFor(const std::vector<std::size_t> &dimensions) const;
 
 private:
-    using Set = std::vector<std::size_t>; // indices of dimensions, ascending
+    using Set = std::vector<std::size_t>;                         // indices of dimensions, ascending
+    using Numbers = std::unordered_map<std::string, std::size_t>; // the last number of each name in upper case
 
     void findGroups();
     std::set<Set> usedSets() const;
@@ -45,13 +47,14 @@ private:
     bool addExported(const Set &set);
     void addOther(const Set &set);
     const Outline::Space *similarTo(const std::vector<std::string> &dimensions) const;
-    std::string unique(std::string name, std::set<std::string> &taken) const;
-    void add(const Set &set, std::string name, std::vector<std::string> dimensions);
+    void findSimilar(const std::vector<Outline::Space> &spaces);
+    static std::string unique(const std::string &name, Numbers &taken);
+    void add(const Set &set, const std::string &name, std::vector<std::string> dimensions);
 
     const FomModel &_model;
-    const std::vector<Outline::Space> &_similar;
-    std::map<std::string, Set> _groups; // the dimensions SPACE.DIMENSION by their spaces
+    std::map<std::set<std::string>, const Outline::Space *> _similar; // by their dimensions in upper case
+    std::map<std::string, Set> _groups;                               // the dimensions SPACE.DIMENSION by their spaces
     std::vector<Space> _spaces;
     std::map<Set, std::size_t> _spaceOf;
-    std::set<std::string> _taken; // names in upper case
+    Numbers _taken; // of the spaces
 };

@@ -27,6 +27,10 @@ void FomTreeReader::completeDelivery(FomDelivery &delivery) const {
             *word = {usual, {0, {0, 1}}};
 }
 
+std::string FomTreeReader::keyOf(std::size_t owner, std::string_view name) {
+    return std::to_string(owner) + '.' + RtiStringUtility::toupper(name);
+}
+
 std::string FomTreeReader::describe(const FomClass &node) const {
     return std::string("the ") + _tree.kind.className + ' ' + inQuotes(node.fullName);
 }
@@ -53,15 +57,18 @@ void FomTreeReader::merge(std::size_t index, FomClass draft, bool isRepeated) {
         takeMembers(index, draft, isRepeated);
     else if (!isRepeated)
         compareMembers(index, draft);
-    mergeDelivery({node.delivery, node.name.place}, draft.delivery, draft.name.place, describe(node), false);
+    const auto isComplete = [](const FomDelivery &delivery) {
+        return delivery.transportation.given() || delivery.order.given();
+    };
+    mergeDelivery({node.delivery, node.name.place}, draft.delivery, draft.name.place, describe(node),
+                  !isRepeated && isComplete(node.delivery) && isComplete(draft.delivery));
 }
 
 /// Adds the members of the first module that defines a class.
 void FomTreeReader::takeMembers(std::size_t index, FomClass &draft, bool isRepeated) {
     FomClass &node = at(index);
     for (FomMember &member : draft.members) {
-        const auto [known, isNew] = _members.emplace(
-            std::to_string(index) + '.' + RtiStringUtility::toupper(member.name.text), node.members.size());
+        const auto [known, isNew] = _members.emplace(keyOf(index, member.name.text), node.members.size());
         if (isNew)
             node.members.push_back(std::move(member));
         else if (!isRepeated)
@@ -79,7 +86,7 @@ void FomTreeReader::compareMembers(std::size_t index, const FomClass &draft) {
     for (const FomMember &member : draft.members) {
         const std::string upper = RtiStringUtility::toupper(member.name.text);
         here.insert(upper);
-        const auto found = _members.find(std::to_string(index) + '.' + upper);
+        const auto found = _members.find(keyOf(index, upper));
         if (found == _members.end()) {
             _modules.add(RuleId::conflictingModules, member.name.place,
                          "two modules define " + describe(node) + ", and only this one has the " + kind + ' ' +
@@ -132,7 +139,9 @@ void FomTreeReader::mergeDelivery(Known known, const FomDelivery &more, const Fo
 void FomTreeReader::finish() {
     const bool ofObjects = _tree.kind.membersHaveProperties;
     addMom();
-    if (!ofObjects)
+    if (ofObjects)
+        addPrivilege();
+    else
         completeDelivery(at(0).delivery);
     for (FomMember &member : at(0).members)
         if (member.name.text == kPrivilegeInFed)
@@ -170,9 +179,18 @@ void FomTreeReader::checkDelivery(const FomText &name, const FomDelivery &delive
             _modules.add(RuleId::undefinedClass, name.place, what + " has no " + text);
 }
 
+/// Every root of FED has this attribute, and no class below declares it again. A model may leave it out.
+void FomTreeReader::addPrivilege() {
+    if (_members.find(keyOf(0, kPrivilegeInFed)) != _members.end())
+        return;
+    const FomPlace &root = at(0).name.place;
+    const FomPlace place = at(0).name.given() ? root : FomPlace{0, {0, 1}};
+    at(0).members.insert(at(0).members.begin(), {{kPrivilegeInFed, place}, {}, "", ""});
+}
+
 /// A model may have a class with the name of the MOM of FED. It stays, and gets what the MOM requires.
 void FomTreeReader::addMom() {
-    const auto mom = _children.find("0." + RtiStringUtility::toupper(kMomClass));
+    const auto mom = _children.find(keyOf(0, kMomClass));
     if (mom == _children.end())
         return;
     const FomPlace place = at(mom->second).name.place;
@@ -180,16 +198,24 @@ void FomTreeReader::addMom() {
     for (const auto &[className, isMissing, members] : momRequirements(_tree.kind)) {
         std::size_t index = 0;
         for (const std::string &name : split(className, '.')) {
-            const auto known = _children.find(std::to_string(index) + '.' + RtiStringUtility::toupper(name));
+            const auto known = _children.find(keyOf(index, name));
             index = known != _children.end() ? known->second : addClass({name, place}, index);
         }
         if (!at(index).isDefined && !_tree.kind.membersHaveProperties)
             at(index).delivery = usual;
         at(index).isDefined = true;
         for (const std::string &name : members)
-            if (_members.emplace(std::to_string(index) + '.' + RtiStringUtility::toupper(name), 0).second)
+            if (!hasMember(index, name))
                 at(index).members.push_back({{name, place}, usual, "", ""});
     }
+}
+
+/// Whether a class of the modules declares or inherits a member.
+bool FomTreeReader::hasMember(std::size_t index, const std::string &name) const {
+    for (; index != FomClass::kNone; index = _classes[index].parent)
+        if (_members.find(keyOf(index, name)) != _members.end())
+            return true;
+    return false;
 }
 
 /// Removes the members that a class inherits from those that it declares: FED has no overriding. The walk goes down the

@@ -2,7 +2,6 @@
 
 #include "fed/storage/RtiFedName.hh"
 #include "infrastructure/RtiFedLimits.hh"
-#include "infrastructure/RtiStringUtility.hh"
 #include "tool/console/Text.hh"
 #include "tool/fom/import/FomElements.hh"
 
@@ -12,19 +11,10 @@ namespace {
 
 constexpr const char *kStandardMomClass = "HLAmanager";
 
-/// The key of a class or member: its owner, and its name in upper case, since names in FED match in any letter case.
-std::string keyOf(std::size_t owner, std::string_view name) {
-    return std::to_string(owner) + '.' + RtiStringUtility::toupper(name);
-}
-
 /// A name that FED text can have in a class, so that all names of a model are of use even if one is not.
 std::string withoutDots(std::string name) {
     std::replace(name.begin(), name.end(), '.', '_');
     return name;
-}
-
-bool fitsFedText(std::string_view name) {
-    return name.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
 }
 
 } // namespace
@@ -56,25 +46,14 @@ FomText FomTreeReader::nameIn(pugi::xml_node element, const char *what) {
     const pugi::xml_node child = childOf(element, "name");
     const std::string name = _modules.all()[_module].text->contentOf(child);
     if (name.empty()) {
-        _modules.add(RuleId::undefinedClass, child ? contentPlace(child) : placeOf(element),
-                     std::string("the ") + what + " has no name");
+        const FomPlace nameless = child ? contentPlace(child) : placeOf(element);
+        _modules.add(RuleId::undefinedClass, nameless, std::string("the ") + what + " has no name");
+        _modules.addLoss(nameless);
         return {};
     }
-    FomText fed{fedName(name), contentPlace(child)};
-    if (name.find('&') != std::string::npos) {
-        _modules.add(RuleId::unusableName, fed.place,
-                     "the name " + inQuotes(name) + " has an entity, and no entities are expanded");
-        return {};
-    }
-    if (fed.text.size() > kMaxNameLength || !fitsFedText(fed.text)) {
-        _modules.add(RuleId::unusableName, fed.place,
-                     fed.text.size() > kMaxNameLength
-                         ? "expected a name of at most " + std::to_string(kMaxNameLength) + " bytes, found " +
-                               std::to_string(fed.text.size())
-                         : "the name " + inQuotes(name) + " has a quote or line end, which no name in FED can have");
-        return {};
-    }
-    return fed;
+    const FomPlace place = contentPlace(child);
+    const std::optional<std::string> fed = usableName(_modules, name, place);
+    return fed ? FomText{*fed, place} : FomText();
 }
 
 void FomTreeReader::readClass(pugi::xml_node element, std::size_t parent, std::size_t depth) {
@@ -93,6 +72,9 @@ void FomTreeReader::readClass(pugi::xml_node element, std::size_t parent, std::s
                          " has a dot, which in FED separates a class from its superclass");
     name.text = withoutDots(std::move(name.text));
     const std::size_t index = parent == FomClass::kNone ? rootFor(name) : classFor(name, parent);
+    if (index == FomClass::kNone && RtiFedName::equal(name.text, kPrivateClass) &&
+        (childOf(element, _tree.memberElement) || childOf(element, _tree.classElement)))
+        ++_model.losses["what is in the class RTIprivate"];
     if (index != FomClass::kNone)
         readContents(element, name, index, depth);
 }
@@ -197,9 +179,13 @@ FomMember FomTreeReader::readMember(pugi::xml_node element, std::size_t index) {
     FomMember member;
     member.name = nameIn(element, _tree.kind.memberName);
     if (_tree.kind.membersHaveProperties) {
-        if (index == 0 && member.name.text == kPrivilegeInFom)
+        const bool isPrivilege = index == 0 && member.name.text == kPrivilegeInFom;
+        if (isPrivilege)
             member.name.text = kPrivilegeInFed;
         readDelivery(element, member.delivery);
+        member.semantics = knownContent(text, childOf(element, "semantics"));
+        if (isPrivilege) // the standard gives it the rest, which says nothing about this model
+            return member;
         for (const auto &[child, loss] : {std::pair("sharing", "the sharing of classes and attributes"),
                                           std::pair("updateType", "the update types of attributes"),
                                           std::pair("ownership", "the ownership of attributes")})
@@ -231,7 +217,7 @@ FomText FomTreeReader::readWord(pugi::xml_node element, RuleId rule) {
             fed.text = known.fed;
     const auto own = _tables.transportations.find(word);
     if (fed.text.empty() && !isOrder && own != _tables.transportations.end())
-        fed.text = own->second;
+        fed.text = own->second.text;
     if (fed.text.empty())
         _modules.add(
             rule, fed.place,
@@ -244,11 +230,11 @@ FomText FomTreeReader::readWord(pugi::xml_node element, RuleId rule) {
 void FomTreeReader::readDimensions(pugi::xml_node element, FomDelivery &delivery) {
     const XmlText &text = *_modules.all()[_module].text;
     for (const pugi::xml_node child : element.children()) {
-        const std::string name = knownContent(text, child);
+        const std::string name = text.contentOf(child);
         const auto known = _tables.dimensions.find(name);
         if (known != _tables.dimensions.end())
             delivery.dimensions.push_back(known->second);
-        else if (!name.empty())
+        else if (!name.empty() && name != "NA") // which says that there are none
             _modules.add(RuleId::unknownSpace, contentPlace(child),
                          "no module declares the dimension " + inQuotes(name));
     }

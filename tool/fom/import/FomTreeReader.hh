@@ -10,8 +10,8 @@
 
 /// What all modules of a model declare outside of the class trees.
 struct FomTables {
-    std::unordered_map<std::string, std::string> transportations; ///< The word in FED of each.
-    std::unordered_map<std::string, std::size_t> dimensions;      ///< Their indices in the model.
+    std::unordered_map<std::string, FomText> transportations; ///< The word in FED of each, where it is declared.
+    std::unordered_map<std::string, std::size_t> dimensions;  ///< Their indices in the model.
 };
 
 /// Reads one of the class trees from all modules of a model.
@@ -36,6 +36,9 @@ private:
         const FomPlace &place; // of what has it
     };
 
+    /// The key of a class or member: its owner, and its name in upper case, since names in FED match in any letter
+    /// case.
+    static std::string keyOf(std::size_t owner, std::string_view name);
     FomClass &at(std::size_t index) { return _classes[index]; }
     void readClass(pugi::xml_node element, std::size_t parent, std::size_t depth);
     void readContents(pugi::xml_node element, const FomText &name, std::size_t index, std::size_t depth);
@@ -62,6 +65,8 @@ private:
     void checkDelivery(const FomText &name, const FomDelivery &delivery, const std::string &what);
     void completeDelivery(FomDelivery &delivery) const;
     void addMom();
+    void addPrivilege();
+    bool hasMember(std::size_t index, const std::string &name) const;
     void dropRedeclared(std::size_t index, std::unordered_map<std::string, const FomMember *> &inherited);
 
     FomModules &_modules;
