@@ -9,7 +9,7 @@ namespace {
 /// Names of all sizes at which the number of letters is stored differently, of bytes that are no letters, too.
 std::vector<std::string> names() {
     std::vector<std::string> all = {"", "x", std::string("\0\xFF\1", 3)};
-    for (const std::size_t size : {15, 16, 253, 254, 255, 256, 70000})
+    for (const std::size_t size : {15U, 16U, 253U, 254U, 255U, 256U, 70000U})
         all.emplace_back(size, static_cast<char>('a' + size % 7));
     return all;
 }

@@ -76,7 +76,7 @@ struct Classes : Tree<Class, Number> {
         for (Class *node = defined(handle, kind.memberClass); node; node = above(*node))
             if (const Member *found = node->members.named(name); found && (found->handle != 0 || !kind.ofObjects))
                 return found->handle;
-        return require(0, "NameNotFound", kFile, kind.member,
+        return require(Number(0), "NameNotFound", kFile, kind.member,
                        std::string(kind.memberTitle) + " Name: " + name + " of " + kind.title +
                            " Class: " + std::to_string(handle) + kMissing);
     }
