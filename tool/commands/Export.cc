@@ -58,13 +58,6 @@ void print(std::vector<ExportNote> notes, const std::string &fileName, const Con
                     << (notes.size() == kMostNotes + 1 ? " is" : " are") << " not shown\n";
 }
 
-void write(const std::string &text, const std::string &fileName, const Console &console) {
-    if (fileName == "-")
-        console.out << text;
-    else
-        writeFile(fileName, text.data(), text.size());
-}
-
 } // namespace
 
 Status exportModel(const ExportOptions &options, const Console &console) {
@@ -80,11 +73,12 @@ Status exportModel(const ExportOptions &options, const Console &console) {
         if (!options.types.empty())
             facts = readTypes(options.types, model->outline, plan);
         if (options.typesTemplate)
-            write(typesTemplate(model->outline, plan, facts, model->comments), options.output, console);
+            writeOutput(options.output, typesTemplate(model->outline, plan, facts, model->comments), console);
     }
     if (!options.typesTemplate) {
         facts.addMissing(model->comments);
-        write(exportedModel(model->outline, facts, model->description, options.form, notes), options.output, console);
+        writeOutput(options.output, exportedModel(model->outline, facts, model->description, options.form, notes),
+                    console);
     }
     print(std::move(notes), input.name, console);
     return model->outline.loads ? done : wrong;

@@ -119,7 +119,7 @@ void FomSpaces::addOther(const Set &set) {
     add(set, name, dimensions);
 }
 
-/// Finds the spaces to compare with by their dimensions. A set that two spaces have stands for neither.
+/// Finds the spaces to compare with by their dimensions. A set that two spaces have finds neither.
 void FomSpaces::findSimilar(const std::vector<Outline::Space> &spaces) {
     for (const Outline::Space &space : spaces) {
         std::vector<std::string> names;
