@@ -4,10 +4,13 @@
 #include "fuzz/Modules.hh"
 #include "tests/Support.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/Text.hh"
 #include "tool/constants/Characters.hh"
 #include "tool/model/Model.hh"
 
 #include <random>
+#include <regex>
+#include <set>
 
 namespace {
 
@@ -15,8 +18,7 @@ std::string constantsOf(const std::string &text, const ConstantLanguage &languag
     const TemporaryFile file(text);
     std::ostringstream out, err;
     const Status status = constants({file.path(), &language, "", "-", handles}, Console{out, err});
-    const std::string name = file.path().substr(file.path().rfind('/') + 1);
-    return status == cannotWork ? err.str() : replaced(out.str(), name, "test.fed");
+    return (status == cannotWork ? err : out).str();
 }
 
 const Keywords kFewWords = {"class", "x_"};
@@ -89,7 +91,75 @@ TEST(Constants, ComeWithTheFingerprintOfTheModelOfTheHandles) {
     EXPECT_EQ(constants({refused.path(), &kCppConstants, "a.b", output.path()}, Console{out, err}), wrong);
     EXPECT_NE(readFile(output.path()).find("namespace a {\nnamespace b {\n"), std::string::npos);
     EXPECT_THROW(constants({refused.path(), &kJavaConstants, "a.B", output.path()}, Console{out, err}), CannotWork);
-    EXPECT_THROW(constants({refused.path(), &kCppConstants, "a.class", "-"}, Console{out, err}), CannotWork);
+    EXPECT_THROW(constants({refused.path(), &kJavaConstants, "", output.path()}, Console{out, err}), CannotWork);
+}
+
+TEST(Constants, AreInLegalScopes) {
+    struct Case {
+        const ConstantLanguage *language;
+        const char *scope;
+        bool isLegal;
+    };
+    for (const auto &[language, scope, isLegal] : {Case{&kCppConstants, "sim.federation", true},
+                                                   {&kCppConstants, "digits", true},
+                                                   {&kCppConstants, "a.time", true},
+                                                   {&kCppConstants, "a.class", false},
+                                                   {&kCppConstants, "a__b", false},
+                                                   {&kCppConstants, "std.a", false},
+                                                   {&kJavaConstants, "org.federation.Harbour", true},
+                                                   {&kJavaConstants, "org.spaces.my__pkg.record.Names", true},
+                                                   {&kJavaConstants, "org.3d.Names", false},
+                                                   {&kJavaConstants, "org.class.Names", false},
+                                                   {&kJavaConstants, "org.record", false},
+                                                   {&kJavaConstants, "org..spaces", false}}) {
+        std::string fault;
+        EXPECT_EQ(areScopes(split(scope, '.'), *language, fault), isLegal) << scope;
+    }
+    EXPECT_EQ(scopeFor("std", kCppConstants), "std_2");
+    EXPECT_EQ(scopeFor("time", kJavaConstants), "time");
+}
+
+TEST(Constants, HaveOneIncludeGuardForEachScope) {
+    std::set<std::string> guards;
+    const std::vector<std::vector<std::string>> paths = {{"a", "b"}, {"a_b"}, {"A", "b"}, {"a_", "b"}, {"a", "b_"}};
+    for (const std::vector<std::string> &path : paths) {
+        std::ostringstream written;
+        kCppConstants.write({path, "", {}}, written);
+        std::smatch guard;
+        const std::string text = written.str();
+        ASSERT_TRUE(std::regex_search(text, guard, std::regex("#define (.*)")));
+        guards.insert(guard[1]);
+    }
+    EXPECT_EQ(guards.size(), paths.size());
+}
+
+TEST(Constants, OfClassesThatAreTooDeepAreRefused) {
+    const auto nested = [](int depth, int members) {
+        std::string text = "(FED (Federation F) (FEDversion v) (objects (class ObjectRoot", ends = ")))";
+        for (int i = 1; i < depth; ++i, ends += ')') {
+            text += " (class C" + std::to_string(i);
+            for (int member = 0; member < members; ++member)
+                text += " (attribute a" + std::to_string(i) + '_' + std::to_string(member) + " reliable receive)";
+        }
+        return text + ends;
+    };
+    const auto areWritten = [](const std::string &text, const ConstantLanguage &language) {
+        const TemporaryFile file(text), output("old");
+        std::ostringstream out, err;
+        try {
+            constants({file.path(), &language, "", language.packages == nullptr ? output.path() : "-"}, {out, err});
+        } catch (const CannotWork &) {
+            EXPECT_EQ(readFile(output.path()) + out.str(), "old");
+            return false;
+        }
+        return true;
+    };
+    EXPECT_TRUE(areWritten(nested(99, 0), kPythonConstants));
+    EXPECT_FALSE(areWritten(nested(100, 0), kPythonConstants));
+    EXPECT_TRUE(areWritten(nested(40, 0), kJavaConstants));
+    EXPECT_FALSE(areWritten(nested(120, 0), kJavaConstants));
+    EXPECT_TRUE(areWritten(nested(120, 1), kCppConstants));
+    EXPECT_FALSE(areWritten(nested(120, 80), kCppConstants));
 }
 
 TEST(Constants, HaveLegalAndUniqueIdentifiersForAnyNames) {

@@ -23,6 +23,7 @@ WORDS = """
     return sealed self short signed static std strictfp String sun super switch synchronized System this throws transient True
     try type typename union unix unsigned using var virtual void volatile wait while with xor yield java handles spaces digits
     digit federation fingerprint holdsFor holds_for className classHandle spaceName _ __init__ __x _Y 3D a.b a-b EOF stdin
+    typeof CHAR_BIT RAND_MAX BYTE_ORDER
 """.split()
 ODD = ["a b", "é", "ü", "\\", "x\\", "\\u0041", "??/", "??=", "%s {} $x", "//", "/*", "*/", "🚀", "'", " ", "", "#", "@"]
 COMMENTS = ["\\", "x \\", "??/", "*/", "\\u12", '"""', "\t<b>&amp; @see", "'''", "\\N{x}", "/* x", "é", "{@code"]
@@ -52,12 +53,18 @@ def write(model, output, *options):
 
 def check_cpp(model, folder, digits):
     write(model, folder / "model.hh", "--scope", "Some.Model")
-    (folder / "main.cc").write_text('#include "model.hh"\n#include "model.hh"\n' + f"""
+    (folder / "main.cc").write_text("""
+        #include <climits>
+        #include <cstdlib>
+        #include <ctime>
+        #include "model.hh"
+        #include "model.hh"
+        """ + f"""
         int main() {{ return Some::Model::holdsFor("{digits.upper()}") && !Some::Model::holdsFor("{digits}0")
             && !Some::Model::holdsFor("{digits[:-1]}g") && Some::Model::handles::ObjectRoot::classHandle > 0 ? 0 : 1; }}""")
     for compiler in compilers:
-        for standard in (11, 14, 17, 20):
-            run(compiler, f"-std=c++{standard}", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror",
+        for standard in ("c++11", "c++14", "c++17", "c++20", "gnu++17"):
+            run(compiler, f"-std={standard}", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror",
                 "-o", folder / "main", folder / "main.cc")
             run(folder / "main")
 

@@ -238,7 +238,8 @@ private:
     std::mt19937 _random;
 };
 
-/// Validates a file with the schemas DIF.xsd and FDD.xsd in the folder RTIFED_FOM_SCHEMAS, if there is one.
+/// Validates a file with the schemas DIF.xsd and FDD.xsd in the folder that RTIFED_FOM_SCHEMAS names in the
+/// environment, if it is set: the IEEE publishes them, and no test run has them by itself.
 void validate(const std::string &xml, bool isFdd) {
     const char *folder = std::getenv("RTIFED_FOM_SCHEMAS");
     if (!folder)

@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <array>
 #include <chrono>
 #include <regex>
 
@@ -123,7 +124,8 @@ TEST(ImportTest, ExportsComeBack) {
         for (int i = 0; i < 8; ++i)
             model.edit();
         const std::string fed = model.text();
-        const std::string xml = exported(fed, seed % 2 ? FomForm::interchange : FomForm::fdd);
+        const std::string xml =
+            exported(fed, std::array{FomForm::interchange, FomForm::fdd, FomForm::module}[seed % 3]);
         const Import import({{"a.xml", xml}});
         ASSERT_TRUE(import.succeeds()) << findingsOf(import) << xml;
         const Comparison comparison(readOutline({"a.fed", fed}), readOutline({"b.fed", import.text()}), false);

@@ -4,6 +4,8 @@
 #include "tests/Support.hh"
 #include "tool/commands/Commands.hh"
 
+#include <filesystem>
+#include <fstream>
 #include <random>
 
 namespace {
@@ -249,4 +251,24 @@ TEST(ModuleCommands, WriteAFileWholeOrNotAtAll) {
     EXPECT_EQ(out.str(), readFile(output.path()));
     const std::string same = ": the merged model, compared with this one: same, no handle moved\n";
     EXPECT_EQ(err.str(), output.path() + same + one.path() + same);
+    const TemporaryFile broken(
+        replaced(format(readFile(one.path())), "(class RTIprivate)", "(class RTIprivate) (attribute x reliable none)"));
+    err.str("");
+    EXPECT_EQ(merge({{broken.path()}}, console), wrong);
+    EXPECT_NE(err.str().find(", as far as it can be understood\nrtifed: the result: the library"), std::string::npos)
+        << err.str();
+    EXPECT_EQ(err.str().find("see rtifed check"), std::string::npos) << err.str();
+}
+
+TEST(ModuleCommands, DoNotMergeTheirResultInAFolder) {
+    const std::string folder = ::testing::TempDir() + "merged-folder";
+    std::filesystem::create_directory(folder);
+    const std::string all = folder + "/all.fed";
+    std::ofstream(folder + "/b.fed") << withMom("(class A)");
+    std::ostringstream out, err;
+    EXPECT_EQ(merge({{folder}, all}, Console{out, err}), done) << err.str();
+    std::ofstream(folder + "/b.fed") << withMom("(class B)");
+    EXPECT_EQ(merge({{folder}, folder + "/../merged-folder/all.fed"}, Console{out, err}), done) << err.str();
+    EXPECT_EQ(readFile(all), format(withMom("(class B)")));
+    std::filesystem::remove_all(folder);
 }

@@ -7,7 +7,7 @@ void CommandLine::addMerge() {
         "merge", "Join FED files that share their upper classes into one",
         "Classes and spaces of the same name become one, with the members of all files; what several files declare "
         "alike is declared once. Comments are kept. The order is that of the first file. Standard error says what "
-        "becomes of the handles of each file.\n\n"
+        "becomes of the handles of each file that loads.\n\n"
         "Declarations that differ are conflicts. Each is reported with both places, and nothing is written. modules.md "
         "of the documentation has the rules.\n\n"
         "Exit status:\n"
@@ -20,13 +20,16 @@ void CommandLine::addMerge() {
         [this] { return merge(_merge, _console); });
     command
         ->add_option("FILE", _merge.files,
-                     "FED text; - is standard input, a folder stands for the .fed files in it and its folders")
+                     "FED text; - is standard input, a folder stands for the .fed files in it and its folders, except "
+                     "the file to write")
         ->option_text(" ")
         ->required();
     command->add_option("-o,--output", _merge.output, "Write to this file, not to standard output")
         ->option_text("FILE");
-    command->add_flag("--first-mom", _merge.firstMom,
-                      "Where the Management Object Models (MOM) differ, take what the first file has");
+    command->add_flag(
+        "--first-mom", _merge.firstMom,
+        "Where transportations, orderings, spaces or security levels in the Management Object Models (MOM) differ, "
+        "take those of the first file that has the declaration");
 }
 
 void CommandLine::addExtract() {

@@ -8,11 +8,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
-#include <sstream>
 
 namespace {
 
 constexpr unsigned long kMostJavaInt = 0x7FFFFFFF;
+
+/// Far more than a model needs, and little enough for memory. Deep classes can have any number in a small file.
+constexpr std::size_t kMostConstants = 500000;
 
 /// Returns the scopes that a dotted name gives; without one, the scope that the federation or the Java file gives.
 std::vector<std::string> scopesFor(const ConstantsOptions &options, const std::string &federation) {
@@ -22,11 +24,10 @@ std::vector<std::string> scopesFor(const ConstantsOptions &options, const std::s
     std::vector<std::string> scopes = {isNamedByFile ? fileStem : scopeFor(federation, language)};
     if (!options.scope.empty())
         scopes = split(options.scope, '.');
-    for (const std::string &scope : scopes)
-        if (scopeFor(scope, language) != scope)
-            throw CannotWork(inQuotes(scope) + " cannot name the scope around the constants in " + language.name +
-                             "; an identifier is expected, such as " + scopeFor(scope, language));
-    if (isNamedByFile && scopes.back() != fileStem)
+    if (std::string fault; !areScopes(scopes, language, fault))
+        throw CannotWork(inQuotes(fault) + " cannot name the scope around the constants in " + language.name +
+                         "; an identifier is expected, such as " + scopeFor(fault, language));
+    if (isNamedByFile && std::filesystem::path(options.output).filename() != scopes.back() + ".java")
         throw CannotWork("the Java class " + scopes.back() + " must be in a file " + scopes.back() + ".java, not " +
                          shown(options.output));
     return scopes;
@@ -77,13 +78,15 @@ Status constants(const ConstantsOptions &options, const Console &console) {
                          ", which Java cannot have as an int");
     if (!outline.loads)
         complainIfRefused(input, "", console.err);
+    if (const std::size_t number = numConstants(outline); number > kMostConstants)
+        throw CannotWork(input.name + ": the classes would have " + counted(number, "constant") +
+                         ", since each has those of its superclasses too; at most " + std::to_string(kMostConstants) +
+                         " are written");
     ConstantFile file{scopesFor(options, outline.federation), {}, {}, std::move(digits)};
     file.title = "Names " + std::string(options.handles ? "and handles " : "") + "of the object model " +
-                 shown(outline.federation) + ", from " + shown(std::filesystem::path(input.name).filename().string()) +
-                 '.';
+                 shown(outline.federation) + '.';
     file.scope = constantsOf(outline, documentation, *options.language, file);
-    std::ostringstream text;
-    options.language->write(file, text);
-    writeOutput(options.output, text.str(), console);
+    writeOutput(
+        options.output, [&](std::ostream &out) { options.language->write(file, out); }, console);
     return outline.loads ? done : wrong;
 }

@@ -24,5 +24,5 @@ Status extract(const ExtractOptions &options, const Console &console) {
         return wrong;
     const Input result{options.output, extracted(*module, wanted)};
     writeOutput(options.output, result.contents, console);
-    return complainIfRefused(result, "", console.err) ? wrong : done;
+    return complainIfResultRefused(result, console.err) ? wrong : done;
 }

@@ -5,6 +5,8 @@
 #include "tool/console/Text.hh"
 #include "tool/model/MovedHandles.hh"
 
+#include <algorithm>
+#include <filesystem>
 #include <list>
 #include <memory>
 
@@ -16,11 +18,24 @@ void reportHandles(const std::list<std::unique_ptr<Module>> &modules, const Inpu
     for (const std::unique_ptr<Module> &module : modules) {
         const Outline before = outlineOf(module->original());
         err << module->name() << ": the merged model, compared with this one: "
-            << Comparison::nameOf(Comparison(before, after, false).verdict());
-        if (before.loads && after.loads)
-            err << ", " << movedHandles(before, after);
-        err << '\n';
+            << Comparison::nameOf(Comparison(before, after, false).verdict()) << ", "
+            << (before.loads && after.loads ? movedHandles(before, after) : "as far as it can be understood") << '\n';
     }
+}
+
+/// Returns the files to merge. The result of an earlier merge in one of the folders is none of them: it would come
+/// before the files that it was made of, and be right against them.
+std::vector<FileToRead> filesToMerge(const MergeOptions &options) {
+    std::vector<FileToRead> files = withoutFolders(options.files);
+    const auto isOutput = [&options](const FileToRead &file) {
+        std::error_code error;
+        return !file.folder.empty() && std::filesystem::equivalent(file.name, options.output, error);
+    };
+    if (options.output != "-")
+        files.erase(std::remove_if(files.begin(), files.end(), isOutput), files.end());
+    if (files.empty())
+        throw CannotWork(options.output + ": the only FED file of the folder is the one to write");
+    return files;
 }
 
 } // namespace
@@ -34,8 +49,7 @@ Status merge(const MergeOptions &options, const Console &console) {
             return false;
         return true;
     };
-    if (const Status status = forEachFile(withoutFolders(options.files), console, read, [](auto &, auto &) {});
-        status != done)
+    if (const Status status = forEachFile(filesToMerge(options), console, read, [](auto &, auto &) {}); status != done)
         return status;
 
     Merge merged(options.firstMom);
@@ -53,5 +67,5 @@ Status merge(const MergeOptions &options, const Console &console) {
     const Input result{options.output, merged.text()};
     writeOutput(options.output, result.contents, console);
     reportHandles(modules, result, console.err);
-    return complainIfRefused(result, "", console.err) ? wrong : done;
+    return complainIfResultRefused(result, console.err) ? wrong : done;
 }

@@ -8,8 +8,11 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <ios>
+#include <streambuf>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -140,6 +143,31 @@ void writeDraft(const std::string &fileName, Draft::Target target, const void *b
     draft.finish();
 }
 
+/// Passes what a stream writes to a draft. The exceptions of that reach the caller of the stream, if its `exceptions`
+/// say so.
+class DraftBuffer : public std::streambuf {
+public:
+    explicit DraftBuffer(Draft &draft) : _draft(draft) { setp(_bytes.data(), _bytes.data() + _bytes.size()); }
+
+protected:
+    int_type overflow(int_type byte) override {
+        sync();
+        if (!traits_type::eq_int_type(byte, traits_type::eof()))
+            sputc(traits_type::to_char_type(byte));
+        return traits_type::not_eof(byte);
+    }
+
+    int sync() override {
+        _draft.write(pbase(), static_cast<std::size_t>(pptr() - pbase()));
+        setp(_bytes.data(), _bytes.data() + _bytes.size());
+        return 0;
+    }
+
+private:
+    Draft &_draft;
+    std::vector<char> _bytes = std::vector<char>(std::size_t{1} << 16U);
+};
+
 } // namespace
 
 void writeFile(const std::string &fileName, const void *bytes, std::size_t size) {
@@ -155,4 +183,19 @@ void writeOutput(const std::string &fileName, const std::string &text, const Con
         console.out << text;
     else
         writeFile(fileName, text.data(), text.size());
+}
+
+void writeOutput(const std::string &fileName, const std::function<void(std::ostream &)> &write,
+                 const Console &console) {
+    if (fileName == "-") {
+        write(console.out);
+        return;
+    }
+    Draft draft(fileName, Draft::Target::anyFile);
+    DraftBuffer buffer(draft);
+    std::ostream out(&buffer);
+    out.exceptions(std::ios::badbit);
+    write(out);
+    out.flush();
+    draft.finish();
 }

@@ -3,6 +3,8 @@
 #include "tool/console/Console.hh"
 
 #include <cstddef>
+#include <functional>
+#include <ostream>
 #include <string>
 
 /// Replaces a file, whole or not at all: the bytes are written to a new file beside it, which gets the mode, owner and
@@ -17,3 +19,7 @@ void createFile(const std::string &fileName, const void *bytes, std::size_t size
 
 /// Writes the result of a command to a file, as `writeFile` does, or to standard output for the name "-".
 void writeOutput(const std::string &fileName, const std::string &text, const Console &console);
+
+/// The same for a result that `write` writes in parts, so that it need not be in memory as a whole. What `write` throws
+/// leaves the old file as it is.
+void writeOutput(const std::string &fileName, const std::function<void(std::ostream &)> &write, const Console &console);

@@ -106,8 +106,7 @@ private:
 
     /// Reads a class with its subclasses. `superclasses` are those of the class, the outermost first.
     ///
-    /// Inherited members get their identifiers first, so that they have the same as in the superclass, unless that has
-    /// a class of the same name.
+    /// Inherited members get their identifiers first, so that they have the same as in the superclass.
     ConstantScope readClass(const TreeKind &tree, std::size_t index, Identifiers &around,
                             std::vector<std::size_t> superclasses) {
         const Outline::Classes &classes = _model.classes(tree);
@@ -122,7 +121,8 @@ private:
         for (const std::size_t superclass : superclasses)
             for (const Outline::Member &member : classes[superclass].members) {
                 inherited.push_back(constant(identifiers.add(member.name), member.name, member.handle));
-                inherited.back().from = shown(classes[superclass].name);
+                if (&member == &classes[superclass].members.front())
+                    inherited.back().from = shown(classes[superclass].name);
             }
         for (std::size_t i = 0; i < node.members.size(); ++i) {
             const Outline::Member &member = node.members[i];
@@ -150,7 +150,47 @@ private:
 } // namespace
 
 std::string scopeFor(const std::string &federation, const ConstantLanguage &language) {
-    return identifiersWithout(kOfFile, language.keywords).add(federation);
+    Identifiers identifiers = identifiersWithout(kOfFile, language.keywords);
+    for (const std::string &name : language.global)
+        identifiers.reserve(name);
+    return identifiers.add(federation);
+}
+
+bool areScopes(const std::vector<std::string> &path, const ConstantLanguage &language, std::string &fault) {
+    const auto isScope = [&](const std::string &name) {
+        const bool isOutermost = &name == &path.front(), isInnermost = &name == &path.back();
+        if (language.packages == nullptr)
+            return identifierFor(name, language.keywords) == name && !(isOutermost && language.global.count(name) > 0);
+        if (isInnermost)
+            return scopeFor(name, language) == name;
+        return isIdentifier(name) && name != "_" &&
+               (language.keywords.count(name) == 0 || language.packages->count(name) > 0);
+    };
+    const auto found = std::find_if_not(path.begin(), path.end(), isScope);
+    if (found != path.end())
+        fault = *found;
+    return found == path.end();
+}
+
+std::size_t numConstants(const Outline &model) {
+    std::size_t number = 0;
+    for (const TreeKind *tree : kTreeKinds) {
+        const Outline::Classes &classes = model.classes(*tree);
+        std::vector<std::size_t> available(classes.size());
+        for (std::size_t i = 0; i < classes.size(); ++i) {
+            const std::size_t parent = classes[i].parent;
+            available[i] = classes[i].members.size() + (parent == Outline::kNone ? 0 : available[parent]);
+            number += 1 + available[i];
+        }
+    }
+    return number;
+}
+
+std::size_t depthBelow(const ConstantScope &scope) {
+    std::size_t depth = 0;
+    for (const ConstantScope &inner : scope.scopes)
+        depth = std::max(depth, 1 + depthBelow(inner));
+    return depth;
 }
 
 ConstantScope constantsOf(const Outline &model, const Documentation &documentation, const ConstantLanguage &language,

@@ -4,6 +4,7 @@
 #include "tool/language/words/DeclarationClauses.hh"
 #include "tool/model/Outline.hh"
 
+#include <cstddef>
 #include <map>
 #include <ostream>
 #include <string>
@@ -16,7 +17,7 @@ struct Constant {
     std::string identifier;
     std::variant<std::string, unsigned long> value; ///< A name or a handle.
     std::string documentation;                      ///< Its lines; empty if there is none.
-    std::string from = {};                          ///< The superclass that it is inherited from; empty if it is not.
+    std::string from = {}; ///< The superclass from which this and those that follow are inherited, if it begins them.
 };
 
 struct ConstantScope {
@@ -38,6 +39,9 @@ struct ConstantFile {
 struct ConstantLanguage {
     const char *name;
     const Keywords &keywords; ///< Words that are no identifiers, and macros that every program may have.
+    const Keywords &global;   ///< Names that the outermost scope must not have: the standard library has them.
+    const Keywords *packages; ///< Keywords that may name a scope other than the innermost; null if its rules are those
+                              ///< of all identifiers.
     void (*write)(const ConstantFile &file, std::ostream &out);
 };
 
@@ -45,6 +49,17 @@ extern const ConstantLanguage kCppConstants, kJavaConstants, kPythonConstants;
 
 /// Returns the identifier of the scope around all constants, named after the federation.
 std::string scopeFor(const std::string &federation, const ConstantLanguage &language);
+
+/// Whether these identifiers, the outermost first, may name the scopes around all constants. `fault` gets the first one
+/// that may not.
+bool areScopes(const std::vector<std::string> &path, const ConstantLanguage &language, std::string &fault);
+
+/// Returns the number of constants for names. It grows with the depth of the classes, as each has the inherited
+/// members.
+std::size_t numConstants(const Outline &model);
+
+/// Returns how many scopes are in each other below this one.
+std::size_t depthBelow(const ConstantScope &scope);
 
 /// What the comments of a text say about its declarations.
 using Documentation = std::map<DeclarationRef, std::string>;

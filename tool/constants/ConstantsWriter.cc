@@ -17,11 +17,9 @@ void ConstantsWriter::write(const ConstantFile &file) {
 
 void ConstantsWriter::writeScope(const ConstantScope &scope) {
     beginScope(scope);
-    std::string from;
     for (const Constant &constant : scope.constants) {
-        if (constant.from != from)
+        if (!constant.from.empty())
             writeComment("Inherited from " + constant.from + ':');
-        from = constant.from;
         writeConstant(constant);
     }
     for (const ConstantScope &inner : scope.scopes)

@@ -1,6 +1,5 @@
 #include "tool/constants/ConstantsWriter.hh"
 
-#include "fed/storage/RtiFedName.hh"
 #include "tool/constants/Characters.hh"
 
 namespace {
@@ -14,13 +13,30 @@ const Keywords kKeywords = {
     "inline", "int", "long", "mutable", "namespace", "new", "noexcept", "not", "not_eq", "nullptr", "operator", "or",
     "or_eq", "private", "protected", "public", "register", "reinterpret_cast", "requires", "return", "short", "signed",
     "sizeof", "static", "static_assert", "static_cast", "struct", "switch", "template", "this", "thread_local", "throw",
-    "true", "try", "typedef", "typeid", "typename", "union", "unsigned", "using", "virtual", "void", "volatile",
-    "wchar_t", "while", "xor", "xor_eq",
+    "true", "try", "typedef", "typeid", "typename", "typeof", "union", "unsigned", "using", "virtual", "void",
+    "volatile", "wchar_t", "while", "xor", "xor_eq",
     // Macros.
-    "ABSOLUTE", "BOOL", "CALLBACK", "CONST", "DELETE", "DIFFERENCE", "DOMAIN", "EOF", "ERROR", "FALSE", "IGNORE", "IN",
-    "INFINITE", "INFINITY", "NAN", "NO_ERROR", "NULL", "OPTIONAL", "OUT", "OVERFLOW", "RELATIVE", "STRICT", "TRUE",
-    "UNDERFLOW", "VOID", "assert", "errno", "far", "i386", "interface", "linux", "major", "max", "min", "minor", "near",
-    "offsetof", "setjmp", "signals", "slots", "emit", "small", "stderr", "stdin", "stdout", "unix", "va_arg"};
+    "ABSOLUTE", "BIG_ENDIAN", "BOOL", "BUFSIZ", "BYTE_ORDER", "CALLBACK", "CHAR_BIT", "CHAR_MAX", "CHAR_MIN", "CONST",
+    "DELETE", "DIFFERENCE", "DOMAIN", "EDOM", "EOF", "ERANGE", "ERROR", "EXIT_FAILURE", "EXIT_SUCCESS", "FALSE",
+    "HUGE_VAL", "IGNORE", "IN", "INFINITE", "INFINITY", "INT_MAX", "INT_MIN", "LITTLE_ENDIAN", "LONG_MAX", "LONG_MIN",
+    "NAN", "NO_ERROR", "NULL", "OPTIONAL", "OUT", "OVERFLOW", "PATH_MAX", "PDP_ENDIAN", "RAND_MAX", "RELATIVE",
+    "STRICT", "TRUE", "UNDERFLOW", "VOID", "assert", "errno", "far", "i386", "interface", "linux", "major", "max",
+    "min", "minor", "near", "offsetof", "setjmp", "signals", "slots", "emit", "small", "stderr", "stdin", "stdout",
+    "unix", "va_arg"};
+
+/// Namespaces that belong to the language, and functions and types of the C library, whose headers may declare them
+/// outside of `std`.
+const Keywords kGlobal = {
+    "std",   "posix",     "abort",     "abs",     "accept", "access", "alarm",   "atof",   "atoi",   "atol",
+    "bind",  "bsearch",   "calloc",    "ceil",    "clock",  "close",  "connect", "cos",    "ctime",  "div",
+    "dup",   "exit",      "exp",       "fabs",    "floor",  "fork",   "fread",   "free",   "gamma",  "getenv",
+    "index", "ioctl",     "isalpha",   "isdigit", "j0",     "j1",     "jn",      "kill",   "labs",   "ldiv",
+    "link",  "listen",    "localtime", "log",     "malloc", "memcpy", "mktime",  "nice",   "open",   "pause",
+    "pipe",  "poll",      "pow",       "printf",  "puts",   "qsort",  "raise",   "rand",   "random", "read",
+    "recv",  "remainder", "remove",    "rename",  "rindex", "round",  "scanf",   "select", "send",   "signal",
+    "sin",   "size_t",    "sleep",     "socket",  "sqrt",   "srand",  "stat",    "sync",   "system", "tan",
+    "time",  "timeval",   "times",     "tm",      "trunc",  "unlink", "wait",    "write",  "y0",     "y1",
+    "yn"};
 
 /// Returns a string literal of these bytes. "?" is escaped, for it may begin a trigraph; octal escapes end after three
 /// digits, whatever follows.
@@ -65,11 +81,14 @@ private:
         line("#endif // " + guardOf(file));
     }
 
+    /// Returns the name of the include guard, which differs for any other scopes: letter case stays, and the "_" of an
+    /// identifier becomes "_0". No identifier begins with a digit, so other "_" are between two of them.
     static std::string guardOf(const ConstantFile &file) {
         std::string guard;
         for (const std::string &scope : file.path) {
-            guard += RtiFedName::upper(scope);
-            guard += guard.back() == '_' ? "" : "_";
+            for (const char c : scope)
+                guard += c == '_' ? std::string("_0") : std::string(1, c);
+            guard += '_';
         }
         return guard + "CONSTANTS_HH";
     }
@@ -127,4 +146,4 @@ void write(const ConstantFile &file, std::ostream &out) {
 
 } // namespace
 
-const ConstantLanguage kCppConstants = {"C++", kKeywords, write};
+const ConstantLanguage kCppConstants = {"C++", kKeywords, kGlobal, nullptr, write};

@@ -2,6 +2,8 @@
 
 #include "tool/constants/Characters.hh"
 
+#include <algorithm>
+
 std::string identifierFor(std::string_view name, const Keywords &keywords) {
     std::string identifier;
     forEachCharacter(name, [&identifier](char32_t character, bool) {
@@ -17,6 +19,12 @@ std::string identifierFor(std::string_view name, const Keywords &keywords) {
     else if (identifier[0] == '_')
         identifier.insert(0, "x");
     return keywords.count(identifier) > 0 ? identifier + '_' : identifier;
+}
+
+bool isIdentifier(std::string_view name) {
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; };
+    return !name.empty() && isLetter(name[0]) &&
+           std::all_of(name.begin(), name.end(), [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); });
 }
 
 std::string Identifiers::add(std::string_view name) {

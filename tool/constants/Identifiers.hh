@@ -17,6 +17,9 @@ using Keywords = std::set<std::string, std::less<>>;
 /// So an identifier has no "__" and does not begin with "_", which C++ reserves and Python treats specially.
 std::string identifierFor(std::string_view name, const Keywords &keywords);
 
+/// Whether a name has only ASCII letters, digits and "_", and does not begin with a digit.
+bool isIdentifier(std::string_view name);
+
 /// The identifiers of one scope, each of which is unique there.
 class Identifiers {
 public:

@@ -1,5 +1,6 @@
 #include "tool/constants/ConstantsWriter.hh"
 
+#include "tool/console/Console.hh"
 #include "tool/constants/Characters.hh"
 
 namespace {
@@ -13,6 +14,9 @@ const Keywords kKeywords = {
     "private",    "protected", "public",       "record",  "return", "sealed", "short",     "static",     "strictfp",
     "super",      "switch",    "synchronized", "this",    "throw",  "throws", "transient", "true",       "try",
     "var",        "void",      "volatile",     "while",   "yield"};
+
+/// Those that may name a package.
+const Keywords kPackages = {"String", "permits", "record", "sealed", "var", "yield"}, kNone;
 
 /// Returns a character beyond ASCII as Java reads it in any encoding of the file. Bytes that are not UTF-8 become the
 /// characters with their numbers.
@@ -147,10 +151,23 @@ private:
     }
 };
 
+/// Returns the length of the longest name of a class file; each has the names of the classes around it.
+std::size_t longestFileName(const ConstantScope &scope, std::size_t length) {
+    std::size_t longest = length + std::string_view(".class").size();
+    for (const ConstantScope &inner : scope.scopes)
+        longest = std::max(longest, longestFileName(inner, length + 1 + inner.identifier.size()));
+    return longest;
+}
+
 void write(const ConstantFile &file, std::ostream &out) {
+    constexpr std::size_t kLongest = 255; // of a file name
+    const std::size_t longest = longestFileName(file.scope, file.path.back().size());
+    if (longest > kLongest)
+        throw CannotWork("the classes are too deep for Java: the name of a class file would have " +
+                         std::to_string(longest) + " characters, and may have " + std::to_string(kLongest));
     JavaWriter(out).write(file);
 }
 
 } // namespace
 
-const ConstantLanguage kJavaConstants = {"Java", kKeywords, write};
+const ConstantLanguage kJavaConstants = {"Java", kKeywords, kNone, &kPackages, write};

@@ -1,5 +1,6 @@
 #include "tool/constants/ConstantsWriter.hh"
 
+#include "tool/console/Console.hh"
 #include "tool/constants/Characters.hh"
 
 namespace {
@@ -7,7 +8,8 @@ namespace {
 const Keywords kKeywords = {"False", "None",     "True",  "and",    "as",   "assert", "async",  "await",    "break",
                             "class", "continue", "def",   "del",    "elif", "else",   "except", "finally",  "for",
                             "from",  "global",   "if",    "import", "in",   "is",     "lambda", "nonlocal", "not",
-                            "or",    "pass",     "raise", "return", "try",  "while",  "with",   "yield"};
+                            "or",    "pass",     "raise", "return", "try",  "while",  "with",   "yield"},
+               kNone;
 
 /// Returns a string literal. Bytes that are not UTF-8 become the surrogates that Python uses for them in the
 /// names of files (surrogateescape).
@@ -112,9 +114,13 @@ private:
 };
 
 void write(const ConstantFile &file, std::ostream &out) {
+    constexpr std::size_t kDeepest = 99; // levels of indentation, beyond which Python reads no file
+    if (const std::size_t depth = depthBelow(file.scope); depth > kDeepest)
+        throw CannotWork("the classes are too deep for Python: " + std::to_string(depth) +
+                         " would be in each other, and " + std::to_string(kDeepest) + " may be");
     PythonWriter(out).write(file);
 }
 
 } // namespace
 
-const ConstantLanguage kPythonConstants = {"Python", kKeywords, write};
+const ConstantLanguage kPythonConstants = {"Python", kKeywords, kNone, nullptr, write};

@@ -32,6 +32,8 @@ inline constexpr const char *kPrivilegeInFed = "privilegeToDelete", *kPrivilegeI
 
 /// Classes directly below a root of FED, in any letter case, that object models in XML do not have.
 inline constexpr const char *kPrivateClass = "RTIprivate", *kMomClass = "Manager";
+/// The class of the Management Object Model below either root in XML.
+inline constexpr const char *kStandardMomClass = "HLAmanager";
 
 /// A transportation or order in both languages.
 struct FomWord {

@@ -5,7 +5,9 @@
 #include "tool/model/TreeKind.hh"
 
 #include <algorithm>
+#include <list>
 #include <map>
+#include <unordered_set>
 
 namespace {
 
@@ -84,14 +86,47 @@ std::vector<std::string> paragraphsIn(const SyntaxTree &tree, Index begin, Index
     return paragraphs;
 }
 
-/// Whether one of the paragraphs consists of the lines of another one and perhaps more: paragraphs that were put below
-/// each other, when files were merged before, are one.
-bool contains(const std::vector<std::string> &paragraphs, const std::string &part) {
-    const std::string lines = '\n' + part + '\n';
-    return std::any_of(paragraphs.begin(), paragraphs.end(), [&lines](const std::string &paragraph) {
-        return ('\n' + paragraph + '\n').find(lines) != std::string::npos;
-    });
-}
+/// Paragraphs that a clause has, in which others are looked for.
+///
+/// Paragraphs that were put below each other, when files were merged before, are one. So a paragraph is also found if
+/// it is some of the lines of a longer one. Its first line then is one of that, which the hash table of lines finds;
+/// only there are the lines compared. A line that a long paragraph repeats often is compared as often.
+class Paragraphs {
+public:
+    void add(const std::vector<std::string> &paragraphs) {
+        for (const std::string &paragraph : paragraphs)
+            add(paragraph);
+    }
+
+    void add(const std::string &paragraph) {
+        if (!_known.insert(paragraph).second || paragraph.find('\n') == std::string::npos)
+            return;
+        const std::string &whole = *_long.insert(_long.end(), '\n' + paragraph + '\n');
+        for (std::size_t begin = 1; begin < whole.size(); begin = whole.find('\n', begin) + 1)
+            _lines[whole.substr(begin, whole.find('\n', begin) - begin)].push_back({&whole, begin - 1});
+    }
+
+    bool has(const std::string &paragraph) const {
+        if (_known.count(paragraph) > 0)
+            return true;
+        const auto found = _lines.find(paragraph.substr(0, paragraph.find('\n')));
+        const std::string lines = '\n' + paragraph + '\n';
+        return found != _lines.end() &&
+               std::any_of(found->second.begin(), found->second.end(), [&lines](const Place &place) {
+                   return place.text->compare(place.offset, lines.size(), lines) == 0;
+               });
+    }
+
+private:
+    struct Place {
+        const std::string *text;
+        std::size_t offset; // of the line end before the line
+    };
+
+    std::unordered_set<std::string> _known;
+    std::list<std::string> _long; // those of several lines, between line ends
+    std::unordered_map<std::string, std::vector<Place>> _lines;
+};
 
 /// The comments of a clause, without those of the clauses in it.
 struct ClauseComments {
@@ -106,10 +141,6 @@ struct ClauseComments {
         const auto afterwards = paragraphsIn(tree, close, extent.end);
         beside.insert(beside.end(), afterwards.begin(), afterwards.end());
         atEnd = paragraphsIn(tree, extent.tail, close);
-    }
-
-    bool has(const std::string &paragraph) const {
-        return contains(above, paragraph) || contains(beside, paragraph) || contains(atEnd, paragraph);
     }
 };
 
@@ -138,14 +169,26 @@ void Merge::join(ModuleNode &node, const Module &module, Index clause, const Pat
 
 /// Keeps the comments that a clause has only in a later module; equal ones, such as those of the MOM, once.
 void Merge::joinComments(ModuleNode &node, const Module &module, Index clause) {
-    const ClauseComments known(*node.module, node.clause), added(module, clause);
-    const auto addTo = [&known](std::vector<std::string> &comments, const std::vector<std::string> &paragraphs) {
-        for (const std::string &paragraph : paragraphs)
-            if (!known.has(paragraph) && !contains(comments, paragraph))
-                comments.push_back(paragraph);
+    const ClauseComments added(module, clause);
+    if (added.above.empty() && added.beside.empty() && added.atEnd.empty())
+        return;
+    const ClauseComments own(*node.module, node.clause);
+    Paragraphs known;
+    for (const auto *paragraphs : {&own.above, &own.beside, &own.atEnd})
+        known.add(*paragraphs);
+    const auto addTo = [&known](std::vector<std::string> &comments, const auto &...lists) {
+        Paragraphs further;
+        further.add(comments);
+        const auto addNew = [&](const std::vector<std::string> &paragraphs) {
+            for (const std::string &paragraph : paragraphs)
+                if (!known.has(paragraph) && !further.has(paragraph)) {
+                    comments.push_back(paragraph);
+                    further.add(paragraph);
+                }
+        };
+        (addNew(lists), ...);
     };
-    addTo(node.commentsAbove, added.above);
-    addTo(node.commentsAbove, added.beside);
+    addTo(node.commentsAbove, added.above, added.beside);
     addTo(node.commentsAtEnd, added.atEnd);
 }
 
@@ -222,8 +265,8 @@ void Merge::compareProperties(const ModuleNode &node, const Module &module, Inde
         (isClass(kind)
              ? inQuotes(path.className, kTextLimit)
              : inQuotes(node.name()) + (path.className.empty() ? "" : " of " + inQuotes(path.className, kTextLimit)));
-    text +=
-        " is " + here.description() + " here, and " + known.description() + " at " + node.module->placeOf(node.clause);
+    text += " is " + here.descriptionBeside(known) + " here, and " + known.descriptionBeside(here) + " at " +
+            node.module->placeOf(node.clause);
     if (path.isMom && _firstMom)
         _notes.push_back({module.placeOf(clause), text + ", which is taken"});
     else

@@ -115,13 +115,14 @@ bool ModuleProperties::operator==(const ModuleProperties &other) const {
            securityLevel == other.securityLevel;
 }
 
-std::string ModuleProperties::description() const {
+std::string ModuleProperties::descriptionBeside(const ModuleProperties &other) const {
     std::string words;
     for (const std::string_view word : {transportation, ordering, space})
         words += (words.empty() || word.empty() ? "" : " ") + std::string(word);
     const std::string level =
         securityLevel.empty() ? "without security level" : "of security level " + inQuotes(securityLevel);
-    return words.empty() ? level : inQuotes(words, kTextLimit) + (securityLevel.empty() ? "" : ' ' + level);
+    return words.empty() ? level
+                         : inQuotes(words, kTextLimit) + (securityLevel == other.securityLevel ? "" : ' ' + level);
 }
 
 bool isMomClass(std::string_view fullName) {

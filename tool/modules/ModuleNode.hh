@@ -36,8 +36,8 @@ struct ModuleProperties {
 
     ModuleProperties(const Module &module, Module::Index clause);
     bool operator==(const ModuleProperties &other) const;
-    /// Returns the words for a message.
-    std::string description() const;
+    /// Returns the words for a message in which both are named.
+    std::string descriptionBeside(const ModuleProperties &other) const;
 };
 
 /// Whether a class of this full name, in any letter case, is the outermost of the Management Object Model (MOM).

@@ -47,9 +47,8 @@ bool complainIfXml(const Input &input, std::ostream &complaints) {
     return input.isXml();
 }
 
-} // namespace
-
-std::string complaintAbout(const CheckedFile &file, const char *consequence) {
+/// Describes why a file is refused, without a line end; empty if it is not.
+std::string refusalOf(const CheckedFile &file, const char *consequence) {
     std::vector<Finding> errors;
     std::copy_if(file.findings.begin(), file.findings.end(), std::back_inserter(errors),
                  [](const Finding &finding) { return finding.refusesFile(); });
@@ -57,8 +56,14 @@ std::string complaintAbout(const CheckedFile &file, const char *consequence) {
     reportFindings(Source(file.name, file.text ? &file.text->parser() : nullptr), std::move(errors), 1, first);
     if (!first.found())
         return {};
-    return "rtifed: " + file.name + ": the library refuses this file" + consequence + ": " + first.summary() +
-           (file.text ? "; see rtifed check " + file.name : "") + '\n';
+    return "rtifed: " + file.name + ": the library refuses this file" + consequence + ": " + first.summary();
+}
+
+} // namespace
+
+std::string complaintAbout(const CheckedFile &file, const char *consequence) {
+    const std::string refusal = refusalOf(file, consequence);
+    return refusal.empty() ? refusal : refusal + (file.text ? "; see rtifed check " + file.name : "") + '\n';
 }
 
 bool complainIfRefused(Input input, const char *consequence, std::ostream &complaints) {
@@ -67,6 +72,15 @@ bool complainIfRefused(Input input, const char *consequence, std::ostream &compl
     const std::string complaint = complaintAbout(checkFile(std::move(input), Severity::error), consequence);
     complaints << complaint;
     return !complaint.empty();
+}
+
+bool complainIfResultRefused(Input result, std::ostream &complaints) {
+    if (result.name != "-")
+        return complainIfRefused(std::move(result), "", complaints);
+    result.name = "the result";
+    const std::string refusal = refusalOf(checkFile(std::move(result), Severity::error), "");
+    complaints << (refusal.empty() ? "" : refusal + '\n');
+    return !refusal.empty();
 }
 
 std::unique_ptr<RtiFedDatabase> loadModel(Input input, std::ostream &complaints) {

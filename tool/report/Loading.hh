@@ -34,6 +34,10 @@ std::optional<Outline> outlineToShow(Input input, std::ostream &complaints);
 std::string complaintAbout(const CheckedFile &file, const char *consequence);
 /// Writes this line about a file that is checked for it, or that the file is XML. Returns whether it wrote one.
 bool complainIfRefused(Input input, const char *consequence, std::ostream &complaints);
+
+/// The same for what a command has written. If that is named "-", it went to standard output, where `rtifed check`
+/// cannot read it again, so that the complaint does not refer to that.
+bool complainIfResultRefused(Input result, std::ostream &complaints);
 inline constexpr const char *kOnlyUnderstood = ", so that only what can be understood is shown";
 
 /// Returns a file to compare; of a FED text that the library refuses, as far as it can be understood. Throws CannotWork

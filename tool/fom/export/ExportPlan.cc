@@ -129,6 +129,10 @@ void ExportPlan::planTree(const FomTree &tree, const Outline::Classes &classes, 
         if (const std::string_view name = lastComponent(classes[i].name);
             RtiFedName::equal(name, kPrivateClass) || RtiFedName::equal(name, kMomClass))
             leaveOut(tree, classes, i, plan);
+        else if (name == kStandardMomClass)
+            _notes.push_back({classes[i].place, std::string(tree.kind.className) + ' ' + inQuotes(name) +
+                                                    " has the name of the Management Object Model (MOM) in XML, for "
+                                                    "which RTIs and rtifed import take it"});
         else if (classes[i].parent == Outline::kNone)
             _notes.push_back({classes[i].place, std::string(tree.kind.className) + ' ' + inQuotes(name) +
                                                     " is outside of " + tree.kind.root +

@@ -115,13 +115,23 @@ private:
         const Class &node = _outline.classes(tree.kind)[index];
         const FomFacts::Known &known = _facts.of({classKind(tree), narrow(index)});
         _writer.open(tree.classElement);
-        _writer.leaf("name", siblings.distinct(nameInXml(lastComponent(node.name), node.place)));
+        writeName(nameInXml(lastComponent(node.name), node.place), tree.kind.className, node.place, siblings);
         writeFact(FomFact::sharing, known);
         if (!tree.kind.membersHaveProperties)
             writeDelivery(node.properties, node.place, node.name);
-        writeFact(FomFact::semantics, known);
+        if (looksLikeScaffold(tree, node, known))
+            _writer.leaf("semantics", formOf(FomFact::semantics).unknown);
+        else
+            writeFact(FomFact::semantics, known);
         writeContents(tree, node, index, node.children);
         _writer.close();
+    }
+
+    /// Whether a module would give nothing of an object class but its name and subclasses. A merge of modules takes
+    /// such a class for one that another module defines, unless it has semantics.
+    bool looksLikeScaffold(const FomTree &tree, const Class &node, const FomFacts::Known &known) const {
+        return isModule() && tree.kind.membersHaveProperties && node.members.empty() && !node.children.empty() &&
+               known.empty();
     }
 
     /// Writes the members of a class and the subclasses that it has in the export.
@@ -171,7 +181,8 @@ private:
                 writeFact(fact, FomFacts::find(given, fact) ? given : standard);
         };
         _writer.open(tree.memberElement);
-        _writer.leaf("name", siblings.distinct(isPrivilege ? kPrivilegeInFom : nameInXml(member.name, member.place)));
+        writeName(isPrivilege ? kPrivilegeInFom : nameInXml(member.name, member.place), tree.kind.memberName,
+                  member.place, siblings);
         writeFacts({FomFact::dataType});
         if (tree.kind.membersHaveProperties) {
             writeFacts({FomFact::updateType, FomFact::updateCondition, FomFact::ownership, FomFact::sharing});
@@ -236,6 +247,16 @@ private:
             _notes.push_back({place, "the name " + inQuotes(name) + " is not legal in XML; exported as " +
                                          shown(legal, kNameLimit)});
         return legal;
+    }
+
+    /// Writes a name that no sibling has, and notes if it is another one therefore.
+    void writeName(const std::string &name, const std::string &noun, const std::optional<RtiFedPosition> &place,
+                   DistinctNames &siblings) {
+        const std::string free = siblings.distinct(name);
+        if (free != name)
+            _notes.push_back({place, "the name " + inQuotes(name) + " is taken in the export by another " + noun +
+                                         "; exported as " + shown(free, kNameLimit)});
+        _writer.leaf("name", free);
     }
 
     void writeDimensions() {

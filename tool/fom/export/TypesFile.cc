@@ -73,25 +73,39 @@ private:
         readFacts(section.kind, owner.ref, node, section.membersKey, readMembers);
     }
 
-    /// Calls `visit` with the index of each name of a table and its value, and reports unknown names.
+    /// Calls `visit` with the index of each name of a table and its value, and reports names that are unknown or
+    /// there in two spellings.
     template <class Visit>
     void forEachName(const std::string &noun, const Names &names, const std::string &root, const toml::node &node,
                      Visit visit) {
         const toml::table *table = node.as_table();
         if (!table)
             return expected("a table", node);
+        std::unordered_map<std::size_t, const toml::key *> visited; // which the table has in the order of names
         for (const auto &[key, value] : *table) {
             std::string_view name = key.str();
             auto index = names.find(name);
             if (!index && !root.empty() && RtiFedName::equal(name.substr(0, root.size()), root))
                 index = names.find(name.substr(root.size()));
-            if (index)
+            if (index) {
+                const auto [other, isFirst] = visited.emplace(*index, &key);
+                if (!isFirst)
+                    faultOfSpellings(noun, *other->second, key);
                 visit(*index, value);
-            else
+            } else {
                 fault(key.source().begin,
                       "the export has no " + noun + ' ' + inQuotes(name) +
                           (showsFurtherFault() ? didYouMean(suggestionFor(name, names.all())) : ""));
+            }
         }
+    }
+
+    /// Reports two keys that are the same name in different spellings, at the second.
+    void faultOfSpellings(const std::string &noun, const toml::key &a, const toml::key &b) {
+        const bool isInOrder = a.source().begin < b.source().begin;
+        const toml::key &first = isInOrder ? a : b, &second = isInOrder ? b : a;
+        fault(second.source().begin,
+              "the " + noun + ' ' + inQuotes(second.str()) + " is here already as " + inQuotes(first.str()));
     }
 
     /// Reads the facts of a declaration. A class or space also has a key for its members.

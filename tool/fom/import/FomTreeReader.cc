@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr const char *kStandardMomClass = "HLAmanager";
-
 /// A name that FED text can have in a class, so that all names of a model are of use even if one is not.
 std::string withoutDots(std::string name) {
     std::replace(name.begin(), name.end(), '.', '_');
