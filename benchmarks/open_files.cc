@@ -11,7 +11,7 @@
 int main(int argc, char **argv) {
     return runProgram([&] {
         std::vector<std::unique_ptr<const RtiFedDatabase>> models;
-        for (const std::string file : std::vector<std::string>(argv + 1, argv + argc))
+        for (const std::string &file : std::vector<std::string>(argv + 1, argv + argc))
             models.push_back(std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg(file, RTI_true)));
     });
 }
