@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::size_t kMostNotes = 20;
-
 /// A model, and what its text says beyond it.
 struct ReadModel {
     Outline outline;
@@ -51,11 +49,8 @@ void print(std::vector<ExportNote> notes, const std::string &fileName, const Con
     };
     std::stable_sort(notes.begin(), notes.end(),
                      [&key](const ExportNote &a, const ExportNote &b) { return key(a) < key(b); });
-    for (std::size_t i = 0; i < std::min(notes.size(), kMostNotes); ++i)
-        console.err << textOf(fileName, notes[i].place) << ": note: " << notes[i].text << '\n';
-    if (notes.size() > kMostNotes)
-        console.err << fileName << ": note: " << counted(notes.size() - kMostNotes, "more note")
-                    << (notes.size() == kMostNotes + 1 ? " is" : " are") << " not shown\n";
+    for (const ExportNote &note : notes)
+        console.err << textOf(fileName, note.place) << ": note: " << note.text << '\n';
 }
 
 } // namespace

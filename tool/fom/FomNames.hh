@@ -43,6 +43,9 @@ using FomWords = std::array<FomWord, 2>;
 inline constexpr FomWords kFomTransportations = {{{"reliable", "HLAreliable"}, {"best_effort", "HLAbestEffort"}}};
 inline constexpr FomWords kFomOrders = {{{"receive", "Receive"}, {"timestamp", "TimeStamp"}}};
 
+/// The beginning of the comment behind an attribute or parameter in which an import keeps the data type, which follows.
+inline constexpr std::string_view kDataTypeInComment = "dataType ";
+
 /// Returns the other word for a word of FED in its short form or of XML, or null.
 const char *fomWord(const FomWords &words, std::string_view fed);
 const char *fedWord(const FomWords &words, std::string_view fom);

@@ -12,6 +12,16 @@ bool isName(std::string_view text) {
     return fomName(text) == text;
 }
 
+/// Splits the comment of a member into what it says, and the data type if its last line is one that an import wrote.
+std::pair<std::string, std::string> splitComment(const std::string &text) {
+    const std::size_t begin = text.rfind('\n') + 1; // 0 if there is one line
+    const std::string line = text.substr(begin);
+    const std::string name = line.substr(std::min(kDataTypeInComment.size(), line.size()));
+    if (line != std::string(kDataTypeInComment) + name || !isName(name))
+        return {text, ""};
+    return {text.substr(0, begin > 0 ? begin - 1 : 0), name};
+}
+
 /// The length of a decimal number at the beginning of a text.
 std::size_t numberAt(std::string_view text) {
     return std::min(text.find_first_not_of("0123456789"), text.size());
@@ -82,7 +92,10 @@ void FomFacts::set(const DeclarationRef &declaration, FomFact fact, std::string 
 
 void FomFacts::addComments(const DeclarationClauses &clauses) {
     clauses.forEachDocumentation([this](const DeclarationRef &declaration, const std::string &text) {
-        set(declaration, FomFact::semantics, text);
+        const bool isMember = declaration.kind == Kind::attribute || declaration.kind == Kind::parameter;
+        const auto [semantics, dataType] = isMember ? splitComment(text) : std::pair(text, std::string());
+        set(declaration, FomFact::semantics, semantics);
+        set(declaration, FomFact::dataType, dataType);
     });
 }
 

@@ -45,7 +45,7 @@ public:
     /// Sets a fact, also if it is known already. An empty text is ignored.
     void set(const DeclarationRef &declaration, FomFact fact, std::string text);
 
-    /// Adds what the comments of a text say, as semantics.
+    /// Adds what the comments of a text say: the data types that an import kept there, and all else as semantics.
     void addComments(const DeclarationClauses &clauses);
 
     /// Adds the facts that are known to others only.

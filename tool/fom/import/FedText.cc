@@ -121,9 +121,10 @@ private:
     }
 
     void writeMember(const FomTree &tree, const FomMember &member, std::size_t depth) {
-        _text += comment(member.semantics, depth) + '(' + tree.memberElement + ' ' + asWord(member.name.text) +
-                 (tree.kind.membersHaveProperties ? delivery(member.delivery) : "") + ')' +
-                 (member.dataType.empty() ? "\n" : " ; " + quotedIfCommand(shown(member.dataType)) + '\n');
+        _text +=
+            comment(member.semantics, depth) + '(' + tree.memberElement + ' ' + asWord(member.name.text) +
+            (tree.kind.membersHaveProperties ? delivery(member.delivery) : "") + ')' +
+            (member.dataType.empty() ? "\n" : " ; " + std::string(kDataTypeInComment) + shown(member.dataType) + '\n');
     }
 
     /// Writes a class and its subclasses; the levels are limited when they are read. What every root has comes first,
