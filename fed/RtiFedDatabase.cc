@@ -28,11 +28,16 @@ constexpr FixedName kTransportations[] = {{2, "RTI_RELIABLE", "RELIABLE"}, {1, "
 constexpr FixedName kOrderings[] = {{2, "RTI_TIME_STAMP_ORDERING", "TIMESTAMP"},
                                     {1, "RTI_RECEIVE_ORDERING", "RECEIVE"}};
 
+/// No two names have the same size, so the size says which one to compare. It is chosen without a branch, since in a
+/// file either follows the other at random.
 const FixedName *findFixed(const FixedName (&names)[2], std::string_view name) {
-    for (const FixedName &fixed : names)
-        if (RtiFedName::equalUpper(name, fixed.shortName) || RtiFedName::equalUpper(name, fixed.name))
-            return &fixed;
-    return nullptr;
+    const auto hasSize = [&name](const FixedName &fixed) {
+        return static_cast<unsigned>(name.size() == fixed.shortName.size()) |
+               static_cast<unsigned>(name.size() == fixed.name.size());
+    };
+    const FixedName &fixed = names[hasSize(names[1])];
+    const bool isShort = name.size() == fixed.shortName.size();
+    return RtiFedName::equalUpper(name, isShort ? fixed.shortName : fixed.name) ? &fixed : nullptr;
 }
 
 const FixedName *findFixed(const FixedName (&names)[2], unsigned long handle) {
@@ -289,7 +294,7 @@ std::string RtiFedDatabase::getObjectClassName(RtiObjectClassHandle handle) cons
 
 RtiAttributeHandle RtiFedDatabase::getAttributeHandle(std::string_view name, RtiObjectClassHandle objectClass) const {
     const RtiFedFoldedName folded(name);
-    if (const RtiFedMemberIndex *index = _objectClasses.memberIndex().get())
+    if (const RtiFedMemberIndex *index = _objectClasses.indexes().members.get())
         if (const std::uint32_t handle = index->find(objectClass._value, folded))
             return handle;
     return findAttribute(RtiFedName(name, folded.hash()), objectClass);
@@ -301,7 +306,7 @@ RtiAttributeHandle RtiFedDatabase::findAttribute(const RtiFedName &name,
     const RtiFedObjectClass *declaring = find(objectClass);
     if (!declaring)
         rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 1397: ");
-    _objectClasses.memberIndex().walked(_objectClasses, _attributeObjectClassMap.size());
+    _objectClasses.indexes().members.walked(_objectClasses, _attributeObjectClassMap.size());
     for (; declaring; declaring = declaring->getParentClass()) {
         const RtiFedAttribute *attribute = declaring->members().find(name);
         if (attribute && attribute->getHandle() != 0)

@@ -281,6 +281,7 @@ private:
     RtiAttributeHandle findAttribute(const RtiFedName &name, const RtiObjectClassHandle &objectClass) const;
 
     static const RtiFedObjectClass &requireDefined(const RtiFedObjectClass *objectClass);
+    RTI_bool verifyInSet(const RtiObjectClassHandle &objectClass, const RtiAttributeHandleSet &attributes) const;
     template <class Visit>
     void forEachAvailable(const RtiFedObjectClass &objectClass, Visit visit) const;
 

@@ -21,6 +21,22 @@ bool containsAll(const Set &available, const Set &asked, long) {
     return true;
 }
 
+/// Whether `holds` is true of the first and the last handle of each run of `set`. Called like containsAll. Of a host's
+/// set, each handle is a run.
+template <class Set, class Holds>
+auto allRuns(const Set &set, Holds holds, int) -> decltype(set.allRuns(holds)) {
+    return set.allRuns(holds);
+}
+template <class Set, class Holds>
+bool allRuns(const Set &set, Holds holds, long) {
+    bool all = true;
+    for (unsigned long i = 0; i < set.size(); ++i) {
+        const unsigned long handle = set.getHandle(i)._value;
+        all = holds(handle, handle) && all;
+    }
+    return all;
+}
+
 } // namespace
 
 std::set<RtiObjectClassHandle> RtiFedDatabase::getObjectClassHandleSet() const {
@@ -136,5 +152,26 @@ RtiAttributeHandleSet *RtiFedDatabase::getAvailableAttributeHandles(const RtiObj
 
 RTI_bool RtiFedDatabase::verifyAvailableAttributes(const RtiObjectClassHandle &objectClass,
                                                    RtiAttributeHandleSet attributes) const {
-    return containsAll(*getAvailableAttributeHandles(objectClass, 0), attributes, 0) ? RTI_true : RTI_false;
+    const RtiFedAvailableRuns *indexed = _objectClasses.indexes().available.get();
+    const RtiFedAvailableRuns::Runs *runs = indexed ? indexed->find(objectClass._value) : nullptr;
+    if (!runs)
+        return verifyInSet(objectClass, attributes);
+    const auto contained = [runs](unsigned long first, unsigned long last) { return runs->contain(first, last); };
+    return allRuns(attributes, contained, 0) ? RTI_true : RTI_false;
+}
+
+/// The same by the set of the class, whose runs are entered into the index, if there is one, for the next check.
+RTI_bool RtiFedDatabase::verifyInSet(const RtiObjectClassHandle &objectClass,
+                                     const RtiAttributeHandleSet &attributes) const {
+    const RtiAttributeHandleSet &available = *getAvailableAttributeHandles(objectClass, 0);
+    if (const RtiFedAvailableRuns *indexed =
+            _objectClasses.indexes().available.checked(_objectClasses.numHandles(), _objectClasses.greatest()._value))
+        indexed->enter(objectClass._value, [&available](auto enterRun) {
+            const auto enter = [&enterRun](unsigned long first, unsigned long last) {
+                enterRun(first, last);
+                return true;
+            };
+            allRuns(available, enter, 0);
+        });
+    return containsAll(available, attributes, 0) ? RTI_true : RTI_false;
 }

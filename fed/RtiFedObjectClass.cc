@@ -71,6 +71,7 @@ void RtiFedObjectClass::reserveForSubclass(RtiObjectClassHandle subclass) {
 }
 
 void RtiFedObjectClass::setAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet> available) {
+    dropAvailableRuns();
     _availableAttributes.set(std::move(available));
 }
 
@@ -169,7 +170,7 @@ void RtiFedObjectClass::restore(RtiBuffer &buffer) {
 }
 
 void RtiFedObjectClass::restoreAfterName(RtiFedImageReader &reader) {
-    _availableAttributes.set(nullptr); // first: the sets refer to attributes that the restore frees
+    setAvailableAttributes(nullptr); // first: the sets refer to attributes that the restore frees
     _availableFedAttributes.set(nullptr);
     restoreShared(reader);
     _allChildrenClasses.restore(reader);

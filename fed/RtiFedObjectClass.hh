@@ -52,7 +52,7 @@ public:
     /// Replaces the set of available attributes and frees the old one, unless it is the same.
     void setAvailableAttributes(std::unique_ptr<RtiAttributeHandleSet> available);
     void setAvailableFedAttributes(std::unique_ptr<std::set<RtiFedAttribute *>> available);
-    /// The sets, owned by this class; null until they are set or published.
+    /// The sets, owned by this class; null until they are set or published. Do not change them.
     RtiAttributeHandleSet *getAvailableAttributes() const { return _availableAttributes.get(); }
     std::set<RtiFedAttribute *> *getAvailableFedAttributes() const { return _availableFedAttributes.get(); }
     /// Keeps the set unless another thread has published one, and returns the set that is kept.

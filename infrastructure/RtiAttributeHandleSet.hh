@@ -42,6 +42,15 @@ public:
         }
         return true;
     }
+    /// Whether `holds` is true of the first and the last handle of each run of consecutive handles. Called for each
+    /// run, ascending; without a branch, so that the processor need not wait for an answer to go on.
+    template <class Holds>
+    bool allRuns(Holds holds) const {
+        bool all = true;
+        for (const Run *run = begin(); run != end(); ++run)
+            all &= holds(run->first, run->first + (lengthOf(run) - 1));
+        return all;
+    }
     unsigned long size() const { return _size; }
 
     /// Returns the handle at `index`, counted from 0 in ascending order. Throws RTI::ArrayIndexOutOfBounds.

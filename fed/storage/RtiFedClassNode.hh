@@ -3,6 +3,7 @@
 #include "fed/RtiFedClassNesting.hh"
 #include "fed/RtiFedElement.hh"
 #include "fed/image/RtiFedDump.hh"
+#include "fed/storage/RtiFedAvailableRuns.hh"
 #include "fed/storage/RtiFedHandleSet.hh"
 #include "fed/storage/RtiFedMemberIndex.hh"
 #include "fed/storage/RtiFedMemberTable.hh"
@@ -15,6 +16,17 @@
 
 template <class Node>
 class RtiFedClassTree;
+
+/// What lookups make of a whole tree. The classes of the tree drop it when they change.
+struct RtiFedTreeIndexes {
+    RtiFedMemberIndexHolder members;
+    RtiFedAvailableRunsHolder available;
+
+    void drop() {
+        members.drop();
+        available.drop();
+    }
+};
 
 /// What the nodes of both class trees share: the members declared on the class, the subclasses it owns, the handles of
 /// its children, and the link to its parent. `Node` is the concrete class.
@@ -57,11 +69,11 @@ public:
     /// The handles of the direct children and the members, without a copy.
     const RtiFedHandleSet<Handle> &children() const { return _childrenClasses; }
     const RtiFedMemberTable<Member> &members() const { return _members; }
-    /// Lets the members be allocated in the arena of a tree, and the index of the tree be dropped when they or the
-    /// parent change. Call it while there are no members; both must outlive the node.
-    void joinTree(RtiFedArena &arena, RtiFedMemberIndexHolder &memberIndex) {
+    /// Lets the members be allocated in the arena of a tree, and the indexes of the tree be dropped when what they are
+    /// made of changes. Call it while there are no members; both must outlive the node.
+    void joinTree(RtiFedArena &arena, RtiFedTreeIndexes &indexes) {
         _members.useArena(arena);
-        _memberIndex = &memberIndex;
+        _indexes = &indexes;
     }
     void reserveMembers(std::size_t number) { _members.reserve(number); }
 
@@ -169,8 +181,13 @@ protected:
 
     /// Call it before a change of the members or the parent.
     void dropMemberIndex() {
-        if (_memberIndex)
-            _memberIndex->drop();
+        if (_indexes)
+            _indexes->members.drop();
+    }
+    /// Call it before a change of the available attributes.
+    void dropAvailableRuns() {
+        if (_indexes)
+            _indexes->available.drop();
     }
 
     Node *_parent = nullptr; // next to the members, since most lookups of a member continue with the parent
@@ -212,6 +229,6 @@ private:
     }
 
     std::unique_ptr<Owned> _owned; // null if there are none, as in every node of a database that a FED file made
-    RtiFedMemberIndexHolder *_memberIndex = nullptr; // of the tree that the node is in; not owned
-    unsigned _level = 1;                             // bounds the recursion over owned nodes
+    RtiFedTreeIndexes *_indexes = nullptr; // of the tree that the node is in; not owned
+    unsigned _level = 1;                   // bounds the recursion over owned nodes
 };

@@ -5,7 +5,6 @@
 #include "fed/image/RtiFedImageLinks.hh"
 #include "fed/storage/RtiFedArena.hh"
 #include "fed/storage/RtiFedHandleMap.hh"
-#include "fed/storage/RtiFedMemberIndex.hh"
 #include "fed/storage/RtiFedNameMap.hh"
 
 #include <algorithm>
@@ -64,7 +63,7 @@ public:
     template <class... Arguments>
     Owner make(Arguments &&...arguments) {
         Owner node(_arena.template make<Node, kCacheLine, kNameSize>(std::forward<Arguments>(arguments)...));
-        node->joinTree(_arena, _memberIndex);
+        node->joinTree(_arena, _indexes);
         return node;
     }
 
@@ -135,11 +134,11 @@ public:
         _numNames = 0;
         _hasDoublePrefix = false;
         _handleMap.clear();
-        _memberIndex.drop();
+        _indexes.drop();
         _arena = RtiFedArena();
     }
 
-    const RtiFedMemberIndexHolder &memberIndex() const { return _memberIndex; }
+    const RtiFedTreeIndexes &indexes() const { return _indexes; }
 
     Handle greatest() const { return _handleMap.greatest(); }
 
@@ -290,5 +289,5 @@ private:
     std::size_t _numNames = 0;
     bool _hasDoublePrefix = false; // whether a name repeats the prefix: only then can a second try find anything
     RtiFedHandleMap<Handle, Owner> _handleMap;
-    RtiFedMemberIndexHolder _memberIndex;
+    RtiFedTreeIndexes _indexes;
 };

@@ -37,13 +37,13 @@ public:
         return a.size() == b.size() && equalBlocks<false>(a, Blocks(a), b.data());
     }
 
-    /// Whether a name begins with a prefix of up to sixteen bytes that is given in upper case.
+    /// Whether a name begins with a prefix of eight to sixteen bytes that is given in upper case.
     [[gnu::always_inline]] static bool beginsWith(std::string_view name, std::string_view prefix) {
         if (name.size() < prefix.size())
             return false;
         Block begin, wanted;
-        loadShort(name.data(), prefix.size(), begin);
-        loadShort(prefix.data(), prefix.size(), wanted);
+        loadPrefix(name.data(), prefix.size(), begin);
+        loadPrefix(prefix.data(), prefix.size(), wanted);
         // A letter is equal to one in upper case if they differ in no other bit than that of the case.
         const Block differ = (begin ^ wanted) & ~((wanted - 'A' < 26) & kCaseBit);
         return isZero(reinterpret_cast<const Words &>(differ));
@@ -61,14 +61,19 @@ public:
     }
     /// Writes the upper case of a name.
     static void putUpper(std::string_view name, char *to) {
-        std::size_t at = 0;
-        for (Block block; at + sizeof block <= name.size(); at += sizeof block) {
-            load(&name[at], block);
-            toUpper(block);
+        const auto put = [&name, to](std::size_t at) {
+            Block block;
+            loadUpper(name.data() + at, block);
             std::memcpy(to + at, &block, sizeof block);
+        };
+        if (name.size() < sizeof(Block)) {
+            for (std::size_t at = 0; at < name.size(); ++at)
+                to[at] = upper(name[at]);
+            return;
         }
-        for (; at < name.size(); ++at)
-            to[at] = upper(name[at]);
+        for (std::size_t at = 0; at < lastOf(name); at += sizeof(Block))
+            put(at);
+        put(lastOf(name)); // overlaps the one before it
     }
 
 private:
@@ -79,25 +84,38 @@ private:
     // convention for such values depends on compiler options.
     using Block = unsigned char __attribute__((vector_size(16)));
     using Words = Word __attribute__((vector_size(16)));
+    using Quarter = std::uint32_t;
+    using Quarters = Quarter __attribute__((vector_size(16)));
     static constexpr unsigned char kCaseBit = 0x20;
 
     [[gnu::always_inline]] static void load(const char *bytes, Block &block) {
         std::memcpy(&block, bytes, sizeof block);
     }
-    /// Loads a name of up to sixteen bytes and no byte after it.
+    /// Loads eight to sixteen bytes and no byte after them.
+    [[gnu::always_inline]] static void loadPrefix(const char *bytes, std::size_t size, Block &block) {
+        Words halves;
+        std::memcpy(&halves[0], bytes, sizeof(Word));
+        std::memcpy(&halves[1], bytes + size - sizeof(Word), sizeof(Word));
+        block = reinterpret_cast<Block>(halves);
+    }
+    /// Loads a name of up to sixteen bytes and no byte after it. Four quarters that overlap hold all bytes of a name of
+    /// four or more, without a branch: many names have about eight bytes, so that one there would be mispredicted.
     [[gnu::always_inline]] static void loadShort(const char *bytes, std::size_t size, Block &block) {
-        Word first = 0, last = 0;
-        if (size >= 8) {
-            std::memcpy(&first, bytes, 8);
-            std::memcpy(&last, bytes + size - 8, 8);
-        } else if (size >= 4) {
-            std::memcpy(&first, bytes, 4);
-            std::memcpy(&last, bytes + size - 4, 4);
+        Quarters quarters{};
+        if (size >= sizeof(Quarter)) {
+            const std::size_t last = size - sizeof(Quarter), second = std::min(last, sizeof(Quarter));
+            quarters = Quarters{quarterAt(bytes), quarterAt(bytes + second), quarterAt(bytes + last - second),
+                                quarterAt(bytes + last)};
         } else {
             for (std::size_t i = 0; i < size; ++i)
-                first = first << 8 | static_cast<unsigned char>(bytes[i]);
+                quarters[0] = quarters[0] << 8 | static_cast<unsigned char>(bytes[i]);
         }
-        block = reinterpret_cast<Block>(Words{first, last});
+        block = reinterpret_cast<Block>(quarters);
+    }
+    [[gnu::always_inline]] static Quarter quarterAt(const char *bytes) {
+        Quarter quarter;
+        std::memcpy(&quarter, bytes, sizeof quarter);
+        return quarter;
     }
 
     /// Applies upper to each byte.

@@ -44,8 +44,10 @@ const RtiFedClauseForm &formOf(RtiFedClause clause) {
 
 bool isKeywordOf(RtiFedClause clause, std::string_view word) {
     const std::string_view keyword = formOf(clause).keyword;
+    if (word.size() != keyword.size())
+        return false;
     const auto same = [](char a, char b) { return RtiStringUtility::toupper(a) == RtiStringUtility::toupper(b); };
-    return word == keyword || std::equal(word.begin(), word.end(), keyword.begin(), keyword.end(), same);
+    return word == keyword || std::equal(word.begin(), word.end(), keyword.begin(), same);
 }
 
 std::string_view keywordOf(std::string_view word) {

@@ -169,22 +169,6 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
     }
 }
 
-bool RtiFedLexer::nextOpen(RtiFedOffset &at) {
-    const RtiFedOffset end = endOfBlanks(_at);
-    if (end == _bytes.size() || _bytes[end] != '(')
-        return false;
-    at = end;
-    _at = end + 1;
-    return true;
-}
-
-bool RtiFedLexer::nextClose() {
-    if (_bytes[_at] != ')')
-        return false;
-    ++_at;
-    return true;
-}
-
 /// Returns the offset after the quote that closes the one here. If the line ends first, the quote is a stray one, and
 /// its own offset is returned. But if the text, or a NUL byte, ends first and no ")" is before that, the text was cut
 /// within the name, which then ends there.

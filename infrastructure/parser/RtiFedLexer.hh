@@ -55,9 +55,21 @@ public:
     void goBack(RtiFedOffset at) { _at = at; }
 
     /// Reads the next token, and sets `at` to its offset, if it is a "(" without a comment before it. Returns whether.
-    bool nextOpen(RtiFedOffset &at);
+    bool nextOpen(RtiFedOffset &at) {
+        const RtiFedOffset end = endOfBlanks(_at);
+        if (end == _bytes.size() || _bytes.data()[end] != '(')
+            return false;
+        at = end;
+        _at = end + 1;
+        return true;
+    }
     /// Reads the next byte if it is a ")". Returns whether it is.
-    bool nextClose();
+    bool nextClose() {
+        if (_bytes.data()[_at] != ')') // at the end of the text, the padding
+            return false;
+        ++_at;
+        return true;
+    }
 
 private:
     void skip(std::vector<RtiFedOffset> *foreign);

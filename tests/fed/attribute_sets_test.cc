@@ -1,6 +1,7 @@
 #include "tests/Support.hh"
 
 #include <algorithm>
+#include <random>
 #include <thread>
 #include <vector>
 
@@ -99,6 +100,34 @@ TEST_F(SetsTest, VerifiesAttributesOfAClass) {
     reasonOf<RTI::ObjectClassNotDefined>([&] { database->verifyAvailableAttributes(99, setOf({})); });
 }
 
+/// The first checks ask the sets of the classes, later ones the index that is made in between.
+TEST_F(SetsTest, VerifiesRepeatedlyAsTheSetOfTheClassSays) {
+    constexpr unsigned long kWide = 1UL << 31;
+    std::mt19937 random(3);
+    const auto randomSet = [&random](std::size_t size, unsigned long below) {
+        RtiAttributeHandleSet set(0);
+        while (size-- > 0)
+            set.add(random() % 50 ? 1 + random() % below : kWide - 2 + random() % 3);
+        return set;
+    };
+    for (int round = 0; round < 100; ++round) {
+        for (unsigned long handle = 1; handle <= 5; ++handle) // some of up to eight runs, some of more
+            database->find(RtiObjectClassHandle(handle))
+                ->setAvailableAttributes(std::make_unique<RtiAttributeHandleSet>(randomSet(random() % 60, 80)));
+        if (round % 10 == 0)
+            database->addObjectClass("ObjectRoot.N" +
+                                     std::to_string(round)); // more classes than the index was made for
+        for (int check = 0; check < 60; ++check) {
+            const unsigned long handle = 1 + random() % database->numObjectClasses();
+            const RtiAttributeHandleSet asked = randomSet(random() % 4, 80);
+            const auto *available = database->getAvailableAttributeHandles(RtiObjectClassHandle(handle), 0);
+            ASSERT_EQ(database->verifyAvailableAttributes(handle, asked), available->containsAll(asked));
+            ASSERT_TRUE(database->verifyAvailableAttributes(handle, *available));
+        }
+        reasonOf<RTI::ObjectClassNotDefined>([&] { database->verifyAvailableAttributes(99, setOf({})); });
+    }
+}
+
 TEST(Threads, AskAColdDatabaseTogether) {
     constexpr std::size_t kThreads = 4;
     const auto loaded = load(example("harbour.fed")), copy = restored(bytesOf(*loaded));
@@ -112,7 +141,7 @@ TEST(Threads, AskAColdDatabaseTogether) {
                     seen[i].push_back(database->getAvailableFedAttributes(handle, 0));
                     seen[i].push_back(database->getAvailableAttributeHandles(handle, 0));
                 }
-                answered[i] = answers(*database);
+                answered[i] = answers(*database) + answers(*database); // the second time, by the indexes
             });
         for (std::thread &thread : threads)
             thread.join();
