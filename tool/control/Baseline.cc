@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int kFormatVersion = 1;
-constexpr std::size_t kLongest = std::size_t(64) << 20; // bytes of a baseline
+constexpr std::size_t kLongestBaseline = std::size_t(64) << 20; // bytes of a baseline
 
 /// Reads the entries of a document. Throws Json exceptions, or a std::string that says what is wrong.
 template <class Add>
@@ -36,7 +36,7 @@ Baseline::Baseline(const std::string &fileName)
 
 Baseline Baseline::read(const std::string &fileName) {
     Baseline baseline(fileName);
-    const std::string text = readSmallFile(fileName, fileName, kLongest);
+    const std::string text = readSmallFile(fileName, fileName, kLongestBaseline);
     try {
         forEachEntry(Json::parse(text), [&](Key key, std::size_t count) { baseline._counts[std::move(key)] += count; });
     } catch (const Json::exception &error) {

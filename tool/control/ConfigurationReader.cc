@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr std::size_t kLongest = 1 << 18;    // bytes of a configuration
-constexpr std::size_t kMostSettings = 10000; // sections, patterns and subtrees
+constexpr std::size_t kLongestConfiguration = 1 << 18; // bytes of a configuration
+constexpr std::size_t kMostSettings = 10000;           // sections, patterns and subtrees
 
 /// Reads a TOML document into a configuration, and collects its faults: unknown keys, values of a wrong type, and what
 /// makes no sense.
@@ -172,7 +172,8 @@ private:
 } // namespace
 
 Configuration readConfiguration(const std::filesystem::path &path, const std::string &name) {
-    Configuration configuration = ConfigurationReader(name, readSmallFile(path.string(), name, kLongest)).read();
+    Configuration configuration =
+        ConfigurationReader(name, readSmallFile(path.string(), name, kLongestConfiguration)).read();
     configuration.name = name;
     configuration.folder = path.parent_path();
     return configuration;

@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr std::size_t kLongest = 1000;       // bytes of a pattern
-constexpr std::int64_t kMaxMemory = 1 << 20; // of a compiled pattern
+constexpr std::size_t kLongestPattern = 1000; // bytes of a pattern
+constexpr std::int64_t kMaxMemory = 1 << 20;  // of a compiled pattern
 
 /// Returns the expression for the set of bytes whose "[" is at `at`, and moves `at` to its "]". A set without "]" is
 /// returned as it is, so that the expression is refused.
@@ -52,7 +52,7 @@ std::string expressionOf(std::string glob) {
 
 Pattern::Pattern(std::string text, const std::string &expression, bool isGlob)
     : _text(std::move(text)), _isGlob(isGlob) {
-    if (_text.size() > kLongest)
+    if (_text.size() > kLongestPattern)
         return;
     re2::RE2::Options options;
     options.set_max_mem(kMaxMemory);
@@ -73,7 +73,7 @@ bool Pattern::matches(std::string_view text) const {
 
 std::string Pattern::fault() const {
     if (!_expression)
-        return "it is longer than " + std::to_string(kLongest) + " bytes";
+        return "it is longer than " + std::to_string(kLongestPattern) + " bytes";
     if (_expression->ok())
         return "";
     return _isGlob ? "a set in [] is not closed, or is in the wrong order" : _expression->error();

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int kFormatVersion = 1; // to be raised when a key is removed or changes its meaning
+constexpr int kStatisticsVersion = 1; // to be raised when a key is removed or changes its meaning
 
 /// Counts the findings of each rule.
 class StatisticsReport : public Report {
@@ -89,7 +89,7 @@ public:
     }
 
     void end() override {
-        _json.beginObject().member("formatVersion", kFormatVersion).key("rules").beginArray();
+        _json.beginObject().member("formatVersion", kStatisticsVersion).key("rules").beginArray();
         for (const Rule *rule : mostFrequentFirst())
             _json.breakLine().value({{"rule", rule->id},
                                      {"findings", countOf(*rule).findings},

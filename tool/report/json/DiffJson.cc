@@ -7,7 +7,7 @@ namespace {
 using Change = Comparison::Change;
 using Element = Comparison::Element;
 
-constexpr int kFormatVersion = 2; // to be raised when a key is removed or changes its meaning
+constexpr int kDiffVersion = 2; // to be raised when a key is removed or changes its meaning
 
 Json jsonOf(const ComparedFile &side) {
     return {{"file", side.input.name},
@@ -62,7 +62,7 @@ Json jsonOf(const Change &change) {
 void writeDifference(JsonWriter &json, const Difference &difference) {
     const Comparison &comparison = difference.comparison;
     const bool comparesHandles = comparison.handlesCompared();
-    json.beginObject().member("formatVersion", kFormatVersion);
+    json.beginObject().member("formatVersion", kDiffVersion);
     json.breakLine().member("verdict", Comparison::nameOf(comparison.verdict()));
     json.breakLine().member("old", jsonOf(difference.before));
     json.breakLine().member("new", jsonOf(difference.after));

@@ -3,13 +3,13 @@
 
 namespace {
 
-constexpr int kFormatVersion = 2; // to be raised when a key is removed or changes its meaning
+constexpr int kFindingsVersion = 2; // to be raised when a key is removed or changes its meaning
 
 class JsonReport : public Report {
 public:
     explicit JsonReport(std::ostream &out) : _json(out, JsonWriter::Layout::compact) {}
 
-    void begin() override { _json.beginObject().member("formatVersion", kFormatVersion).key("files").beginArray(); }
+    void begin() override { _json.beginObject().member("formatVersion", kFindingsVersion).key("files").beginArray(); }
 
     void beginFile(const Source &source, const Tally &) override {
         _json.breakLine().beginObject().member("file", source.name()).key("findings").beginArray();

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kFormatVersion = 1; // to be raised when a key is removed or changes its meaning
+constexpr int kModelVersion = 1; // to be raised when a key is removed or changes its meaning
 
 std::optional<std::string_view> orNull(std::string_view text) {
     return text.empty() ? std::nullopt : std::optional(text);
@@ -24,7 +24,7 @@ public:
 
     void write(const std::string &fileName, const RtiFedDatabase *database) {
         _json.beginObject();
-        _json.member("formatVersion", kFormatVersion);
+        _json.member("formatVersion", kModelVersion);
         _json.member("file", fileName);
         _json.member("loads", _outline.loads);
         _json.member("checksum", database ? Json(checksumText(_outline.checksum)) : Json());
