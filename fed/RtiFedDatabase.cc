@@ -110,11 +110,12 @@ typename Kind::Node *RtiFedDatabase::addClass(std::string_view name, typename Ki
         rtiFedRaise<RTI::ErrorReadingFED>(Kind::exists, name, " already exists.");
     typename Kind::Node *parent = nullptr;
     if (const auto superclass = superclassOf(name)) {
+        // equivalent: only speed; the lookup by name finds it, too
         parent = findUpward(last, *superclass);
         if (!parent)
             parent = find(Kind::handleOf(*this, *superclass));
-        if (!parent)
-            rtiFedRaise<RTI::RTIinternalError>(Kind::noSuperclass);
+        if (!parent)                                                // unreached: the lookup throws first
+            rtiFedRaise<RTI::RTIinternalError>(Kind::noSuperclass); // unreached: the same
     }
     auto made = tree.make(requireUnused(Kind::createHandle(*this)), tree.store(name), parent, defaults...);
     if (parent) // before adding the class: running out of memory must not leave a class that its parent does not list

@@ -30,5 +30,5 @@ void RtiDebugStream::enable(unsigned long long packages, unsigned long importanc
 }
 
 void RtiDebugStream::disable() {
-    enable(0, 0);
+    enable(0, 0); // equivalent: importances alone disable it
 }

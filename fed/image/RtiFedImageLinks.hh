@@ -26,7 +26,7 @@ class RtiFedImageLinks {
     using Handle = typename Node::Handle;
 
 public:
-    void reserve(std::size_t numClasses) { _classes.reserve(numClasses); }
+    void reserve(std::size_t numClasses) { _classes.reserve(numClasses); } // equivalent: only speed
 
     /// Links a class that was just read, and the subclasses it owns. `parent` is null if there is none among the
     /// classes read so far; `byte` is where the class begins. Throws RTI::RTIinternalError if it is nested too deeply.
@@ -96,7 +96,7 @@ private:
     }
 
     std::vector<std::pair<Node *, std::size_t>> _classes; // each with the byte where it begins
-    bool _parentsCameFirst = true;
+    bool _parentsCameFirst = true;                        // equivalent: only speed
     std::size_t _numChildHandles = 0;
     std::size_t _numListedByParent = 0;
 };

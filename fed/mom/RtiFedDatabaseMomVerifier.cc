@@ -188,6 +188,7 @@ RTI_bool verify(const RtiFedDatabase &db, std::string &message) {
 
     for (const auto &[className, member] : required) {
         const auto handle = handles.find(className);
+        // unreached in this function: both come from the same rows
         if (handle == handles.end()) {
             rtiFedReport(RTI_G_high,
                          "\"RtiFedDatabaseMomVerifier\", line 125: YIKES! Unexpected classname: " + className);

@@ -223,6 +223,7 @@ private:
     static unsigned levelBelow(const RtiFedClassNode *parent) {
         const unsigned level = parent ? parent->_level + 1 : 1;
         unsigned counted = 1;
+        // unreached: only a host that links classes in a cycle exceeds the bound
         for (const RtiFedClassNode *above = parent; above && counted <= kMaxClassNesting; above = above->_parent)
             ++counted;
         return level < counted ? counted : level;

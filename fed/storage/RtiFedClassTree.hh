@@ -94,7 +94,7 @@ public:
     }
 
     unsigned long checksum() const {
-        unsigned long checksum = 0;
+        unsigned long checksum = 0; // equivalent: both trees have it, so it cancels
         forEach([&checksum](const Node &node) { checksum ^= node.getChecksum(); });
         return checksum;
     }

@@ -46,7 +46,9 @@ public:
     void reserve(std::size_t capacity) {
         if (capacity <= _capacity)
             return;
+        // unreached: takes gigabytes
         if (capacity > std::min<std::size_t>(UINT32_MAX, SIZE_MAX / 2 / sizeof(Entry)))
+            // unreached: takes gigabytes
             throw std::bad_alloc();
         auto *entries = static_cast<Entry *>(arena().allocate(capacity * sizeof(Entry), alignof(Entry)));
         std::uninitialized_copy(_entries, _entries + _size, entries);

@@ -145,7 +145,9 @@ private:
     std::uint32_t append(std::string_view name, std::uint32_t hash, Value value) {
         const std::size_t place = _block.size();
         const std::size_t end = place + wordsOf(name.size());
+        // unreached: takes gigabytes
         if (name.size() > UINT32_MAX || end > UINT32_MAX)
+            // unreached: takes gigabytes
             throw std::length_error(
                 "a name is longer than 4 GiB, or all names of one map together are longer than 16 GiB");
         if (end > _block.capacity())

@@ -15,7 +15,7 @@ using Words = std::uint64_t __attribute__((vector_size(16)));
 RtiFedOffset firstOf(const Block &block) {
     const auto words = reinterpret_cast<Words>(block);
     const std::uint64_t word = words[0] ? words[0] : words[1];
-    if (word == 0)
+    if (word == 0) // equivalent: a byte of a comparison is 0 or 255
         return 16;
 #if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
     const auto inWord = static_cast<RtiFedOffset>(__builtin_ctzll(word)) / 8;
@@ -159,7 +159,8 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
             _at = at;
             return count;
         }
-        if (count == words.size() || at == end) // too many, the end, or no word
+        // Too many, the end, or no word. equivalent: only speed, since the slow path takes all that this one refuses
+        if (count == words.size() || at == end)
             return kNotPlain;
         const RtiFedOffset begin = at;
         at = _runs.endOfWord(at); // the NUL after the text ends a word, too
@@ -174,6 +175,7 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
 /// within the name, which then ends there.
 RtiFedOffset RtiFedLexer::endOfQuoted() const {
     const RtiFedOffset end = endOfLine(_bytes, _at + 1, '"');
+    // equivalent: the text is padded with NUL bytes
     if (end < _bytes.size() && _bytes[end] == '"')
         return end + 1;
     const bool cut = end == _bytes.size() || _bytes[end] == '\0';

@@ -42,7 +42,9 @@ void RtiFedReader::reportForeign() {
 }
 
 void RtiFedReader::openFed() {
+    // unreached: takes gigabytes
     if (_text.bytes().size() > kMaxTextSize)
+        // unreached: takes gigabytes
         return nesting.stop(Problem::textTooLong, _text.begin());
     advance();
     if (foreignFormatOf(_text.bytes().substr(_text.begin())))
@@ -247,7 +249,7 @@ void RtiFedReader::readArguments() {
     }
     if (count == 0 && form.numArguments > 0) { // with a name, it is declared nevertheless
         spacesKnown = spacesKnown && nesting.kind() != RtiFedClause::space;
-        return skipClause(1);
+        return skipClause(1); // equivalent: how many words may have been names is a guess
     }
     declareOrSkip(arguments);
 }

@@ -99,7 +99,9 @@ RtiFedSpan RtiFedSyntaxError::span(const RtiFedText &text) const {
     const auto upTo = [this](RtiFedOffset end) { return RtiFedSpan{at, end - at}; };
     const bool refused =
         problem == Problem::secondClause || problem == Problem::nestedTooDeeply || problem == Problem::namesTooLong;
+    // unreached: takes gigabytes
     if (problem == Problem::textTooLong)
+        // unreached: takes gigabytes
         return upTo(at);
     if (problem == Problem::leftOpen)
         return {place(), 1};
@@ -299,7 +301,9 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
                nameOf(text, clause) + (isUnclear ? "; the layout does not show which \")\" is superfluous" : "");
     case Problem::nulByte:
         return "expected FED text, found a NUL byte";
+    // unreached: takes gigabytes
     case Problem::textTooLong:
+        // unreached: takes gigabytes
         return "expected a text of at most " + std::to_string(kMaxTextSize) + " bytes, found a longer one";
     case Problem::tooManyErrors:
         return "expected at most " + std::to_string(kMaxErrors) +
@@ -308,5 +312,5 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     case Problem::foreignBlank:
         break; // above
     }
-    return {};
+    return {}; // unreached: each problem has a case
 }

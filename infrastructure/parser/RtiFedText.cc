@@ -38,7 +38,7 @@ RtiFedPosition RtiFedText::position(RtiFedOffset offset) const {
         line = _lastLine;
     }
     pass(line, at, offset);
-    _lastOffset = offset;
+    _lastOffset = offset; // equivalent: only speed
     _lastLine = line;
     return {line.number, offset - line.begin + 1UL};
 }

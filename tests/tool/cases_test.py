@@ -12,6 +12,9 @@ import subprocess
 import sys
 import tempfile
 
+# Of the caller's environment, only what measures or changes the program.
+KEPT = ("LD_LIBRARY_PATH", "LLVM_PROFILE_FILE", "RTIFED_REACHED")
+
 cases, program, examples = (pathlib.Path(argument).resolve() for argument in sys.argv[1:4])
 
 
@@ -20,7 +23,8 @@ def run(commands):
         os.mkdir(work + "/bin")
         os.symlink(program, work + "/bin/rtifed")
         os.mkdir(work + "/at")
-        environment = {"PATH": work + "/bin:" + os.environ["PATH"], "EXAMPLES": str(examples), "LC_ALL": "C.UTF-8"}
+        kept = {name: os.environ[name] for name in KEPT if name in os.environ}
+        environment = {**kept, "PATH": work + "/bin:" + os.environ["PATH"], "EXAMPLES": str(examples), "LC_ALL": "C.UTF-8"}
         done = subprocess.run(["sh", "-c", commands], cwd=work + "/at", env=environment, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
     return done.stdout.decode("utf-8", "backslashreplace")

@@ -25,7 +25,7 @@ std::string label(std::string_view text) {
 
 /// Returns a text for a title in the front matter, which is a YAML string in double quotes. Mermaid removes from it
 /// what looks like an HTML tag and decodes no entities, so a similar character takes the place of each `<`.
-std::string quoted(std::string_view text) {
+std::string yamlTitle(std::string_view text) {
     constexpr const char *kLeftQuotationMark = "\xE2\x80\xB9";
     std::string escaped;
     for (const char c : text) {
@@ -64,7 +64,7 @@ void writeTree(const ClassPicture::Tree &tree, std::ostream &os) {
 /// Mermaid places the last subgraph at the top. Only strokes are coloured: the page that shows the diagram chooses the
 /// other colours, for light or dark.
 void writeMermaid(const ClassPicture &picture, std::ostream &os) {
-    os << "---\ntitle: \"" << quoted(picture.title()) << "\"\n---\nflowchart LR\n";
+    os << "---\ntitle: \"" << yamlTitle(picture.title()) << "\"\n---\nflowchart LR\n";
     for (auto tree = picture.trees.rbegin(); tree != picture.trees.rend(); ++tree)
         writeTree(*tree, os);
     os << "  classDef object stroke:#5b8fd0\n  classDef interaction stroke:#c08a3e\n"

@@ -23,7 +23,7 @@ constexpr std::size_t kNameColumn = 30;     // a longer name does not move the c
 constexpr std::size_t kCommentLength = 100; // in bytes
 
 /// Returns a text as a string of TOML.
-std::string quoted(std::string_view text) {
+std::string tomlString(std::string_view text) {
     std::string string = "\"";
     for (const char byte : text)
         if (byte == '"' || byte == '\\')
@@ -43,7 +43,7 @@ std::string keyOf(const std::string &key) {
         return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
                byte == '_' || byte == '-';
     });
-    return isBare ? key : quoted(key);
+    return isBare ? key : tomlString(key);
 }
 
 /// The facts that the template names also where they are not known.
@@ -68,7 +68,7 @@ std::vector<std::string> assignments(ClauseKind kind, const FomFacts::Known &kno
     for (const FomFact fact : factsOf(kind))
         if (const std::string *text = FomFacts::find(known, fact);
             text || std::count(wanted.begin(), wanted.end(), fact) > 0)
-            all.push_back(std::string(formOf(fact).name) + " = " + (text ? quoted(*text) : "\"\""));
+            all.push_back(std::string(formOf(fact).name) + " = " + (text ? tomlString(*text) : "\"\""));
     return all;
 }
 
