@@ -161,7 +161,7 @@ class Base:
 
     def _read_symbols(self, wanted):
         """By function that is wanted: the object files that define it, and by object file the programs that can load it: those
-        that have all that it needs."""
+        that have all that it needs, or take it from the system."""
         needed, defined = {}, set()
         for name in self.objects:
             needed[name] = set()
@@ -175,7 +175,7 @@ class Base:
                         self.symbols[symbol].append(name)
         self.loadable = collections.defaultdict(set)
         for module in modules():
-            missing = defined - {line.split()[0] for line in run("nm", "-D", "--defined-only", "-P", module).splitlines()}
+            missing = defined - {line.split()[0] for line in run("nm", "-D", "-P", module).splitlines()}
             for name in self.objects:
                 if not needed[name] & missing:
                     self.loadable[name].add(str(module.with_suffix("")))
