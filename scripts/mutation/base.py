@@ -175,7 +175,7 @@ class Base:
                         self.symbols[symbol].append(name)
         self.loadable = collections.defaultdict(set)
         for module in modules():
-            missing = defined - {line.split()[0] for line in run("nm", "-D", "-P", module).splitlines()}
+            missing = defined - {line.split()[0].partition("@")[0] for line in run("nm", "-D", "-P", module).splitlines()}
             for name in self.objects:
                 if not needed[name] & missing:
                     self.loadable[name].add(str(module.with_suffix("")))
