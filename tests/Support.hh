@@ -24,6 +24,12 @@ std::string withMom(const std::string &objects, const std::string &interactions 
 
 std::string replaced(std::string text, const std::string &what, const std::string &with);
 
+/// Returns how often a random test is repeated: RTIFED_ROUNDS in the environment times as often as usual.
+inline std::size_t rounds(std::size_t usual) {
+    const char *times = std::getenv("RTIFED_ROUNDS");
+    return times ? usual * std::stoul(times) : usual;
+}
+
 /// Compares what `actual` returns for each text with what is expected of it, from a file of tests/data: "----" lines
 /// separate the cases, and a "====" line separates text and expectation. If RTIFED_RECORD is set in the environment,
 /// what is returned is written to the file instead.

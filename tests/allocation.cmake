@@ -1,5 +1,5 @@
-# An executable of its own, because it replaces the allocator.
-add_executable(rtifed-allocation-tests Support.cc fed/allocation_test.cc)
+# Executables of their own, because they replace the allocator.
+add_executable(rtifed-allocation-tests Support.cc FailingAllocator.cc fed/allocation_test.cc)
 target_compile_definitions(rtifed-allocation-tests PRIVATE
     RTIFED_EXAMPLES="${PROJECT_SOURCE_DIR}/examples"
     RTIFED_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data")

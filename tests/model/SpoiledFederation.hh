@@ -6,15 +6,8 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdlib>
 #include <iterator>
 #include <string>
-
-/// Returns how often a random test is repeated: RTIFED_ROUNDS in the environment times as often as usual.
-inline std::size_t rounds(std::size_t usual) {
-    const char *times = std::getenv("RTIFED_ROUNDS");
-    return times ? usual * std::stoul(times) : usual;
-}
 
 /// Changes something that may no longer load in the classes after the first `numMom`, which stay complete.
 inline void spoil(std::vector<Federation::Class> &classes, std::size_t numMom, Random &random) {

@@ -121,7 +121,7 @@ public:
 
 private:
     bool chance(unsigned of) { return _random() % of == 0; }
-    std::string name() { return std::string(1, "ABabXY"[_random() % 6]); }
+    std::string name(char letter) { return std::string(1, static_cast<char>(letter + (chance(2) ? 0 : 'a' - 'A'))); }
     std::string comment() {
         const std::string text = ";; " + std::to_string(_random() % 40) + '\n';
         return !chance(3) ? "" : chance(2) ? '\n' + text : text;
@@ -132,17 +132,27 @@ private:
         const bool isOdd = chance(6);
         return (usual != isOdd ? " reliable" : " RTI_BEST_EFFORT") + std::string(usual ? " receive S" : " timestamp");
     }
+    /// Appends one part at a time, since compilers evaluate the operands of + in different orders.
     std::string classes(int depth) {
         std::string text;
-        for (auto n = _random() % 4; n > 0 && depth < 3; --n) {
-            const std::string own = name();
-            text += comment() + "(class " + own + (_objects ? "" : delivery(own)) + ' ' + comment();
-            for (auto members = _random() % 3; members > 0; --members) {
-                const std::string member = name() + std::to_string(depth);
-                text +=
-                    (_objects ? "(attribute " + member + delivery(member) : "(parameter " + member) + ')' + comment();
+        for (const char letter : {'A', 'B', 'X'}) {
+            if (depth == 3 || chance(2))
+                continue;
+            const std::string own = name(letter);
+            text += comment();
+            text += "(class " + own;
+            text += _objects ? "" : delivery(own);
+            text += ' ' + comment();
+            for (const char letterOfMember : {'A', 'B'}) {
+                if (chance(2))
+                    continue;
+                const std::string member = name(letterOfMember) + std::to_string(depth);
+                text += _objects ? "(attribute " + member + delivery(member) : "(parameter " + member;
+                text += ')' + comment();
             }
-            text += classes(depth + 1) + comment() + ')' + comment();
+            text += classes(depth + 1);
+            text += comment();
+            text += ')' + comment();
         }
         return text;
     }

@@ -105,6 +105,27 @@ else
     skip 'little memory: the program does not start, as with sanitizers'
 fi
 
+# A small stack, no environment, and files that change while they are read.
+awk 'BEGIN { printf "(FED (objects"; for (i = 0; i < 200000; ++i) printf " (class C" i }' >deep.fed
+gives 1 '' 'ulimit -s 256; $rtifed check --quiet deep.fed'
+gives 1 '' 'ulimit -s 256; $rtifed fmt deep.fed 2>&1 | head -1; exit 1'
+gives 0 '' 'ulimit -s 256; $rtifed check harbour.fed && $rtifed json harbour.fed && $rtifed html harbour.fed && $rtifed fix --check harbour.fed 2>&1'
+gives 0 '' 'env -i "$rtifed" check harbour.fed && env -i "$rtifed" json harbour.fed && env -i "$rtifed" html harbour.fed'
+cat harbour.fed >changing.fed
+for i in 1 2 3 4 5 6 7 8 9 10; do cat harbour.fed harbour.fed >changing.fed; head -c 9000 harbour.fed >changing.fed; done &
+for i in 1 2 3 4 5 6 7 8 9 10; do
+    "$rtifed" check changing.fed >out 2>err
+    [ $? -le 2 ] || { echo 'FAILED: a file that changes'; failures=1; }
+done
+wait
+
+# Very many files, and links that lead back: each file is checked once.
+mkdir -p many/inner && ln -s .. many/inner/back && ln -s loop.fed many/loop.fed
+awk 'BEGIN { for (i = 0; i < 10000; ++i) { file = "many/inner/" i ".fed"; print "(FED)" >file; close(file) } }'
+"$rtifed" check --format concise many >out 2>err
+[ $? = 2 ] && [ "$(grep -c 'incomplete' out)" = 10000 ] && [ "$(cat err)" = 'rtifed: many/loop.fed: Too many levels of symbolic links' ] ||
+    { echo 'FAILED: a folder of 10,000 files'; head -3 out err; failures=1; }
+
 # Escape codes reach files unchanged, and never a terminal.
 escape=$(printf '\033[2J')
 export file="$escape.fed"

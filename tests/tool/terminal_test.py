@@ -6,10 +6,12 @@ import re
 import select
 import signal
 import struct
+import subprocess
 import sys
 import tempfile
 import termios
 import time
+import tty
 
 PROGRAM, EXAMPLES = sys.argv[1:]
 MINIMAL = EXAMPLES + "/minimal.fed"
@@ -55,8 +57,25 @@ def expect(name, got, wanted):
         failures += 1
 
 
+def run_on_broken_terminal(arguments):
+    """Returns what the program says if reading standard input fails after the beginning of a file, and its exit status."""
+    ours, theirs = pty.openpty()
+    tty.setraw(theirs)
+    with open(MINIMAL, "rb") as file:
+        os.write(theirs, file.read(700))
+    os.close(theirs)  # reading gives these bytes, then an error
+    ended = subprocess.run([PROGRAM, *arguments], stdin=ours, capture_output=True, check=False)
+    os.close(ours)
+    return ended.stderr.decode(), ended.returncode
+
+
 with tempfile.TemporaryDirectory() as folder:
     os.chdir(folder)
+    for command in ("check", "list", "json", "fmt", "save"):
+        arguments = [command, "-"] + (["image"] if command == "save" else [])
+        expect(command + " of a broken file", run_on_broken_terminal(arguments),
+               ("rtifed: -: the file cannot be read: Input/output error\n", 2))
+    expect("files written of a broken file", os.listdir(), [])
     os.mkfifo("pipe")
     good = open(MINIMAL, encoding="utf-8").read()
     shown = "\rWorking for N s: pipe\033[K" + ERASED

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <sstream>
 
 namespace {
 
@@ -16,9 +15,8 @@ std::string codeBlock(const char *text) {
 
 /// Breaks a text into lines of at most `width` bytes, except for longer words.
 std::string wrapped(const std::string &text, std::size_t width) {
-    std::istringstream words(text);
-    std::string lines, line, word;
-    while (words >> word) {
+    std::string lines, line;
+    for (const std::string &word : wordsOf(text)) {
         if (!line.empty() && line.size() + 1 + word.size() > width) {
             lines += line + '\n';
             line.clear();

@@ -3,9 +3,9 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
+#include "tool/console/TextStream.hh"
 #include "tool/model/Names.hh"
 
-#include <sstream>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -251,7 +251,7 @@ public:
 
     /// Returns false for a file that cannot be searched at all.
     bool look(const Input &input) {
-        std::ostringstream complaint;
+        TextStream complaint;
         const auto outline = outlineToShow(input, complaint);
         if (!outline) {
             tell(complaint.str());

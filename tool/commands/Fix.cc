@@ -1,10 +1,9 @@
 #include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/TextStream.hh"
 #include "tool/control/Decision.hh"
 #include "tool/model/DeliveryWords.hh"
 #include "tool/model/MovedHandles.hh"
-
-#include <sstream>
 
 namespace {
 
@@ -125,7 +124,7 @@ Status fix(const FixOptions &options, const Console &console) {
         if (!input.whole)
             throw CannotWork(input.name + ": not changed, since it has a NUL byte, after which it is not read");
         const FixedText fixed = withFixes(input, configurations.settingsFor(input.name), options.selection);
-        std::ostringstream lines; // written after the file
+        TextStream lines; // written after the file
         const FixReport report(input, lines);
         for (const MadeFix &made : fixed.made)
             report.add(made.place, *made.rule, made.isSafe, made.text);

@@ -1,10 +1,10 @@
 #include "tool/commands/HtmlFolder.hh"
+#include "tool/console/TextStream.hh"
 #include "tool/model/Revision.hh"
 #include "tool/page/ModelPage.hh"
 #include "tool/page/Page.hh"
 
 #include <filesystem>
-#include <sstream>
 
 namespace {
 
@@ -38,7 +38,7 @@ Status html(const HtmlOptions &options, const Console &console) {
     if (options.output == "-") {
         writeModelPage(model, page, console.out);
     } else {
-        std::ostringstream text;
+        TextStream text;
         writeModelPage(model, page, text);
         writePageFile(options.output, text.str());
     }

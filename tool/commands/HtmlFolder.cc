@@ -1,6 +1,7 @@
 #include "tool/commands/HtmlFolder.hh"
 
 #include "tool/console/Text.hh"
+#include "tool/console/TextStream.hh"
 #include "tool/model/Revision.hh"
 #include "tool/page/IndexPage.hh"
 #include "tool/page/OutputFolder.hh"
@@ -9,7 +10,6 @@
 
 #include <filesystem>
 #include <set>
-#include <sstream>
 #include <utility>
 
 namespace {
@@ -123,7 +123,7 @@ private:
         std::string index = kIndexName;
         for (const char c : path)
             index.insert(0, c == '/' ? "../" : "");
-        std::ostringstream page;
+        TextStream page;
         const Tally tally = writeModelPage(model, {difference ? &*difference : nullptr, index}, page);
         writePageFile(_output->fileAt(pageOf(path)), page.str());
         row.errors = tally.errors;
@@ -155,7 +155,7 @@ private:
     }
 
     void writeIndex() {
-        std::ostringstream index;
+        TextStream index;
         const std::string name = fs::canonical(_options.fileName).filename().string();
         writeIndexPage("Models" + (name.empty() ? "" : " in " + name), _rows, _options.against, index);
         const std::string file = _output->fileAt(kIndexName);

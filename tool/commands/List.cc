@@ -1,7 +1,7 @@
 #include "tool/commands/Commands.hh"
+#include "tool/console/TextStream.hh"
 #include "tool/model/Model.hh"
 
-#include <sstream>
 #include <utility>
 
 Status list(const std::string &fileName, const Console &console) {
@@ -10,7 +10,7 @@ Status list(const std::string &fileName, const Console &console) {
     const auto model = loadModel(std::move(input), console.err);
     if (!model)
         return wrong;
-    std::ostringstream listing; // whole or not at all
+    TextStream listing; // whole or not at all
     if (!writeListing(*model, listing)) {
         console.err << name << ": error: " << kDanglingReference << '\n';
         return wrong;

@@ -1,12 +1,12 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
+#include "tool/console/TextStream.hh"
 #include "tool/model/Names.hh"
 #include "tool/picture/Picture.hh"
 #include "tool/report/MeantClasses.hh"
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
 
 namespace {
@@ -211,7 +211,7 @@ void printText(const TreeOptions &options, const Outline &outline, const std::ve
 }
 
 void drawMermaid(const ClassPicture &picture, const std::string &fileName, const Console &console) {
-    std::ostringstream diagram;
+    TextStream diagram;
     writeMermaid(picture, diagram);
     const std::string text = diagram.str();
     std::size_t numEdges = 0;

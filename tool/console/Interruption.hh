@@ -2,11 +2,12 @@
 
 #include <csignal>
 
-/// What happens when SIGINT, SIGTERM or SIGHUP ends the program.
+/// What happens when SIGINT, SIGTERM or SIGHUP ends the program, or memory that runs out where no exception may be
+/// thrown.
 
-/// Makes these signals erase the progress line and remove a file that is not finished before they end the program. It
-/// still ends by the signal, so that a shell or make sees that it was interrupted. A signal that is ignored, as nohup
-/// arranges, stays ignored.
+/// Makes these erase the progress line and remove a file that is not finished before they end the program. After a
+/// signal it still ends by the signal, so that a shell or make sees that it was interrupted; without memory it says so
+/// and ends with the status cannotWork. A signal that is ignored, as nohup arranges, stays ignored.
 void cleanUpWhenInterrupted();
 
 /// Names the file that a signal is to remove; null for none. The name must stay valid until the next call. The caller

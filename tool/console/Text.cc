@@ -2,7 +2,7 @@
 
 #include "infrastructure/RtiStringUtility.hh"
 
-#include <sstream>
+#include <algorithm>
 
 std::string shown(std::string_view name, std::size_t limit) {
     return RtiFedParser::printable(name, limit);
@@ -36,10 +36,23 @@ std::string joined(const std::vector<std::string> &words, std::string_view separ
 
 std::vector<std::string> split(const std::string &text, char separator) {
     std::vector<std::string> parts;
-    std::istringstream rest(text);
-    for (std::string part; std::getline(rest, part, separator);)
-        parts.push_back(part);
+    for (std::size_t begin = 0, end = 0; begin < text.size(); begin = end + 1) {
+        end = std::min(text.find(separator, begin), text.size());
+        parts.push_back(text.substr(begin, end - begin));
+    }
     return parts;
+}
+
+std::vector<std::string> wordsOf(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\n\v\f\r";
+    std::vector<std::string> words;
+    std::size_t begin = text.find_first_not_of(kBlanks);
+    while (begin != std::string_view::npos) {
+        const std::size_t end = std::min(text.find_first_of(kBlanks, begin), text.size());
+        words.emplace_back(text.substr(begin, end - begin));
+        begin = text.find_first_not_of(kBlanks, end);
+    }
+    return words;
 }
 
 std::string hexDigits(unsigned char byte) {

@@ -35,6 +35,9 @@ std::string joined(const std::vector<std::string> &words, std::string_view separ
 /// Returns the parts of a text that end at a separator or at the end of the text.
 std::vector<std::string> split(const std::string &text, char separator);
 
+/// Returns the words of a text, which blanks and line ends separate.
+std::vector<std::string> wordsOf(std::string_view text);
+
 /// Returns the two hexadecimal digits of a byte, in lower case.
 std::string hexDigits(unsigned char byte);
 

@@ -1,4 +1,5 @@
 #include "tool/control/Baseline.hh"
+#include "tool/console/TextStream.hh"
 
 #include "tool/console/Console.hh"
 #include "tool/console/InputFile.hh"
@@ -6,7 +7,6 @@
 
 #include <limits>
 #include <numeric>
-#include <sstream>
 
 namespace {
 
@@ -75,7 +75,7 @@ std::size_t Baseline::size() const {
 }
 
 std::string Baseline::text() const {
-    std::ostringstream text;
+    TextStream text;
     JsonWriter json(text, JsonWriter::Layout::compact);
     json.beginObject().member("formatVersion", kFormatVersion).key("findings").beginArray();
     for (const auto &[key, count] : _counts) {

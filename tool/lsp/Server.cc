@@ -183,6 +183,8 @@ void Server::note(const std::string &method, const Params &params) {
     }
     try {
         known->handle(_session, params);
+    } catch (const std::bad_alloc &) {
+        _session.log(method + ": " + kOutOfMemory);
     } catch (const std::exception &refused) {
         _session.log(method + ": " + refused.what());
     }

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <sstream>
 
 namespace {
 
@@ -27,14 +26,13 @@ std::string quotedIfCommand(const std::string &text) {
 /// Returns a paragraph as lines of comments. The width is less where the formatting will indent them.
 std::string commentLines(const std::string &paragraph, std::size_t depth) {
     const std::size_t width = kWidth - std::min(2 * depth, kWidth / 2);
-    std::istringstream words(paragraph);
-    std::string lines, line, word;
+    std::string lines, line;
     const auto endLine = [&] {
         lines += ";; " + quotedIfCommand(line) + '\n';
         line.clear();
     };
-    while (words >> word) {
-        word = shown(word);
+    for (const std::string &bytes : wordsOf(paragraph)) {
+        const std::string word = shown(bytes);
         if (!line.empty() && line.size() + word.size() + 4 > width)
             endLine();
         line += (line.empty() ? "" : " ") + word;
@@ -46,9 +44,8 @@ std::string commentLines(const std::string &paragraph, std::size_t depth) {
 
 /// Returns a text, whose paragraphs end at empty lines, as comments.
 std::string comment(const std::string &text, std::size_t depth = 0) {
-    std::istringstream lines(text + "\n\n");
     std::string comments, paragraph;
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string &line : split(text + "\n\n", '\n')) {
         if (line.find_first_not_of(" \t\r") != std::string::npos) {
             paragraph += line + ' ';
             continue;
