@@ -93,10 +93,10 @@ private:
     }
     /// Loads eight to sixteen bytes and no byte after them.
     [[gnu::always_inline]] static void loadPrefix(const char *bytes, std::size_t size, Block &block) {
-        Words halves;
-        std::memcpy(&halves[0], bytes, sizeof(Word));
-        std::memcpy(&halves[1], bytes + size - sizeof(Word), sizeof(Word));
-        block = reinterpret_cast<Block>(halves);
+        Word first, last;
+        std::memcpy(&first, bytes, sizeof first);
+        std::memcpy(&last, bytes + size - sizeof last, sizeof last);
+        block = reinterpret_cast<Block>(Words{first, last});
     }
     /// Loads a name of up to sixteen bytes and no byte after it. Four quarters that overlap hold all bytes of a name of
     /// four or more, without a branch: many names have about eight bytes, so that one there would be mispredicted.
