@@ -4,6 +4,7 @@
 #include "tests/Support.hh"
 #include "tool/commands/Commands.hh"
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -83,10 +84,16 @@ std::vector<std::string> commentsIn(const std::string &text) {
 TEST(Merge, JoinsOrReportsConflicts) {
     forEachCase("merge.txt", [](const std::string &text) {
         std::vector<std::string> modules;
+        const bool firstMom = text.find("first MOM") != std::string::npos;
         const std::regex separator("\\+\\+\\+\\+\n");
         for (std::sregex_token_iterator part(text.begin(), text.end(), separator, -1), end; part != end; ++part)
             modules.push_back("(FED (Federation F) (FEDversion v)\n" + part->str() + ")");
-        return merged(modules, text.find("first MOM") != std::string::npos, true);
+        const std::string result = merged(modules, firstMom);
+        for (const std::string &module : modules)
+            if (result.rfind("(FED", 0) == 0) {
+                EXPECT_EQ(merged({result, module}, firstMom), result) << "merged again, the result changes";
+            }
+        return merged(modules, firstMom, true);
     });
 }
 
@@ -178,6 +185,41 @@ TEST(Merge, OfRandomModulesLoadsWithAllThatTheyDeclare) {
     EXPECT_LT(numMerged, 100);
 }
 
+/// Also if a class and its superclass have a member of one name, so that the file does not load.
+TEST(Merge, OfAFileAndAPartOfItHasNoConflict) {
+    RandomModules random(7);
+    std::mt19937 choice(7);
+    for (int numMerged = 0; numMerged < 40;) {
+        const std::string text = std::regex_replace(random.make(), std::regex("(attribute [A-Yabxy])[12]"), "$010");
+        bool isGood = true;
+        Checker(text).forEachFinding([&isGood](const Finding &finding) {
+            isGood = isGood && finding.rule == &ruleOf(RuleId::inheritedMember);
+            return isGood;
+        });
+        if (!isGood)
+            continue;
+        ++numMerged;
+        const std::vector<ExtractedClasses> classes = singleClasses(outlineOf(text));
+        const std::string part = extractedFrom(text, classes[choice() % classes.size()]);
+        std::size_t conflicts = 0, inOtherOrder = 0;
+        mergedText({text, part}, conflicts);
+        mergedText({part, text}, inOtherOrder);
+        ASSERT_EQ(conflicts + inOtherOrder, 0U) << text << "----\n" << part;
+    }
+}
+
+TEST(Merge, OfManyCommentsThatBeginAlikeTakesLittleTime) {
+    const auto withComments = [](const std::string &name) {
+        std::string text = "(FED (Federation F) (FEDversion v)\n";
+        for (int i = 0; i < 20000; ++i)
+            text += ";; ----\n;; " + name + std::to_string(i) + "\n\n";
+        return text + "(spaces))";
+    };
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(commentsIn(merged({withComments("a"), withComments("b")})).size(), 80000U);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(3)); // 5 s if it is quadratic
+}
+
 TEST(Merge, OfTwoExtractsIsTheExtractOfAllTheirClasses) {
     const std::string text = example("harbour.fed");
     const std::vector<ExtractedClasses> classes = singleClasses(outlineOf(text));
@@ -265,20 +307,30 @@ TEST(ModuleCommands, WriteAFileWholeOrNotAtAll) {
         replaced(format(readFile(one.path())), "(class RTIprivate)", "(class RTIprivate) (attribute x reliable none)"));
     err.str("");
     EXPECT_EQ(merge({{broken.path()}}, console), wrong);
-    EXPECT_NE(err.str().find(", as far as it can be understood\nrtifed: the result: the library"), std::string::npos)
+    EXPECT_NE(err.str().find(": same, as far as it can be understood\nrtifed: the result: the library"),
+              std::string::npos)
         << err.str();
     EXPECT_EQ(err.str().find("see rtifed check"), std::string::npos) << err.str();
 }
 
-TEST(ModuleCommands, DoNotMergeTheirResultInAFolder) {
-    const std::string folder = ::testing::TempDir() + "merged-folder";
+TEST(ModuleCommands, ReplaceTheirResultInAFolderAndNothingElse) {
+    const std::string folder = ::testing::TempDir() + "merged-folder", all = folder + "/all.fed";
     std::filesystem::create_directory(folder);
-    const std::string all = folder + "/all.fed";
-    std::ofstream(folder + "/b.fed") << withMom("(class A)");
     std::ostringstream out, err;
-    EXPECT_EQ(merge({{folder}, all}, Console{out, err}), done) << err.str();
-    std::ofstream(folder + "/b.fed") << withMom("(class B)");
-    EXPECT_EQ(merge({{folder}, folder + "/../merged-folder/all.fed"}, Console{out, err}), done) << err.str();
-    EXPECT_EQ(readFile(all), format(withMom("(class B)")));
+    const auto mergeFolder = [&](const std::string &classes) {
+        std::ofstream(folder + "/b.fed") << withMom(classes);
+        return merge({{folder}, folder + "/../merged-folder/all.fed"}, Console{out, err});
+    };
+    const std::string with = "(class A (attribute a reliable receive)) ;; kept", more = with + "\n(class B)";
+    EXPECT_EQ(mergeFolder(with), done) << err.str();
+    EXPECT_EQ(mergeFolder(more), done) << err.str();
+    EXPECT_EQ(readFile(all), format(withMom(more)));
+    for (const char *const other : {"(class A (attribute a reliable receive)) ;; kept", "(class A) ;; kept\n(class B)",
+                                    "(class A (attribute a reliable receive)) (class B)",
+                                    "(class A (attribute a best_effort receive)) ;; kept\n(class B)"})
+        EXPECT_THROW(mergeFolder(other), CannotWork) << other;
+    std::ofstream(all) << "no model";
+    EXPECT_THROW(mergeFolder(more), CannotWork);
+    EXPECT_EQ(readFile(all), "no model");
     std::filesystem::remove_all(folder);
 }

@@ -6,8 +6,8 @@ void CommandLine::addMerge() {
     CLI::App *command = addCommand(
         "merge", "Join FED files that share their upper classes into one",
         "Classes and spaces of the same name become one, with the members of all files; what several files declare "
-        "alike is declared once. Comments are kept. The order is that of the first file. Standard error says what "
-        "becomes of the handles of each file that loads.\n\n"
+        "alike is declared once. Comments are kept. The order is that of the first file. For each file, standard error "
+        "says how the merged model differs from it and, if the file loads, how many handles moved.\n\n"
         "Declarations that differ are conflicts. Each is reported with both places, and nothing is written. modules.md "
         "of the documentation has the rules.\n\n"
         "Exit status:\n"
@@ -64,8 +64,7 @@ void CommandLine::addConstants() {
         "constants. constants.md of the documentation says how names become identifiers.\n\n"
         "With --handles there are also the handles, the SHA-256 fingerprint of the model to which they belong, and a "
         "function that compares it. That needs a file that loads. Without --handles the file need not load, but the "
-        "exit "
-        "status is 1 then, and nothing is written if it has syntax errors.\n\n"
+        "exit status is 1 then, and nothing is written if it has syntax errors.\n\n"
         "Examples:\n"
         "  rtifed constants harbour.fed --language c++ -o harbour.hh\n"
         "  rtifed constants harbour.fed --language java --scope org.example.Harbour -o Harbour.java\n"

@@ -59,8 +59,8 @@ void CommandLine::addFix() {
         "Makes the fixes that have one meaning: adds what is missing of the Management Object Model (MOM), drops\n"
         "members that a superclass has too, corrects misspelt words. Each fix is printed on standard error as\n"
         "FILE:LINE:COLUMN: fix: TEXT [RULE], then what still keeps the file from loading; the exit status is 1 if\n"
-        "anything does. Names, comments and layout stay as they are, and so does what a comment or configuration\n"
-        "allows. fixing.md of the documentation lists the fixes.\n\n"
+        "anything does. Comments and layout stay as they are, names except where a rule says that another one is\n"
+        "meant, and so does what a comment or configuration allows. fixing.md of the documentation lists the fixes.\n\n"
         "Examples:\n"
         "  rtifed fix --list harbour.fed\n"
         "  rtifed fix --diff harbour.fed\n"
@@ -91,7 +91,9 @@ void CommandLine::addFix() {
     command->add_flag("--unsafe", _fix.selection.unsafe,
                       "Make also the fixes that need a decision, such as removing an unused space");
     command->add_flag("--list,-l", _fix.list, "Print on standard output what could be fixed, and change nothing")
-        ->excludes(command->get_option("--write"));
+        ->excludes(command->get_option("--write"))
+        ->excludes(command->get_option("--diff"))
+        ->excludes(command->get_option("--check"));
     addConfiguration(command, _fix.configuration);
 }
 

@@ -29,10 +29,8 @@ public:
 /// than to the console.
 Status calls(const std::string &fileName, const Console &console) {
     Input input = readInput(fileName, console.stdinName);
-    if (input.isImage()) {
-        console.err << input.name << ": error: expected FED text, found a saved image\n";
+    if (complainIfImage(input, console.err))
         return wrong;
-    }
     RtiFedParser parser(std::move(input.contents));
     if (reportSyntaxErrors(parser, input.name, console.err))
         return wrong;

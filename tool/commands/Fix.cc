@@ -2,8 +2,8 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/TextStream.hh"
 #include "tool/control/Decision.hh"
-#include "tool/model/DeliveryWords.hh"
 #include "tool/model/MovedHandles.hh"
+#include "tool/model/UnderstoodVerdict.hh"
 
 namespace {
 
@@ -58,49 +58,23 @@ public:
     }
 
 private:
-    /// Whether a change is of something that the old text had: not of a word that was no transportation, ordering or
-    /// space.
-    static bool wasUnderstood(const Comparison::Change &change, const Outline &old) {
-        using Kind = Comparison::Change::Kind;
-        if (change.kind == Kind::unclear || !change.before)
-            return change.kind != Kind::unclear;
-        const std::string before = change.value(*change.before);
-        const auto isSpaceOf = [](const Outline &outline, const std::string &name) {
-            return std::any_of(outline.spaces.begin(), outline.spaces.end(),
-                               [&name](const Outline::Space &space) { return space.name == name; });
-        };
-        const auto isOneOf = [&before](const DeliveryWords &words) {
-            return before == words[0].shortForm || before == words[1].shortForm;
-        };
-        return change.kind == Kind::transportation ? isOneOf(kTransportations)
-               : change.kind == Kind::ordering     ? isOneOf(kOrderings)
-               : change.kind == Kind::space        ? isSpaceOf(old, before)
-                                                   : true;
-    }
-
-    /// The verdict of `rtifed diff`, about what was understood: that the rest is clear now is no change.
     std::string describeChange(const FixedText &fixed) const {
-        using Change = Comparison::Change;
         const Outline before = readOutline({_input.name, _input.contents});
         const Outline after = readOutline({_input.name, fixed.text.text()});
-        const Comparison comparison(before, after, false);
-        auto verdict = Comparison::Verdict::same;
-        for (const Change &change : comparison.changes()) {
-            if (wasUnderstood(change, before))
-                verdict = std::max(verdict, Comparison::meaning(change.kind));
-        }
         return std::string("; the model") + (before.loads ? "" : ", as far as it was understood") + ": " +
-               Comparison::nameOf(verdict) + ", " + movedHandles(before, after);
+               Comparison::nameOf(understoodVerdict(before, after)) + ", " + movedHandles(before, after);
     }
 
     const Input &_input;
     std::ostream &_out;
 };
 
-bool listFixes(const Input &input, const Settings &settings, const FixSelection &selection, std::ostream &out) {
+bool listFixes(const Input &input, const Settings &settings, const FixSelection &selection, const Console &console) {
+    if (complainIfImage(input, console.err))
+        return false;
     CheckedFile file = checkFile(input, Severity::warning);
     decide(file, settings, nullptr);
-    const FixReport report(input, out);
+    const FixReport report(input, console.out);
     for (const Finding &finding : file.findings)
         if (selection.takes(finding))
             report.add(file.text->parser().positionAt(finding.span->begin), *finding.rule, finding.fix.isSafe,
@@ -116,7 +90,7 @@ Status fix(const FixOptions &options, const Console &console) {
         FixSelection all = options.selection;
         all.unsafe = true;
         const auto list = [&](const Input &input) {
-            return listFixes(input, configurations.settingsFor(input.name), all, console.out);
+            return listFixes(input, configurations.settingsFor(input.name), all, console);
         };
         return forEachFile(withoutFolders(options.rewrite.files), console, list, [](auto &, auto &) {});
     }

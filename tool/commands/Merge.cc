@@ -4,11 +4,13 @@
 #include "tool/console/OutputFile.hh"
 #include "tool/console/Text.hh"
 #include "tool/model/MovedHandles.hh"
+#include "tool/model/UnderstoodVerdict.hh"
 
 #include <algorithm>
 #include <filesystem>
 #include <list>
 #include <memory>
+#include <sstream>
 
 namespace {
 
@@ -17,25 +19,46 @@ void reportHandles(const std::list<std::unique_ptr<Module>> &modules, const Inpu
     const Outline after = readOutline(result);
     for (const std::unique_ptr<Module> &module : modules) {
         const Outline before = outlineOf(module->original());
-        err << module->name() << ": the merged model, compared with this one: "
-            << Comparison::nameOf(Comparison(before, after, false).verdict()) << ", "
-            << (before.loads && after.loads ? movedHandles(before, after) : "as far as it can be understood") << '\n';
+        err << module->name()
+            << ": the merged model, compared with this one: " << Comparison::nameOf(understoodVerdict(before, after))
+            << ", " << (before.loads && after.loads ? movedHandles(before, after) : "as far as it can be understood")
+            << '\n';
     }
 }
 
-/// Returns the files to merge. The result of an earlier merge in one of the folders is none of them: it would come
-/// before the files that it was made of, and be right against them.
-std::vector<FileToRead> filesToMerge(const MergeOptions &options) {
-    std::vector<FileToRead> files = withoutFolders(options.files);
-    const auto isOutput = [&options](const FileToRead &file) {
+/// Removes the file to write if it was found in a folder. Returns whether it was.
+///
+/// It then is the result of an earlier merge: it might come before the files that it was made of, and what was changed
+/// in these since would be a conflict.
+bool removeOutput(std::vector<FileToRead> &files, const std::string &output) {
+    const auto isOutput = [&output](const FileToRead &file) {
         std::error_code error;
-        return !file.folder.empty() && std::filesystem::equivalent(file.name, options.output, error);
+        return !file.folder.empty() && std::filesystem::equivalent(file.name, output, error);
     };
-    if (options.output != "-")
-        files.erase(std::remove_if(files.begin(), files.end(), isOutput), files.end());
+    const auto end = output == "-" ? files.end() : std::remove_if(files.begin(), files.end(), isOutput);
+    const bool isRemoved = end != files.end();
+    files.erase(end, files.end());
     if (files.empty())
-        throw CannotWork(options.output + ": the only FED file of the folder is the one to write");
-    return files;
+        throw CannotWork(output + ": the only FED file of the folder is the one to write");
+    return isRemoved;
+}
+
+/// Refuses to replace a file that is not the result of an earlier merge: merging it too would change the result.
+void refuseToLose(const std::string &name, const std::string &result) {
+    std::ostringstream unused;
+    const std::unique_ptr<Module> old = readModule(readInput(name, name), unused);
+    const std::unique_ptr<Module> now = readModule({name, result}, unused);
+    bool losesNothing = false;
+    if (old && now) {
+        Merge both(false);
+        both.add(*now);
+        both.add(*old);
+        losesNothing = both.conflicts().empty() && both.text() == result;
+    }
+    if (!losesNothing)
+        throw CannotWork(name +
+                         ": left alone: it is the file to write, so it was not merged, but it has something that "
+                         "the result lacks; name it to merge it too, or remove it");
 }
 
 } // namespace
@@ -49,7 +72,9 @@ Status merge(const MergeOptions &options, const Console &console) {
             return false;
         return true;
     };
-    if (const Status status = forEachFile(filesToMerge(options), console, read, [](auto &, auto &) {}); status != done)
+    std::vector<FileToRead> files = withoutFolders(options.files);
+    const bool isOutputInFolder = removeOutput(files, options.output);
+    if (const Status status = forEachFile(files, console, read, [](auto &, auto &) {}); status != done)
         return status;
 
     Merge merged(options.firstMom);
@@ -62,9 +87,11 @@ Status merge(const MergeOptions &options, const Console &console) {
         console.err << "rtifed: nothing is written because of " << counted(number, "conflict") << '\n';
         return wrong;
     }
+    const Input result{options.output, merged.text()};
+    if (isOutputInFolder)
+        refuseToLose(options.output, result.contents);
     for (const Merge::Message &note : merged.notes())
         console.err << note.place << ": note: " << note.text << '\n';
-    const Input result{options.output, merged.text()};
     writeOutput(options.output, result.contents, console);
     reportHandles(modules, result, console.err);
     return complainIfResultRefused(result, console.err) ? wrong : done;

@@ -24,7 +24,8 @@ std::string faultOfLink(const FileToRead &file) {
     std::error_code none;
     if (file.folder.empty() || !fs::is_symlink(file.name, none))
         return {};
-    const fs::path target = fs::weakly_canonical(file.name, none), folder = fs::canonical(file.folder, none);
+    const fs::path target = fs::weakly_canonical(fs::absolute(file.name), none),
+                   folder = fs::canonical(file.folder, none);
     const bool isInside =
         std::mismatch(folder.begin(), folder.end(), target.begin(), target.end()).first == folder.end();
     return isInside ? ""
@@ -39,10 +40,8 @@ public:
 
     /// Returns whether the file is one that the command has nothing to complain about.
     bool operator()(const Input &input) const {
-        if (input.isImage()) {
-            _console.err << input.name << ": error: expected FED text, found a saved image\n";
+        if (complainIfImage(input, _console.err))
             return false;
-        }
         const std::optional<Rewritten> rewritten = _rewrite(input);
         if (!rewritten)
             return false;

@@ -89,8 +89,9 @@ std::vector<std::string> paragraphsIn(const SyntaxTree &tree, Index begin, Index
 /// Paragraphs that a clause has, in which others are looked for.
 ///
 /// Paragraphs that were put below each other, when files were merged before, are one. So a paragraph is also found if
-/// it is some of the lines of a longer one. Its first line then is one of that, which the hash table of lines finds;
-/// only there are the lines compared. A line that a long paragraph repeats often is compared as often.
+/// it is some of the lines of a longer one. A hash table has the places of each line in the longer ones, and the lines
+/// are compared only at the places of the line that has the fewest. This takes time in proportion to the number of
+/// these places: it is slow only for paragraphs that have no line of their own, but the same few lines in other orders.
 class Paragraphs {
 public:
     void add(const std::vector<std::string> &paragraphs) {
@@ -109,12 +110,21 @@ public:
     bool has(const std::string &paragraph) const {
         if (_known.count(paragraph) > 0)
             return true;
-        const auto found = _lines.find(paragraph.substr(0, paragraph.find('\n')));
         const std::string lines = '\n' + paragraph + '\n';
-        return found != _lines.end() &&
-               std::any_of(found->second.begin(), found->second.end(), [&lines](const Place &place) {
-                   return place.text->compare(place.offset, lines.size(), lines) == 0;
-               });
+        const std::vector<Place> *rarest = nullptr;
+        std::size_t offset = 0; // of the line end before the rarest line
+        for (std::size_t begin = 1; begin < lines.size(); begin = lines.find('\n', begin) + 1) {
+            const auto found = _lines.find(lines.substr(begin, lines.find('\n', begin) - begin));
+            if (found == _lines.end())
+                return false;
+            if (rarest == nullptr || found->second.size() < rarest->size()) {
+                rarest = &found->second;
+                offset = begin - 1;
+            }
+        }
+        return std::any_of(rarest->begin(), rarest->end(), [&lines, offset](const Place &place) {
+            return place.offset >= offset && place.text->compare(place.offset - offset, lines.size(), lines) == 0;
+        });
     }
 
 private:
@@ -148,6 +158,16 @@ std::string nounOf(ClauseKind kind) {
     return formOf(kind).noun;
 }
 
+/// Whether a module has both clauses. That both are there then is no conflict between modules.
+bool areInOneModule(const ModuleNode &one, const ModuleNode &other) {
+    const auto has = [](const ModuleNode &node, const Module *module) {
+        return node.module == module ||
+               std::find(node.otherModules.begin(), node.otherModules.end(), module) != node.otherModules.end();
+    };
+    return has(other, one.module) || std::any_of(one.otherModules.begin(), one.otherModules.end(),
+                                                 [&](const Module *module) { return has(other, module); });
+}
+
 } // namespace
 
 void Merge::add(const Module &module) {
@@ -163,6 +183,7 @@ void Merge::join(ModuleNode &node, const Module &module, Index clause, const Pat
     compareNames(node, module, clause);
     compareDimensions(node, module, clause, path);
     compareProperties(node, module, clause, path);
+    node.otherModules.push_back(&module);
     joinComments(node, module, clause);
     joinChildren(node, module, clause, path);
 }
@@ -196,10 +217,12 @@ void Merge::joinComments(ModuleNode &node, const Module &module, Index clause) {
 ///
 /// Children are inserted when the next one that both have is found, or at the end; until then they wait, by rank,
 /// except that those of a new clause stay in their order. They can be looked up only by the next module: what one
-/// module has twice, and the library refuses, stays twice.
+/// module has twice, and the library refuses, stays twice. Where the first MOM holds, it also decides that there is no
+/// security level.
 void Merge::joinChildren(ModuleNode &node, const Module &module, Index clause, const Path &path) {
     Keys keys;
     const bool isNew = node.children.empty();
+    const bool isFirst = node.module == &module && node.clause == clause;
     std::map<int, ModuleNode::Children> waiting;
     std::vector<std::pair<std::string, ModuleNode::Children::iterator>> added;
     module.forEachChild(clause, [&](Index child) {
@@ -216,6 +239,8 @@ void Merge::joinChildren(ModuleNode &node, const Module &module, Index clause, c
             inside.className = name;
         std::string key = keys.keyOf(kind, name);
         const auto known = node.childrenByKey.find(key);
+        if (kind == ClauseKind::secLevel && path.isMom && _firstMom && !isFirst && known == node.childrenByKey.end())
+            return;
         ModuleNode::Children &waitingHere = waiting[isNew ? 0 : rankOf(kind)];
         if (known != node.childrenByKey.end()) {
             node.children.splice(known->second, waitingHere);
@@ -295,7 +320,7 @@ void Merge::checkMembers(const ModuleNode &node, const std::string &className,
             continue;
         names.push_back(RtiStringUtility::toupper(child.name()));
         std::vector<const ModuleNode *> &declarations = inherited[names.back()];
-        if (!declarations.empty() && declarations.back()->module != child.module)
+        if (!declarations.empty() && !areInOneModule(*declarations.back(), child))
             _conflicts.push_back({child.module->placeOf(child.clause),
                                   nounOf(child.kind()) + ' ' + inQuotes(child.name()) + " of " +
                                       inQuotes(className, kTextLimit) +
@@ -319,7 +344,7 @@ void Merge::checkOutermost(const ModuleNode &section) {
         return;
     for (const ModuleNode &outermost : section.children) {
         const auto found = root->second->childrenByKey.find(Keys().keyOf(kind, outermost.name()));
-        if (found == root->second->childrenByKey.end() || found->second->module == outermost.module)
+        if (found == root->second->childrenByKey.end() || areInOneModule(*found->second, outermost))
             continue;
         _conflicts.push_back(
             {outermost.module->placeOf(outermost.clause),

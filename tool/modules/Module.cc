@@ -66,10 +66,8 @@ std::size_t Module::columnOf(Index token) const {
 }
 
 std::unique_ptr<Module> readModule(Input input, std::ostream &complaints) {
-    if (input.isImage()) {
-        complaints << input.name << ": error: expected FED text, found a saved image\n";
+    if (complainIfImage(input, complaints))
         return nullptr;
-    }
     auto text = std::make_unique<const Checker>(std::move(input.contents));
     if (reportSyntaxErrors(text->parser(), input.name, complaints))
         return nullptr;

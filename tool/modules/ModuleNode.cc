@@ -33,17 +33,20 @@ private:
         const Module::Extent &extent = module.extent(node.clause);
         const bool opensUp = !module.tree().hasClauses(node.clause) && !node.children.empty();
         copy(module, extent.begin, open);
-        writeLines(node.commentsAbove);
+        if (!node.commentsAbove.empty()) {
+            writeLines(node.commentsAbove);
+            padTo(module, open);
+        }
         copy(module, open, extent.headEnd);
         if (opensUp)
-            copy(module, close + 1, extent.end);
+            copyBeside(module, close + 1, extent.end);
         for (const ModuleNode &child : node.children)
             write(child);
         copy(module, extent.tail, close);
         writeLines(node.commentsAtEnd);
         copy(module, close, close + 1);
         if (!opensUp)
-            copy(module, close + 1, extent.end);
+            copyBeside(module, close + 1, extent.end);
     }
 
     void copy(const Module &module, Index begin, Index end) {
@@ -55,6 +58,25 @@ private:
                 write(module.tree().bytes(token), kind == Kind::comment);
             _endsInComment = kind == Kind::comment;
         }
+    }
+
+    /// Copies the comment after a clause, in the column that it has there: lines below it that are in its column
+    /// continue it.
+    void copyBeside(const Module &module, Index begin, Index end) {
+        if (begin < end)
+            padTo(module, begin);
+        copy(module, begin, end);
+    }
+
+    /// Writes blanks up to the column of a token in its module.
+    void padTo(const Module &module, Index token) {
+        if (_endsInComment)
+            _text += _lineEnd;
+        _endsInComment = false;
+        const auto columnAfter = [](std::string_view text) { return text.size() - (text.find_last_of("\r\n") + 1); };
+        const std::size_t wanted = columnAfter(module.tree().text().substr(0, module.tree().begin(token)));
+        const std::size_t column = columnAfter(_text);
+        _text.append(wanted - std::min(column, wanted), ' ');
     }
 
     void writeLines(const std::vector<std::string> &comments) {

@@ -18,6 +18,7 @@ struct ModuleNode {
     std::unordered_map<std::string, Children::iterator> childrenByKey = {}; ///< By keyOf(); only if they are looked up.
     /// Comments that other modules have at the same clause: above it, and before its ")".
     std::vector<std::string> commentsAbove = {}, commentsAtEnd = {};
+    std::vector<const Module *> otherModules = {}; ///< Those that have the clause, besides the first one.
 
     ClauseKind kind() const { return module->clauses()[clause].kind; }
     std::string_view name() const { return module->clauses().name(clause); }

@@ -133,6 +133,12 @@ ComparedFile loadForComparison(Input input) {
     }
 }
 
+bool complainIfImage(const Input &input, std::ostream &complaints) {
+    if (input.isImage())
+        complaints << input.name << ": error: expected FED text, found a saved image\n";
+    return input.isImage();
+}
+
 bool reportSyntaxErrors(const RtiFedParser &parser, const std::string &name, std::ostream &complaints) {
     if (parser.numErrors() == 0)
         return false;

@@ -44,6 +44,9 @@ inline constexpr const char *kOnlyUnderstood = ", so that only what can be under
 /// for an image that cannot be restored.
 ComparedFile loadForComparison(Input input);
 
+/// Writes that FED text was expected if the file is a saved image. Returns whether it is.
+bool complainIfImage(const Input &input, std::ostream &complaints);
+
 /// Writes the syntax errors of a text as `check` does: for commands that need no more than that it parses. Returns
 /// whether there are any.
 bool reportSyntaxErrors(const RtiFedParser &parser, const std::string &name, std::ostream &complaints);
