@@ -234,7 +234,7 @@ TEST(Fix, IsSafeOnlyIfItHasOneMeaning) {
     };
     const std::string model = withMom("(class Boat (attribute Length reliable timestamp Harbour1)\n"
                                       "  (class Tug (attribute Pull best_effort receive)))",
-                                      "", "(space Harbour1 (dimension x))");
+                                      "", "(space Harbour1 (dimension x)) (space AreaA)");
     const std::string length = "(attribute Length reliable timestamp Harbour1)",
                       pull = "(attribute Pull best_effort receive)";
     for (const Case &each : {Case{"Length reliable", "Length relieable", "Length reliable"},
@@ -243,13 +243,22 @@ TEST(Fix, IsSafeOnlyIfItHasOneMeaning) {
                              {"Pull best_effort receive", "Pull best_effort no_receive", ""},
                              {"timestamp Harbour1", "timestamp Harbour2", ""},
                              {"timestamp Harbour1", "timestamp Harbor1", "timestamp Harbour1"},
-                             {"timestamp Harbour1", "timestamp OtherHarbour1", ""}})
+                             {"timestamp Harbour1", "timestamp OtherHarbour1", ""},
+                             {"timestamp Harbour1", "timestamp AreaB", ""},
+                             {"timestamp Harbour1", "timestamp ArreaA", "timestamp AreaA"}})
         check(model, each);
+    const std::string roads = withMom(
+        "(class A (attribute a reliable receive RoadA) (attribute b reliable receive RoadA))", "", "(space RoadA)");
+    check(roads, {"(space RoadA)", "(space RoadB)", ""});
+    check(roads, {"(space RoadA)", "(space RaodA)", "(space RoadA)"});
     const auto withTug = [&](const std::string &more) { return replaced(model, pull, pull + more); };
     for (const auto &[more, left] :
          {std::pair<std::string, std::string>{" (attribute LENGTH RTI_RELIABLE timestamp harbour1)", ""},
           {"\n  ;; rtifed: allow letter-case old\n  (attribute LENGTH reliable timestamp Harbour1)", "\n  "},
           {"\n  (attribute LENGTH reliable timestamp Harbour1) ; again\n", "\n  ; again\n"},
+          {"\n  ; rtifed: allow letter-case old\n  (attribute LENGTH reliable timestamp Harbour1)\n  (class T)",
+           "\n  (class T)"},
+          {"\n  ; m\n  (attribute LENGTH reliable timestamp Harbour1)\n  (class T)", "\n  ; m\n\n  (class T)"},
           {" (attribute Length reliable timestamp)", " (attribute Length reliable timestamp)"},
           {" (attribute Length reliable timestamp Harbour1 (sec_level High))",
            " (attribute Length reliable timestamp Harbour1 (sec_level High))"}})

@@ -29,10 +29,15 @@ TEST(SyntaxEdits, KeepLayoutAndComments) {
         edit(edits, 1); // the first clause in the outermost one
         EXPECT_EQ(edits.text(), c.after);
     };
-    for (const Case &c : {Case{"(a\n\t(x 1)\n\t(y))", "(a\n\t(y))"}, Case{"(a\n (x) ; c\n (y))", "(a\n ; c\n (y))"},
-                          Case{"(a ; c\r\n (x)\r\n)", "(a ; c\r\n)"}, Case{"(a (y) (x))", "(a (x))"},
-                          Case{"(a\n (x ; c\n  (z ;d\n)))", "(a\n ; c\n ;d\n )"}, Case{"(a\n (x))", "(a)"},
-                          Case{"(a ; c\n (x))", "(a ; c\n )"}, Case{"(a\n (x", "(a\n"}})
+    for (const Case &c :
+         {Case{"(a\n\t(x 1)\n\t(y))", "(a\n\t(y))"}, Case{"(a\n (x) ; c\n (y))", "(a\n ; c\n\n (y))"},
+          Case{"(a\n ; c\n (x)\n ; d\n (y))", "(a\n ; c\n\n ; d\n (y))"},
+          Case{"(a\n (x) ; c\n     ; d\n (y))", "(a\n ; c\n     ; d\n\n (y))"},
+          Case{"(a\n ; c\n\n (x) (y))", "(a\n ; c\n\n (y))"},
+          Case{"(a\r\n ; c\r\n (x) (y))", "(a\r\n ; c\r\n\r\n (y))"}, Case{"(a\n (x ; c\n ) (y))", "(a\n ; c\n\n (y))"},
+          Case{"(a\n ; c\n (x)\n\n (y))", "(a\n ; c\n\n (y))"}, Case{"(a ; c\r\n (x)\r\n)", "(a ; c\r\n)"},
+          Case{"(a (y) (x))", "(a (x))"}, Case{"(a\n (x ; c\n  (z ;d\n)))", "(a\n ; c\n ;d\n )"},
+          Case{"(a\n (x))", "(a)"}, Case{"(a ; c\n (x))", "(a ; c\n )"}, Case{"(a\n (x", "(a\n"}})
         check(c, remove);
     for (const Case &c : {Case{"(a\n\t(x) ; c\n)", "(a\n\t(x) ; c\n\t(b\n\t\t(c)\n\t)\n)"},
                           Case{"(a\r\n   (x))", "(a\r\n   (x)\r\n   (b\r\n      (c)\r\n   ))"}})

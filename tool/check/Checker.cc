@@ -70,7 +70,9 @@ void Checker::forEachFinding(const std::function<bool(const Finding &)> &visit) 
             return visit(withSuggestion(finding, known->second));
         if (suggestions.size() == kMaxSuggestions)
             return visit(finding);
-        return visit(withSuggestion(finding, suggestions.emplace(mistake, bestOf(word, candidates)).first->second));
+        const bool isSpace = finding.rule == &ruleOf(RuleId::unknownSpace);
+        const Suggestion best = isSpace ? bestNameOf(word, candidates) : bestOf(word, candidates);
+        return visit(withSuggestion(finding, suggestions.emplace(mistake, best).first->second));
     };
     std::size_t next = 0;
     // The next syntax error, made into a finding once, and the keywords that may have been meant.

@@ -66,7 +66,7 @@ void joinUsesOfMisspeltSpaces(const Checker &text, const std::set<RtiSpaceHandle
                             std::to_string(uses.count) + " places use " + inQuotes(uses.written) +
                             didYouMean(uses.written)};
         finding.notes.push_back({uses.first, inQuotes(uses.written) + " is first used here"});
-        finding.fix = {{{place, asWord(uses.written)}}, bestOf(uses.written, {declared}).isSure};
+        finding.fix = {{{place, asWord(uses.written)}}, bestNameOf(uses.written, {declared}).isSure};
         findings.push_back(std::move(finding));
     }
 }

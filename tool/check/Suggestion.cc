@@ -85,6 +85,14 @@ Suggestion bestOf(std::string_view word, const std::vector<std::string> &candida
     return best;
 }
 
+Suggestion bestNameOf(std::string_view word, const std::vector<std::string> &candidates) {
+    Suggestion best = bestOf(word, candidates);
+    const std::string a = skeletonOf(word), b = skeletonOf(best.word);
+    best.isSure =
+        best.isSure && (a == b || a.size() != b.size() || a.substr(0, a.size() - 1) != b.substr(0, b.size() - 1));
+    return best;
+}
+
 std::string didYouMean(const std::string &suggestion) {
     return suggestion.empty() ? "" : "; did you mean " + inQuotes(suggestion) + "?";
 }

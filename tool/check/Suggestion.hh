@@ -25,6 +25,9 @@ struct Suggestion {
     bool isSure = false;
 };
 Suggestion bestOf(std::string_view word, const std::vector<std::string> &candidates);
+/// The same of a name that its author chose: a name of which only the last letter differs may be another one of a
+/// series, as `AreaA` and `AreaB` are.
+Suggestion bestNameOf(std::string_view word, const std::vector<std::string> &candidates);
 
 /// Returns a suggestion as the end of a message, such as `; did you mean "check"?`; empty if there is none.
 std::string didYouMean(const std::string &suggestion);

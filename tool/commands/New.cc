@@ -14,7 +14,7 @@ constexpr const char *kAboutWithMom =
     ";; The least that a federation needs: the two root classes and the Management Object Model (MOM).\n";
 
 constexpr const char *kAboutWithoutMom =
-    ";; The frame of a federation. It does not load before the Management Object Model (MOM) is added:\n"
+    ";; The frame of a federation. It loads with the Management Object Model (MOM), which this command adds:\n"
     ";;     rtifed fix --mom --write FILE\n";
 
 constexpr const char *kBeforeName = R"(;; Write your own spaces and classes in place of the examples in comments.

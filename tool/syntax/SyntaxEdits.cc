@@ -17,6 +17,19 @@ std::string withoutColumns(std::string_view line) {
     return result;
 }
 
+/// Returns the token after a comment, and after those on the lines below it that continue it in the same column.
+SyntaxTree::Index endOfComment(const SyntaxTree &tree, SyntaxTree::Index comment) {
+    const auto columnOf = [&tree](SyntaxTree::Index token) {
+        const std::string_view before = tree.text().substr(0, tree.begin(token));
+        return before.size() - (before.find_last_of("\r\n") + 1);
+    };
+    const std::size_t column = columnOf(comment);
+    while (tree.kind(comment + 1) == Kind::lineEnd && tree.kind(comment + 2) == Kind::blanks &&
+           tree.kind(comment + 3) == Kind::comment && columnOf(comment + 3) == column)
+        comment += 3;
+    return comment + 1;
+}
+
 constexpr std::size_t kCanonicalIndentation = 2;
 
 } // namespace
@@ -43,8 +56,47 @@ void SyntaxEdits::removeToken(Index token) {
     replace({begin, _tree.end(token) - begin}, {});
 }
 
-void SyntaxEdits::removeClause(Index clause) {
-    remove(clause, commentsIn(clause, indentationFor(clause)));
+bool SyntaxEdits::removeClause(Index clause) {
+    const auto [open, close, parent, clauseEnd] = _tree.clauses()[clause];
+    std::string left = commentsIn(clause, indentationFor(clause));
+    Index end = std::min(close, _tree.numTokens() - 1) + 1; // of what is about the clause
+    if (_tree.kind(end) == Kind::blanks)
+        ++end;
+    bool staysComment = !left.empty() || isBelowComment(clause);
+    if (_tree.kind(end) == Kind::comment) {
+        staysComment = true;
+        end = endOfComment(_tree, end);
+    }
+    if (staysComment && _tree.kind(end) == Kind::lineEnd) {
+        const Index line = end + 1, first = line + (_tree.kind(line) == Kind::blanks ? 1 : 0);
+        if (_tree.kind(first) == Kind::open || _tree.kind(first) == Kind::comment)
+            replace({_tree.begin(line), 0}, _style.lineEnd);
+    } else if (staysComment && _tree.kind(end) == Kind::open) {
+        if (left.empty())
+            replace({_tree.begin(lineBegin(open)), 0}, _style.lineEnd);
+        else
+            left += _style.lineEnd;
+    }
+    remove(clause, std::move(left));
+    return staysComment;
+}
+
+/// Whether a comment that is alone on its line, and is not removed, is directly above a clause that begins a line.
+bool SyntaxEdits::isBelowComment(Index clause) const {
+    const auto stays = [this](Index comment) {
+        return std::none_of(_replacements.begin(), _replacements.end(), [&](const Replacement &made) {
+            return made.span.begin <= _tree.begin(comment) && _tree.begin(comment) < made.span.begin + made.span.length;
+        });
+    };
+    Index token = _tree.clauses()[clause].open;
+    for (Index line = lineBegin(token); indentationOf(_tree, token) && line > 1; line = lineBegin(token)) {
+        token = line - 2; // before the line end
+        if (_tree.kind(token) != Kind::comment || !indentationOf(_tree, token))
+            return false;
+        if (stays(token))
+            return true;
+    }
+    return false;
 }
 
 /// Removes a clause; `left` takes its place.
@@ -227,9 +279,14 @@ std::string SyntaxEdits::withKeyword(std::string_view line) const {
     return '(' + spelt(keyword) + std::string(line.substr(1 + keyword.size()));
 }
 
+/// Returns the first token of the line of a token.
+SyntaxTree::Index SyntaxEdits::lineBegin(Index token) const {
+    return *(std::upper_bound(_lines.begin() + 1, _lines.end(), token) - 1);
+}
+
 /// Returns the blanks at the beginning of the line of a token.
 std::string_view SyntaxEdits::lineIndentation(Index token) const {
-    const Index first = *(std::upper_bound(_lines.begin() + 1, _lines.end(), token) - 1);
+    const Index first = lineBegin(token);
     return _tree.kind(first) == Kind::blanks ? _tree.bytes(first) : std::string_view();
 }
 

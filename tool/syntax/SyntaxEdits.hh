@@ -25,8 +25,10 @@ public:
     /// Removes a word or parenthesis, and the blanks before it.
     void removeToken(Index token);
 
-    /// Removes a clause with those in it, and its line if that becomes empty.
-    void removeClause(Index clause);
+    /// Removes a clause with those in it, and its line if that becomes empty. Returns whether comments of it stay: in
+    /// it, after it or on the lines above it. These get an empty line below them, so that they are not about what
+    /// follows.
+    bool removeClause(Index clause);
     /// Inserts a clause after this one and the comment on its line; several at the same place in the order of the
     /// calls.
     void insertAfter(Index clause, std::string_view text);
@@ -58,9 +60,11 @@ public:
 
 private:
     void remove(Index clause, std::string left);
+    bool isBelowComment(Index clause) const;
     std::string commentsIn(Index clause, std::string_view indentation) const;
     std::string asInText(std::string_view text, std::string_view indentation) const;
     std::string withKeyword(std::string_view line) const;
+    Index lineBegin(Index token) const;
     std::string_view lineIndentation(Index token) const;
     std::string indentationFor(Index clause) const;
     Index tokenFrom(std::uint32_t offset) const;

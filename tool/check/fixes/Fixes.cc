@@ -98,23 +98,10 @@ private:
                     shown(_tree.text().substr(_tree.span(clause).begin, _tree.span(clause).length), kTextLimit);
         else
             text += isInherited ? ", which the class inherits" : ", which repeats the first one";
-        if (hasComments(clause))
-            text += "; its comments stay";
         removeAllowComments(clause);
-        _edits.removeClause(clause);
+        if (_edits.removeClause(clause))
+            text += "; its comments stay";
         return {{}, isSame && finding.rule != &ruleOf(RuleId::repeatedDimension), std::move(text)};
-    }
-
-    /// Whether there are comments in a clause, or after it on its line.
-    bool hasComments(Index clause) const {
-        const Index close = _tree.clauses()[clause].close;
-        for (Index token = _tree.clauses()[clause].open; token < close; ++token)
-            if (_tree.kind(token) == Kind::comment)
-                return true;
-        Index next = close + 1;
-        while (_tree.kind(next) == Kind::blanks)
-            ++next;
-        return _tree.kind(next) == Kind::comment;
     }
 
     /// Removes the comments above a clause that allow rules in it: they would allow them in the next one.
