@@ -5,6 +5,7 @@
 #include "tests/Support.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/console/Text.hh"
+#include "tool/console/Utf8.hh"
 #include "tool/constants/Characters.hh"
 #include "tool/model/Model.hh"
 
@@ -70,6 +71,8 @@ TEST(Constants, ReadCharactersOfUtf8Only) {
         return all;
     };
     EXPECT_EQ(charactersOf("a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x9A\x80"), "+000061+0000e9+0020ac+01f680");
+    for (const char32_t code : {U'\0', U'\x7F', U'\x80', U'\x7FF', U'\x800', U'\uFFFF', U'\U00010000', U'\U0010FFFF'})
+        EXPECT_EQ(charactersOf(utf8Of(code)), '+' + hexadecimal(code, 6));
     for (const char *const bad :
          {"\xC3", "\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xF8", "\x80"})
         EXPECT_EQ(charactersOf(bad).find('+'), std::string::npos) << charactersOf(bad);
@@ -115,7 +118,9 @@ TEST(Constants, AreInLegalScopes) {
         std::string fault;
         EXPECT_EQ(areScopes(split(scope, '.'), *language, fault), isLegal) << scope;
     }
-    EXPECT_EQ(scopeFor("std", kCppConstants), "std_2");
+    for (const auto &[federation, scope] : std::vector<std::pair<const char *, const char *>>{
+             {"std", "Std"}, {"class", "Class"}, {"3d", "X_3d"}, {"a B", "a_B"}, {"FILE", "FILE_2"}, {"", "X_"}})
+        EXPECT_EQ(scopeFor(federation, kCppConstants), scope);
     EXPECT_EQ(scopeFor("time", kJavaConstants), "time");
 }
 
@@ -133,13 +138,14 @@ TEST(Constants, HaveOneIncludeGuardForEachScope) {
     EXPECT_EQ(guards.size(), paths.size());
 }
 
-TEST(Constants, OfClassesThatAreTooDeepAreRefused) {
-    const auto nested = [](int depth, int members) {
+TEST(Constants, OfModelsThatAreTooLargeAreRefused) {
+    const auto nested = [](int depth, int members, const std::string &names = "a") {
         std::string text = "(FED (Federation F) (FEDversion v) (objects (class ObjectRoot", ends = ")))";
         for (int i = 1; i < depth; ++i, ends += ')') {
             text += " (class C" + std::to_string(i);
             for (int member = 0; member < members; ++member)
-                text += " (attribute a" + std::to_string(i) + '_' + std::to_string(member) + " reliable receive)";
+                text +=
+                    " (attribute " + names + std::to_string(i) + '_' + std::to_string(member) + " reliable receive)";
         }
         return text + ends;
     };
@@ -160,6 +166,9 @@ TEST(Constants, OfClassesThatAreTooDeepAreRefused) {
     EXPECT_FALSE(areWritten(nested(120, 0), kJavaConstants));
     EXPECT_TRUE(areWritten(nested(120, 1), kCppConstants));
     EXPECT_FALSE(areWritten(nested(120, 80), kCppConstants));
+    EXPECT_FALSE(areWritten(nested(250, 12, std::string(55, 'n')), kCppConstants)); // few, but 300 MB
+    EXPECT_TRUE(areWritten(nested(2, 19990), kJavaConstants));
+    EXPECT_FALSE(areWritten(nested(2, 20001), kJavaConstants));
 }
 
 TEST(Constants, HaveLegalAndUniqueIdentifiersForAnyNames) {

@@ -69,6 +69,20 @@ def check_cpp(model, folder, digits):
             run(folder / "main")
 
 
+def check_beside_c_library(folder):
+    """The scope that a federation gives has no name that these headers declare beside it."""
+    names = "main fopen strlen tolower strtol getpid hypot timezone environ std posix time j0 FILE DIR class 3d".split()
+    includes = "".join(f"#include <{header}>\n" for header in "dirent.h math.h search.h stdio.h stdlib.h string.h time.h unistd.h"
+                       " cmath cstdlib ctime string".split())
+    for name in names:
+        run(program, "new", name, "-o", folder / f"{name}.fed")
+        run(program, "constants", folder / f"{name}.fed", "--language", "c++", "-o", folder / f"{name}.hh")
+        includes += f'#include "{name}.hh"\n'
+    (folder / "beside.cc").write_text(includes)
+    for compiler in compilers:
+        run(compiler, "-std=gnu++17", "-Wall", "-Wextra", "-Wshadow", "-Werror", "-fsyntax-only", folder / "beside.cc")
+
+
 def check_java(model, folder, digits):
     write(model, folder / "Model.java", "--scope", "some.Model")
     (folder / "Main.java").write_text(f"""public final class Main {{ public static void main(String[] unused) {{
@@ -119,6 +133,8 @@ if language != "python" and not compilers:
     sys.exit(77)
 with tempfile.TemporaryDirectory() as name:
     folder = pathlib.Path(name)
+    if language == "c++":
+        check_beside_c_library(folder)
     odd = folder / "odd.fed"
     odd.write_bytes(odd_model())
     run(program, "fix", "--mom", "--write", odd)

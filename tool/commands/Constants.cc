@@ -14,7 +14,22 @@ namespace {
 constexpr unsigned long kMostJavaInt = 0x7FFFFFFF;
 
 /// Far more than a model needs, and little enough for memory. Deep classes can have any number in a small file.
-constexpr std::size_t kMostConstants = 500000;
+constexpr std::size_t kMostConstants = 500000, kMostBytes = 100'000'000;
+
+/// Refuses a model whose constants would be too many, or too long in all.
+void refuseTooLarge(const Outline &model, const std::string &name) {
+    const ConstantsSize size = sizeOfConstants(model);
+    if (size.constants > kMostConstants)
+        throw CannotWork(name + ": the classes would have " + counted(size.constants, "constant") +
+                         ", since each has those of its superclasses too; at most " + std::to_string(kMostConstants) +
+                         " are written");
+    if (size.bytes > kMostBytes)
+        throw CannotWork(name + ": the constants of the classes would take some " +
+                         std::to_string(size.bytes / 1'000'000) +
+                         " MB, since each has those of its superclasses too; "
+                         "at most " +
+                         std::to_string(kMostBytes / 1'000'000) + " MB are written");
+}
 
 /// Returns the scopes that a dotted name gives; without one, the scope that the federation or the Java file gives.
 std::vector<std::string> scopesFor(const ConstantsOptions &options, const std::string &federation) {
@@ -78,10 +93,7 @@ Status constants(const ConstantsOptions &options, const Console &console) {
                          ", which Java cannot have as an int");
     if (!outline.loads)
         complainIfRefused(input, "", console.err);
-    if (const std::size_t number = numConstants(outline); number > kMostConstants)
-        throw CannotWork(input.name + ": the classes would have " + counted(number, "constant") +
-                         ", since each has those of its superclasses too; at most " + std::to_string(kMostConstants) +
-                         " are written");
+    refuseTooLarge(outline, input.name);
     ConstantFile file{scopesFor(options, outline.federation), {}, {}, std::move(digits)};
     file.title = "Names " + std::string(options.handles ? "and handles " : "") + "of the object model " +
                  shown(outline.federation) + '.';

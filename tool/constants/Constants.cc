@@ -122,7 +122,7 @@ private:
             for (const Outline::Member &member : classes[superclass].members) {
                 inherited.push_back(constant(identifiers.add(member.name), member.name, member.handle));
                 if (&member == &classes[superclass].members.front())
-                    inherited.back().from = shown(classes[superclass].name);
+                    inherited.back().superclass = &classes[superclass].name;
             }
         for (std::size_t i = 0; i < node.members.size(); ++i) {
             const Outline::Member &member = node.members[i];
@@ -153,7 +153,10 @@ std::string scopeFor(const std::string &federation, const ConstantLanguage &lang
     Identifiers identifiers = identifiersWithout(kOfFile, language.keywords);
     for (const std::string &name : language.global)
         identifiers.reserve(name);
-    return identifiers.add(federation);
+    std::string name = identifierFor(federation, Keywords());
+    if (language.isCapitalised && std::none_of(name.begin(), name.end(), [](char c) { return c >= 'A' && c <= 'Z'; }))
+        name = capitalised(name);
+    return identifiers.add(name);
 }
 
 bool areScopes(const std::vector<std::string> &path, const ConstantLanguage &language, std::string &fault) {
@@ -172,18 +175,30 @@ bool areScopes(const std::vector<std::string> &path, const ConstantLanguage &lan
     return found == path.end();
 }
 
-std::size_t numConstants(const Outline &model) {
-    std::size_t number = 0;
+ConstantsSize sizeOfConstants(const Outline &model) {
+    constexpr std::size_t kOfEach = 40, kOfLevel = 4; // bytes of a constant besides its names, and of its indentation
+    ConstantsSize size;
     for (const TreeKind *tree : kTreeKinds) {
+        struct Available {
+            std::size_t members = 0, bytes = 0, depth = 1; // bytes of their names
+        };
         const Outline::Classes &classes = model.classes(*tree);
-        std::vector<std::size_t> available(classes.size());
+        std::vector<Available> available(classes.size());
         for (std::size_t i = 0; i < classes.size(); ++i) {
-            const std::size_t parent = classes[i].parent;
-            available[i] = classes[i].members.size() + (parent == Outline::kNone ? 0 : available[parent]);
-            number += 1 + available[i];
+            Available &here = available[i];
+            if (classes[i].parent != Outline::kNone) {
+                here = available[classes[i].parent];
+                ++here.depth;
+            }
+            here.members += classes[i].members.size();
+            for (const Outline::Member &member : classes[i].members)
+                here.bytes += member.name.size();
+            size.constants += 1 + here.members;
+            size.bytes +=
+                (1 + here.members) * (kOfEach + kOfLevel * here.depth) + 2 * here.bytes + classes[i].name.size();
         }
     }
-    return number;
+    return size;
 }
 
 std::size_t depthBelow(const ConstantScope &scope) {

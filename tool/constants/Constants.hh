@@ -17,7 +17,9 @@ struct Constant {
     std::string identifier;
     std::variant<std::string, unsigned long> value; ///< A name or a handle.
     std::string documentation;                      ///< Its lines; empty if there is none.
-    std::string from = {}; ///< The superclass from which this and those that follow are inherited, if it begins them.
+    /// The name, in the model, of the superclass from which this and those that follow are inherited; null if this does
+    /// not begin them.
+    const std::string *superclass = nullptr;
 };
 
 struct ConstantScope {
@@ -39,7 +41,9 @@ struct ConstantFile {
 struct ConstantLanguage {
     const char *name;
     const Keywords &keywords; ///< Words that are no identifiers, and macros that every program may have.
-    const Keywords &global;   ///< Names that the outermost scope must not have: the standard library has them.
+    const Keywords &global;   ///< Names that the outermost scope must not have: the language or its library has them.
+    bool isCapitalised; ///< Whether the outermost scope gets a capital letter if the federation has none, since nearly
+                        ///< all names that C headers declare beside it are in lower case.
     const Keywords *packages; ///< Keywords that may name a scope other than the innermost; null if its rules are those
                               ///< of all identifiers.
     void (*write)(const ConstantFile &file, std::ostream &out);
@@ -54,9 +58,12 @@ std::string scopeFor(const std::string &federation, const ConstantLanguage &lang
 /// that may not.
 bool areScopes(const std::vector<std::string> &path, const ConstantLanguage &language, std::string &fault);
 
-/// Returns the number of constants for names. It grows with the depth of the classes, as each has the inherited
-/// members.
-std::size_t numConstants(const Outline &model);
+/// The number of constants for the names of classes and their members, and the bytes that these take in a file,
+/// roughly. Both grow with the depth of the classes: each has the inherited members, and a deeper one is indented more.
+struct ConstantsSize {
+    std::size_t constants = 0, bytes = 0;
+};
+ConstantsSize sizeOfConstants(const Outline &model);
 
 /// Returns how many scopes are in each other below this one.
 std::size_t depthBelow(const ConstantScope &scope);

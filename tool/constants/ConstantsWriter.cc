@@ -18,8 +18,8 @@ void ConstantsWriter::write(const ConstantFile &file) {
 void ConstantsWriter::writeScope(const ConstantScope &scope) {
     beginScope(scope);
     for (const Constant &constant : scope.constants) {
-        if (!constant.from.empty())
-            writeComment("Inherited from " + constant.from + ':');
+        if (constant.superclass != nullptr)
+            writeComment("Inherited from " + shown(*constant.superclass) + ':');
         writeConstant(constant);
     }
     for (const ConstantScope &inner : scope.scopes)

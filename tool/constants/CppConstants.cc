@@ -24,19 +24,8 @@ const Keywords kKeywords = {
     "min", "minor", "near", "offsetof", "setjmp", "signals", "slots", "emit", "small", "stderr", "stdin", "stdout",
     "unix", "va_arg"};
 
-/// Namespaces that belong to the language, and functions and types of the C library, whose headers may declare them
-/// outside of `std`.
-const Keywords kGlobal = {
-    "std",   "posix",     "abort",     "abs",     "accept", "access", "alarm",   "atof",   "atoi",   "atol",
-    "bind",  "bsearch",   "calloc",    "ceil",    "clock",  "close",  "connect", "cos",    "ctime",  "div",
-    "dup",   "exit",      "exp",       "fabs",    "floor",  "fork",   "fread",   "free",   "gamma",  "getenv",
-    "index", "ioctl",     "isalpha",   "isdigit", "j0",     "j1",     "jn",      "kill",   "labs",   "ldiv",
-    "link",  "listen",    "localtime", "log",     "malloc", "memcpy", "mktime",  "nice",   "open",   "pause",
-    "pipe",  "poll",      "pow",       "printf",  "puts",   "qsort",  "raise",   "rand",   "random", "read",
-    "recv",  "remainder", "remove",    "rename",  "rindex", "round",  "scanf",   "select", "send",   "signal",
-    "sin",   "size_t",    "sleep",     "socket",  "sqrt",   "srand",  "stat",    "sync",   "system", "tan",
-    "time",  "timeval",   "times",     "tm",      "trunc",  "unlink", "wait",    "write",  "y0",     "y1",
-    "yn"};
+/// Namespaces that belong to the language, and names of the C library with a capital letter that are no macros.
+const Keywords kGlobal = {"ACTION", "DIR", "ENTRY", "FILE", "VISIT", "posix", "std"};
 
 /// Returns a string literal of these bytes. "?" is escaped, for it may begin a trigraph; octal escapes end after three
 /// digits, whatever follows.
@@ -146,4 +135,4 @@ void write(const ConstantFile &file, std::ostream &out) {
 
 } // namespace
 
-const ConstantLanguage kCppConstants = {"C++", kKeywords, kGlobal, nullptr, write};
+const ConstantLanguage kCppConstants = {"C++", kKeywords, kGlobal, true, nullptr, write};

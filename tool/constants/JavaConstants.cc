@@ -159,7 +159,35 @@ std::size_t longestFileName(const ConstantScope &scope, std::size_t length) {
     return longest;
 }
 
+/// The greatest number of constants in one of the scopes, and the number of all scopes.
+struct Numbers {
+    std::size_t constants, scopes;
+};
+
+Numbers numbersIn(const ConstantScope &scope) {
+    Numbers numbers = {scope.constants.size(), scope.scopes.size()};
+    for (const ConstantScope &inner : scope.scopes) {
+        const Numbers more = numbersIn(inner);
+        numbers = {std::max(numbers.constants, more.constants), numbers.scopes + more.scopes};
+    }
+    return numbers;
+}
+
+/// A class file has fewer than 65,536 entries for its names and values: up to three for each constant, and in that of
+/// the outermost class three for each class in it.
+void refuseTooMany(const ConstantFile &file) {
+    constexpr std::size_t kMost = 20000;
+    const auto [numConstants, numScopes] = numbersIn(file.scope);
+    if (numConstants > kMost)
+        throw CannotWork("a class would have " + std::to_string(numConstants) + " constants, and in Java may have " +
+                         std::to_string(kMost));
+    if (numScopes > kMost)
+        throw CannotWork("the file would have " + std::to_string(numScopes) + " classes, and in Java may have " +
+                         std::to_string(kMost));
+}
+
 void write(const ConstantFile &file, std::ostream &out) {
+    refuseTooMany(file);
     constexpr std::size_t kLongest = 255; // of a file name
     const std::size_t longest = longestFileName(file.scope, file.path.back().size());
     if (longest > kLongest)
@@ -170,4 +198,4 @@ void write(const ConstantFile &file, std::ostream &out) {
 
 } // namespace
 
-const ConstantLanguage kJavaConstants = {"Java", kKeywords, kNone, &kPackages, write};
+const ConstantLanguage kJavaConstants = {"Java", kKeywords, kNone, false, &kPackages, write};

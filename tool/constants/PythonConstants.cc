@@ -123,4 +123,4 @@ void write(const ConstantFile &file, std::ostream &out) {
 
 } // namespace
 
-const ConstantLanguage kPythonConstants = {"Python", kKeywords, kNone, nullptr, write};
+const ConstantLanguage kPythonConstants = {"Python", kKeywords, kNone, false, nullptr, write};

@@ -2,6 +2,7 @@
 
 #include "fed/storage/RtiFedName.hh"
 #include "infrastructure/RtiFedParser.hh"
+#include "tool/console/Utf8.hh"
 
 #include <algorithm>
 #include <cstdint>
@@ -26,29 +27,19 @@ struct Character {
 };
 
 Character characterAt(std::string_view text, std::size_t at) {
-    const auto byte = [text, at](std::size_t i) { return static_cast<unsigned char>(text[at + i]); };
-    if (byte(0) < 0x80)
-        return {byte(0), 1};
+    const auto byte = static_cast<unsigned char>(text[at]);
+    if (byte < 0x80)
+        return {byte, 1};
     const std::size_t size = RtiFedParser::printableSize(text.substr(at));
     if (size < 2)
-        return {kByte + byte(0), 1};
-    std::uint32_t code = byte(0) & (0x7FU >> size);
-    for (std::size_t i = 1; i < size; ++i)
-        code = code << 6 | (byte(i) & 0x3FU);
-    return {code, size};
+        return {kByte + byte, 1};
+    return {codeOf(text.substr(at, size)), size};
 }
 
 std::string utf8(std::uint32_t code) {
-    const auto tail = [code](unsigned shift) { return static_cast<char>(0x80 | (code >> shift & 0x3F)); };
     if (code >= kByte && code <= kByte + 0xFF)
         return {static_cast<char>(code - kByte)};
-    if (code < 0x80)
-        return {static_cast<char>(code)};
-    if (code < 0x800)
-        return {static_cast<char>(0xC0 | code >> 6), tail(0)};
-    if (code < 0x10000)
-        return {static_cast<char>(0xE0 | code >> 12), tail(6), tail(0)};
-    return {static_cast<char>(0xF0 | (code >> 18 & 7)), tail(12), tail(6), tail(0)};
+    return utf8Of(code);
 }
 
 bool isLetter(std::uint32_t code) {

@@ -57,14 +57,7 @@ std::string fromLatin1(std::string_view text, bool isWindows) {
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
         const unsigned code = isWindows && byte >= 0x80 && byte < 0xA0 ? kWindowsLatin[byte - 0x80] : byte;
-        if (code >= 0x800)
-            utf8 += static_cast<char>(0xE0 | code >> 12);
-        if (code >= 0x80) {
-            utf8 += static_cast<char>(code >= 0x800 ? 0x80 | (code >> 6 & 0x3F) : 0xC0 | code >> 6);
-            utf8 += static_cast<char>(0x80 | (code & 0x3F));
-        } else {
-            utf8 += c;
-        }
+        utf8 += utf8Of(code);
     }
     return utf8;
 }
