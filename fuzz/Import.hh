@@ -29,8 +29,7 @@ inline std::string faultOfImport(const std::vector<Input> &modules) {
     if (formatted(checker.tree()) != text)
         return "it is not formatted:\n" + text;
     Outline loaded = outlineOf(checker);
-    removeWhatXmlLacks(loaded);
-    removeWhatXmlLacks(expected);
+    removeWhatXmlLacks(loaded, expected);
     const Comparison comparison(expected, loaded, false);
     return comparison.verdict() == Comparison::Verdict::same ? "" : "another model than that of the outline:\n" + text;
 }

@@ -144,10 +144,8 @@ TEST(ImportTest, DiffFindsWhatDrifted) {
         model.edit();
         const std::string edited = model.text();
         Outline before = readOutline({"a.fed", fed}), after = readOutline({"b.fed", edited});
-        for (Outline *outline : {&before, &after}) {
-            removeWhatXmlLacks(*outline);
-            outline->hasHandles = false;
-        }
+        removeWhatXmlLacks(before, after);
+        before.hasHandles = after.hasHandles = false;
         const Comparison expected(before, after, false);
         const auto json = nlohmann::json::parse(difference(xml, edited, true).out);
         EXPECT_EQ(json["verdict"], Comparison::nameOf(expected.verdict())) << edited << xml;
@@ -196,6 +194,31 @@ TEST(ImportTest, DiffSetsAsideWhatXmlLacks) {
         EXPECT_NE(unknown.out.find("unknown whether"), std::string::npos) << unknown.out;
         EXPECT_EQ(unknown.status, wrong);
     }
+    // The verdicts are the same in both directions, whether or not the files load.
+    const auto bare = [](const std::string &objects) {
+        return "(FED (Federation F) (FEDversion v1.3) (spaces (space Sea (dimension x) (dimension Y))) (objects (class "
+               "ObjectRoot (class Tug) (class Boat " +
+               objects + "))) (interactions (class InteractionRoot best_effort receive (class Fog reliable receive))))";
+    };
+    const std::string tug = "$o($n(Tug))", boat = "$o($n(Boat)$a($n(A)$D($d(Sea.Y)$d(Sea.x))$t(HLAreliable)$s(Receive)";
+    const std::string sea =
+        "))$I($i($n(HLAinteractionRoot)$i($n(Fog)$t(HLAreliable)$s(Receive))))$D($d($n(Sea.Y))$d($n(Sea.x)";
+    const std::string old = bare("(attribute A reliable receive Sea)");
+    const std::tuple<std::string, std::string, Verdict> pairs[] = {
+        {fed, xml("$D($d(y)$d(x))", "Receive"), Verdict::same},
+        {old, objectModel(tug + boat + "))" + sea), Verdict::same},
+        {old, replaced(objectModel(tug + boat + "))" + sea), kFomNamespace, ""), Verdict::same},
+        {bare(""), objectModel(tug + "$o($n(Boat))" + replaced(sea, "$n(HLA", "$t(HLAreliable)$n(HLA")),
+         Verdict::incompatible},
+        {old, objectModel(tug + boat + "$extra()))" + sea), Verdict::incompatible},
+        {old, objectModel(tug + boat + "$s(Receive)))" + sea), Verdict::incompatible},
+        {old, objectModel(tug + boat + ")$a($n(a)$t(HLAreliable)$s(TimeStamp)))" + sea), Verdict::incompatible}};
+    for (const auto &[a, b, verdict] : pairs)
+        for (const auto &[before, after] : {std::pair(a, b), std::pair(b, a)})
+            EXPECT_EQ(nlohmann::json::parse(difference(before, after, true).out)["verdict"],
+                      Comparison::nameOf(verdict))
+                << difference(before, after).out;
+    EXPECT_NE(difference(old, objectModel(sea)).out.find("  - object class ObjectRoot.Boat"), std::string::npos);
     // What cannot be read at all is no model to compare.
     EXPECT_THROW(difference(fed, "<objectModel>"), CannotWork);
     EXPECT_THROW(difference("<html></html>", fed), CannotWork);
@@ -242,7 +265,7 @@ TEST(ImportTest, CheckSaysWhatImportWould) {
     EXPECT_EQ(run(check, options).status, cannotWork);
 }
 
-/// Each of these ends soon, and in memory that grows as the text does.
+/// Each of these ends soon.
 TEST(ImportTest, HostileTextsAreRefused) {
     const auto times = [](std::size_t count, const std::string &text) {
         std::string all;
@@ -251,6 +274,16 @@ TEST(ImportTest, HostileTextsAreRefused) {
             all += text;
         return all;
     };
+    // Classes whose full names have some 40 MB together.
+    const auto longNames = [&](char kind) {
+        const std::string type = kind == 'i' ? "$t(HLAreliable)$s(Receive)" : "$S(Neither)",
+                          open = std::string(1, kind);
+        std::string all = '$' + open + "($n(" + times(16000, "A") + ')' + type;
+        for (int i = 0; i < 2500; ++i)
+            all += '$' + open + "($n(B" + std::to_string(i) + ')' + type + ')';
+        return all + ')';
+    };
+    const std::string interactions = "))$I($i($n(HLAinteractionRoot)" + longNames('i');
     const std::string laughs = "<!DOCTYPE objectModel [<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;&a;\">]>";
     const std::pair<std::string, std::string> texts[] = {
         {times(9000000, "<a>"), "expected at most 8388608 tags"},
@@ -259,6 +292,9 @@ TEST(ImportTest, HostileTextsAreRefused) {
         {objectModel(times(300, "$o(") + times(300, ")")), "nested in more than 256 levels"},
         {objectModel(times(200, "$o($n(" + times(100, "A") + ")") + times(200, ")")),
          "expected a full name of at most"},
+        {objectModel(longNames('o') + interactions), "the full names of all classes together"},
+        {objectModel("$o($n(Manager))" + longNames('o') + replaced(longNames('o'), "AAA", "aaC")),
+         "the full names of all classes together"},
         {objectModel("$o($n(" + times(1000000, "A") + "))"), "expected a name of at most 16384 bytes, found 1000000"},
         {replaced(objectModel("$o($n(&b;))"), "<objectModel", laughs + "<objectModel"), "no entities are expanded"},
         {objectModel(times(101000, "$o($n(A))")), "too many errors"},

@@ -54,8 +54,7 @@ std::pair<ComparedFile, ComparedFile> load(Input before, Input after) {
         after.isXml() ? loadObjectModel(std::move(after), old.outline.spaces) : loadCounterpart(std::move(after));
     if (old.input.isXml())
         old = loadObjectModel(std::move(old.input), now.outline.spaces);
-    removeWhatXmlLacks(old.outline);
-    removeWhatXmlLacks(now.outline);
+    removeWhatXmlLacks(old.outline, now.outline);
     return {std::move(old), std::move(now)};
 }
 

@@ -251,7 +251,7 @@ Comparison::Comparison(const Outline &before, const Outline &after, bool sameByt
     : _sameBytes(sameBytes), _handlesCompared(before.loads && after.loads && before.hasHandles && after.hasHandles) {
     const Element federation{Element::Kind::federation, {}, before.federation};
     const Element newFederation{Element::Kind::federation, {}, after.federation};
-    if (before.loads && !after.loads)
+    if (before.loads && !after.loads && before.hasHandles && after.hasHandles) // XML has none
         change(Change::Kind::refused, federation, newFederation);
     if (!sameBytes)
         noteUnclear(before, after);

@@ -44,8 +44,12 @@ std::string rootClass(const TreeKind &tree) {
     return text;
 }
 
+std::string momMemberName(const std::string &name) {
+    return name == "Federatestate" ? "FederateState" : name; // the letter case is free
+}
+
 std::string momMember(const TreeKind &tree, const std::string &name, std::size_t width) {
-    std::string usual = name == "Federatestate" ? "FederateState" : name; // as models spell it; the case is free
+    std::string usual = momMemberName(name);
     if (tree.membersHaveProperties)
         usual.resize(std::max(width, usual.size()), ' ');
     return tree.membersHaveProperties ? "(attribute " + usual + kDelivery + ')' : "(parameter " + usual + ')';

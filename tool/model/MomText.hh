@@ -20,5 +20,8 @@ std::string momClass(const TreeKind &tree, const std::string &className);
 /// Returns the clause of the root of a tree with all that every model has in it.
 std::string rootClass(const TreeKind &tree);
 
+/// Returns the usual spelling of a member that the MOM requires.
+std::string momMemberName(const std::string &name);
+
 /// Returns the clause of an attribute or parameter that the MOM requires. `width` is that of the column of names.
 std::string momMember(const TreeKind &tree, const std::string &name, std::size_t width = 0);

@@ -131,8 +131,7 @@ std::string explanationOf(const Difference &difference) {
         break;
     }
     if (numOf(Change::Kind::refused, comparison) > 0)
-        return difference.after.input.isXml() ? "The new file has errors: rtifed import refuses it."
-                                              : "No federation can run with the new file: the library refuses it.";
+        return "No federation can run with the new file: the library refuses it.";
     if (numOf(Change::Kind::unclear, comparison) > 0)
         return "The files were not understood completely, so it is unknown whether federates made for the old one work "
                "with the new one.";

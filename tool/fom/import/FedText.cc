@@ -3,6 +3,8 @@
 #include "fed/storage/RtiFedName.hh"
 #include "infrastructure/RtiFedLimits.hh"
 #include "tool/check/Suggestion.hh"
+#include "tool/console/Console.hh"
+#include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
 #include "tool/fom/import/FomSpaces.hh"
 #include "tool/format/Format.hh"
@@ -14,6 +16,7 @@
 namespace {
 
 constexpr std::size_t kWidth = 100; // columns of a comment, which the formatting indents
+constexpr const char *kStandardInput = "-";
 
 /// The first words of what an import adds to a description. An export keeps them, and the next import drops them.
 constexpr std::string_view kImported = "Imported by rtifed import from ", kLeftOut = "Not in FED, and left out here: ";
@@ -33,7 +36,7 @@ std::string commentLines(const std::string &paragraph, std::size_t depth) {
     };
     for (const std::string &bytes : wordsOf(paragraph)) {
         const std::string word = shown(bytes);
-        if (!line.empty() && line.size() + word.size() + 4 > width)
+        if (!line.empty() && columns(line) + columns(word) + 4 > width)
             endLine();
         line += (line.empty() ? "" : " ") + word;
     }
@@ -94,14 +97,16 @@ public:
 
 private:
     std::string federation() const {
-        const std::string &name = _model.federation;
-        return !name.empty() ? name : std::filesystem::path(_files.front()).stem().string();
+        if (!_model.federation.empty())
+            return _model.federation;
+        return _files.front() == kStandardInput ? "unnamed" : std::filesystem::path(_files.front()).stem().string();
     }
 
     std::string header() const {
         std::vector<std::string> names;
         for (const std::string &file : _files)
-            names.push_back(std::filesystem::path(file).filename().string());
+            names.push_back(file == kStandardInput ? "standard input"
+                                                   : std::filesystem::path(file).filename().string());
         std::vector<std::string> losses;
         for (const auto &[what, count] : _model.losses)
             losses.push_back(what + " (" + std::to_string(count) + ')');
@@ -113,7 +118,10 @@ private:
 
     std::string delivery(const FomDelivery &delivery) const {
         const std::string space = _spaces.nameFor(delivery.dimensions);
-        return ' ' + delivery.transportation.text + ' ' + delivery.order.text +
+        const auto wordOr = [](const FomText &word, const char *ofStandard) {
+            return ' ' + (word.given() ? word.text : ofStandard);
+        };
+        return wordOr(delivery.transportation, "reliable") + wordOr(delivery.order, "timestamp") +
                (space.empty() ? "" : ' ' + asWord(space));
     }
 
@@ -153,10 +161,19 @@ private:
     std::string _text;
 };
 
+/// Long comments in deeply nested classes, which are indented, make a FED of any length of a short model.
+void checkSize(const std::string &fed) {
+    if (fed.size() > kMaxTextSize)
+        throw CannotWork("the FED is longer than " + std::to_string(kMaxTextSize) + " bytes, mostly with semantics");
+}
+
 } // namespace
 
 std::string fedText(const FomModel &model, const std::vector<std::string> &files) {
     const std::string text = Writer(model, files).write();
+    checkSize(text);
     const RtiFedParser parser(text);
-    return formatted(SyntaxTree(parser));
+    std::string result = formatted(SyntaxTree(parser));
+    checkSize(result);
+    return result;
 }

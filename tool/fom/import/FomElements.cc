@@ -13,6 +13,15 @@ std::string_view prefixOf(pugi::xml_node element) {
     return name.substr(0, name.size() - localName(element).size());
 }
 
+/// Whether a text has a reference to an entity. The parser has replaced those of XML itself.
+bool hasEntity(const std::string &text) {
+    for (std::size_t at = text.find('&'); at != std::string::npos; at = text.find('&', at + 1))
+        if (const std::size_t end = text.find_first_of("; \t\n&", at + 1);
+            end != std::string::npos && end > at + 1 && text[end] == ';')
+            return true;
+    return false;
+}
+
 } // namespace
 
 std::string knownContent(const XmlText &text, pugi::xml_node element) {
@@ -20,16 +29,35 @@ std::string knownContent(const XmlText &text, pugi::xml_node element) {
     return content == "NA" ? "" : content;
 }
 
+bool isOfModel(pugi::xml_node child, pugi::xml_node parent) {
+    if (child.type() != pugi::node_element || prefixOf(child) != prefixOf(parent))
+        return false;
+    const pugi::xml_attribute space = child.attribute("xmlns");
+    return !space || space.value() == std::string_view(kFomNamespace) ||
+           space.value() == std::string_view(kOlderFomNamespace);
+}
+
+bool isElement(pugi::xml_node child, pugi::xml_node parent, std::string_view name) {
+    return localName(child) == name && isOfModel(child, parent);
+}
+
 pugi::xml_node childOf(pugi::xml_node element, std::string_view name) {
-    return element.find_child([name](pugi::xml_node child) { return localName(child) == name; });
+    return element.find_child([&](pugi::xml_node child) { return isElement(child, element, name); });
+}
+
+bool reportEntity(FomModules &modules, const std::string &name, const FomPlace &place) {
+    const bool has = hasEntity(name);
+    if (has)
+        modules.add(RuleId::unusableName, place,
+                    "the name " + inQuotes(name) + " has an entity, and no entities are expanded");
+    return has;
 }
 
 std::optional<std::string> usableName(FomModules &modules, const std::string &name, const FomPlace &place) {
     std::string fed = fedName(name);
-    if (name.find('&') != std::string::npos)
-        modules.add(RuleId::unusableName, place,
-                    "the name " + inQuotes(name) + " has an entity, and no entities are expanded");
-    else if (fed.size() > kMaxNameLength)
+    if (reportEntity(modules, name, place))
+        return {};
+    if (fed.size() > kMaxNameLength)
         modules.add(RuleId::unusableName, place,
                     "expected a name of at most " + std::to_string(kMaxNameLength) + " bytes, found " +
                         std::to_string(fed.size()));
@@ -41,16 +69,28 @@ std::optional<std::string> usableName(FomModules &modules, const std::string &na
     return {};
 }
 
-void checkChildren(FomModules &modules, std::size_t module, pugi::xml_node element,
-                   const std::vector<std::string> &known) {
+void checkChildren(FomModules &modules, std::size_t module, pugi::xml_node element, const FomContents &contents) {
+    const XmlText &text = *modules.all()[module].text;
+    std::vector<std::string> known = contents.once;
+    known.insert(known.end(), contents.repeated.begin(), contents.repeated.end());
+    std::vector<pugi::xml_node> first(contents.once.size());
     for (const pugi::xml_node child : element.children()) {
-        if (child.type() != pugi::node_element || prefixOf(child) != prefixOf(element) || child.attribute("xmlns"))
+        if (!isOfModel(child, element))
             continue;
-        const std::string name(localName(child));
-        if (std::find(known.begin(), known.end(), name) == known.end())
-            modules.add(RuleId::unknownElement, {module, modules.all()[module].text->nameOf(child)},
+        const std::string_view name = localName(child);
+        const FomPlace place{module, text.nameOf(child)};
+        const auto found = std::find(known.begin(), known.end(), name);
+        const auto index = static_cast<std::size_t>(found - known.begin());
+        if (found == known.end())
+            modules.add(RuleId::unknownElement, place,
                         "expected " + std::string(known.size() == 1 ? "" : "one of ") + joined(known) + " in " +
                             std::string(localName(element)) + ", found " + inQuotes(name) +
-                            didYouMean(suggestionFor(name, known)));
+                            didYouMean(suggestionFor(std::string(name), known)));
+        else if (index < first.size() && first[index])
+            modules.add(RuleId::unknownElement, place,
+                        "expected one " + *found + " in " + std::string(localName(element)) + ", found another",
+                        {module, text.nameOf(first[index])}, "the first is");
+        else if (index < first.size())
+            first[index] = child;
     }
 }

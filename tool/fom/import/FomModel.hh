@@ -22,7 +22,8 @@ struct FomText {
     bool given() const { return place.span.length > 0; } ///< Even if the text is empty, because it was not understood.
 };
 
-/// How an attribute or interaction class is sent, in the words of FED.
+/// How an attribute or interaction class is sent, in the words of FED. The root interaction class and privilegeToDelete
+/// may lack a transportation or order: no module needs to repeat those of the standard.
 struct FomDelivery {
     FomText transportation, order;
     std::vector<std::size_t> dimensions; ///< Their indices in the model, in ascending order, each once.
@@ -30,7 +31,7 @@ struct FomDelivery {
 
 /// An attribute, which has a delivery, or a parameter.
 struct FomMember {
-    FomText name; ///< As in FED.
+    FomText name; ///< As in FED. Without a place if no module declares the member.
     FomDelivery delivery;
     std::string dataType, semantics; ///< Empty if they are unknown.
 };
@@ -49,7 +50,8 @@ struct FomClass {
     bool isDefined = false;         ///< Whether a module says what FED holds: members or a delivery.
     bool isDescribed = false;       ///< Whether a module says anything else about it.
     std::size_t definedBy = kNone;  ///< The first module that defines it.
-    std::size_t lastModule = kNone; ///< The last module that has it.
+    std::size_t lastModule = kNone; ///< The last module that has it, and the first place there.
+    FomPlace placeInLastModule = {};
 };
 
 /// A class tree; each class comes after its superclass, and the root is the first.
@@ -70,6 +72,7 @@ struct FomModel {
     std::string description;
     std::vector<Dimension> dimensions;
     FomClasses objects, interactions;
+    std::size_t fullNames = 0; ///< The bytes of the full names of all classes.
 
     /// What the modules say and FED cannot hold, with how often they say it.
     std::map<std::string, std::size_t> losses;

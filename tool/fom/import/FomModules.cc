@@ -6,6 +6,16 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+/// Whether what is reported by a rule is not in the model. Of declarations that conflict, only the first is.
+bool losesDeclaration(RuleId rule) {
+    return rule == RuleId::unknownElement || rule == RuleId::unusableName || rule == RuleId::unknownSpace ||
+           rule == RuleId::repeatedMember || rule == RuleId::conflictingModules;
+}
+
+} // namespace
+
 FomModules::FomModules(std::vector<Input> inputs) {
     for (Input &input : inputs) {
         Module &module = _modules.emplace_back();
@@ -29,13 +39,15 @@ void FomModules::add(std::size_t module, Finding finding) {
 }
 
 void FomModules::add(RuleId rule, const FomPlace &place, std::string text) {
-    if (rule == RuleId::unknownElement || rule == RuleId::unusableName || rule == RuleId::unknownSpace)
+    if (losesDeclaration(rule))
         addLoss(place);
     add(place.module, Finding{&ruleOf(rule), place.span, std::move(text)});
 }
 
 void FomModules::add(RuleId rule, const FomPlace &place, std::string text, const FomPlace &other,
                      const std::string &here, const std::string &particular) {
+    if (losesDeclaration(rule))
+        addLoss(place);
     Finding finding{&ruleOf(rule), place.span, text};
     if (numLike(finding) >= kMaxErrors) // do not look up the place for a finding that is dropped
         return add(place.module, std::move(finding));

@@ -22,7 +22,6 @@ public:
     explicit FomModules(std::vector<Input> inputs);
 
     const std::vector<Module> &all() const { return _modules; }
-    std::vector<Module> &all() { return _modules; }
     /// Of those that keep the model from being imported; warnings do not.
     std::size_t numErrors() const { return _numErrors; }
 

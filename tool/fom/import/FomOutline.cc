@@ -92,17 +92,18 @@ void keepOnly(Outline::Classes &classes, const std::vector<bool> &kept) {
     classes = std::move(left);
 }
 
-void removeWhatXmlLacks(const TreeKind &tree, Outline::Classes &classes) {
-    const auto isRoot = [&](const Outline::Class &node) {
-        return node.parent == Outline::kNone && RtiFedName::equal(node.name, tree.root);
-    };
+bool isRoot(const TreeKind &tree, const Outline::Class &node) {
+    return node.parent == Outline::kNone && RtiFedName::equal(node.name, tree.root);
+}
+
+void removeStandardParts(const TreeKind &tree, Outline::Classes &classes) {
     std::vector<bool> kept;
     for (Outline::Class &node : classes) { // each after its superclass
         const std::string_view name = lastComponent(node.name);
-        const bool isRtiClass = node.parent != Outline::kNone && isRoot(classes[node.parent]) &&
+        const bool isRtiClass = node.parent != Outline::kNone && isRoot(tree, classes[node.parent]) &&
                                 (RtiFedName::equal(name, kMomClass) || RtiFedName::equal(name, kPrivateClass));
         kept.push_back(node.parent == Outline::kNone || (kept[node.parent] && !isRtiClass));
-        if (isRoot(node))
+        if (isRoot(tree, node))
             node.members.erase(std::remove_if(node.members.begin(), node.members.end(),
                                               [](const Outline::Member &member) {
                                                   return RtiFedName::equal(member.name, kPrivilegeInFed);
@@ -110,10 +111,51 @@ void removeWhatXmlLacks(const TreeKind &tree, Outline::Classes &classes) {
                                node.members.end());
     }
     keepOnly(classes, kept);
-    kept.assign(classes.size(), true);
-    for (std::size_t i = 0; i < classes.size(); ++i)
-        kept[i] = !isRoot(classes[i]) || !classes[i].members.empty() || !classes[i].children.empty();
+}
+
+/// Returns the root, or null if there is none.
+Outline::Class *rootOf(const TreeKind &tree, Outline::Classes &classes) {
+    for (Outline::Class &node : classes)
+        if (isRoot(tree, node))
+            return &node;
+    return nullptr;
+}
+
+void removeEmptyRoot(const TreeKind &tree, Outline::Classes &classes) {
+    std::vector<bool> kept;
+    for (const Outline::Class &node : classes)
+        kept.push_back(!isRoot(tree, node));
     keepOnly(classes, kept);
+}
+
+/// Object models in XML always have both roots, and need not say how the root interaction class is sent.
+void alignRoots(const TreeKind &tree, Outline::Classes &a, Outline::Classes &b) {
+    Outline::Class *roots[] = {rootOf(tree, a), rootOf(tree, b)};
+    const auto isEmpty = [](const Outline::Class *root) {
+        return !root || (root->members.empty() && root->children.empty());
+    };
+    if (isEmpty(roots[0]) && isEmpty(roots[1])) {
+        removeEmptyRoot(tree, a);
+        removeEmptyRoot(tree, b);
+    } else if (roots[0] && roots[1]) {
+        for (std::string Outline::Properties::*word :
+             {&Outline::Properties::transportation, &Outline::Properties::ordering})
+            if ((roots[0]->properties.*word).empty() || (roots[1]->properties.*word).empty())
+                for (Outline::Class *root : roots)
+                    (root->properties.*word).clear();
+    }
+}
+
+/// XML names sets of dimensions, in any order.
+void sortDimensions(Outline &outline) {
+    for (Outline::Space &space : outline.spaces) {
+        std::stable_sort(space.dimensions.begin(), space.dimensions.end(),
+                         [](const Outline::Member &a, const Outline::Member &b) {
+                             return RtiFedName::upper(a.name) < RtiFedName::upper(b.name);
+                         });
+        for (std::size_t i = 0; i < space.dimensions.size(); ++i)
+            space.dimensions[i].handle = i;
+    }
 }
 
 } // namespace
@@ -122,9 +164,14 @@ Outline outlineOf(const FomModel &model, const FomModules &modules, const std::v
     return OutlineMaker(model, modules, FomSpaces(model, similar)).make();
 }
 
-void removeWhatXmlLacks(Outline &outline) {
-    outline.federation.clear();
-    outline.version.clear();
-    removeWhatXmlLacks(kObjectTree, outline.objects);
-    removeWhatXmlLacks(kInteractionTree, outline.interactions);
+void removeWhatXmlLacks(Outline &a, Outline &b) {
+    for (Outline *outline : {&a, &b}) {
+        outline->federation.clear();
+        outline->version.clear();
+        removeStandardParts(kObjectTree, outline->objects);
+        removeStandardParts(kInteractionTree, outline->interactions);
+        sortDimensions(*outline);
+    }
+    alignRoots(kObjectTree, a.objects, b.objects);
+    alignRoots(kInteractionTree, a.interactions, b.interactions);
 }

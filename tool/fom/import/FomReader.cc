@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string_view>
 #include <unordered_map>
 
@@ -23,8 +24,8 @@ constexpr std::pair<const char *, const char *> kLostSections[] = {{"synchroniza
 
 std::size_t numElements(pugi::xml_node element) {
     const auto children = element.children();
-    return static_cast<std::size_t>(std::count_if(
-        children.begin(), children.end(), [](pugi::xml_node child) { return child.type() == pugi::node_element; }));
+    return static_cast<std::size_t>(std::count_if(children.begin(), children.end(),
+                                                  [&](pugi::xml_node child) { return isOfModel(child, element); }));
 }
 
 std::string namespaceOf(pugi::xml_node root) {
@@ -54,9 +55,8 @@ public:
         for (const FomTree *tree : kFomTrees) {
             FomTreeReader reader(_modules, _model, _tables, *tree);
             for (const auto &[module, root] : _roots)
-                for (const pugi::xml_node section : root.children())
-                    if (localName(section) == tree->section)
-                        reader.read(module, section);
+                forEachChild(root, tree->section,
+                             [&, module = module](pugi::xml_node section) { reader.read(module, section); });
             reader.finish();
         }
         return std::move(_model);
@@ -95,39 +95,43 @@ private:
             if (const std::size_t lost = numElements(childOf(root, section)); lost > 0)
                 _model.losses[loss] += section == std::string("time") ? 1 : lost;
         }
-        checkChildren(_modules, module, root, sections);
-        readIdentification(text(module), childOf(root, "modelIdentification"));
-        readDimensions(module, childOf(root, "dimensions"), notesOf(text(module), childOf(root, "notes")));
-        readTransportations(module, childOf(root, "transportations"));
+        checkChildren(_modules, module, root, {{}, sections});
+        readIdentification(module, childOf(root, "modelIdentification"));
+        const Notes notes = notesOf(text(module), childOf(root, "notes"));
+        forEachChild(root, "dimensions", [&](pugi::xml_node section) { readDimensions(module, section, notes); });
+        forEachChild(root, "transportations", [&](pugi::xml_node section) { readTransportations(module, section); });
         for (const pugi::xml_node kind : childOf(root, "dataTypes").children())
             if (const std::size_t lost = numElements(kind); lost > 0)
                 _model.losses["data types"] += lost;
     }
 
-    /// The first module that has a name gives it to the federation.
-    void readIdentification(const XmlText &text, pugi::xml_node identification) {
-        if (_model.federation.empty())
-            _model.federation = text.contentOf(childOf(identification, "name"));
-        if (_model.description.empty())
-            _model.description = knownContent(text, childOf(identification, "description"));
-        for (const pugi::xml_node child : identification.children())
-            if (const std::string other = text.contentOf(child);
-                localName(child) == "other" && other.compare(0, kFedVersionInOther.size(), kFedVersionInOther) == 0)
+    /// The first module that has a name gives it to the federation. The descriptions are joined.
+    void readIdentification(std::size_t module, pugi::xml_node identification) {
+        const pugi::xml_node name = childOf(identification, "name");
+        if (_model.federation.empty()) {
+            _model.federation = text(module).contentOf(name);
+            reportEntity(_modules, _model.federation, {module, text(module).contentSpan(name)});
+        }
+        const std::string description = knownContent(text(module), childOf(identification, "description"));
+        if (!description.empty() && _descriptions.insert(description).second)
+            _model.description += (_model.description.empty() ? "" : "\n\n") + description;
+        forEachChild(identification, "other", [&](pugi::xml_node child) {
+            const std::string other = text(module).contentOf(child);
+            if (other.compare(0, kFedVersionInOther.size(), kFedVersionInOther) == 0)
                 _model.version = other.substr(kFedVersionInOther.size());
+        });
     }
 
     void readDimensions(std::size_t module, pugi::xml_node section, const Notes &notes) {
-        checkChildren(_modules, module, section, {"dimension"});
-        for (const pugi::xml_node element : section.children()) {
+        checkChildren(_modules, module, section, {{}, {"dimension"}});
+        forEachChild(section, "dimension", [&](pugi::xml_node element) {
             const pugi::xml_node child = childOf(element, "name");
             const std::string name = text(module).contentOf(child);
-            if (localName(element) != "dimension")
-                continue;
             if (name.empty()) {
                 const FomPlace nameless{module, text(module).nameOf(element)};
                 _modules.add(RuleId::undefinedClass, nameless, "the dimension has no name");
                 _modules.addLoss(nameless);
-                continue;
+                return;
             }
             const FomPlace place{module, text(module).contentSpan(child)};
             usableName(_modules, name, place); // a bad one stays known, so that its uses are not reported as well
@@ -137,7 +141,7 @@ private:
             compareDimension(dimension.name, element);
             if (_tables.dimensions.emplace(name, _model.dimensions.size()).second)
                 _model.dimensions.push_back(std::move(dimension));
-        }
+        });
     }
 
     /// Compares a dimension with that of another module. FED has no room for these properties, but they must agree.
@@ -170,18 +174,19 @@ private:
 
     static Notes notesOf(const XmlText &text, pugi::xml_node section) {
         Notes notes;
-        for (const pugi::xml_node note : section.children())
+        forEachChild(section, "note", [&](pugi::xml_node note) {
             notes.emplace(text.contentOf(childOf(note, "label")), knownContent(text, childOf(note, "semantics")));
+        });
         return notes;
     }
 
     /// Other transportations than those of the standard are as good as their reliability.
     void readTransportations(std::size_t module, pugi::xml_node section) {
-        for (const pugi::xml_node element : section.children()) {
+        forEachChild(section, "transportation", [&](pugi::xml_node element) {
             const pugi::xml_node child = childOf(element, "name");
             const std::string name = text(module).contentOf(child);
             if (name.empty() || fedWord(kFomTransportations, name))
-                continue;
+                return;
             const std::string reliable = text(module).contentOf(childOf(element, "reliable"));
             const FomText word{kFomTransportations[reliable == "Yes" ? 0 : 1].fed,
                                {module, text(module).contentSpan(child)}};
@@ -193,12 +198,13 @@ private:
                              "the transportation " + inQuotes(name) + " is " + word.text + " here and " +
                                  known->second.text + " in another place",
                              known->second.place, "that is");
-        }
+        });
     }
 
     FomModules &_modules;
     FomModel _model;
     FomTables _tables;
+    std::set<std::string> _descriptions;                                                  // that the model has
     std::map<std::string, std::unordered_map<std::string, FomText>> _dimensionProperties; // first, by their dimensions
     std::vector<std::pair<std::size_t, pugi::xml_node>> _roots; // of the modules that can be read
 };

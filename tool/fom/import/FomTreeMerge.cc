@@ -12,20 +12,12 @@ std::string quoted(const FomText &name) {
     return inQuotes(name.text);
 }
 
-/// How a member is told from that of another class: `of "Boat.Tug"`.
+/// How a member is distinguished from that of another class: `of "Boat.Tug"`.
 std::string ofClass(const FomClass &node) {
     return " of " + inQuotes(node.fullName);
 }
 
 } // namespace
-
-/// The standard's own module sends the root and its attribute so; other modules need not repeat it.
-void FomTreeReader::completeDelivery(FomDelivery &delivery) const {
-    for (const auto &[word, usual] :
-         {std::pair(&delivery.transportation, "reliable"), std::pair(&delivery.order, "timestamp")})
-        if (!word->given())
-            *word = {usual, {0, {0, 1}}};
-}
 
 std::string FomTreeReader::keyOf(std::size_t owner, std::string_view name) {
     return std::to_string(owner) + '.' + RtiStringUtility::toupper(name);
@@ -41,14 +33,14 @@ void FomTreeReader::merge(std::size_t index, FomClass draft, bool isRepeated) {
     const bool isRoot = index == 0; // whose name differs in FED
     if (isRepeated && (isRoot || draft.name.text == node.name.text))
         _modules.add(RuleId::repeatedClass, draft.name.place, "this file has " + describe(node) + " already",
-                     node.name.place, "the first is");
+                     node.placeInLastModule, "the first is");
     node.isDescribed = node.isDescribed || draft.isDescribed;
     if (node.semantics.empty())
         node.semantics = draft.semantics;
     if (!draft.isDefined)
         return;
     const bool isFirst = !node.isDefined;
-    if (isFirst && index != 0)
+    if (isFirst && draft.name.given())
         node.name.place = draft.name.place;
     if (isFirst)
         node.definedBy = _module;
@@ -71,7 +63,9 @@ void FomTreeReader::takeMembers(std::size_t index, FomClass &draft, bool isRepea
         const auto [known, isNew] = _members.emplace(keyOf(index, member.name.text), node.members.size());
         if (isNew)
             node.members.push_back(std::move(member));
-        else if (!isRepeated)
+        else if (isRepeated) // the class is reported
+            _modules.addLoss(member.name.place);
+        else
             _modules.add(RuleId::repeatedMember, member.name.place,
                          std::string("duplicate ") + _tree.kind.memberName + ' ' + quoted(member.name) + ofClass(node),
                          node.members[known->second].name.place, "the first is");
@@ -141,16 +135,11 @@ void FomTreeReader::finish() {
     addMom();
     if (ofObjects)
         addPrivilege();
-    else
-        completeDelivery(at(0).delivery);
-    for (FomMember &member : at(0).members)
-        if (member.name.text == kPrivilegeInFed)
-            completeDelivery(member.delivery);
     for (std::size_t i = 1; i < _classes.size(); ++i)
         checkDefinition(at(i));
     for (const FomClass &node : _classes)
         for (const FomMember &member : node.members)
-            if (ofObjects)
+            if (ofObjects && !(&node == _classes.data() && member.name.text == kPrivilegeInFed))
                 checkDelivery(member.name, member.delivery,
                               std::string("the attribute ") + quoted(member.name) + ofClass(node));
     std::unordered_map<std::string, const FomMember *> inherited;
@@ -163,12 +152,12 @@ void FomTreeReader::finish() {
 void FomTreeReader::checkDefinition(const FomClass &node) {
     const bool ofObjects = _tree.kind.membersHaveProperties;
     const bool isScaffold = !node.isDefined && (ofObjects ? !node.isDescribed && !node.children.empty() : true);
-    if (isScaffold)
+    if (isScaffold && _model.isUnderstood) // else another module may define it
         _modules.add(
             RuleId::undefinedClass, node.name.place,
             "no module defines " + describe(node) +
                 (ofObjects ? ": only its name and subclasses are here" : ": it has no transportation and no order"));
-    else if (!ofObjects)
+    else if (!isScaffold && !ofObjects)
         checkDelivery(node.name, node.delivery, describe(node));
 }
 
@@ -200,13 +189,15 @@ void FomTreeReader::addMom() {
         for (const std::string &name : split(className, '.')) {
             const auto known = _children.find(keyOf(index, name));
             index = known != _children.end() ? known->second : addClass({name, place}, index);
+            if (index == FomClass::kNone)
+                return;
         }
         if (!at(index).isDefined && !_tree.kind.membersHaveProperties)
             at(index).delivery = usual;
         at(index).isDefined = true;
         for (const std::string &name : members)
             if (!hasMember(index, name))
-                at(index).members.push_back({{name, place}, usual, "", ""});
+                at(index).members.push_back({{momMemberName(name), {}}, usual, "", ""});
     }
 }
 
@@ -227,10 +218,14 @@ void FomTreeReader::dropRedeclared(std::size_t index, std::unordered_map<std::st
         std::string upper = RtiStringUtility::toupper(member.name.text);
         const auto known = inherited.find(upper);
         if (known != inherited.end()) {
-            _modules.add(RuleId::redeclaredMember, member.name.place,
-                         std::string("the ") + _tree.kind.memberName + ' ' + quoted(member.name) + ofClass(at(index)) +
-                             " is inherited already",
-                         known->second->name.place, "the first is", ofClass(at(index)));
+            const std::string again = std::string("the ") + _tree.kind.memberName + ' ' + quoted(member.name) +
+                                      ofClass(at(index)) + " is inherited already";
+            if (const FomText &first = known->second->name; first.given())
+                _modules.add(RuleId::redeclaredMember, member.name.place, again, first.place, "the first is",
+                             ofClass(at(index)));
+            else
+                _modules.add(RuleId::redeclaredMember, member.name.place,
+                             again + " from the Management Object Model of FED");
         } else {
             names.push_back(std::move(upper));
             own.push_back(std::move(member));

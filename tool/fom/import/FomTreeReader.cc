@@ -15,6 +15,9 @@ std::string withoutDots(std::string name) {
     return name;
 }
 
+/// More than the bytes of the full names of RTIprivate and the Management Object Model, in both trees.
+constexpr std::size_t kFullNamesOfMom = 16384;
+
 } // namespace
 
 FomTreeReader::FomTreeReader(FomModules &modules, FomModel &model, const FomTables &tables, const FomTree &tree)
@@ -25,10 +28,8 @@ FomTreeReader::FomTreeReader(FomModules &modules, FomModel &model, const FomTabl
 
 void FomTreeReader::read(std::size_t module, pugi::xml_node section) {
     _module = module;
-    checkChildren(_modules, module, section, {_tree.classElement});
-    for (const pugi::xml_node child : section.children())
-        if (localName(child) == _tree.classElement)
-            readClass(child, FomClass::kNone, 1);
+    checkChildren(_modules, module, section, {{}, {_tree.classElement}});
+    forEachChild(section, _tree.classElement, [&](pugi::xml_node child) { readClass(child, FomClass::kNone, 1); });
 }
 
 FomPlace FomTreeReader::placeOf(pugi::xml_node element) const {
@@ -81,7 +82,8 @@ void FomTreeReader::readClass(pugi::xml_node element, std::size_t parent, std::s
 std::size_t FomTreeReader::rootFor(const FomText &name) {
     for (const char *root : {_tree.root, _tree.kind.root})
         if (RtiFedName::equal(name.text, root)) {
-            at(0).name.place = name.place;
+            if (!at(0).name.given())
+                at(0).name.place = name.place;
             return 0;
         }
     _modules.add(RuleId::misspeltRoot, name.place,
@@ -106,16 +108,17 @@ std::size_t FomTreeReader::classFor(const FomText &name, std::size_t parent) {
     return known->second;
 }
 
-/// Adds a class, unless the text has too many long names: as for FED text, so that paths cannot exhaust the memory.
+/// A text with too many long names is refused as FED text is, so that paths cannot exhaust the memory. The limit holds
+/// for both trees together, with the Management Object Model that the FED gets.
 std::size_t FomTreeReader::addClass(const FomText &name, std::size_t parent) {
     const std::size_t size = at(parent).fullName.size() + 1 + name.text.size();
-    _fullNames += size;
-    if (size > kMaxNameLength || _fullNames > kMaxFullNames) {
+    _model.fullNames += size;
+    if (size > kMaxNameLength || _model.fullNames > kMaxFullNames - kFullNamesOfMom) {
         _modules.add(RuleId::unusableName, name.place,
                      size > kMaxNameLength ? "expected a full name of at most " + std::to_string(kMaxNameLength) +
                                                  " bytes, found " + std::to_string(size)
                                            : "the full names of all classes together have more than " +
-                                                 std::to_string(kMaxFullNames) + " bytes");
+                                                 std::to_string(kMaxFullNames - kFullNamesOfMom) + " bytes");
         return FomClass::kNone;
     }
     const std::size_t index = _classes.size();
@@ -137,19 +140,20 @@ bool FomTreeReader::isLeftOut(const FomText &name, std::size_t parent) {
 /// Reads what is in the element of a class of this name, which is not given if the element has none.
 void FomTreeReader::readContents(pugi::xml_node element, const FomText &name, std::size_t index, std::size_t depth) {
     const bool ofObjects = &_tree == &kFomObjects;
-    checkChildren(_modules, _module, element,
-                  ofObjects ? std::vector<std::string>{"name", "sharing", "semantics", "attribute", "objectClass"}
-                            : std::vector<std::string>{"name", "sharing", "dimensions", "transportation", "order",
-                                                       "semantics", "parameter", "interactionClass"});
+    checkChildren(
+        _modules, _module, element,
+        {ofObjects ? std::vector<std::string>{"name", "sharing", "semantics"}
+                   : std::vector<std::string>{"name", "sharing", "dimensions", "transportation", "order", "semantics"},
+         {_tree.memberElement, _tree.classElement}});
     const bool isRepeated = name.given() && at(index).lastModule == _module;
     FomClass draft = draftOf(element, index);
     draft.name = name;
     merge(index, std::move(draft), isRepeated);
-    if (name.given())
+    if (name.given() && !isRepeated) {
         at(index).lastModule = _module;
-    for (const pugi::xml_node child : element.children())
-        if (localName(child) == _tree.classElement)
-            readClass(child, index, depth + 1);
+        at(index).placeInLastModule = name.place;
+    }
+    forEachChild(element, _tree.classElement, [&](pugi::xml_node child) { readClass(child, index, depth + 1); });
 }
 
 /// Returns what one module says about a class.
@@ -162,21 +166,27 @@ FomClass FomTreeReader::draftOf(pugi::xml_node element, std::size_t index) {
     draft.isDescribed = childOf(element, "semantics") || childOf(element, "sharing");
     if (!knownContent(text, childOf(element, "sharing")).empty())
         ++_model.losses["the sharing of classes and attributes"];
-    for (const pugi::xml_node child : element.children())
-        if (localName(child) == _tree.memberElement) {
-            draft.isDefined = true;
-            FomMember member = readMember(child, index);
-            if (member.name.given())
-                draft.members.push_back(std::move(member));
-        }
+    forEachChild(element, _tree.memberElement, [&](pugi::xml_node child) {
+        draft.isDefined = true;
+        FomMember member = readMember(child, index);
+        if (member.name.given())
+            draft.members.push_back(std::move(member));
+    });
     return draft;
 }
 
 FomMember FomTreeReader::readMember(pugi::xml_node element, std::size_t index) {
     const XmlText &text = *_modules.all()[_module].text;
+    const bool ofObjects = _tree.kind.membersHaveProperties;
+    checkChildren(_modules, _module, element,
+                  {ofObjects
+                       ? std::vector<std::string>{"name", "dataType", "updateType", "updateCondition", "ownership",
+                                                  "sharing", "dimensions", "transportation", "order", "semantics"}
+                       : std::vector<std::string>{"name", "dataType", "semantics"},
+                   {}});
     FomMember member;
     member.name = nameIn(element, _tree.kind.memberName);
-    if (_tree.kind.membersHaveProperties) {
+    if (ofObjects) {
         const bool isPrivilege = index == 0 && member.name.text == kPrivilegeInFom;
         if (isPrivilege)
             member.name.text = kPrivilegeInFed;
@@ -216,7 +226,7 @@ FomText FomTreeReader::readWord(pugi::xml_node element, RuleId rule) {
     const auto own = _tables.transportations.find(word);
     if (fed.text.empty() && !isOrder && own != _tables.transportations.end())
         fed.text = own->second.text;
-    if (fed.text.empty())
+    if (fed.text.empty() && (isOrder || _model.isUnderstood)) // else another module may declare it
         _modules.add(
             rule, fed.place,
             std::string("expected ") +
@@ -227,15 +237,19 @@ FomText FomTreeReader::readWord(pugi::xml_node element, RuleId rule) {
 
 void FomTreeReader::readDimensions(pugi::xml_node element, FomDelivery &delivery) {
     const XmlText &text = *_modules.all()[_module].text;
-    for (const pugi::xml_node child : element.children()) {
+    checkChildren(_modules, _module, element, {{}, {"dimension"}});
+    if (const std::string content = text.contentOf(element); !content.empty() && content != "NA")
+        _modules.add(RuleId::unknownElement, contentPlace(element),
+                     "expected elements dimension in dimensions, found " + inQuotes(content));
+    forEachChild(element, "dimension", [&](pugi::xml_node child) {
         const std::string name = text.contentOf(child);
         const auto known = _tables.dimensions.find(name);
         if (known != _tables.dimensions.end())
             delivery.dimensions.push_back(known->second);
-        else if (!name.empty() && name != "NA") // which says that there are none
+        else if (!name.empty() && name != "NA" && _model.isUnderstood) // "NA" says that there are none
             _modules.add(RuleId::unknownSpace, contentPlace(child),
                          "no module declares the dimension " + inQuotes(name));
-    }
+    });
     std::sort(delivery.dimensions.begin(), delivery.dimensions.end());
     delivery.dimensions.erase(std::unique(delivery.dimensions.begin(), delivery.dimensions.end()),
                               delivery.dimensions.end());

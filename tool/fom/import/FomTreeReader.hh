@@ -17,8 +17,8 @@ struct FomTables {
 /// Reads one of the class trees from all modules of a model.
 ///
 /// The idea: a class is known by its superclass and its name. A class of which a module says no more than its name is a
-/// scaffold: another module defines it. Definitions in two modules must be the same. A class without a name lends its
-/// contents to the class around it, so that a comparison shows what else is different.
+/// scaffold: another module defines it. Definitions in two modules must be the same. The contents of a class without a
+/// name count as those of the enclosing class, so that a comparison shows what else is different.
 class FomTreeReader {
 public:
     FomTreeReader(FomModules &modules, FomModel &model, const FomTables &tables, const FomTree &tree);
@@ -44,6 +44,7 @@ private:
     void readContents(pugi::xml_node element, const FomText &name, std::size_t index, std::size_t depth);
     std::size_t classFor(const FomText &name, std::size_t parent);
     std::size_t rootFor(const FomText &name);
+    /// Adds a class. Returns its index, or FomClass::kNone if the names are too long.
     std::size_t addClass(const FomText &name, std::size_t parent);
     bool isLeftOut(const FomText &name, std::size_t parent);
     FomClass draftOf(pugi::xml_node element, std::size_t index);
@@ -63,7 +64,6 @@ private:
                        bool isComplete);
     void checkDefinition(const FomClass &node);
     void checkDelivery(const FomText &name, const FomDelivery &delivery, const std::string &what);
-    void completeDelivery(FomDelivery &delivery) const;
     void addMom();
     void addPrivilege();
     bool hasMember(std::size_t index, const std::string &name) const;
@@ -77,5 +77,4 @@ private:
     std::size_t _module = 0;                                // that is being read
     std::unordered_map<std::string, std::size_t> _children; // by the superclass and the name in upper case
     std::unordered_map<std::string, std::size_t> _members;  // by the class and the name in upper case
-    std::size_t _fullNames = 0;                             // bytes
 };
