@@ -5,9 +5,10 @@
 #include "tool/commands/Commands.hh"
 #include "tool/fom/FomNames.hh"
 
+#include <pugixml.hpp>
+
 #include <algorithm>
 #include <map>
-#include <memory>
 #include <random>
 #include <set>
 #include <vector>
@@ -54,55 +55,6 @@ Outcome exported(const std::string &text) {
     return outcome;
 }
 
-/// An element of XML as exports have it.
-struct Element {
-    std::string name, attributes, text;
-    std::vector<std::unique_ptr<Element>> children;
-
-    const Element *child(const std::string &wanted) const {
-        for (const auto &element : children)
-            if (element->name == wanted)
-                return element.get();
-        return nullptr;
-    }
-    std::string textOf(const std::string &wanted) const {
-        const Element *found = child(wanted);
-        return found ? found->text : std::string();
-    }
-};
-
-/// Reads elements up to the end of the one that they are in. Fails the test for anything that is not well-formed.
-void readInto(Element &around, const std::string &xml, std::size_t &at) {
-    while (true) {
-        const std::size_t tag = xml.find('<', at), end = xml.find('>', tag);
-        ASSERT_NE(end, std::string::npos);
-        around.text += xml.substr(at, tag - at);
-        at = end + 1;
-        std::string content = xml.substr(tag + 1, end - tag - 1);
-        if (content[0] == '/') {
-            ASSERT_EQ(content.substr(1), around.name);
-            return;
-        }
-        const bool isEmpty = content.back() == '/';
-        content.resize(content.size() - (isEmpty ? 1 : 0));
-        const std::size_t blank = content.find(' ');
-        Element &child = *around.children.emplace_back(std::make_unique<Element>());
-        child.name = content.substr(0, blank);
-        child.attributes = blank == std::string::npos ? "" : content.substr(blank + 1);
-        if (!isEmpty) {
-            ASSERT_NO_FATAL_FAILURE(readInto(child, xml, at));
-        }
-    }
-}
-
-/// Returns the element `objectModel` in an element without a name.
-std::unique_ptr<Element> read(const std::string &xml) {
-    auto document = std::make_unique<Element>();
-    std::size_t at = xml.find('\n') + 1;
-    readInto(*document, xml + "</>", at);
-    return document;
-}
-
 /// The elements that an element may have, in this order. "!" marks those that the schema FDD requires, "*" those that
 /// may be there several times; a name is required by both schemas.
 const std::map<std::string, std::vector<std::string>> kContents = {
@@ -134,58 +86,50 @@ bool isName(const std::string &text) {
 }
 
 /// Checks the order of elements, what is required, and that siblings have different names.
-void checkContents(const Element &element, bool isFdd) {
-    const auto contents = kContents.find(element.name);
-    if (contents == kContents.end() || element.children.empty())
+void checkContents(pugi::xml_node element, bool isFdd) {
+    const auto contents = kContents.find(element.name());
+    const bool isReference = element.first_child().type() == pugi::node_pcdata;
+    if (contents == kContents.end() || isReference || !element.first_child())
         return;
     auto next = contents->second.begin();
     std::set<std::string> names;
-    for (const auto &child : element.children) {
-        const auto isChild = [&child](const std::string &allowed) {
-            return allowed.substr(allowed.find_first_not_of("!*")) == child->name;
-        };
-        const auto found = std::find_if(next, contents->second.end(), isChild);
-        ASSERT_NE(found, contents->second.end()) << child->name << " in " << element.name;
+    for (const pugi::xml_node child : element.children()) {
+        const std::string kind = child.name(), name = child.child_value("name");
+        const auto found = std::find_if(next, contents->second.end(), [&kind](const std::string &allowed) {
+            return allowed.substr(allowed.find_first_not_of("!*")) == kind;
+        });
+        ASSERT_NE(found, contents->second.end()) << kind << " in " << element.name();
         next = (*found)[0] == '*' ? found : found + 1;
-        if (child->child("name") && child->name != "modelIdentification") {
-            EXPECT_TRUE(names.insert(child->name + ' ' + child->textOf("name")).second) << child->textOf("name");
-            EXPECT_TRUE(isName(child->textOf("name"))) << child->textOf("name");
+        if (child.child("name") && kind != "modelIdentification") {
+            EXPECT_TRUE(names.insert(kind + ' ' + name).second) << name;
+            EXPECT_TRUE(isName(name)) << name;
         }
-        ASSERT_NO_FATAL_FAILURE(checkContents(*child, isFdd));
+        ASSERT_NO_FATAL_FAILURE(checkContents(child, isFdd));
     }
     for (const std::string &allowed : contents->second)
-        EXPECT_TRUE(allowed[0] != '!' || (!isFdd && allowed != "!name") || element.child(allowed.substr(1)))
-            << allowed << " in " << element.name;
-}
-
-template <class Visit>
-void forEachElement(const Element &element, const Visit &visit) {
-    visit(element);
-    for (const auto &child : element.children)
-        forEachElement(*child, visit);
+        EXPECT_TRUE(allowed[0] != '!' || (!isFdd && allowed != "!name") || element.child(allowed.c_str() + 1))
+            << allowed << " in " << element.name();
 }
 
 /// Checks that everything that is named by a reference is declared.
-void checkReferences(const Element &model, bool isFdd) {
-    std::set<std::string> dimensions, transportations, labels;
-    const auto addNames = [&model](const char *section, const char *name, std::set<std::string> &names) {
-        static const Element none;
-        for (const auto &element : (model.child(section) ? *model.child(section) : none).children)
-            EXPECT_TRUE(names.insert(element->textOf(name)).second) << element->textOf(name);
+void checkReferences(pugi::xml_node model, bool isFdd) {
+    const auto namesOf = [&model](const char *section, const char *name) {
+        std::set<std::string> names;
+        for (const pugi::xml_node element : model.child(section).children())
+            EXPECT_TRUE(names.insert(element.child_value(name)).second) << element.child_value(name);
+        return names;
     };
-    addNames("dimensions", "name", dimensions);
-    addNames("transportations", "name", transportations);
-    addNames("notes", "label", labels);
-    forEachElement(model, [&](const Element &element) {
-        const auto refers = [&element](const char *name) { return element.name == name && element.children.empty(); };
-        EXPECT_TRUE(!refers("dimension") || dimensions.count(element.text)) << element.text;
-        EXPECT_TRUE(!isFdd || !refers("transportation") || transportations.count(element.text)) << element.text;
-        if (element.attributes.rfind("notes=\"", 0) == 0) {
-            std::istringstream words(element.attributes.substr(7, element.attributes.size() - 8));
-            for (std::string label; words >> label;)
-                EXPECT_TRUE(labels.count(label)) << label;
-        }
-    });
+    const std::set<std::string> dimensions = namesOf("dimensions", "name"), labels = namesOf("notes", "label"),
+                                transportations = namesOf("transportations", "name");
+    for (const auto &found : model.select_nodes("//dimensions/dimension[not(name)]"))
+        EXPECT_TRUE(dimensions.count(found.node().child_value())) << found.node().child_value();
+    for (const auto &found : model.select_nodes("//transportation[not(name)]"))
+        EXPECT_TRUE(!isFdd || transportations.count(found.node().child_value())) << found.node().child_value();
+    for (const auto &found : model.select_nodes("//@notes")) {
+        std::istringstream words(found.attribute().value());
+        for (std::string label; words >> label;)
+            EXPECT_TRUE(labels.count(label)) << label;
+    }
 }
 
 /// Random FED text: often with errors, odd names, duplicates and comments.
@@ -273,10 +217,10 @@ TEST(Export, OfAnyModelIsValid) {
             const bool isFdd = form == FomForm::fdd;
             std::vector<ExportNote> notes;
             const std::string xml = exportedModel(outline, {}, "About <it> & \x01\xFF", form, notes);
-            const auto document = read(xml);
-            ASSERT_EQ(document->children.size(), 1u);
-            ASSERT_NO_FATAL_FAILURE(checkContents(*document->children[0], isFdd));
-            checkReferences(*document->children[0], isFdd);
+            pugi::xml_document document;
+            ASSERT_TRUE(document.load_string(xml.c_str())) << xml;
+            ASSERT_NO_FATAL_FAILURE(checkContents(document.document_element(), isFdd));
+            checkReferences(document.document_element(), isFdd);
         }
     }
 }
@@ -303,6 +247,15 @@ TEST(Export, TemplateOfTypesChangesNothing) {
         EXPECT_EQ(with.out, exported("\n" + text).out);
         EXPECT_EQ(exported("--types-template\n" + text + "~~~~\n" + types).out, types);
     }
+}
+
+TEST(Export, TakesTheTypesThatTheDocumentShows) {
+    const std::string page = readFile(RTIFED_DOCS "/ieee-1516.md"), fence = "```toml\n";
+    const std::size_t begin = page.find(fence) + fence.size();
+    const Outcome outcome =
+        exported('\n' + example("harbour.fed") + "~~~~\n" + page.substr(begin, page.find("```", begin) - begin));
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_NE(outcome.out.find("<upperBound>48000</upperBound>"), std::string::npos);
 }
 
 TEST(Export, IsTheSameFromAnImageButForComments) {

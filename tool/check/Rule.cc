@@ -194,10 +194,10 @@ constexpr Rules kRules = {
       "standards of 2000 and 2025 have other forms.",
       "Add the namespace, or convert the file with the tool that wrote it.", "<objectModel>",
       "<objectModel xmlns=\"http://standards.ieee.org/IEEE1516-2010\">"},
-     {indexOf(RuleId::unknownElement), "unknown-element", error, "An object model has an unknown element",
-      "What it was meant to declare would be missing from the FED. Elements of other namespaces are extensions, which "
-      "are passed over.",
-      "Correct the name of the element.", "<atribute>\n  <name>Height</name>\n  ...",
+     {indexOf(RuleId::unknownElement), "unknown-element", error, "An object model has an unknown or repeated element",
+      "What it was meant to declare would be missing from the FED. An element that may be there once is read where it "
+      "comes first. Elements of other namespaces are extensions, which are passed over.",
+      "Correct the name of the element, or remove those that are too many.", "<atribute>\n  <name>Height</name>\n  ...",
       "<attribute>\n  <name>Height</name>\n  ..."},
      {indexOf(RuleId::undefinedClass), "undefined-class", error,
       "A class, its name, transportation or order is defined in no module",

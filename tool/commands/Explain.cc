@@ -9,8 +9,10 @@ namespace {
 constexpr std::size_t kUsualWidth = 80;
 constexpr std::size_t kPageWidth = 120;
 
-std::string codeBlock(const char *text) {
-    return "```lisp\n" + std::string(text) + "\n```\n";
+/// Returns an example in its language: FED, XML or a command.
+std::string codeBlock(const std::string &text) {
+    const char *language = text.rfind("rtifed ", 0) == 0 ? "sh" : text.rfind('<', 0) == 0 ? "xml" : "lisp";
+    return std::string("```") + language + '\n' + text + "\n```\n";
 }
 
 /// Breaks a text into lines of at most `width` bytes, except for longer words.

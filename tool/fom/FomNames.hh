@@ -43,7 +43,7 @@ using FomWords = std::array<FomWord, 2>;
 inline constexpr FomWords kFomTransportations = {{{"reliable", "HLAreliable"}, {"best_effort", "HLAbestEffort"}}};
 inline constexpr FomWords kFomOrders = {{{"receive", "Receive"}, {"timestamp", "TimeStamp"}}};
 
-/// The beginning of the comment behind an attribute or parameter in which an import keeps the data type, which follows.
+/// The beginning of the comment after an attribute or parameter in which an import keeps the data type, which follows.
 inline constexpr std::string_view kDataTypeInComment = "dataType ";
 
 /// Returns the other word for a word of FED in its short form or of XML, or null.

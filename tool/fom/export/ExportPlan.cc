@@ -95,21 +95,28 @@ void ExportPlan::planSpaces(const Outline &outline) {
         _spaceNames.emplace(RtiFedName::upper(space.name), _spaces.size() - 1);
         const std::string own = fomEmptySpace(space.name);
         planned.name = spaces.distinct(own);
-        if (planned.name != own)
-            _notes.push_back({space.place, "there is a space " + inQuotes(space.name) +
-                                               " before this one, which is exported as " + inQuotes(planned.name)});
+        noteName("space", space.name, own, planned.name, space.place);
         DistinctNames dimensions;
         for (const Outline::Member &dimension : space.dimensions) {
             const std::string name = fomDimension("", dimension.name), free = dimensions.distinct(name);
             planned.dimensions.push_back(planned.name + free.substr(free.find('.')));
-            if (free != name)
-                _notes.push_back({dimension.place,
-                                  "the space " + inQuotes(space.name) + " has a dimension " + inQuotes(dimension.name) +
-                                      " before this one, which is exported as " + inQuotes(planned.dimensions.back())});
+            noteName("dimension", dimension.name, name.substr(name.find('.') + 1), free.substr(free.find('.') + 1),
+                     dimension.place);
         }
         if (space.dimensions.empty())
             planned.dimensions.push_back(planned.name);
     }
+}
+
+/// Notes that a space or dimension has another name in the export: an escaped one, which in turn may be taken.
+void ExportPlan::noteName(const std::string &noun, const std::string &name, const std::string &escaped,
+                          const std::string &exported, const std::optional<RtiFedPosition> &place) {
+    if (exported != escaped)
+        _notes.push_back({place, "the name " + inQuotes(name) + " is taken in the export by another " + noun +
+                                     "; exported as " + shown(exported, kNameLimit)});
+    else if (escaped != name)
+        _notes.push_back({place, "the name " + inQuotes(name) + " of a " + noun + " is not legal there in XML; " +
+                                     "exported as " + shown(exported, kNameLimit)});
 }
 
 void ExportPlan::planTree(const FomTree &tree, const Outline::Classes &classes, Tree &plan) {

@@ -58,6 +58,8 @@ public:
 private:
     bool isUsed(const Outline &outline, const std::string &space) const;
     void planSpaces(const Outline &outline);
+    void noteName(const std::string &noun, const std::string &name, const std::string &escaped,
+                  const std::string &exported, const std::optional<RtiFedPosition> &place);
     void planTree(const FomTree &tree, const Outline::Classes &classes, Tree &plan);
     void leaveOut(const FomTree &tree, const Outline::Classes &classes, std::size_t index, Tree &plan);
     void noteRedeclared(const FomTree &tree, const Outline::Classes &classes, const Tree &plan);

@@ -41,6 +41,15 @@ constexpr std::uint32_t narrow(std::size_t index) {
     return static_cast<std::uint32_t>(index);
 }
 
+/// Whether a text has bytes that an XML document cannot have.
+bool hasIllegal(std::string text) {
+    constexpr std::string_view kEscaped = "&<>\"'"; // which are legal
+    text.erase(std::remove_if(text.begin(), text.end(),
+                              [&](char byte) { return kEscaped.find(byte) != std::string_view::npos; }),
+               text.end());
+    return xml(text) != text;
+}
+
 class Exporter {
 public:
     Exporter(const Outline &outline, const FomFacts &facts, FomForm form, std::vector<ExportNote> &notes)
@@ -73,6 +82,10 @@ private:
     void writeIdentification(const std::string &description) {
         _writer.open("modelIdentification");
         _writer.leafUnlessEmpty("name", _outline.federation);
+        if (hasIllegal(_outline.federation))
+            _notes.push_back({{},
+                              "the name " + inQuotes(_outline.federation) +
+                                  " of the federation has characters that XML does not have; exported as \\xNN"});
         _writer.leaf("type", "FOM");
         _writer.leafUnlessEmpty("description", description);
         if (!_outline.version.empty() && _outline.version != kUsualFedVersion)

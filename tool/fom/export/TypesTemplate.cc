@@ -9,7 +9,8 @@ namespace {
 
 constexpr const char *kAbout =
     R"(# What an object model of IEEE 1516 says and the FED does not, for rtifed export --types. Fill in the empty texts; what
-# stays empty is exported as not known. Further keys, which may be added:
+# stays empty is exported as not known, but for privilegeToDelete, which the standard describes. Further keys, which may
+# be added:
 #   of an object class       sharing, semantics
 #   of an attribute          dataType, updateType, updateCondition, ownership, sharing, semantics
 #   of an interaction class  sharing, semantics
@@ -61,13 +62,16 @@ std::vector<FomFact> wantedOf(ClauseKind kind) {
     }
 }
 
-/// Returns KEY = "TEXT" for each fact that is known or wanted.
-std::vector<std::string> assignments(ClauseKind kind, const FomFacts::Known &known) {
+/// Returns KEY = "TEXT" for each fact that is known or wanted. Comments give data types.
+std::vector<std::string> assignments(ClauseKind kind, const FomFacts::Known &known, const FomFacts::Known &comments) {
     const std::vector<FomFact> wanted = wantedOf(kind);
+    const auto find = [&](FomFact fact) {
+        const std::string *text = FomFacts::find(known, fact);
+        return text || fact != FomFact::dataType ? text : FomFacts::find(comments, fact);
+    };
     std::vector<std::string> all;
     for (const FomFact fact : factsOf(kind))
-        if (const std::string *text = FomFacts::find(known, fact);
-            text || std::count(wanted.begin(), wanted.end(), fact) > 0)
+        if (const std::string *text = find(fact); text || std::count(wanted.begin(), wanted.end(), fact) > 0)
             all.push_back(std::string(formOf(fact).name) + " = " + (text ? tomlString(*text) : "\"\""));
     return all;
 }
@@ -95,7 +99,8 @@ std::string membersOf(const TypesSection &section, const TypesOwner &owner, cons
         std::string key = keyOf(owner.members[i]);
         key.append(width - std::min(columns(key), width), ' ');
         text += std::string(section.membersKey) + '.' + key + " = { " +
-                joined(assignments(section.memberKind, known.of(ref))) + " }" + asComment(comments.of(ref)) + '\n';
+                joined(assignments(section.memberKind, known.of(ref), comments.of(ref))) + " }" +
+                asComment(comments.of(ref)) + '\n';
     }
     return text;
 }
@@ -110,7 +115,7 @@ std::string typesTemplate(const Outline &outline, const ExportPlan &plan, const 
             text += '\n';
             text += std::string("[") + section.key + '.' + keyOf(owner.name) + ']' + asComment(comments.of(owner.ref)) +
                     '\n';
-            for (const std::string &assignment : assignments(section.kind, known.of(owner.ref)))
+            for (const std::string &assignment : assignments(section.kind, known.of(owner.ref), comments.of(owner.ref)))
                 text += assignment + '\n';
             text += membersOf(section, owner, known, comments);
         }
