@@ -93,7 +93,7 @@ private:
     }
     /// Loads eight to sixteen bytes and no byte after them.
     [[gnu::always_inline]] static void loadPrefix(const char *bytes, std::size_t size, Block &block) {
-        Word first, last;
+        Word first = 0, last = 0;
         std::memcpy(&first, bytes, sizeof first);
         std::memcpy(&last, bytes + size - sizeof last, sizeof last);
         block = reinterpret_cast<Block>(Words{first, last});
@@ -113,7 +113,7 @@ private:
         block = reinterpret_cast<Block>(quarters);
     }
     [[gnu::always_inline]] static Quarter quarterAt(const char *bytes) {
-        Quarter quarter;
+        Quarter quarter = 0;
         std::memcpy(&quarter, bytes, sizeof quarter);
         return quarter;
     }

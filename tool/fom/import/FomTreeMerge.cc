@@ -196,8 +196,12 @@ void FomTreeReader::addMom() {
             at(index).delivery = usual;
         at(index).isDefined = true;
         for (const std::string &name : members)
-            if (!hasMember(index, name))
-                at(index).members.push_back({{momMemberName(name), {}}, usual, "", ""});
+            if (!hasMember(index, name)) {
+                FomMember member;
+                member.name.text = momMemberName(name);
+                member.delivery = usual;
+                at(index).members.push_back(std::move(member));
+            }
     }
 }
 

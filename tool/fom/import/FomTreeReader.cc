@@ -22,8 +22,8 @@ constexpr std::size_t kFullNamesOfMom = 16384;
 
 FomTreeReader::FomTreeReader(FomModules &modules, FomModel &model, const FomTables &tables, const FomTree &tree)
     : _modules(modules), _model(model), _tables(tables), _tree(tree), _classes(model.classes(tree)) {
-    const std::string root = tree.kind.root;
-    _classes.push_back({{root, {}}, root});
+    FomClass &root = _classes.emplace_back();
+    root.name.text = root.fullName = tree.kind.root;
 }
 
 void FomTreeReader::read(std::size_t module, pugi::xml_node section) {
