@@ -3,7 +3,6 @@
 #include "tool/commands/Commands.hh"
 #include "tool/console/Line.hh"
 #include "tool/console/Text.hh"
-#include "tool/console/TextStream.hh"
 #include "tool/model/Names.hh"
 
 #include <unordered_map>

@@ -1,6 +1,5 @@
 #include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/console/TextStream.hh"
 #include "tool/control/Decision.hh"
 #include "tool/model/MovedHandles.hh"
 #include "tool/model/UnderstoodVerdict.hh"

@@ -1,5 +1,4 @@
 #include "tool/commands/HtmlFolder.hh"
-#include "tool/console/TextStream.hh"
 #include "tool/model/Revision.hh"
 #include "tool/page/ModelPage.hh"
 #include "tool/page/Page.hh"

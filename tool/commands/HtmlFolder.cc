@@ -1,7 +1,6 @@
 #include "tool/commands/HtmlFolder.hh"
 
 #include "tool/console/Text.hh"
-#include "tool/console/TextStream.hh"
 #include "tool/model/Revision.hh"
 #include "tool/page/IndexPage.hh"
 #include "tool/page/OutputFolder.hh"

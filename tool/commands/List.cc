@@ -1,5 +1,4 @@
 #include "tool/commands/Commands.hh"
-#include "tool/console/TextStream.hh"
 #include "tool/model/Model.hh"
 
 #include <utility>

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <ostream>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -18,6 +19,13 @@ struct Console {
     std::string stdinName = "-";
     bool terminal = false;      ///< Whether `out` is a terminal.
     std::size_t helpWidth = 80; ///< Columns that help may have.
+};
+
+/// Collects text as std::ostringstream does, which silently leaves out what it has no memory for; this one throws
+/// std::bad_alloc then.
+class TextStream : public std::ostringstream {
+public:
+    TextStream() { exceptions(std::ios::badbit); }
 };
 
 /// A failure that keeps a command from doing its work, such as a file that cannot be opened.

@@ -1,5 +1,4 @@
 #include "tool/control/Baseline.hh"
-#include "tool/console/TextStream.hh"
 
 #include "tool/console/Console.hh"
 #include "tool/console/InputFile.hh"

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-// Texts violate an assertion of toml++ ("[[{"), although the code behind it reports the error. Clang builds on
-// assertions if NDEBUG is defined, else they end the program, so they are taken out.
+// A wrong text, such as "[[{", can violate an assertion of toml++, although the code after it reports the error. An
+// assertion would end the program then, or with NDEBUG let Clang take it for true, so none is compiled.
 #pragma push_macro("NDEBUG")
 #undef NDEBUG
 #define TOML_ASSERT(expression) static_cast<void>(0)
