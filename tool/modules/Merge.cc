@@ -122,6 +122,8 @@ public:
                 offset = begin - 1;
             }
         }
+        if (rarest == nullptr)
+            return false;
         return std::any_of(rarest->begin(), rarest->end(), [&lines, offset](const Place &place) {
             return place.offset >= offset && place.text->compare(place.offset - offset, lines.size(), lines) == 0;
         });
