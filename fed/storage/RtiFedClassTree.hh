@@ -4,6 +4,7 @@
 #include "fed/image/RtiFedImage.hh"
 #include "fed/image/RtiFedImageLinks.hh"
 #include "fed/storage/RtiFedArena.hh"
+#include "fed/storage/RtiFedClassNode.hh"
 #include "fed/storage/RtiFedHandleMap.hh"
 #include "fed/storage/RtiFedNameMap.hh"
 
