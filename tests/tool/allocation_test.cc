@@ -138,7 +138,7 @@ std::string faultOf(const Outcome &starved, const Outcome &usual) {
     if (starved == usual)
         return "";
     const std::string all = starved.out + starved.err;
-    const bool isOfServer = starved.out.rfind("Content-Length", 0) == 0; // answers with an error, and goes on
+    const bool isOfServer = starved.out.rfind("Content-Length", 0) == 0; // which reports the error and continues
     if (starved.status != cannotWork && !isOfServer)
         return "status " + std::to_string(starved.status) + ": " + all;
     return all.find(kOutOfMemory) != std::string::npos ? "" : "says: " + all;

@@ -26,8 +26,7 @@ void refuseTooLarge(const Outline &model, const std::string &name) {
     if (size.bytes > kMostBytes)
         throw CannotWork(name + ": the constants of the classes would take some " +
                          std::to_string(size.bytes / 1'000'000) +
-                         " MB, since each has those of its superclasses too; "
-                         "at most " +
+                         " MB, since each has those of its superclasses too; at most " +
                          std::to_string(kMostBytes / 1'000'000) + " MB are written");
 }
 
