@@ -147,6 +147,8 @@ class Programs:
         return done.stdout
 
     def generate(self, sizes):
+        if not sizes:
+            return
         os.makedirs(self._federations, exist_ok=True)
         printed = self._run("generate", os.path.join(ROOT, "examples", "minimal.fed"), self._federations,
                             *map(str, sorted(sizes)))
