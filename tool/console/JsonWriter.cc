@@ -1,11 +1,13 @@
 #include "tool/console/JsonWriter.hh"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
 namespace {
 
 constexpr std::size_t kPieceSize = 16384;
+constexpr std::size_t kIndentation = 2; // blanks a level
 
 std::string serialized(const Json &value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -54,9 +56,11 @@ bool isPlain(std::string_view text) {
 
 JsonWriter &JsonWriter::key(std::string_view name) {
     beginElement();
-    _text += '"';
-    _text += name;
-    append(_layout == Layout::indented ? "\": " : "\":");
+    const std::string_view end = _layout == Layout::indented ? "\": " : "\":";
+    char *out = extend(1 + name.size() + end.size());
+    *out++ = '"';
+    out = std::copy(name.begin(), name.end(), out);
+    std::copy(end.begin(), end.end(), out);
     _afterKey = true;
     return *this;
 }
@@ -81,19 +85,24 @@ JsonWriter &JsonWriter::breakLine() {
 
 JsonWriter &JsonWriter::begin(char bracket) {
     beginElement();
-    _text += bracket;
-    _hasElements.push_back(false);
+    *extend(1) = bracket;
+    ++_depth;
+    _isEmpty = true;
+    if (_layout == Layout::indented)
+        _separator.append(kIndentation, ' ');
     return *this;
 }
 
 JsonWriter &JsonWriter::end(char bracket) {
-    const bool empty = !_hasElements.back();
-    _hasElements.pop_back();
-    if (_breakPending || (_layout == Layout::indented && !empty))
+    --_depth;
+    if (_layout == Layout::indented)
+        _separator.resize(_separator.size() - kIndentation);
+    if (_breakPending || (_layout == Layout::indented && !_isEmpty))
         newLine();
-    _text += bracket;
-    if (_hasElements.empty()) {
-        _text += '\n';
+    *extend(1) = bracket;
+    _isEmpty = false;
+    if (_depth == 0) {
+        *extend(1) = '\n';
         flush();
     }
     return *this;
@@ -101,41 +110,42 @@ JsonWriter &JsonWriter::end(char bracket) {
 
 /// Writes the comma and the line break before a key, or before an element that has no key.
 void JsonWriter::beginElement() {
-    if (!_afterKey && !_hasElements.empty()) {
-        if (_hasElements.back())
-            _text += ',';
-        _hasElements.back() = true;
-        if (_breakPending || _layout == Layout::indented)
-            newLine();
+    if (!_afterKey && _depth > 0) {
+        const bool breaks = _breakPending || _layout == Layout::indented;
+        const std::string_view separator = breaks ? std::string_view(_separator) : ",";
+        append(separator.substr(_isEmpty ? 1 : 0));
+        _isEmpty = _breakPending = false;
     }
     _afterKey = false;
 }
 
 void JsonWriter::newLine() {
-    _text += '\n';
-    if (_layout == Layout::indented)
-        _text.append(2 * _hasElements.size(), ' ');
+    append(std::string_view(_separator).substr(1));
     _breakPending = false;
 }
 
 /// Nearly all names are plain. The library knows what to do with the others.
 void JsonWriter::appendString(std::string_view text) {
-    if (!isPlain(text)) {
-        append(serialized(text));
-        return;
-    }
-    _text += '"';
-    _text += text;
-    append("\"");
+    if (!isPlain(text))
+        return append(serialized(text));
+    char *out = extend(text.size() + 2);
+    *out++ = '"';
+    out = std::copy(text.begin(), text.end(), out);
+    *out = '"';
 }
 
 void JsonWriter::append(std::string_view text) {
-    _text += text;
-    if (_text.size() >= kPieceSize)
-        flush();
+    std::copy(text.begin(), text.end(), extend(text.size()));
+}
+
+/// Hands over what there is, so that the piece has room for so many bytes.
+void JsonWriter::makeRoom(std::size_t size) {
+    flush();
+    if (size > _piece.size())
+        _piece.resize(std::max(size, kPieceSize));
 }
 
 void JsonWriter::flush() {
-    _os.write(_text.data(), static_cast<std::streamsize>(_text.size()));
-    _text.clear();
+    _os.write(_piece.data(), static_cast<std::streamsize>(_size));
+    _size = 0;
 }

@@ -56,12 +56,23 @@ private:
     void newLine();
     void append(std::string_view text);
     void appendString(std::string_view text);
+    /// Adds `size` bytes to the piece that is not yet written, and returns where the caller has to put them.
+    char *extend(std::size_t size) {
+        if (size > _piece.size() - _size)
+            makeRoom(size);
+        _size += size;
+        return _piece.data() + _size - size;
+    }
+    void makeRoom(std::size_t size);
     void flush();
 
     std::ostream &_os;
     Layout _layout;
-    std::string _text;              // what is not yet written
-    std::vector<bool> _hasElements; // for each open object and array, the outermost first
+    std::vector<char> _piece; // its first _size bytes are not yet written
+    std::size_t _size = 0;
+    std::string _separator = ",\n"; // of elements of the innermost object or array, with the indentation
+    std::size_t _depth = 0;         // the number of open objects and arrays
+    bool _isEmpty = true;           // the innermost of them has no element yet; those that enclose it have one
     bool _afterKey = false;
     bool _breakPending = false;
 };
