@@ -3,6 +3,7 @@
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/console/Progress.hh"
+#include "tool/model/HeapReserve.hh"
 
 #include <cerrno>
 #include <cstdint>
@@ -19,12 +20,14 @@ namespace {
     throw "expected at most " + std::to_string(kMaxTextSize) + " bytes, found " + found;
 }
 
-/// Refuses a regular file by its size, before anything of it is read.
+/// Refuses a regular file by its size, before anything of it is read, or prepares for it.
 void checkSize(std::FILE *file) {
     struct stat status {};
-    if (fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode) &&
-        static_cast<std::uintmax_t>(status.st_size) > kMaxTextSize)
+    if (fstat(fileno(file), &status) != 0 || !S_ISREG(status.st_mode))
+        return;
+    if (static_cast<std::uintmax_t>(status.st_size) > kMaxTextSize)
         refuseSize(std::to_string(status.st_size));
+    reserveHeap(static_cast<std::size_t>(status.st_size));
 }
 
 std::string readImage(std::FILE *file) {
