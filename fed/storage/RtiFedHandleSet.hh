@@ -61,7 +61,7 @@ public:
     void reserveFor(Handle handle) {
         if (_numRuns < _capacity || extendsLast(handle._value))
             return;
-        const std::uint32_t capacity = _capacity == 0 ? 2 : 2 * _capacity;
+        const std::uint32_t capacity = _capacity == 0 ? 1 : 2 * _capacity; // nearly all sets stay one run
         std::unique_ptr<Run[]> runs(new Run[capacity]);
         std::copy(begin(), end(), runs.get());
         _runs = std::move(runs);
