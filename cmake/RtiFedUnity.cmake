@@ -1,17 +1,22 @@
 # With RTIFED_UNITY, a compiler reads all source files of a folder as one, so it reads the headers of the standard library once
-# for each folder, and compiles a template once that many files use. That takes a quarter of the time, but after a change all
-# files of the folder are compiled again; the preset dev therefore compiles each file by itself, which also finds a file that
-# relies on what another one includes, or a local name that hides another.
+# for each folder, and compiles a template once that many files use. The whole is built in a quarter of the time, but a change
+# compiles all files of the folder again. It also hides a file that relies on what another one includes, and a local name that
+# hides another: the preset `files` finds these.
 
-# rtifed_unity(TARGET [SIZE N] [ALONE FILE...]): at most N files are compiled together. ALONE are files that have a local name in
-# common with another file of their folder, which is then defined twice.
+# rtifed_unity(TARGET [LIBRARY] [SIZE N] [ALONE FILE...]): at most N files are compiled together. With RTIFED_UNITY=PROGRAM, each
+# file of a LIBRARY is compiled by itself. ALONE are files that have a local name in common with another file of their folder,
+# which would be defined twice.
 function(rtifed_unity target)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "SIZE" "ALONE")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "LIBRARY" "SIZE" "ALONE")
     if(NOT arg_SIZE)
         set(arg_SIZE 100)
     endif()
+    set(together ON)
+    if(NOT RTIFED_UNITY OR (RTIFED_UNITY STREQUAL "PROGRAM" AND arg_LIBRARY))
+        set(together OFF)
+    endif()
     # Set even if it is off, because a host may have set CMAKE_UNITY_BUILD, which takes files in any order.
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ${RTIFED_UNITY} UNITY_BUILD_MODE GROUP)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${together} UNITY_BUILD_MODE GROUP)
     get_target_property(sources ${target} SOURCES)
     foreach(source IN LISTS sources)
         if(source IN_LIST arg_ALONE OR IS_ABSOLUTE "${source}" OR NOT source MATCHES "\\.cc$")
