@@ -20,7 +20,7 @@ void write(const std::filesystem::path &path, const std::string &text) {
 
 /// Writes the manual pages and the completions of the program into a folder, laid out as under share/.
 int main(int argc, char **argv) try {
-    if (argc != 2) {
+    if (argc != 2 || *argv[1] == '-') {
         std::cerr << "usage: rtifed-docs FOLDER\n";
         return 2;
     }
