@@ -60,6 +60,7 @@ void RtiFedDatabase::parse(std::FILE *file) {
     } catch (const std::string &reason) {
         couldNotParse("\"RtiFedDatabase\", line 73: ", "\"RtiFedDatabase\", line 75: ", reason);
     } catch (const char *reason) {
+        // unreached: this parser throws strings, a host's may throw these
         couldNotParse("\"RtiFedDatabase\", line 80: ", "\"RtiFedDatabase\", line 82: ", reason);
     }
 }

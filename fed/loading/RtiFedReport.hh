@@ -13,7 +13,7 @@ inline void rtiFedReport(unsigned long importance, const std::string &message) {
         return;
     try {
         _rtiErrorStream.getOutputStream() << message << std::endl;
-        // unreached: the standard streams throw nothing; a host's may
+        // The standard streams throw nothing; a host's may.
     } catch (const std::exception &) {
     } catch (const RTI::Exception &) {
     }

@@ -63,6 +63,7 @@ private:
         return bitsOf(words[0]) | bitsOf(words[1]) << 8;
 #endif
     }
+    // unreached in this function: for machines without such an instruction
     static std::uint64_t bitsOf(std::uint64_t word) {
 #if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
         word = __builtin_bswap64(word);

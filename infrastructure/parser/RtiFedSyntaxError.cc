@@ -308,9 +308,9 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
     case Problem::tooManyErrors:
         return "expected at most " + std::to_string(kMaxErrors) +
                " errors, found more; the rest of the text was not read";
-    case Problem::foreignComment:
-    case Problem::foreignBlank:
-        break; // above
+    case Problem::foreignComment: // unreached: worded above
+    case Problem::foreignBlank:   // unreached: the same
+        break;
     }
     return {}; // unreached: each problem has a case
 }

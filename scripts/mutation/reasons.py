@@ -4,7 +4,8 @@
     // equivalent: why                      for the line after the comment, which may continue on further lines
     // equivalent in this function: why     for the function or block that begins after the comment
 
-`unreached` is written like `equivalent`. The reason ends with the comment; other text may stand before it, after a full stop
+`unreached` is written like `equivalent`; it also holds for the lines after it that are indented more: the rest of the statement, or
+what a condition decides. The reason ends with the comment; other text may stand before it, after a full stop
 or a semicolon."""
 
 import re
@@ -26,6 +27,9 @@ class Reasons:
             if match and match[1] == kind:
                 for covered in self._covered(text, lines, number, match[2]):
                     self.of_line.setdefault(covered, set()).add(number)
+                    if kind == "unreached" and not match[2]:
+                        for line_below in self._indented(lines, covered):
+                            self.of_line.setdefault(line_below, set()).add(number)
 
     @staticmethod
     def _covered(text, lines, number, is_for_function):
@@ -42,6 +46,17 @@ class Reasons:
         begin = next((p for p in range(place, len(code)) if within[p] != outside and within[p].endswith("{")), place)
         end = next((p for p in range(begin, len(code)) if within[p] == outside), len(code))
         return range(first, text.count("\n", 0, end) + 2)
+
+    @staticmethod
+    def _indented(lines, number):
+        """The lines after a line that are indented more. Blank lines do not count: they are in nested blocks only."""
+        def depth(line):
+            return len(line) - len(line.lstrip())
+
+        for below in range(number + 1, len(lines) + 1):
+            if lines[below - 1].strip() and depth(lines[below - 1]) <= depth(lines[number - 1]):
+                return
+            yield below
 
     def at(self, line):
         """Whether the line has a reason, which then counts as used."""

@@ -24,7 +24,6 @@ public:
     bool isEmpty() const { return _clauses.empty(); }
     std::size_t depth() const { return _clauses.size(); }
     RtiFedClause kind() const { return _clauses.empty() ? RtiFedClause::unknown : _clauses.back().kind; }
-    bool isSameLine() const { return !_clauses.empty() && _clauses.back().onThisLine; }
     std::uint64_t hash() const;
 
     /// What every text is expected to be like: a section has one outermost class, members come before subclasses
