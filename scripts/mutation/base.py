@@ -138,15 +138,15 @@ class Base:
     def _locate(self, reached):
         """By file and line: the tests that reach it, and the functions there. By function: the object files that define it."""
         self.lines, self.symbols = collections.defaultdict(dict), collections.defaultdict(list)
-        modules = collections.defaultdict(set)
+        places_of = collections.defaultdict(set)
         for program in modules():
             with tempfile.TemporaryDirectory() as folder:
                 subprocess.run([program.with_suffix(""), "--help"], cwd=folder, stdin=subprocess.DEVNULL,
                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                env={**os.environ, "RTIFED_PLACES": folder, "LLVM_PROFILE_FILE": "/dev/null"})
                 for module, place in places_in(folder):
-                    modules[module].add(place)
-        for module, places in modules.items():
+                    places_of[module].add(place)
+        for module, places in places_of.items():
             places = sorted(places)
             out = run("llvm-symbolizer", "--obj=" + module, "--functions=linkage", "--no-demangle", "--no-inlines",
                       "--output-style=GNU", input="".join("0x%x\n" % place for place in places)).splitlines()
