@@ -120,6 +120,9 @@ TEST(Parser, SaysWhatItExpectedAndFound) {
 TEST(Parser, ShowsWhatItFoundSafelyForATerminal) {
     EXPECT_EQ(errorsOf(""), "1:1: expected \"(FED\", found the end of the file\n");
     EXPECT_EQ(errorsOf(kHead + "\t(objects\0))"s), "2:10: expected FED text, found a NUL byte\n");
+    for (const std::string &text : {"(\0F\0E\0D\0"s, "\0(\0F\0E\0D"s})
+        EXPECT_EQ(errorsOf(text), "1:1: expected \"(FED\", found UTF-16 text; save the file as UTF-8\n");
+    EXPECT_EQ(errorsOf(kHead + ")\n\x1A"), "3:1: expected FED text, found an end-of-file mark of DOS (U+001A)\n");
     EXPECT_EQ(errorsOf("(\x1B[1m\x7F\xC2\x85\xE9 \xC3\xA9"),
               "1:2: expected \"(FED\", found \"\\x1b[1m\\x7f\\xc2\\x85\\xe9\"\n");
     EXPECT_EQ(RtiFedParser::printable(std::string(59, 'x') + "\xC3\xA9"), std::string(59, 'x') + "...");

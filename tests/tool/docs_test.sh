@@ -1,11 +1,25 @@
 #!/bin/bash
-# Checks the manual pages, and the completions in each shell. Usage: docs_test.sh PROGRAM SHARE, where SHARE has the layout of
-# an installed share/.
+# Checks the manual pages, and the completions in each shell. Usage: docs_test.sh PROGRAM WRITER SHARE, where SHARE has what
+# the program WRITER has written, in the layout of an installed share/.
 set -u
 program=$1
-share=$2
+writer=$2
+share=$3
 failures=0
 fail() { echo "FAILED: $*"; failures=1; }
+
+# Written again, they are the same; and what cannot be written is said.
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+"$writer" "$work/share" || fail "rtifed-docs: status $?"
+for folder in man bash-completion zsh fish; do
+    diff -r "$share/$folder" "$work/share/$folder" || fail "$folder is not the same when it is written again"
+done
+touch "$work/file"
+said=$("$writer" "$work/file" 2>&1) && fail 'rtifed-docs: a file in place of the folder'
+case $said in "rtifed-docs: "*"$work/file"*) ;; *) fail "rtifed-docs: $said" ;; esac
+said=$("$writer" --help 2>&1)
+[ "$?: $said" = '2: usage: rtifed-docs FOLDER' ] || fail "rtifed-docs: $said"
 
 commands=$("$program" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
 [ "$(echo "$commands" | wc -l)" -ge 5 ] || fail "the commands of --help: $commands"
