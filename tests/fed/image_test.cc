@@ -284,7 +284,9 @@ TEST(Image, RefusesDuplicates) {
     const auto database = smallDatabase();
     RtiFedObjectClass *node = database->find(RtiObjectClassHandle(1));
     database->addObjectClassAttribute(node, "z", 1, 1, 0);
-    database->addSpace("T");
+    RtiFedSpace *space = database->addSpace("T");
+    for (const char *dimension : {"D", "E"})
+        database->addSpaceDimension(space, dimension);
     node->addObjectClass(98, "Own1");
     node->addObjectClass(99, "Own2");
     const std::string image = bytesOf(*database);
@@ -296,6 +298,12 @@ TEST(Image, RefusesDuplicates) {
     EXPECT_EQ(with(own2, own1), "image byte 55: duplicate handle 98 among the subclasses of the class R");
     EXPECT_EQ(with("\0\0\0\1z"s, "\0\0\0\1A"s), "image byte 133: duplicate name among the attributes of the class R");
     EXPECT_EQ(with("\0\0\0\1T"s, "\0\0\0\1s"s), "image byte 332: duplicate space name s");
+    // The handle of the second dimension, that of the space, and the next one of a dimension.
+    const std::string handles = "\0\0\0\1E\0\0\0\1\0\0\0\2\0\0\0\2"s;
+    EXPECT_EQ(with(handles, "\0\0\0\1E\0\0\0\1\0\0\0\1\0\0\0\2"s),
+              "image byte 332: the handle of the space T is less than 1 or a duplicate");
+    EXPECT_EQ(with(handles, "\0\0\0\1E\0\0\0\0\0\0\0\2\0\0\0\2"s),
+              "image byte 363: duplicate dimension handle in the space T");
 }
 
 // A code generator keeps no pointer to a record that a restore has freed.
