@@ -28,6 +28,7 @@ def run(arguments, feed=None, interrupt=None, errors_to="", columns=60, patience
         for name in ("NO_COLOR", "CLICOLOR_FORCE", "COLUMNS"):
             os.environ.pop(name, None)
         os.environ["TERM"] = "xterm"
+        signal.signal(signal.SIGINT, signal.SIG_DFL)  # a shell lets programs in the background ignore it
         if errors_to:
             os.dup2(os.open(errors_to, os.O_WRONLY | os.O_CREAT), 2)
         os.execv(PROGRAM, [PROGRAM, *arguments])
