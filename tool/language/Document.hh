@@ -25,7 +25,6 @@ public:
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
 
-    const std::string &name() const { return _name; }
     const Settings &settings() const { return _settings; }
 
     std::string_view text() const { return parser().text(); }

@@ -37,7 +37,6 @@ public:
     /// Reads the text of the parser, which must outlive the tree.
     explicit SyntaxTree(const RtiFedParser &parser);
 
-    const RtiFedParser &parser() const { return *_parser; }
     std::string_view text() const { return _parser->text(); }
 
     const std::vector<Clause> &clauses() const { return _clauses; }

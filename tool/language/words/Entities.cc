@@ -146,9 +146,3 @@ std::size_t Entities::numInherited(Index entity) const {
         count += _entities[above].numMembers;
     return count;
 }
-
-bool Entities::isIn(Index entity, Index ancestor) const {
-    while (entity != kNone && entity != ancestor)
-        entity = _entities[entity].owner;
-    return entity == ancestor;
-}

@@ -68,8 +68,6 @@ public:
     std::string path(Index entity) const;
     /// The number of members of all superclasses.
     std::size_t numInherited(Index entity) const;
-    /// Whether a class is the other one, or below it.
-    bool isIn(Index entity, Index ancestor) const;
 
 private:
     template <class Tree>
