@@ -138,7 +138,7 @@ void JsonWriter::append(std::string_view text) {
     std::copy(text.begin(), text.end(), extend(text.size()));
 }
 
-/// Hands over what there is, so that the piece has room for so many bytes.
+/// Writes the piece to the stream, and makes it large enough for `size` bytes.
 void JsonWriter::makeRoom(std::size_t size) {
     flush();
     if (size > _piece.size())
