@@ -3,15 +3,21 @@
 
 #include "tests/Support.hh"
 #include "tool/check/CheckedFile.hh"
+#include "tool/console/Console.hh"
 #include "tool/fix/EditedText.hh"
 #include "tool/format/Format.hh"
+#include "tool/language/DocumentSymbols.hh"
 #include "tool/lsp/Server.hh"
 #include "tool/lsp/Uri.hh"
 
+#include <chrono>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <set>
+#include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -114,15 +120,19 @@ TEST(LspProtocol, FindsTheNextMessageAfterOneThatIsTooLong) {
     MessageReader reader;
     reader.add("Content-Length: " + std::to_string(kMaxMessage + 1) + "\r\n\r\n");
     EXPECT_NE(reader.next()->fault, "");
-    const std::string piece(std::size_t(1) << 20, 'x');
+    const std::string piece(std::size_t(4) << 20, 'x');
     for (std::size_t size = 0; size < kMaxMessage; size += piece.size()) {
         reader.add(piece);
         ASSERT_FALSE(reader.next());
     }
-    reader.add("x" + framed("{}"));
-    const auto message = reader.next();
-    ASSERT_TRUE(message);
-    EXPECT_EQ(message->body, "{}");
+    for (const std::string &rest : {std::string(1, 'x'), std::string(5000, '\n').insert(0, 4999, 'x')}) {
+        reader.add(rest + framed("{}"));
+        const auto message = reader.next();
+        ASSERT_TRUE(message);
+        EXPECT_EQ(message->body + message->fault.substr(0, 47),
+                  rest.size() == 1 ? "{}" : "expected a header with Content-Length, found \"x");
+    }
+    EXPECT_EQ(reader.next()->body, "{}") << "after a header that is too long";
 }
 
 TEST(LspProtocol, CancelsRequestsThatWait) {
@@ -138,8 +148,118 @@ TEST(LspProtocol, CancelsRequestsThatWait) {
     EXPECT_EQ(errorOf(answerOf(messages, "two")), -32800);
 }
 
+/// A long request reads on between two files, but not more than a bounded number of bytes.
+TEST(LspProtocol, CancelsTheRequestThatItAnswers) {
+    const std::string initialize = textOfMessage(
+        {{"id", 0},
+         {"method", "initialize"},
+         {"params",
+          {{"capabilities", Json::object()}, {"workspaceFolders", {{{"uri", uriOfPath(RTIFED_EXAMPLES)}}}}}}});
+    const std::string request =
+        R"({"id": 1, "method": "workspace/symbol", "params": {"query": "no such name", "workDoneToken": 2}})";
+    const std::string large = R"({"method": "$/large", "params": ")" + std::string(std::size_t(2) << 20, 'x') + "\"}";
+    for (const std::string &next : {std::string(R"({"method": "$/cancelRequest", "params": {"id": 1}})"), large}) {
+        std::string output;
+        int numReads = 0;
+        std::function<void()> readMore;
+        Server server([&](const std::string &bytes) { output += bytes; }, [&] { readMore(); });
+        readMore = [&] {
+            if (++numReads == 2)
+                server.receive(framed(next));
+            std::this_thread::sleep_for(std::chrono::milliseconds(101)); // so that progress is reported
+        };
+        server.receive(framed(initialize) + framed(request));
+        while (server.handleNext())
+            continue;
+        EXPECT_EQ(errorOf(answerOf(messagesIn(output), 1)), next == large ? 0 : -32800);
+        EXPECT_EQ(numReads, 2);
+        EXPECT_NE(output.find(R"("percentage":0}})"), std::string::npos) << output;
+    }
+}
+
+TEST(LspProtocol, ServesWhereverInputComesFrom) {
+    const std::string begin = framed(R"({"id": 1, "method": "initialize", "params": {"capabilities": {}}})");
+    const std::string end = framed(R"({"id": 2, "method": "shutdown"})") + framed(R"({"method": "exit"})");
+    const std::string large = framed(R"({"method": "$/large", "params": ")" + std::string(1 << 19, 'x') + "\"}");
+    const TemporaryFile file(begin + large + large + large + large + end);
+    const int opened = open(file.path().c_str(), O_RDONLY), folder = open("/", O_RDONLY);
+    std::ostringstream out;
+    EXPECT_EQ(serve(opened, out), 0) << out.str();
+    EXPECT_EQ(messagesIn(out.str()).size(), 2U);
+    EXPECT_THROW(serve(folder, out), CannotWork);
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    std::thread client([&] {
+        for (const std::string &part : {begin.substr(0, 30), begin.substr(30), end}) {
+            EXPECT_EQ(write(ends[1], part.data(), part.size()), static_cast<ssize_t>(part.size()));
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+    });
+    EXPECT_EQ(serve(ends[0], out), 0);
+    client.join();
+    for (const int each : {opened, folder, ends[0], ends[1]})
+        close(each);
+}
+
+TEST(LspProtocol, LimitsItsAnswers) {
+    std::string text = "(FED (objects (class A";
+    for (int i = 0; i < 1100; ++i)
+        text += " (attribute a" + std::to_string(i) + " relaible receive)";
+    for (int i = 0; i < 400; ++i)
+        text += " (class C";
+    Exchange exchange;
+    const Json folders = {{{"uri", "file:///nowhere"}}};
+    exchange.add(
+        {{"id", 0},
+         {"method", "initialize"},
+         {"params",
+          {{"capabilities", {{"textDocument", {{"documentSymbol", {{"hierarchicalDocumentSymbolSupport", true}}}}}}},
+           {"workspaceFolders", folders}}}});
+    exchange.begin(text);
+    const Json document = {{"uri", kUri}}, place = {{"line", 0}, {"character", text.size()}};
+    exchange.add({{"id", 1}, {"method", "workspace/symbol"}, {"params", {{"query", ""}}}});
+    exchange.add({{"id", 2}, {"method", "textDocument/documentSymbol"}, {"params", {{"textDocument", document}}}});
+    exchange.add({{"id", 3},
+                  {"method", "textDocument/selectionRange"},
+                  {"params", {{"textDocument", document}, {"positions", {place}}}}});
+    const std::vector<Received> messages = exchange.run();
+    EXPECT_EQ(answerOf(messages, 1)["result"].size(), 1000U);
+    const auto depthOf = [](const Received &outermost, const auto &next) {
+        std::size_t depth = 0;
+        for (const Received *each = &outermost; each; each = next(*each))
+            ++depth;
+        return depth;
+    };
+    EXPECT_EQ(depthOf(answerOf(messages, 2)["result"].back(),
+                      [](const Received &symbol) {
+                          const auto children = symbol.find("children");
+                          return children == symbol.end() ? nullptr : &children->back();
+                      }),
+              DocumentSymbol::kMaxDepth);
+    EXPECT_EQ(depthOf(answerOf(messages, 3)["result"][0],
+                      [](const Received &range) {
+                          const auto parent = range.find("parent");
+                          return parent == range.end() ? nullptr : &*parent;
+                      }),
+              301U);
+    const Received &diagnostics = messages.back()["params"]["diagnostics"];
+    EXPECT_EQ(diagnostics.size(), 1001U);
+    EXPECT_EQ(diagnostics.back()["message"], "102 further findings; rtifed check --max-findings 0 prints all");
+}
+
 TEST(LspProtocol, RefusesParametersOfAnyWrongKind) {
-    const Json wrong[] = {nullptr, 1, -1, 1.5, "x", true, Json::array(), Json::object(), Json::array({1}), 99999999999};
+    const Json wrong[] = {nullptr,
+                          1,
+                          -1,
+                          1.5,
+                          "x",
+                          true,
+                          Json::array(),
+                          Json::object(),
+                          Json::array({1}),
+                          99999999999,
+                          {{"line", 0}, {"character", -1}},
+                          {{"line", 99999999999}, {"character", 1}}};
     const Json place = {{"line", 0}, {"character", 0}};
     const Json range = {{"start", place}, {"end", place}};
     const Json params = {
@@ -171,15 +291,15 @@ TEST(LspProtocol, RefusesParametersOfAnyWrongKind) {
 }
 
 TEST(LspProtocol, KeepsBytesThatAreNotUtf8) {
-    const std::string bytes = "a\xFF\xC3\xC0\x80\xED\xA0\x80\xF4\x90\x80\x80\xC3\xA4\xF4\x8F\xBF\xBFz";
+    const std::string bytes = "a\xFF\xC3\xC0\x80\xED\xA0\x80\xF4\x90\x80\x80\xF0\x8F\xBF\xBF\xC3\xA4\xF4\x8F\xBF\xBFz";
     const Received message = parseMessage('"' + bytes + '"');
-    const std::string valid = "\xC3\xA4 \xF0\x9F\x98\x80 \xF4\x8F\xBB\xBF";
+    const std::string valid = "\xC3\xA4 \xF0\x9F\x98\x80 \xF4\x8F\xBB\xBF \xF4\x80\x80\x80 \xED\x95\x9C";
     EXPECT_EQ(withOriginalBytes(parseMessage('"' + valid + '"').get<std::string>()), valid);
     for (int byte = 0x80; byte < 0x100; ++byte) {
         const std::string one = "x" + std::string(1, static_cast<char>(byte)) + "y";
         EXPECT_EQ(withOriginalBytes(parseMessage('"' + one + '"').get<std::string>()), one);
     }
-    EXPECT_EQ(withOriginalBytes(message.get<std::string>()).substr(0, 14), bytes.substr(0, 14));
+    EXPECT_EQ(withOriginalBytes(message.get<std::string>()).substr(0, 18), bytes.substr(0, 18));
 }
 
 TEST(LspProtocol, RefusesMessagesThatWouldTakeMuchMemory) {
@@ -191,7 +311,7 @@ TEST(LspProtocol, RefusesMessagesThatWouldTakeMuchMemory) {
 }
 
 TEST(LspProtocol, NamesFilesByTheirUris) {
-    for (const std::string path : {"/a.fed", "/with blank/\xC3\xA4%20?#.fed", "/\xFF\n"})
+    for (const std::string path : {"/a.fed", "/with blank/\xC3\xA4%20?#~.fed", "/{a}.fed", "/\xFF\n"})
         EXPECT_EQ(pathOfUri(uriOfPath(path)), path);
     EXPECT_EQ(pathOfUri("file://host/a%2fb"), "/a/b");
     EXPECT_EQ(pathOfUri("FILE:/a%zz%4"), "/a%zz%4");
@@ -201,7 +321,9 @@ TEST(LspProtocol, NamesFilesByTheirUris) {
 
 /// Each action on a text with the mistakes of the recorded findings leaves the text without what it is about.
 TEST(LspProtocol, OffersActionsThatHelp) {
-    const Json capabilities = {{"textDocument", {{"codeAction", {{"codeActionLiteralSupport", Json::object()}}}}}};
+    const Json capabilities = {{"textDocument",
+                                {{"codeAction", {{"codeActionLiteralSupport", Json::object()}}},
+                                 {"publishDiagnostics", {{"codeDescriptionSupport", true}}}}}};
     const std::string example = readFile(RTIFED_EXAMPLES "/harbour.fed");
     const Json all = {{"start", {{"line", 0}, {"character", 0}}}, {"end", {{"line", 9999}, {"character", 0}}}};
     std::size_t numActions = 0;
@@ -224,9 +346,11 @@ TEST(LspProtocol, OffersActionsThatHelp) {
             Exchange second;
             second.begin(after);
             const std::vector<Received> messages = second.run();
-            for (const Received &finding : action.value("diagnostics", Received::array()))
+            for (const Received &finding : action.value("diagnostics", Received::array())) {
+                EXPECT_FALSE(finding.contains("codeDescription")) << "the page is not beside this program";
                 for (const Received &left : messages.back()["params"]["diagnostics"])
                     EXPECT_NE(left["message"], finding["message"]) << action["title"];
+            }
             ++numActions;
         }
     }
@@ -329,5 +453,46 @@ TEST(LspProtocol, KnowsTheTextsOfItsFolders) {
         EXPECT_EQ(symbolsOf(uri, "(FED (Federation New))"), "New! ") << uri;
     EXPECT_EQ(symbolsOf(uriOfPath(folder + "/unsaved.fed"), "(FED (Federation New))"), "Old New! ");
     EXPECT_EQ(symbolsOf("untitled:Untitled-1", "(FED (Federation New))"), "Old ");
+    std::filesystem::remove_all(folder);
+}
+
+/// A file is read again once its size or its time differs; what is no text that can be open has no names.
+TEST(LspProtocol, ReadsFilesThatChange) {
+    const TemporaryFile file("");
+    const std::string folder = file.path() + ".folder", path = folder + "/a.fed";
+    std::filesystem::create_directory(folder);
+    std::string output;
+    Server server([&](const std::string &bytes) { output = bytes; });
+    const auto answer = [&](const char *method, const Json &params) {
+        server.receive(framed(textOfMessage({{"id", 1}, {"method", method}, {"params", params}})));
+        server.handleNext();
+        const std::vector<Received> messages = messagesIn(output);
+        return messages.back()["result"];
+    };
+    answer("initialize",
+           {{"capabilities", {{"workspace", {{"didChangeWatchedFiles", {{"dynamicRegistration", true}}}}}}},
+            {"workspaceFolders", {{{"uri", uriOfPath(folder)}}}}});
+    const auto symbols = [&] {
+        std::string names;
+        for (const Received &symbol : answer("workspace/symbol", {{"query", ""}}))
+            names += symbol["name"].get<std::string>() + " ";
+        return names;
+    };
+    const auto writeText = [&](const std::string &text) { std::ofstream(path) << text; };
+    writeText("(FED (Federation A))");
+    EXPECT_EQ(symbols(), "A ");
+    const auto time = std::filesystem::last_write_time(path);
+    writeText("(FED (Federation B))");
+    std::filesystem::last_write_time(path, time + std::chrono::seconds(1));
+    EXPECT_EQ(symbols(), "B ");
+    writeText("(FED (Federation BC))");
+    std::filesystem::last_write_time(path, time + std::chrono::seconds(1));
+    EXPECT_EQ(symbols(), "BC ");
+    writeText(std::string("\0(FED (Federation D))", 21));
+    EXPECT_EQ(symbols(), "") << "a saved image";
+    std::filesystem::resize_file(path, kMaxOpenText + 1);
+    EXPECT_EQ(symbols(), "");
+    std::filesystem::remove(path);
+    EXPECT_EQ(symbols(), "");
     std::filesystem::remove_all(folder);
 }

@@ -7,6 +7,10 @@
 #include <malloc.h>
 #include <random>
 
+static bool operator==(TextPosition a, TextPosition b) {
+    return a.line == b.line && a.character == b.character;
+}
+
 namespace {
 
 constexpr PositionEncoding kEncodings[] = {PositionEncoding::utf8, PositionEncoding::utf16, PositionEncoding::utf32};
@@ -86,6 +90,7 @@ std::string anyText(std::mt19937 &random) {
                                           "reliable",
                                           "\xC3",
                                           "\xC3\xA4",
+                                          "\xC4\xA4",
                                           "\xF0\x9F\x98\x80",
                                           "; rtifed: allow letter-case x\n",
                                           "\xEF\xBB\xBF",
@@ -149,17 +154,23 @@ TEST(Lsp, FindsPlacesInLongLines) {
     for (int i = 0; i < 2000; ++i)
         text += random() % 2 == 0 ? "\xF0\x9F\x98\x80\xC3\xA4" : random() % 500 == 0 ? "\n" : "abcdefghijk";
     const PositionedText positioned(text, PositionEncoding::utf16);
-    TextPosition expected;
+    TextPosition expected, character;
     for (std::uint32_t at = 0; at < text.size(); ++at) {
         const auto byte = static_cast<unsigned char>(text[at]);
-        if ((byte & 0xC0U) == 0x80)
+        if ((byte & 0xC0U) == 0x80) {
+            ASSERT_EQ(positioned.positionAt(at), character) << at;
             continue;
+        }
+        character = expected;
         ASSERT_EQ(positioned.positionAt(at), expected) << at;
         ASSERT_EQ(positioned.offsetAt(expected), at);
         expected.character += byte >= 0xF0 ? 2 : 1;
         if (byte == '\n')
             expected = {expected.line + 1, 0};
     }
+    const std::string line = std::string(1024, 'x') + '\n' + std::string(1022, 'y');
+    EXPECT_EQ(PositionedText(line + "\xF0\x9F\x98\x80", PositionEncoding::utf16).positionAt(2049),
+              (TextPosition{1, 1022}));
 }
 
 TEST(Lsp, KnowsAfterEachEditWhatAFreshServerKnows) {

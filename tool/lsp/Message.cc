@@ -70,12 +70,12 @@ Received parseMessage(const std::string &body) {
     }
 }
 
+/// The text is UTF-8, so that three bytes follow each F4.
 std::string withOriginalBytes(const std::string &text) {
     std::string result;
     std::size_t done = 0;
     for (std::size_t at = text.find('\xF4'); at != std::string::npos; at = text.find('\xF4', at + 1)) {
-        if (text.size() - at < kPrivateSize || text[at + 1] != kPrivate[1] ||
-            static_cast<unsigned char>(text[at + 2]) < 0xBC)
+        if (text[at + 1] != kPrivate[1] || static_cast<unsigned char>(text[at + 2]) < 0xBC)
             continue;
         const auto high = static_cast<unsigned char>(text[at + 2]) - 0xBCU;
         const auto low = static_cast<unsigned char>(text[at + 3]) & 0x3FU;

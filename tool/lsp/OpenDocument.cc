@@ -12,6 +12,7 @@ void OpenDocument::apply(const Params &change) {
     const std::string with = change["text"].string();
     const auto range = change.find("range");
     const RtiFedSpan replaced = range ? span(*range) : RtiFedSpan{0, static_cast<std::uint32_t>(_text.text().size())};
+    // unreached: takes two messages of hundreds of megabytes
     if (_text.text().size() - replaced.length + with.size() > kMaxOpenText)
         throw ProtocolError(ErrorCode::requestFailed,
                             "expected a text of at most " + std::to_string(kMaxOpenText) + " bytes, found more");

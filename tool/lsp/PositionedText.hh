@@ -16,8 +16,6 @@ enum class PositionEncoding : unsigned char {
 /// A line, and the units before a place in it; both from 0.
 struct TextPosition {
     std::uint32_t line = 0, character = 0;
-
-    friend bool operator==(TextPosition a, TextPosition b) { return a.line == b.line && a.character == b.character; }
 };
 
 /// A text that can be edited, and the positions of its bytes as the client counts them. Lines end with LF, CR LF or CR,

@@ -14,6 +14,7 @@ std::string installedPage() {
     const fs::path program = fs::read_symlink("/proc/self/exe", none);
     for (const char *folder : {"../share/rtifed", "share/rtifed"}) {
         const fs::path page = (program.parent_path() / folder / "rules.md").lexically_normal();
+        // unreached: only where there is no /proc
         if (!program.empty() && fs::is_regular_file(page, none))
             return uriOfPath(page.string());
     }

@@ -157,9 +157,7 @@ Json Server::answer(const std::string &method, const Params &params) {
                                   : "unknown method " + inQuotes(method));
     try {
         return known->handle(_session, params);
-    } catch (const CannotWork &failure) {
-        throw ProtocolError(ErrorCode::requestFailed, failure.what());
-    } catch (const std::bad_alloc &) {
+    } catch (const std::bad_alloc &) { // unreached: the processes in which memory runs out record nothing
         throw ProtocolError(ErrorCode::internalError, kOutOfMemory);
     }
 }
@@ -183,7 +181,7 @@ void Server::note(const std::string &method, const Params &params) {
     }
     try {
         known->handle(_session, params);
-    } catch (const std::bad_alloc &) {
+    } catch (const std::bad_alloc &) { // unreached: as above
         _session.log(method + ": " + kOutOfMemory);
     } catch (const std::exception &refused) {
         _session.log(method + ": " + refused.what());
@@ -208,7 +206,7 @@ public:
         ssize_t size = -1;
         do
             size = ::read(_file, _bytes.data(), _bytes.size());
-        while (size < 0 && errno == EINTR);
+        while (size < 0 && errno == EINTR); // unreached: no signal that comes is handled and returns
         if (size < 0)
             throw CannotWork(std::string("standard input: ") + std::strerror(errno));
         _ended = size == 0;

@@ -4,20 +4,8 @@
 
 /// Returns the number by which the protocol knows the kind of symbol that is most like what a clause declares.
 inline int symbolKindOf(ClauseKind kind) {
-    enum Kinds {
-        module = 2,
-        nameSpace = 3,
-        package = 4,
-        classKind = 5,
-        property = 7,
-        field = 8,
-        string = 15,
-        object = 19,
-        event = 24
-    };
+    enum Kinds { nameSpace = 3, package = 4, classKind = 5, property = 7, field = 8, object = 19, event = 24 };
     switch (kind) {
-    case ClauseKind::fed:
-        return module;
     case ClauseKind::federation:
         return package;
     case ClauseKind::federate:
@@ -33,10 +21,7 @@ inline int symbolKindOf(ClauseKind kind) {
         return event;
     case ClauseKind::attribute:
         return property;
-    case ClauseKind::parameter:
-    case ClauseKind::dimension:
+    default: // a parameter or dimension: no other clause is a symbol
         return field;
-    default:
-        return string;
     }
 }

@@ -112,7 +112,6 @@ Json workspaceEdit(const Client &client, const OpenDocument &document, const std
     Json edits = textEdits(document, replacements);
     if (!client.versionedEdits)
         return {{"changes", {{document.uri(), std::move(edits)}}}};
-    const Json version = document.version ? Json(*document.version) : Json();
-    return {{"documentChanges", Json::array({{{"textDocument", {{"uri", document.uri()}, {"version", version}}},
-                                              {"edits", std::move(edits)}}})}};
+    const Json named = {{"uri", document.uri()}, {"version", document.version.value_or(0)}};
+    return {{"documentChanges", Json::array({{{"textDocument", named}, {"edits", std::move(edits)}}})}};
 }

@@ -1,3 +1,4 @@
+#include "infrastructure/RtiStringUtility.hh"
 #include "tool/console/Text.hh"
 #include "tool/control/AllowComments.hh"
 #include "tool/fix/Fixing.hh"
@@ -41,10 +42,8 @@ bool wants(const Params &params, const std::string &kind) {
     });
 }
 
-std::string capitalized(std::string text) {
-    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z')
-        text[0] = static_cast<char>(text[0] - 'a' + 'A');
-    return text;
+std::string capitalized(const std::string &text) {
+    return RtiStringUtility::toupper(text.substr(0, 1)) + text.substr(1);
 }
 
 class Actions {

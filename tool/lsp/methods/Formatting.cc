@@ -15,14 +15,6 @@ Json formattingOf(const Session &session, const OpenDocument &document, std::opt
 
 using Index = SyntaxTree::Index;
 
-/// Returns the innermost clause that is open before this offset, or kNone.
-Index clauseBefore(const SyntaxTree &tree, std::uint32_t offset) {
-    const Index clause = offset > 0 ? tree.clauseAt(offset - 1) : SyntaxTree::kNone;
-    const bool isClosed = clause != SyntaxTree::kNone && tree.clauses()[clause].close < tree.numTokens() &&
-                          tree.end(tree.clauses()[clause].close) <= offset;
-    return isClosed ? tree.clauses()[clause].parent : clause;
-}
-
 /// Returns the blanks that the line of a clause begins with.
 std::string blanksOfLine(const PositionedText &text, std::uint32_t offset) {
     const std::uint32_t line = text.positionAt(offset).line, begin = text.lineBegin(line);
@@ -59,7 +51,7 @@ Json formatNewLine(Session &session, const Params &params) {
     const std::string_view rest = std::string_view(text.text()).substr(begin, end - begin);
     const auto blanks = static_cast<std::uint32_t>(std::min(rest.find_first_not_of(" \t"), rest.size()));
     const SyntaxTree &tree = document.document().tree();
-    const Index clause = clauseBefore(tree, begin);
+    const Index clause = tree.clauseAt(begin - 1); // the innermost one with the line end before
     std::string indentation;
     if (clause != SyntaxTree::kNone) {
         indentation = blanksOfLine(text, tree.begin(tree.clauses()[clause].open));

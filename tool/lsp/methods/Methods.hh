@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// A method of the protocol, and what handles it: a request returns its result, a notification null. Both may throw
-/// ProtocolError, and CannotWork.
+/// ProtocolError.
 struct Method {
     std::string_view name;
     bool isRequest;

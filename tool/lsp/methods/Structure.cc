@@ -10,9 +10,9 @@
 
 namespace {
 
-/// A text that does not parse may nest without limit, and JSON is written by recursion. What is deeper than this is
-/// shown at this level; no model is so deep.
+/// A text that does not parse may nest without limit, and JSON is written by recursion. No model is so deep.
 constexpr std::size_t kMaxDepth = 300;
+static_assert(DocumentSymbol::kMaxDepth <= kMaxDepth);
 
 /// Returns the outline as a list in which each symbol names the one that it is in, for clients without trees.
 Json symbolList(const OpenDocument &document, const std::vector<DocumentSymbol> &symbols) {
@@ -29,15 +29,8 @@ Json symbolList(const OpenDocument &document, const std::vector<DocumentSymbol> 
 
 Json symbolTree(const OpenDocument &document, const std::vector<DocumentSymbol> &symbols) {
     std::vector<Json> entries(symbols.size()), children(symbols.size(), Json::array());
-    std::vector<std::size_t> depths(symbols.size()), parents(symbols.size());
     for (std::size_t i = 0; i < symbols.size(); ++i) {
         const DocumentSymbol &symbol = symbols[i];
-        parents[i] = symbol.parent;
-        depths[i] = symbol.parent == DocumentSymbol::kNone ? 0 : depths[symbol.parent] + 1;
-        if (depths[i] > kMaxDepth) {
-            parents[i] = parents[symbol.parent];
-            depths[i] = kMaxDepth;
-        }
         entries[i] = {
             {"name", symbol.name}, {"kind", symbolKindOf(symbol.kind)}, {"range", document.range(symbol.span)}};
         if (!symbol.detail.empty())
@@ -49,7 +42,8 @@ Json symbolTree(const OpenDocument &document, const std::vector<DocumentSymbol> 
         std::reverse(children[i].begin(), children[i].end());
         if (!children[i].empty())
             entries[i]["children"] = std::move(children[i]);
-        (parents[i] == DocumentSymbol::kNone ? roots : children[parents[i]]).push_back(std::move(entries[i]));
+        const std::size_t parent = symbols[i].parent;
+        (parent == DocumentSymbol::kNone ? roots : children[parent]).push_back(std::move(entries[i]));
     }
     std::reverse(roots.begin(), roots.end());
     return roots;

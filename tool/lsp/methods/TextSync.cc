@@ -1,3 +1,4 @@
+#include "tool/lsp/MessageReader.hh"
 #include "tool/lsp/methods/Methods.hh"
 
 namespace {
@@ -26,9 +27,7 @@ Json openText(Session &session, const Params &params) {
     const Params textDocument = params["textDocument"];
     std::string text = textDocument["text"].string();
     const std::string uri = textDocument["uri"].string();
-    if (text.size() > kMaxOpenText)
-        throw ProtocolError(ErrorCode::requestFailed,
-                            "expected a text of at most " + std::to_string(kMaxOpenText) + " bytes, found more");
+    static_assert(kMaxMessage <= kMaxOpenText, "no message has a text that is too long");
     readConfigurations(session);
     session.open(uri, std::move(text)).version = versionOf(textDocument);
     session.markUndiagnosed(uri);
