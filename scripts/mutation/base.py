@@ -5,6 +5,7 @@ import bisect
 import collections
 import concurrent.futures
 import json
+import math
 import os
 import pathlib
 import pickle
@@ -241,7 +242,7 @@ def run_test(tests, environment, seconds):
     command = list(tests[0].command)
     if tests[0].filter:
         command[1:] = ["--gtest_filter=" + ":".join(test.filter for test in tests), "--gtest_fail_fast", "--gtest_brief=1"]
-    limits = f'ulimit -v {4 << 20}; ulimit -t {int(seconds) + 1}; ulimit -c 0; exec "$@"'
+    limits = f'ulimit -v {4 << 20}; ulimit -t {math.ceil(seconds)}; ulimit -c 0; exec "$@"'
     environment = {**os.environ, "LLVM_PROFILE_FILE": "/dev/null", "JAVA_TOOL_OPTIONS": WITHIN_LIMITS, **environment,
                    "TEST_TMPDIR": environment["TMPDIR"] + "/"}
     with tempfile.TemporaryFile() as output:

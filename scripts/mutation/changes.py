@@ -1,5 +1,6 @@
 """Where a small change can be made in a source, and which."""
 
+import hashlib
 import re
 
 # This relies on the format of the sources: binary operators are surrounded by blanks, the
@@ -15,11 +16,20 @@ STATEMENTS = re.compile(r"(?:[;{}]|(?:[:)]|\belse|\bdo)(?= *\n))\s+"
 BEFORE_CONDITION = re.compile(r"(?:[(\[{,;]\s*|(?:\breturn| [-+|&^]?=| <<| [?:+])\s+)$")
 
 
+COMMENT_OR_STRING = re.compile(r"//[^\n]*|/\*.*?\*/|\"(?:\\.|[^\"\\])*\"|(?<![0-9A-F])'(?:\\.|[^'\\])+'", re.S)
+
+
+def digest(text):
+    """Of the code: stays the same when comments and layout change."""
+    code = COMMENT_OR_STRING.sub(lambda match: match[0] if match[0][0] in "\"'" else " ", text)
+    return hashlib.sha256(" ".join(code.split()).encode()).hexdigest()[:12]
+
+
 def blanked(text):
     """The text with comments, directives and some declarations blanked; strings become quotes."""
     def blank(match):
         return '"' * len(match[0]) if match[0][0] in "\"'" else re.sub(r"[^\n]", " ", match[0])
-    text = re.sub(r"//[^\n]*|/\*.*?\*/|\"(?:\\.|[^\"\\])*\"|(?<![0-9A-F])'(?:\\.|[^'\\])+'", blank, text, flags=re.S)
+    text = COMMENT_OR_STRING.sub(blank, text)
     return re.sub(r"^ *#else.*?^ *#endif|^ *#[^\n]*|\b(?:static_assert|using|friend)\b[^;]*;|\btemplate <[^>]*>", blank, text,
                   flags=re.M | re.S)
 
@@ -64,13 +74,12 @@ def statements(code, within):
 
 
 class Mutant:
-    """One change. Its key stays the same while the file does."""
+    """One change."""
 
     def __init__(self, file, text, begin, end, new, is_in_function):
         self.file, self.text, self.place, self.new, self.is_in_function = file, text, (begin, end), new, is_in_function
         self.line = text.count("\n", 0, begin) + 1
-        self.number = 0
-        self.key = ""
+        self.number = self.index = 0  # of all, and in the file
 
     def mutated(self):
         begin, end = self.place

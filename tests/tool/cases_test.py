@@ -3,7 +3,8 @@
 cases_test.py CASES PROGRAM EXAMPLES [record]
 
 In CASES, "----" lines separate the cases, and a "====" line separates the commands from what they print on both outputs.
-rtifed is PROGRAM, $EXAMPLES the folder of the examples. With "record", what is printed is written to CASES."""
+rtifed is PROGRAM, $EXAMPLES the folder of the examples. Stops at the first case that prints something else. With "record", what
+is printed is written to CASES."""
 
 import difflib
 import os
@@ -13,7 +14,7 @@ import sys
 import tempfile
 
 # Of the caller's environment, only what measures or changes the program.
-KEPT = ("LD_LIBRARY_PATH", "LLVM_PROFILE_FILE", "RTIFED_REACHED")
+KEPT = ("LD_LIBRARY_PATH", "LLVM_PROFILE_FILE", "RTIFED_MUTANT", "RTIFED_REACHED")
 
 cases, program, examples = (pathlib.Path(argument).resolve() for argument in sys.argv[1:4])
 
@@ -30,10 +31,16 @@ def run(commands):
     return done.stdout.decode("utf-8", "backslashreplace")
 
 
-expected = cases.read_text()
-actual = "----\n".join(commands + "====\n" + run(commands)
-                        for commands in (case.partition("====\n")[0] for case in expected.split("----\n")))
+def compared(case):
+    """The case as recorded and as it is now."""
+    commands = case.partition("====\n")[0]
+    return case, commands + "====\n" + run(commands)
+
+
+results = map(compared, cases.read_text().split("----\n"))
 if sys.argv[4:] == ["record"]:
-    cases.write_text(actual)
-elif actual != expected:
-    sys.exit("\n".join(difflib.unified_diff(expected.splitlines(), actual.splitlines(), "expected", "actual", n=8, lineterm="")))
+    cases.write_text("----\n".join(actual for _, actual in results))
+else:
+    for expected, actual in results:
+        if actual != expected:
+            sys.exit("\n".join(difflib.unified_diff(expected.splitlines(), actual.splitlines(), "expected", "actual", n=8, lineterm="")))
