@@ -249,7 +249,7 @@ def run_test(tests, environment, seconds):
         process = subprocess.Popen(["sh", "-c", limits, "sh", *command], stdin=subprocess.DEVNULL, stdout=output,
                                    stderr=subprocess.STDOUT, cwd=environment["TMPDIR"], env=environment, start_new_session=True)
         try:
-            status = process.wait(3 * seconds)  # wall clock: the machine may be busy
+            status = process.wait(1 + 1.5 * seconds)  # wall clock: it may wait for ever; the machine may be busy
         except subprocess.TimeoutExpired:
             status = None
         try:
