@@ -18,6 +18,11 @@ done
 touch "$work/file"
 said=$("$writer" "$work/file" 2>&1) && fail 'rtifed-docs: a file in place of the folder'
 case $said in "rtifed-docs: "*"$work/file"*) ;; *) fail "rtifed-docs: $said" ;; esac
+if [ -c /dev/full ]; then
+    ln -sf /dev/full "$work/share/man/man1/rtifed.1"
+    said=$("$writer" "$work/share" 2>&1) && fail 'rtifed-docs: a full disk'
+    [ "$said" = "rtifed-docs: $work/share/man/man1/rtifed.1 cannot be written" ] || fail "rtifed-docs: $said"
+fi
 said=$("$writer" --help 2>&1)
 [ "$?: $said" = '2: usage: rtifed-docs FOLDER' ] || fail "rtifed-docs: $said"
 

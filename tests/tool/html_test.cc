@@ -296,6 +296,9 @@ TEST(Html, ShowsTheCommentsAboutTheWholeFile) {
                   {"; a\n\n; of the section\n(objects)", "a"},
                   {"(FED ; a\n\n; b\n\n; of the section\n(objects) ; c\n)", "a\n\nb"},
                   {"(FED\n ; of a class\n (class ObjectRoot) ; b\n", ""},
+                  {"; a\n(FED ; b\n() ; c\n(objects ; d\n))", "a\nb"},
+                  {"; a\n(FED (interactions class) e (parameter x) parameter x))))", "a"},
+                  {"; a\n(FED ())(objects()class)x)))", "a"},
                   {"; a\n(fed (FEDVERSION v) ; b\n ; c\n (federation F)) ; d", "a\nb\nc\nd"}};
     for (const auto &[text, comments] : kCases) {
         const Json data = dataOf(runHtml(htmlOf(TemporaryFile(text).path())).out);
@@ -311,6 +314,8 @@ TEST(Html, WritesAPageForEachFileOfAFolder) {
     const TemporaryFolder folder;
     folder.write("old/sub/b.fed", example("minimal.fed"));
     folder.write("old/gone.fed", example("minimal.fed"));
+    folder.write("old/wrong.fed", "(FED");
+    folder.write("site/models/index.html", "");
     folder.write("models/sub/b.fed", replaced(example("minimal.fed"), "(spaces", ";;\n(spaces"));
     folder.write("models/<i>&\"%.FED", example("harbour.fed"));
     folder.write("models/wrong.fed", "(FED (Federation <F>) (FEDversion v))");
@@ -333,6 +338,14 @@ TEST(Html, WritesAPageForEachFileOfAFolder) {
     const Json damaged = dataOf(readFile(folder / "site/models/damaged.fed.html"));
     EXPECT_EQ(damaged["complete"], false);
     EXPECT_EQ(damaged["findings"][0]["rule"], "damaged-image");
+    for (const char *link : {"loop", "site/models/sub"}) {
+        fs::remove_all(folder / link);
+        fs::create_symlink(fs::path(link).filename(), folder / link);
+    }
+    const std::string looped = ": Too many levels of symbolic links";
+    EXPECT_EQ(runHtml(htmlOf(folder / "models", folder / "loop")).err, (folder / "loop") + looped);
+    EXPECT_EQ(runHtml(htmlOf(folder / "models", folder / "site/models")).err,
+              "rtifed: " + (folder / "site/models/sub") + looped + '\n');
 }
 
 TEST(Html, ReplacesOnlyItsOwnPagesAndLeavesTheFolderNever) {

@@ -11,7 +11,9 @@ namespace {
 Json writeRandom(JsonWriter &json, std::mt19937 &random, int depth) {
     const auto any = [&random](std::size_t count) { return random() % count; };
     if (depth == 0) {
-        Json text = std::string(any(50) == 0 ? any(70000) : any(30), 'a') + (any(5) == 0 ? "\"\\\n\u00e9" : "");
+        Json text = std::string(any(50) == 0 ? any(70000) : any(30), 'a') + (any(5) == 0   ? "\"\\\n\u00e9"
+                                                                             : any(9) == 0 ? "\x7F"
+                                                                                           : "");
         json.value(text.get_ref<const std::string &>());
         return text;
     }

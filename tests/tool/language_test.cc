@@ -148,6 +148,7 @@ TEST(Language, ExpandsASelection) {
         selected("(a (b \"c^ d\" e (f)))"),
         "[c d][\"c d\"][b \"c d\" e][b \"c d\" e (f)][(b \"c d\" e (f))][a (b \"c d\" e (f))][(a (b \"c d\" e (f)))]");
     EXPECT_EQ(selected("; a b.^c d\n; e\n(x)"), "[b.c][; a b.c d][; a b.c d\n; e][; a b.c d\n; e\n(x)]");
+    EXPECT_EQ(selected("(x) ;\ta^\t;"), "[a][;\ta\t;][(x) ;\ta\t;]");
     EXPECT_EQ(selected("(a ^)"), "[a][a ][(a )]");
     EXPECT_EQ(selected("^"), "");
 }
@@ -171,6 +172,9 @@ TEST(Language, GivesEachTokenItsType) {
         "S:namespace+d dimension:keyword \"D d\":variable+d ; c:comment objects:keyword class:keyword "
         "ObjectRoot:class+d+r+d class:keyword Manager:class+d+r+d class:keyword Own:class+d attribute:keyword "
         "PrivilegeToDelete:property+d+r+d reliable:enumMember S:namespace ");
+    EXPECT_EQ(tokens("(Federate f F) (attribute x reliable) (sec_level l)"),
+              "Federate:keyword f:type+d F:string attribute:keyword x:property+d reliable:enumMember sec_level:keyword "
+              "l:string ");
     EXPECT_EQ(tokens("(klass X) (interactions (class C rti_reliable Receive S x (parameter P) y"),
               "interactions:keyword class:keyword C:class+d rti_reliable:enumMember Receive:enumMember S:namespace "
               "parameter:keyword P:parameter+d ");
@@ -205,8 +209,27 @@ TEST(Language, DescribesWhatIsAtACursor) {
                   "dimension => `dimension`: A coordinate of the routing space; a region has a range of it."},
              Case{"v1^.3", "v1.3 => The version of the FED format, usually v1.3."},
              Case{"floats.^", "nothing"},
+             Case{"; See Craft.Posit^ion",
+                  "Position => **attribute** `ObjectRoot.Craft.Position`//`best_effort`, `receive`, in the routing "
+                  "space `Area`//Inherited by 1 class: `Tug`//Handle 2, provisional: the file does not "
+                  "load//---//easting, \\<northing\\>"},
          })
         EXPECT_EQ(hover(inHarbour(c.place)), c.text) << c.place;
+    EXPECT_EQ(hover(Question("(FED ())(objects()class)^x)))")),
+              "x => **object class** `x`//Handle 1, provisional: the file does not load");
+    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class A (attribute ^x reliable))) ; A..x")),
+              "x => **attribute** `A.x`//`reliable`//Handle 1, provisional: the file does not load//---//A..x");
+    EXPECT_EQ(hover(Question("(objects (class A (attribute x reliable))) ; A..^x")), "nothing");
+    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1)\n(objects\n; # 1_a 1_ A_B z_y_{ Z9_\n; # x\n; 10. "
+                             "x\n; 2x)\n; +\n(class ^\"`A\")")),
+              "\"`A\" => **object class** `` `A ``//Handle 1, provisional: the file does not load//---//\\# 1_a 1\\_ "
+              "A_B z_y\\_{ Z9\\_  /\\# x  /10\\. x  /2x)");
+    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class \"^\"))")),
+              "\"\" => **object class** `  `//Handle 1, provisional: the file does not load");
+    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class \"A`^\"))")),
+              "\"A`\" => **object class** `` A` ``//Handle 1, provisional: the file does not load");
+    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class \" A^\"))")),
+              "\" A\" => **object class** `  A `//Handle 1, provisional: the file does not load");
     EXPECT_EQ(
         hover(Question(withMom("\n; a_b _c_ 1. `x` [y](z)\n(class \"A`` \\\x01^\")"))),
         "\"A`` \\\x01\" => **object class** ```ObjectRoot.A`` \\\\x01```//1 attribute inherited:  /from `ObjectRoot`: "
@@ -230,8 +253,7 @@ TEST(Language, DescribesWithoutMarkupWhereNoneIsShown) {
 }
 
 TEST(Language, FindsWhatNamesTheSame) {
-    const auto found = [](const std::string &place) {
-        const Question asked = inHarbour(place);
+    const auto foundIn = [](const Question &asked) {
         const auto text = [&asked](RtiFedSpan span) {
             return std::to_string(asked.document.parser().positionAt(span.begin).line) + ":" +
                    std::string(asked.at(span)) + " ";
@@ -244,11 +266,19 @@ TEST(Language, FindsWhatNamesTheSame) {
             all += text(reference.span);
         return all;
     };
+    const auto found = [&](const std::string &place) { return foundIn(inHarbour(place)); };
     EXPECT_EQ(found("receive ^Area)"), "5:Area | 5:Area 17:Area 22:area ");
     EXPECT_EQ(found("Tug.^Position"), "17:Position | 15:Position 15:Position 17:Position ");
     EXPECT_EQ(found("^Tug.Position"), "18:Tug | 15:Tug 18:Tug ");
     EXPECT_EQ(found("(dimension East^ing"), "6:Easting | 6:Easting ");
     EXPECT_EQ(found("(class^ Call"), "| ");
+    EXPECT_EQ(foundIn(Question("; A.x\n; B.x A.C.x C.x\n(FED (Federation F) (FEDversion 1) (objects (class A "
+                               "(attribute ^x reliable receive) (class C\n(attribute x "
+                               "reliable receive))) (class B (attribute x reliable receive)))")),
+              "3:x | 1:x 2:x 2:x 3:x ");
+    const std::string ofMom = RtiFedDatabase::_momDefaultSpace;
+    EXPECT_EQ(foundIn(Question(withMom("(class A (attribute x reliable receive ^\"" + ofMom + "\"))"))),
+              "| 19:\"HLAMomDefaultSpace\" ");
 }
 
 TEST(Language, CompletesByThePlace) {
@@ -328,6 +358,12 @@ TEST(Language, RenamesOrSaysWhyNot) {
              Case{"Po^sition best", "bollard pull",
                   "it would collide with the attribute \"ObjectRoot.Craft.Tug.Bollard Pull\" in line 19, whose class "
                   "inherits it"},
+             Case{"receive ^area", "AREA", "5:Area=>AREA 17:Area=>AREA 22:area=>AREA "},
+             Case{"(class Cr^aft", "A\nB", "a name cannot contain a line end or NUL"},
+             Case{"(class Cr^aft",
+                  "A\xC2\xA0"
+                  "B",
+                  "the name contains a no-break space (U+00A0), which nobody can tell from a blank"},
              Case{"\"Boll^ard Pull\"", "privilegetodelete",
                   "it would collide with the attribute \"ObjectRoot.privilegeToDelete\" in line 9, which is inherited"},
              Case{"(class Cr^aft", "rtiprivate",
@@ -341,7 +377,28 @@ TEST(Language, RenamesOrSaysWhyNot) {
              Case{"Harb^our", "X", "there is no name of a class, attribute, parameter, space or dimension here"},
          })
         EXPECT_EQ(renamed(inHarbour(c.place), c.name), c.result) << c.place;
+    EXPECT_EQ(renamed(inHarbour("(class Tug^"), std::string(16370, 'x')),
+              "the name is too long, a full name may have 16384 bytes");
     const std::string head = "(FED (Federation F) (FEDversion 1) (spaces (space A) (space B)) (objects ";
+    const std::string spaces =
+        "(FED (Federation F) (FEDversion 1) (spaces (space ^A (dimension x) (dimension y)) (space B)) (objects))";
+    EXPECT_EQ(renamed(Question(spaces), "b"), "it would collide with the routing space \"B\" in line 1");
+    EXPECT_EQ(renamed(Question(withMom("", "", "(space ^S)")), RtiFedDatabase::_momDefaultSpace),
+              "it would collide with the routing space \"HLAMomDefaultSpace\"");
+    EXPECT_EQ(renamed(Question(withMom("(class A (attribute x reliable receive ^\"" +
+                                       std::string(RtiFedDatabase::_momDefaultSpace) + "\"))")),
+                      "x"),
+              "the routing space \"HLAMomDefaultSpace\" is not declared in this file, but added by the RTI");
+    EXPECT_EQ(renamed(Question(replaced(replaced(spaces, "^", ""), "x)", "^x)")), "Y"),
+              "it would collide with the dimension \"A.y\" in line 1");
+    EXPECT_EQ(renamed(Question(head + "(class X (attribute ^P reliable receive) (class Y (attribute Q reliable "
+                                      "receive)) (class Z (attribute Q reliable receive)))))"),
+                      "Q"),
+              "it would collide with the attribute \"X.Z.Q\" in line 1, whose class inherits it");
+    EXPECT_EQ(
+        renamed(Question(head + "(class X)) (interactions (class ^Y reliable receive (class X reliable receive))))"),
+                "X"),
+        "1:Y=>X ");
     EXPECT_EQ(renamed(Question(head + "(class X (class ^Y)) (class ObjectRoot (class Z))))"), "Z"), "1:Y=>Z ");
     EXPECT_EQ(renamed(Question(head + "(class ^X) (class ObjectRoot (class Z))))"), "z"),
               "it would collide with the object class \"ObjectRoot.Z\" in line 1");
@@ -367,6 +424,16 @@ TEST(Language, ShowsTheHierarchyAndItsNumbers) {
         below += subclass.name + " ";
     EXPECT_EQ(below, "RTIprivate Craft ");
     EXPECT_FALSE(superclassOf(asked.document, ClauseKind::interactionClass, "ObjectRoot.Craft"));
+    EXPECT_FALSE(superclassOf(asked.document, ClauseKind::objectClass, "ObjectRoot"));
+    EXPECT_TRUE(subclassesOf(asked.document, ClauseKind::objectClass, "Nowhere").empty());
+    const Question outside("(FED ())(objects()class)^x)))");
+    const auto bare = hierarchyItemAt(outside.document, outside.offset);
+    ASSERT_TRUE(bare);
+    EXPECT_EQ(outside.at(bare->span), "x");
+    const Question again("(FED (Federation F) (FEDversion 1) (objects (class A (attribute x reliable receive) "
+                         "(attribute x reliable receive)) (class A))");
+    EXPECT_EQ(inlayHints(again.document, {0, 99}).size(), 2U) << "none at a duplicate";
+    EXPECT_TRUE(codeLenses(again.document).empty());
 
     std::string hints, lenses;
     for (const InlayHint &hint : inlayHints(asked.document, above->span))
@@ -397,18 +464,30 @@ TEST(Language, AnswersWhereTheTextDoesNotParse) {
               "b => **attribute** `A.B`//A duplicate, which the library refuses: it is declared first in "
               "line 1.//`reliable`, `receive`//Inherited by 1 class: `C`//Handle 1, provisional: the file does "
               "not load");
-    const Question rootless(
-        "(FED (Federation F) (FEDversion 1) (objects (class ObjectRoot (class Cra^ft)) (class Craft (class Tug))))");
-    EXPECT_NE(hover(rootless).find("1 subclass: `Craft.Tug`"), std::string::npos) << hover(rootless);
+    const Question rootless("(FED (Federation F) (FEDversion 1) (objects (class ObjectRoot (class Cra^ft)) (class "
+                            "Craft (class TugOfHarbour))))");
+    EXPECT_NE(hover(rootless).find("1 subclass: `Craft.TugOfHarbour`"), std::string::npos) << hover(rootless);
     EXPECT_EQ(std::string(repeated.at(definitionsAt(repeated.document, repeated.offset).at(0))), "B");
     EXPECT_EQ(renameAt(repeated.document, repeated.offset).refusal,
               "the attribute \"A.B\" is declared again in line 1; fix that first");
 }
 
 TEST(Language, SaysWhatMayMeanSeveralThings) {
+    const auto numMeanings = [](std::size_t numClasses) {
+        std::string text = "(FED (Federation F) (FEDversion 1) ; A.^x\n(objects (class R (attribute x reliable "
+                           "receive) (class C (class A)) (class D (class A)))";
+        for (std::size_t i = 0; i < numClasses; ++i)
+            text += "(class B" + std::to_string(i) + " (class A (attribute x reliable receive)))";
+        const Question asked(text + "))");
+        return definitionsAt(asked.document, asked.offset).size();
+    };
+    EXPECT_EQ(numMeanings(0), 1U) << "inherited by two classes of this name";
+    EXPECT_EQ(numMeanings(12), 8U);
+    EXPECT_EQ(numMeanings(120), 0U);
     const Question asked("(FED (Federation F) (FEDversion 1) ; A.B^\n(objects (class X (class A (class B))) (class A "
                          "(attribute B reliable receive)) (class Y (class A (class B) (class C))))) ; Y.A.B A.C\n");
     EXPECT_EQ(definitionsAt(asked.document, asked.offset).size(), 3u);
+    EXPECT_EQ(hover(asked).find("---//**attribute** `A.B`"), 156U) << hover(asked);
     EXPECT_EQ(renameAt(asked.document, asked.offset).refusal,
               "the name can mean several things here; rename it at its declaration");
     const auto last = static_cast<std::uint32_t>(asked.document.text().rfind("(class B)"));

@@ -47,6 +47,7 @@ gives 0 '' '$rtifed save harbour.fed closed.img <&- >&- 2>&- && cmp closed.img h
 # Files that cannot be read, or end early.
 gives 2 '-: the file cannot be read: Bad file descriptor' '$rtifed check - <&-'
 gives 2 '-: the file cannot be read: Is a directory' '$rtifed json - <folder'
+gives 2 'folder: Is a directory' '$rtifed check --baseline folder harbour.fed'
 gives 2 'minimal.fed/x: Not a directory' '$rtifed tree minimal.fed/x'
 gives 1 '' 'head -c 700 harbour.fed >pipe & $rtifed check --quiet pipe'
 gives 0 '' 'cat harbour.fed >pipe & $rtifed check pipe'
@@ -71,6 +72,8 @@ gives 0 '' '$rtifed save harbour.fed link && cmp link-target harbour.img && [ -L
 gives 2 'dangling: No such file or directory' '$rtifed save harbour.fed dangling'
 gives 2 'loop: Too many levels of symbolic links' '$rtifed save harbour.fed loop'
 gives 2 'folder: Is a directory' '$rtifed save harbour.fed folder'
+gives 2 'none/new.fed: No such file or directory' '$rtifed new -o none/new.fed New'
+[ -c /dev/full ] && gives 2 '/dev/full: No space left on device' '$rtifed save harbour.fed /dev/full'
 # Only what the program writes by itself is limited, not what a measurement of what is reached adds.
 limited='export LLVM_PROFILE_FILE=/dev/null; ulimit -f 1'
 gives 2 'minimal.img: File too large' "$limited"'; $rtifed save harbour.fed minimal.img'

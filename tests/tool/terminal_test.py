@@ -36,6 +36,7 @@ def run(arguments, feed=None, interrupt=None, errors_to="", columns=60, patience
     while True:
         if waiting and (b"Working" in text or time.monotonic() > end):
             waiting = None
+            time.sleep(0.3)  # so that it would be drawn again
             if interrupt:
                 os.kill(pid, interrupt)
             if feed:
@@ -85,6 +86,12 @@ with tempfile.TemporaryDirectory() as folder:
         "rtifed: standard output is a terminal, which cannot show an image; name a file or redirect it\n", 2))
     width = max(map(len, run(["help"], columns=50)[0].split("\n")))
     expect("the width of help", width in range(45, 51), True)
+    with open("a.fed", "w", encoding="utf-8") as file:
+        file.write("(FED (Federation F)\t; tab\n(FEDversion v))")
+    expect("colours", run(["fmt", "--diff", "a.fed"]), (
+        "\033[1m--- a.fed\033[0m\n\033[1m+++ a.fed\033[0m\n\033[36m@@ -1,2 +1,4 @@\033[0m\n"
+        "\033[31m-(FED (Federation F)\t; tab\033[0m\n\033[31m-(FEDversion v))\033[0m\n\\ No newline at end of file\n"
+        "\033[32m+(FED\033[0m\n\033[32m+  (Federation F)  ; tab\033[0m\n\033[32m+  (FEDversion v)\033[0m\n\033[32m+)\033[0m\n", 0))
     # Each waits for a pipe: shown, cut to the width, erased before the output, and left out where it would disturb.
     expect("progress", run(["checksum", "pipe"], good), (shown + "96881752  pipe\n", 0))
     expect("progress in a narrow terminal", run(["checksum", "pipe"], good, columns=15)[0].split(ERASED)[0] + ERASED,

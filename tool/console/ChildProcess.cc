@@ -38,14 +38,16 @@ ChildProcess::ChildProcess(const std::vector<std::string> &arguments) : _errors(
             const_cast<char *>(argument.c_str())); // NOLINT(cppcoreguidelines-pro-type-const-cast): not changed
     argv.push_back(nullptr);
     int ends[2]; // of the pipe: for reading and for writing
+    // unreached: where the program has no more files
     if (!_errors || pipe2(ends, O_CLOEXEC) != 0)
         throw std::string(std::strerror(errno));
     _output.reset(fdopen(ends[0], "rb"));
     int error = errno;
+    // unreached: fdopen() fails without memory only
     if (_output) {
         const ChildFiles files(ends[1], fileno(_errors.get()));
         error = posix_spawnp(&_id, argv[0], files.actions(), nullptr, argv.data(), environ);
-    } else {
+    } else { // unreached: as above
         close(ends[0]);
     }
     close(ends[1]);
@@ -64,7 +66,7 @@ bool ChildProcess::succeeds() {
         return false;
     _output.reset();
     int status = 0;
-    while (waitpid(_id, &status, 0) < 0 && errno == EINTR)
+    while (waitpid(_id, &status, 0) < 0 && errno == EINTR) // unreached: no signal that comes is handled and returns
         ;
     _id = -1;
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;

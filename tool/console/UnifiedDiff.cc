@@ -35,10 +35,9 @@ public:
     }
 
 private:
-    /// `LINE,COUNT` of lines counted from 1; the line before them if there are none.
+    /// `LINE,COUNT` of lines counted from 1. There are some, as neither text is empty.
     static std::string range(std::size_t begin, std::size_t end) {
-        return std::to_string(begin + (begin < end ? 1 : 0)) +
-               (end == begin + 1 ? "" : ',' + std::to_string(end - begin));
+        return std::to_string(begin + 1) + (end == begin + 1 ? "" : ',' + std::to_string(end - begin));
     }
 
     void writeLines(char mark, const Lines &lines, std::size_t begin, std::size_t end) {

@@ -8,6 +8,7 @@ namespace {
 std::string shellQuoted(const std::string &text, const std::string &special = "") {
     std::string quoted = "'";
     for (const char c : text) {
+        // unreached: no text of the program has one of them
         if (special.find(c) != std::string::npos)
             quoted += '\\';
         quoted += c == '\'' ? "'\\''" : std::string(1, c);

@@ -28,12 +28,14 @@ std::string escaped(const std::string &text) {
 
 /// Returns a line of text. A line that begins like a request needs an escape.
 std::string line(const std::string &text) {
+    // unreached: no line of now begins so, or is empty
     return (text.empty() || text[0] != '.' ? "" : "\\&") + escaped(text) + "\n";
 }
 
-/// Whether a line is the heading of a section: at most two words and a colon, such as `Exit status:`.
+/// Whether a line is the heading of a section: at most two words and a colon, such as `Exit status:`. Lines that are
+/// indented have two blanks.
 bool isHeading(const std::string &line) {
-    return !line.empty() && line.back() == ':' && line[0] != ' ' && std::count(line.begin(), line.end(), ' ') < 2;
+    return !line.empty() && line.back() == ':' && std::count(line.begin(), line.end(), ' ') < 2;
 }
 
 /// Converts paragraphs, tables, and sections with headings. Examples keep their line ends.
@@ -52,7 +54,7 @@ std::string prose(const std::string &text) {
         } else if (const auto row = tableRow(lines[i])) {
             roff += ".TP\n" + line(row->name) + line(row->meaning);
         } else if (lines[i].empty()) {
-            roff += asItIs(i + 1) || i + 1 == lines.size() ? "" : ".PP\n";
+            roff += i + 1 == lines.size() ? "" : ".PP\n";
         } else if (isHeading(lines[i])) {
             roff += ".SH " + upperCase(lines[i].substr(0, lines[i].size() - 1)) + '\n';
         } else {

@@ -61,7 +61,5 @@ std::optional<Hover> hoverAt(const Document &document, std::uint32_t offset, Mar
 
 std::string documentationOf(const Document &document, RtiFedSpan name, Markup markup) {
     const Index clause = document.tree().clauseAt(name.begin);
-    return name.length == 0 || clause == SyntaxTree::kNone
-               ? std::string()
-               : plainText(markup, documentationOf(document.tree(), clause));
+    return clause == SyntaxTree::kNone ? std::string() : plainText(markup, documentationOf(document.tree(), clause));
 }

@@ -112,7 +112,7 @@ std::vector<RtiFedSpan> selectionAt(const Document &document, std::uint32_t offs
     Selection selection;
     if (token != SyntaxTree::kNone && SyntaxTree::isWord(tree.kind(token)))
         addWord(tree, token, selection);
-    else if (token != SyntaxTree::kNone && tree.kind(token) == SyntaxTree::Kind::comment)
+    else if (token != SyntaxTree::kNone)
         addComment(tree, token, offset, selection);
     for (Index clause = tree.clauseAt(offset); clause != SyntaxTree::kNone && !selection.isFull();
          clause = tree.clauses()[clause].parent) {

@@ -37,11 +37,9 @@ public:
         return {};
     }
 
-    /// Why it cannot get this name; empty if it can.
+    /// Why it cannot get this name, if it can get others; empty if it can.
     std::string refusalOf(std::string_view name) const {
-        std::string reason = refusal();
-        if (reason.empty())
-            reason = refusalByItself(name);
+        std::string reason = refusalByItself(name);
         if (reason.empty() && !RtiFedName::equal(name, _entity.name)) // else only the spelling changes
             reason = refusalByOthers(name);
         return reason;

@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    Json refAt(const RtiFedSpan &span) const { return _refs ? _refs->at(span.begin) : Json(); }
+    Json refAt(const RtiFedSpan &span) const { return _refs->at(span.begin); }
 
     JsonWriter &_json;
     const DeclarationRefs *_refs; // null for an image, whose findings have no places

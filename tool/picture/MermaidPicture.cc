@@ -29,7 +29,7 @@ std::string yamlTitle(std::string_view text) {
     constexpr const char *kLeftQuotationMark = "\xE2\x80\xB9";
     std::string escaped;
     for (const char c : text) {
-        if (c == '\\' || c == '"')
+        if (c == '\\' || c == '"') // unreached: no text has a name with a quote, but an image may
             escaped += '\\';
         escaped += c == '<' ? std::string(kLeftQuotationMark) : std::string(1, c);
     }

@@ -116,8 +116,8 @@ Entities::Index Entities::member(Index owner, std::string_view name) const {
 
 Entities::Index Entities::space(std::string_view name) const {
     const Name first{RtiFedName(name).hash(), kNone, 0};
-    for (auto at = std::lower_bound(_names.begin(), _names.end(), first);
-         at != _names.end() && at->hash == first.hash && at->owner == kNone; ++at)
+    for (auto at = std::lower_bound(_names.begin(), _names.end(), first); at != _names.end() && at->hash == first.hash;
+         ++at)
         if (_entities[at->entity].kind == ClauseKind::space && RtiFedName::equal(_entities[at->entity].name, name))
             return at->entity;
     return kNone;

@@ -82,9 +82,7 @@ const char *explanationOf(const TreeKind &tree, const std::string &path) {
     const auto *begin = ofObjects ? std::begin(kObjectClasses) : std::begin(kInteractionClasses);
     const auto *end = ofObjects ? std::end(kObjectClasses) : std::end(kInteractionClasses);
     const auto *found = std::find_if(begin, end, [&path](const Explanation &e) { return path == e.path; });
-    if (found != end)
-        return found->text;
-    return path.rfind(kService, 0) == 0 ? "Calls the service of this name on behalf of the federate." : "";
+    return found != end ? found->text : "Calls the service of this name on behalf of the federate.";
 }
 
 /// Reads the clauses of the MOM, in which each class comes before what is in it.
