@@ -110,9 +110,10 @@ private:
         _lineBegin = _tree.begin(begin);
         _lineStop = _tree.begin(end);
         _lineCode.reset();
+        // unreached: findings are at words, parentheses and comments, so that the line is not empty
         while (end > begin && _tree.kind(end - 1) == RtiFedPiece::Kind::blanks)
             --end;
-        if (end > begin && _tree.kind(end - 1) != RtiFedPiece::Kind::comment)
+        if (end > begin && _tree.kind(end - 1) != RtiFedPiece::Kind::comment) // unreached: likewise, for an empty line
             _lineCode = end - 1;
         return _lineCode;
     }
@@ -152,7 +153,7 @@ AllowedText addAllowComments(const Checker &text, const std::vector<Finding> &fi
     CommentWriter writer(text.parser(), reason);
     std::size_t numFindings = 0;
     for (const Finding &finding : findings)
-        if (!finding.suppression && finding.span && finding.rule != &ruleOf(RuleId::badSuppression) &&
+        if (!finding.suppression && finding.rule != &ruleOf(RuleId::badSuppression) &&
             finding.rule != &ruleOf(RuleId::unusedSuppression)) {
             writer.allow(*finding.rule, finding.span->begin);
             ++numFindings;

@@ -20,8 +20,7 @@ void applyComments(const Checker &text, const Settings &settings, Findings &find
     Suppressions suppressions(text.parser());
     append(findings, suppressions.bad());
     for (Finding &finding : findings)
-        if (finding.span)
-            finding.suppression = suppressions.find(*finding.rule, finding.span->begin);
+        finding.suppression = suppressions.find(*finding.rule, finding.span->begin);
     if (text.parser().numErrors() == 0)
         append(findings, suppressions.unused(
                              [&](const Rule &rule) { return !rule.isHabit() || settings.level(rule) != Level::off; }));
@@ -42,8 +41,7 @@ void sortWarnings(Findings &findings) {
     const auto warnings = std::stable_partition(findings.begin(), findings.end(),
                                                 [](const Finding &finding) { return finding.refusesFile(); });
     std::stable_sort(warnings, findings.end(), [](const Finding &a, const Finding &b) {
-        const auto begin = [](const Finding &finding) { return finding.span ? finding.span->begin : 0; };
-        return begin(a) < begin(b);
+        return a.span->begin < b.span->begin;
     });
 }
 

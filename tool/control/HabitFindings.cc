@@ -102,12 +102,11 @@ private:
     template <class Node>
     void checkPrefix(const Node &node, const Fixed &fixed, const std::string &noun) {
         const std::string_view name = lastComponent(node.getName());
-        const auto place = _text.declarations().span(&node);
-        if (!fixed.prefix || !place || !isOn(RuleId::namePrefix))
+        if (!fixed.prefix || !isOn(RuleId::namePrefix))
             return;
         const std::string &prefix = *fixed.prefix->prefix;
         if (name.substr(0, prefix.size()) != prefix)
-            report(ruleOf(RuleId::namePrefix), *place,
+            report(ruleOf(RuleId::namePrefix), *_text.declarations().span(&node),
                    "the name of the " + noun + " " + inQuotes(name) + " does not begin with " + inQuotes(prefix) +
                        ", the prefix in the subtree of " + inQuotes(fixed.prefix->className),
                    ' ' + inQuotes(name));
@@ -139,13 +138,14 @@ private:
     void checkWord(RuleId rule, Declarations::Record record, Declarations::Argument argument, const Handle &found,
                    const DeliveryWord &wanted, const Subtree &subtree, const std::string &noun,
                    const std::string &owner) {
-        const auto place = _text.declarations().span(record, argument);
         const auto handle = static_cast<unsigned long>(found._value);
-        if (place && isOn(rule) && handle != 0 && handle != wanted.handle)
-            report(ruleOf(rule), *place,
-                   "the " + noun + owner + " is fixed to " + wanted.shortForm + " in the subtree of " +
-                       inQuotes(subtree.className),
-                   owner, {{*place, wanted.shortForm}});
+        if (!isOn(rule) || handle == 0 || handle == wanted.handle)
+            return;
+        const RtiFedSpan place = *_text.declarations().span(record, argument); // the text has no syntax errors
+        report(ruleOf(rule), place,
+               "the " + noun + owner + " is fixed to " + wanted.shortForm + " in the subtree of " +
+                   inQuotes(subtree.className),
+               owner, {{place, wanted.shortForm}});
     }
 
     template <class Record>

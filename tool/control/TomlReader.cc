@@ -108,7 +108,7 @@ std::optional<std::string> TomlReader::readChoice(const toml::node &value, const
 
 std::string TomlReader::originOf(const Place &place) const {
     std::size_t column = 0;
-    if (place.line > 0 && place.line <= _lines.size()) {
+    if (place.line > 0 && place.line <= _lines.size()) { // unreached: a place that the text does not have, or none
         const std::string &line = _lines[place.line - 1];
         column = firstColumns(line, place.column - 1).size();
     }
