@@ -73,6 +73,7 @@ Console consoleHere() {
 void flushOutput() {
     std::cout.flush();
     errno = 0;
+    // unreached: an error that flushing does not report is that of a write before, which was reported
     if (std::fflush(stdout) != 0 || std::ferror(stdout))
         std::cout.setstate(std::ios::badbit);
 }
@@ -85,8 +86,10 @@ Status runCommandLine(int argc, char **argv) {
     } catch (const std::ios_base::failure &) {
         const int error = errno;
         std::clog << "rtifed: standard output cannot be written"
+                  // unreached: a write that fails says why
                   << (error == 0 ? std::string() : ": " + std::string(std::strerror(error))) << '\n';
     } catch (const RTI::Exception &failure) {
+        // unreached: commands report the exceptions of the library themselves
         std::clog << "rtifed: " << failure._reason << '\n';
     } catch (const std::bad_alloc &) {
         std::clog << "rtifed: " << kOutOfMemory << '\n';

@@ -19,15 +19,15 @@ ERASED = "\r\033[K"
 failures = 0
 
 
-def run(arguments, feed=None, interrupt=None, errors_to="", columns=60, patience=20.0):
+def run(arguments, feed=None, interrupt=None, errors_to="", columns=60, patience=20.0, environment=None):
     """Returns what the terminal gets, with progress that is drawn repeatedly once, and the exit status or the negative
     signal. `feed` is given to the pipe, or the signal sent, when progress is shown, and after `patience` seconds anyway."""
     pid, terminal = pty.fork()
     if pid == 0:
         fcntl.ioctl(1, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
-        for name in ("NO_COLOR", "CLICOLOR_FORCE", "COLUMNS"):
+        for name in ("NO_COLOR", "CLICOLOR_FORCE", "COLUMNS", "LC_ALL", "LC_CTYPE", "LANG"):
             os.environ.pop(name, None)
-        os.environ["TERM"] = "xterm"
+        os.environ.update({"TERM": "xterm", **(environment or {})})
         signal.signal(signal.SIGINT, signal.SIG_DFL)  # a shell lets programs in the background ignore it
         if errors_to:
             os.dup2(os.open(errors_to, os.O_WRONLY | os.O_CREAT), 2)
@@ -92,6 +92,18 @@ with tempfile.TemporaryDirectory() as folder:
         "\033[1m--- a.fed\033[0m\n\033[1m+++ a.fed\033[0m\n\033[36m@@ -1,2 +1,4 @@\033[0m\n"
         "\033[31m-(FED (Federation F)\t; tab\033[0m\n\033[31m-(FEDversion v))\033[0m\n\\ No newline at end of file\n"
         "\033[32m+(FED\033[0m\n\033[32m+  (Federation F)  ; tab\033[0m\n\033[32m+  (FEDversion v)\033[0m\n\033[32m+)\033[0m\n", 0))
+    for environment, colours, branches, wide in (({}, True, "|--", True), ({"LANG": "C.utf8"}, True, "\u251c", True),
+                                                 ({"LC_CTYPE": "de_DE.utf-8", "NO_COLOR": "1"}, False, "\u251c", True),
+                                                 ({"LC_ALL": "C", "LANG": "C.UTF-8"}, True, "|--", True),
+                                                 ({"TERM": "dumb", "LANG": "C.UTF-8"}, False, "|--", True),
+                                                 ({"TERM": "", "CLICOLOR_FORCE": "1"}, True, "|--", True),
+                                                 ({"COLUMNS": "30x"}, True, "|--", True), ({"COLUMNS": "0"}, True, "|--", True),
+                                                 ({"COLUMNS": "30"}, True, "|--", False)):
+        tree = run(["tree", EXAMPLES + "/harbour.fed"], environment=environment)[0]
+        expect(f"the look of a tree with {environment}", ("\033[" in tree, branches in tree, "version" in tree),
+               (colours, True, wide))
+    expect("progress on a dumb terminal", run(["checksum", "pipe"], good, patience=1.5, environment={"TERM": "dumb"}),
+           ("96881752  pipe\n", 0))
     # Each waits for a pipe: shown, cut to the width, erased before the output, and left out where it would disturb.
     expect("progress", run(["checksum", "pipe"], good), (shown + "96881752  pipe\n", 0))
     expect("progress in a narrow terminal", run(["checksum", "pipe"], good, columns=15)[0].split(ERASED)[0] + ERASED,

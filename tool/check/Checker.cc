@@ -117,6 +117,7 @@ std::optional<RtiFedPosition> Checker::firstLoss() const {
 }
 
 bool Checker::hasAllNames() const {
+    // unreached: the parser refuses what the database would refuse
     return _parser.numErrors() == 0 && !finds(RuleId::ambiguousClass) && !finds(RuleId::refusedClass);
 }
 
@@ -200,10 +201,12 @@ typename Tree::Node *Checker::addClass(const std::string &name, Add add) {
         addDeclaration(added);
         return added;
     } catch (const RTI::Exception &refused) {
+        // unreached: the parser refuses names and classes before that the database would refuse
         if (_parser.numErrors() == 0)
             report(RuleId::refusedClass, Argument::name,
                    std::string("the ") + Tree::kind.className + " " + inQuotes(name) +
                        " is refused: " + refused._reason);
+        // unreached: likewise
         return nullptr;
     }
 }
@@ -224,6 +227,7 @@ void Checker::reportRepeatedClass(const std::string &name, const typename Tree::
 
 template <class Tree, class Add>
 void Checker::addMember(typename Tree::Node *owner, const std::string &name, Add add) {
+    // unreached: likewise; only a refused class is null
     if (!owner)
         return;
     for (const auto *node = owner; node; node = node->getParentClass()) {

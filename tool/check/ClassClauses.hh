@@ -40,7 +40,7 @@ private:
 
     static bool isBelow(const std::string &name, const std::string &ancestor) {
         return name.size() > ancestor.size() && name[ancestor.size()] == '.' &&
-               name.compare(0, ancestor.size(), ancestor) == 0;
+               name.compare(0, ancestor.size(), ancestor) == 0; // unreached: a shorter name comes between
     }
 
     unsigned long _number = 0;

@@ -18,9 +18,7 @@ std::string lasting(std::string text) {
 } // namespace
 
 void Finding::setParticular(std::string_view part) {
-    const std::size_t begin = text.find(part);
-    if (begin != std::string::npos)
-        particular = {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(part.size())};
+    particular = {static_cast<std::uint32_t>(text.find(part)), static_cast<std::uint32_t>(part.size())};
 }
 
 std::string Finding::textAt(const FurtherPlace &place) const {

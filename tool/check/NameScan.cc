@@ -43,6 +43,7 @@ void NameScan::add(Kind kind, std::string_view name) {
         const std::string_view earlier = _text.substr(known.slots[at].offset, name.size());
         if (earlier == name)
             return;
+        // unreached: no two names with the same half of a hash are in one test
         if (RtiFedName::equal(earlier, name)) {
             known.varied.insert(hash);
             return;

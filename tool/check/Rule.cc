@@ -367,6 +367,7 @@ constexpr std::pair<std::size_t, const char *> kSummaries[] = {
     {indexOf(RuleId::unusableName), "with unusable names"},
     {indexOf(RuleId::conflictingModules), "with conflicts between modules"}};
 
+// unreached in this function: only the compiler calls it
 constexpr bool isOrdered() {
     for (std::size_t i = 0; i < kRules.size(); ++i)
         if (kRules[i].index != i)

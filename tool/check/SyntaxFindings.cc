@@ -69,6 +69,7 @@ RtiFedSpan spanOf(std::size_t begin, std::size_t end) {
 /// An object class has no transportation. The word is directly after its name, as further words can be in no other
 /// clause that may contain others.
 void explainClassWithDelivery(Finding &finding, std::string_view text) {
+    // unreached: the note is at the clause, which began before
     if (finding.notes.empty() || !isDeliveryWord(text.substr(finding.span->begin, finding.span->length)))
         return;
     Scanner scanner(text, finding.notes.front().span.begin);
@@ -96,10 +97,12 @@ bool containsAny(std::string_view text, std::initializer_list<std::string_view> 
 /// clause that has a name only, all words are.
 void explainSurplusWord(Finding &finding, std::string_view text) {
     const std::string_view stray = text.substr(finding.span->begin, finding.span->length);
+    // unreached: the finding is at a word or parenthesis
     if (!stray.empty() && (stray[0] == '[' || stray[0] == '{')) {
         finding.text += "; a clause is put in \"(\" and \")\"";
         return;
     }
+    // unreached: the note is at the clause, which began before; the finding is at a word or parenthesis
     if (finding.notes.empty() || stray.empty() || stray[0] == '(' || !finding.fix.empty())
         return;
     Scanner scanner(text, finding.notes.front().span.begin);
@@ -155,6 +158,7 @@ RtiFedSpan withEmptyLine(RtiFedSpan span, std::string_view text) {
     const std::string_view before = text.substr(0, span.begin);
     const std::size_t begin = before.find_last_not_of(kInLine) + 1;
     const std::size_t end = std::min(text.find_first_not_of(kInLine, span.begin + span.length), text.size());
+    // unreached: FED begins before
     const bool beginsLine = begin == 0 || before[begin - 1] == '\n' || before[begin - 1] == '\r';
     if (span.length == 0 || !beginsLine || end == text.size() || (text[end] != '\n' && text[end] != '\r'))
         return span;

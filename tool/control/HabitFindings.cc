@@ -162,6 +162,7 @@ private:
         Finding finding{&rule, place, std::move(text)};
         finding.setParticular(particular);
         finding.fix.edits = std::move(fix);
+        // unreached: more findings than a test can wait for in each run
         if (_findings.size() < kMaxErrors)
             _findings.push_back(std::move(finding));
     }

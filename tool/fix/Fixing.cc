@@ -27,15 +27,20 @@ public:
         const Stop stop{std::hash<std::string>()(text), made.size()};
         const auto sameText = [&stop](const Stop &other) { return other.hash == stop.hash; };
         const auto before = std::find_if(_stops.begin(), _stops.end(), sameText);
+        // unreached: no fixes are known that undo each other
         if (before == _stops.end()) {
             _stops.push_back(stop);
             return true;
         }
+        // unreached: likewise
         const auto least =
             std::min_element(before, _stops.end(), [](const Stop &a, const Stop &b) { return a.hash < b.hash; });
+        // unreached: likewise
         if (least->hash != stop.hash)
             return true; // round again, up to that one
+        // unreached: likewise
         made.erase(made.begin() + static_cast<std::ptrdiff_t>(least->numMade), made.end());
+        // unreached: likewise
         return false;
     }
 
@@ -60,6 +65,7 @@ FixedText withFixes(const Input &input, const Settings &settings, const FixSelec
     CheckedFile file = checked(input.name, text.text(), settings);
     const RtiFedParser original(input.contents); // for places
     Course course;
+    // unreached: likewise, so that a round without a fix is the last one
     for (int round = 0; round < kMostRounds && course.goesOn(text.text(), made); ++round) {
         const std::size_t before = made.size();
         for (const Finding &finding : file.findings) {

@@ -16,6 +16,7 @@ constexpr std::size_t kBeforeName = std::string_view("(attribute ").size();
 std::optional<std::array<std::size_t, 4>> widthsOf(const SyntaxTree &tree, Index clause) {
     std::array<std::size_t, 4> widths{};
     const std::vector<Index> words = tree.words(clause);
+    // unreached: a text with syntax errors is not formatted
     if (words.size() > widths.size() + 1)
         return std::nullopt;
     for (Index token = tree.clauses()[clause].open; token < words.back(); ++token)

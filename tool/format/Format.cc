@@ -27,6 +27,7 @@ public:
           _layout(tree, _pieces, options.indentation), _lineEnd(lineEndOf(tree)) {}
 
     std::string write() {
+        // unreached: a text with syntax errors, and so an empty one, is not formatted
         if (_pieces.empty())
             return std::string(_tree.text());
         _text.reserve(_tree.text().size() + _tree.text().size() / 4);
@@ -46,6 +47,7 @@ private:
     /// Whether the clause of a piece is changed. What follows the FED clause belongs to that.
     bool changes(std::size_t piece) const {
         const SyntaxTree::Index clause = _pieces[piece].clause;
+        // unreached: likewise, so that there is a clause
         return clause == SyntaxTree::kNone ? !_changes.empty() && _changes.front() : _changes[clause];
     }
 

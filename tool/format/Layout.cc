@@ -34,6 +34,7 @@ void Layout::place(std::size_t piece) {
         _afterShortClause = false;
         break;
     case Kind::close:
+        // unreached: a text with syntax errors, such as a ")" too many, is not formatted
         _depth -= _depth > 0 ? 1 : 0;
         _afterShortClause = !afterComment && !_tree.hasClauses(clause);
         if (!_afterShortClause) {

@@ -48,6 +48,7 @@ private:
             piece.clause = _clause = _nextClause++;
             break;
         case Kind::close:
+            // unreached: a text with syntax errors is not formatted, so that each ")" closes a clause
             _clause = _clause == SyntaxTree::kNone ? _clause : _tree.clauses()[_clause].parent;
             return addClose(piece);
         default:
@@ -80,6 +81,7 @@ private:
     std::size_t placeOfTrailing() const {
         for (std::size_t i = _pieces.size(); i-- > _linePiece && kindOf(i) == Kind::close;) {
             const Index clause = _pieces[i].clause;
+            // unreached: likewise
             if (clause != SyntaxTree::kNone && _tree.clauses()[clause].open >= _lineToken)
                 return _changes[clause] ? i + 1 : _pieces.size();
         }
@@ -97,11 +99,15 @@ private:
 
     void addClose(const SequencePiece &close) {
         std::size_t at = _pieces.size();
+        // unreached: the "(" of the clause comes before, in a text without syntax errors
         while (at > 0 && _pieces[at - 1].continues)
             --at;
+        // unreached: likewise, and its keyword
         const bool follows = at > 1 && kindOf(at - 1) == Kind::comment && !_pieces[at - 1].beginsLine &&
                              SyntaxTree::isWord(kindOf(at - 2));
+        // unreached: likewise
         const bool moves = follows && close.clause != SyntaxTree::kNone && _changes[close.clause];
+        // unreached: words come before the clauses in a clause, in a text without syntax errors
         insert(moves && !_tree.hasClauses(close.clause) ? at - 1 : _pieces.size(), close);
     }
 

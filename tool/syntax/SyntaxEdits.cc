@@ -12,7 +12,7 @@ std::string withoutColumns(std::string_view line) {
         return std::string(line);
     std::string result;
     for (const char c : line)
-        if (c != ' ' || result.empty() || result.back() != ' ')
+        if (c != ' ' || result.back() != ' ') // the line begins with a word or parenthesis
             result += c;
     return result;
 }
@@ -24,6 +24,7 @@ SyntaxTree::Index endOfComment(const SyntaxTree &tree, SyntaxTree::Index comment
         return before.size() - (before.find_last_of("\r\n") + 1);
     };
     const std::size_t column = columnOf(comment);
+    // unreached: a line end and the ")" of FED follow a comment in it
     while (tree.kind(comment + 1) == Kind::lineEnd && tree.kind(comment + 2) == Kind::blanks &&
            tree.kind(comment + 3) == Kind::comment && columnOf(comment + 3) == column)
         comment += 3;
@@ -46,11 +47,8 @@ void SyntaxEdits::replaceToken(Index token, std::string text) {
     replace({_tree.begin(token), _tree.end(token) - _tree.begin(token)}, std::move(text));
 }
 
-void SyntaxEdits::insertWordAfter(Index token, std::string_view word) {
-    replace({_tree.end(token), 0}, ' ' + std::string(word));
-}
-
 void SyntaxEdits::removeToken(Index token) {
+    // unreached: no ")" or word is removed that is the first token
     const bool afterBlanks = token > 0 && _tree.kind(token - 1) == Kind::blanks && !indentationOf(_tree, token);
     const std::uint32_t begin = _tree.begin(token - (afterBlanks ? 1 : 0));
     replace({begin, _tree.end(token) - begin}, {});
@@ -85,10 +83,12 @@ bool SyntaxEdits::removeClause(Index clause) {
 bool SyntaxEdits::isBelowComment(Index clause) const {
     const auto stays = [this](Index comment) {
         return std::none_of(_replacements.begin(), _replacements.end(), [&](const Replacement &made) {
+            // unreached: those are removed and looked for in the same order, the nearest one first
             return made.span.begin <= _tree.begin(comment) && _tree.begin(comment) < made.span.begin + made.span.length;
         });
     };
     Index token = _tree.clauses()[clause].open;
+    // unreached: a removed clause is after the line of FED, or on it
     for (Index line = lineBegin(token); indentationOf(_tree, token) && line > 1; line = lineBegin(token)) {
         token = line - 2; // before the line end
         if (_tree.kind(token) != Kind::comment || !indentationOf(_tree, token))
@@ -109,7 +109,7 @@ void SyntaxEdits::remove(Index clause, std::string left) {
         ++next;
     const bool endsLine = next == _tree.numTokens() || _tree.kind(next) == Kind::lineEnd;
     const Index previous = pieceBefore(open);
-    const bool mayJoin = previous != SyntaxTree::kNone && _tree.kind(previous) != Kind::comment;
+    const bool mayJoin = _tree.kind(previous) != Kind::comment;
 
     std::uint32_t begin = _tree.begin(open), end = _tree.end(last);
     if (!left.empty()) { // they take its place
@@ -135,7 +135,7 @@ void SyntaxEdits::removeLine(Index comment) {
 void SyntaxEdits::insertAfter(Index clause, std::string_view text) {
     Index last = std::min(_tree.clauses()[clause].close, _tree.numTokens() - 1);
     const Index next = last + 1 + (_tree.kind(last + 1) == Kind::blanks ? 1 : 0);
-    if (next < _tree.numTokens() && _tree.kind(next) == Kind::comment)
+    if (_tree.kind(next) == Kind::comment)
         last = next;
     replace({_tree.end(last), 0}, _style.lineEnd + asInText(text, indentationFor(clause)));
 }
@@ -151,6 +151,7 @@ void SyntaxEdits::insertInto(Index clause, std::string_view text) {
     const std::string indentation(lineIndentation(parent.open));
     const Index last = pieceBefore(parent.close);
     std::string inserted = _style.lineEnd + asInText(text, indentation + _style.indentation);
+    // unreached: nothing is inserted into a clause that is not closed
     if (_style.closesOnOwnLine && parent.close < _tree.numTokens() && !breaksLine(last + 1, parent.close))
         inserted += _style.lineEnd + indentation;
     replace({_tree.end(last), 0}, std::move(inserted));
@@ -159,8 +160,7 @@ void SyntaxEdits::insertInto(Index clause, std::string_view text) {
 void SyntaxEdits::insertFirst(Index clause, std::string_view text) {
     if (!_tree.hasClauses(clause))
         return insertInto(clause, text);
-    const std::vector<Index> words = _tree.words(clause);
-    Index last = words.empty() ? _tree.clauses()[clause].open : words.back();
+    Index last = _tree.words(clause).back();
     const Index next = last + 1 + (_tree.kind(last + 1) == Kind::blanks ? 1 : 0);
     if (_tree.kind(next) == Kind::comment)
         last = next;
@@ -170,8 +170,7 @@ void SyntaxEdits::insertFirst(Index clause, std::string_view text) {
 
 void SyntaxEdits::moveContents(Index from, Index to) {
     const SyntaxTree::Clause &source = _tree.clauses()[from], &target = _tree.clauses()[to];
-    const std::vector<Index> words = _tree.words(from);
-    const Index first = (words.empty() ? source.open : words.front()) + 1, last = pieceBefore(source.close);
+    const Index first = _tree.words(from).front() + 1, last = pieceBefore(source.close);
     const Index end = pieceBefore(target.close);
     const std::string indentation(lineIndentation(target.open));
     std::string moved;
@@ -192,6 +191,7 @@ void SyntaxEdits::moveContents(Index from, Index to) {
 
 void SyntaxEdits::insertClose(Index clause, std::uint32_t offset) {
     const Index after = tokenFrom(offset);
+    // unreached: a ")" is inserted before a token, after FED
     const bool beginsLine = after > 0 && _tree.begin(after) == offset && _tree.kind(after - 1) == Kind::close &&
                             indentationOf(_tree, after - 1);
     const std::string lineBegin = _style.lineEnd + std::string(lineIndentation(_tree.clauses()[clause].open));
@@ -205,8 +205,7 @@ std::string SyntaxEdits::spelt(std::string_view keyword) const {
 
 void SyntaxEdits::appendLine(std::string_view line) {
     const Index last = pieceBefore(_tree.numTokens());
-    const std::uint32_t end = last == SyntaxTree::kNone ? _tree.begin(_tree.numTokens()) : _tree.end(last);
-    replace({end, 0}, _style.lineEnd + std::string(line));
+    replace({_tree.end(last), 0}, _style.lineEnd + std::string(line));
 }
 
 std::vector<Replacement> SyntaxEdits::take() {
@@ -253,17 +252,16 @@ std::string SyntaxEdits::commentsIn(Index clause, std::string_view indentation) 
     return comments;
 }
 
-/// Returns a text in canonical layout with the indentation and line ends of this one.
+/// Returns a text in canonical layout without empty lines, with the indentation and line ends of this one.
 std::string SyntaxEdits::asInText(std::string_view text, std::string_view indentation) const {
     std::string result;
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(line.size() + 1, text.size()));
-        const std::size_t blanks = std::min(line.find_first_not_of(' '), line.size());
+        const std::size_t blanks = line.find_first_not_of(' ');
         result += result.empty() ? "" : _style.lineEnd;
-        if (blanks < line.size())
-            result += indentation;
-        for (std::size_t level = 0; level < blanks / kCanonicalIndentation && blanks < line.size(); ++level)
+        result += indentation;
+        for (std::size_t level = 0; level < blanks / kCanonicalIndentation; ++level)
             result += _style.indentation;
         result +=
             withKeyword(_style.hasColumns ? std::string(line.substr(blanks)) : withoutColumns(line.substr(blanks)));
@@ -273,7 +271,7 @@ std::string SyntaxEdits::asInText(std::string_view text, std::string_view indent
 
 /// Returns a line of a clause with the keyword as the text spells it.
 std::string SyntaxEdits::withKeyword(std::string_view line) const {
-    if (line.empty() || line[0] != '(')
+    if (line[0] != '(')
         return std::string(line);
     const std::string_view keyword = line.substr(1, line.find_first_of(" )") - 1);
     return '(' + spelt(keyword) + std::string(line.substr(1 + keyword.size()));
@@ -293,6 +291,7 @@ std::string_view SyntaxEdits::lineIndentation(Index token) const {
 /// Returns the indentation of a clause if it began a line.
 std::string SyntaxEdits::indentationFor(Index clause) const {
     const SyntaxTree::Clause &self = _tree.clauses()[clause];
+    // unreached: FED is neither removed, nor is a clause added after it
     if (self.parent == SyntaxTree::kNone || indentationOf(_tree, self.open))
         return std::string(lineIndentation(self.open));
     return std::string(lineIndentation(_tree.clauses()[self.parent].open)) + _style.indentation;
@@ -308,12 +307,12 @@ SyntaxTree::Index SyntaxEdits::tokenFrom(std::uint32_t offset) const {
     return low;
 }
 
-/// Returns the word, parenthesis or comment before a token, or kNone.
+/// Returns the word, parenthesis or comment before a token that is not the first one of these.
 SyntaxTree::Index SyntaxEdits::pieceBefore(Index token) const {
-    while (token-- > 0)
-        if (!SyntaxTree::isSpace(_tree.kind(token)) && _tree.kind(token) != Kind::byteOrderMark)
-            return token;
-    return SyntaxTree::kNone;
+    do
+        --token;
+    while (SyntaxTree::isSpace(_tree.kind(token)));
+    return token;
 }
 
 /// Whether a line ends between two tokens.

@@ -21,7 +21,6 @@ public:
     /// Replaces any span; of length 0, to insert something.
     void replace(RtiFedSpan span, std::string text) { _replacements.push_back({span, std::move(text)}); }
     void replaceToken(Index token, std::string text);
-    void insertWordAfter(Index token, std::string_view word);
     /// Removes a word or parenthesis, and the blanks before it.
     void removeToken(Index token);
 

@@ -24,8 +24,7 @@ public:
 
     /// Whether a fix may not look as the text does: one that writes a keyword or a ")".
     static bool canAdapt(const Finding &finding) {
-        return finding.rule == &ruleOf(RtiFedParser::expectedClause) ||
-               (finding.rule == &ruleOf(RtiFedParser::leftOpen) && finding.fix.edits.front().text == ")");
+        return finding.rule == &ruleOf(RtiFedParser::expectedClause) || finding.rule == &ruleOf(RtiFedParser::leftOpen);
     }
 
     void adapt(Finding &finding) {
@@ -35,8 +34,11 @@ public:
             return;
         }
         const Index clause = _tree.clauseAt(finding.span->begin);
+        // unreached: the layout shows where a ")" is missing only in texts whose clauses and words the tree has as the
+        // parser
         const bool isInWord =
             edit.span.begin < _tree.text().size() && _tree.begin(_tree.tokenAt(edit.span.begin)) != edit.span.begin;
+        // unreached: likewise
         if (clause == SyntaxTree::kNone || isInWord) {
             finding.fix = {};
             return;
@@ -56,7 +58,7 @@ private:
         if (is(RtiFedParser::secondClause))
             return joinRepeated(finding);
         if (is(RtiFedParser::leftOpen))
-            return _tree.clauseAt(finding.span->begin) == 0 ? closeText(finding) : closeMember(finding);
+            return _tree.clauseAt(finding.span->begin) == 0 ? closeText() : closeMember(finding);
         if (is(RtiFedParser::trailingText))
             return removeLastClose(finding);
         if (_file.text->parser().numErrors() > 0)
@@ -74,22 +76,19 @@ private:
         return {};
     }
 
-    /// Whether each parenthesis has its partner, and all is in FED.
+    /// Whether each parenthesis has its partner, and all is in FED. To be called if the parser found "(FED", before
+    /// which no parenthesis is.
     bool isBalanced() const {
         const auto &clauses = _tree.clauses();
-        const auto isClosed = [this](const SyntaxTree::Clause &clause) { return clause.close < _tree.numTokens(); };
         std::size_t numCloses = 0;
         for (Index token = 0; token < _tree.numTokens(); ++token)
             numCloses += _tree.kind(token) == Kind::close ? 1 : 0;
-        return !clauses.empty() && clauses[0].end == clauses.size() && numCloses == clauses.size() &&
-               std::all_of(clauses.begin(), clauses.end(), isClosed) && _tree.keyword(0) == "FED";
+        return clauses[0].end == clauses.size() && numCloses == clauses.size();
     }
 
     /// The first declaration stays, so nothing is taken away if the later one says the same.
     Fix removeRepeated(const Finding &finding) {
         const Index clause = declaring(*finding.span), first = declaring(finding.notes.front().span);
-        if (clause == SyntaxTree::kNone || first == SyntaxTree::kNone)
-            return {};
         const bool isSame = meaningsIn(clause) == meaningsIn(first);
         const bool isInherited = finding.rule == &ruleOf(RuleId::inheritedMember);
         std::string text = "remove this " + std::string(_tree.keyword(clause)) + ' ' + inQuotes(nameOf(finding));
@@ -106,7 +105,7 @@ private:
 
     /// Removes the comments above a clause that allow rules in it: they would allow them in the next one.
     void removeAllowComments(Index clause) {
-        for (Index token = _tree.clauses()[clause].open; token-- > 0;) {
+        for (Index token = _tree.clauses()[clause].open; token-- > 0;) { // unreached: the "(" of FED comes before
             if (SyntaxTree::isSpace(_tree.kind(token)))
                 continue;
             if (_tree.kind(token) != Kind::comment || !indentationOf(_tree, token) ||
@@ -141,8 +140,8 @@ private:
             _edits.insertAfter(federation, "(FEDversion v1.3)");
             return {{}, true, "add (FEDversion v1.3)"};
         }
-        if (name.empty() || name[0] == '-' || name[0] == '.' || name[0] == '<' || name.size() > kNameLimit ||
-            shown(name) != name || name.find('"') != std::string::npos)
+        if (name[0] == '-' || name[0] == '.' || name[0] == '<' || name.size() > kNameLimit || shown(name) != name ||
+            name.find('"') != std::string::npos)
             return {};
         const std::string clause = "(Federation " + asWord(name) + ')';
         _edits.insertFirst(0, clause);
@@ -155,9 +154,11 @@ private:
             return {};
         const Index second = beginningAt(finding.span->begin);
         const Index first = beginningAt(finding.notes.front().span.begin);
+        // unreached: repairs that the tree does not have leave the parentheses unbalanced
         if (second == SyntaxTree::kNone || first == SyntaxTree::kNone)
             return {};
         const std::string keyword(_tree.keyword(second));
+        // unreached: likewise, for clauses that the parser takes for others
         if (_tree.keyword(first) != keyword || _tree.clauses()[first].parent != 0 ||
             _tree.clauses()[second].parent != 0)
             return {};
@@ -172,11 +173,12 @@ private:
     }
 
     /// The last ")" of a text was lost.
-    Fix closeText(const Finding &finding) {
+    Fix closeText() {
         const auto isOpen = [this](const SyntaxTree::Clause &clause) { return clause.close == _tree.numTokens(); };
         const auto &clauses = _tree.clauses();
+        // unreached: an open clause in FED leaves FED open
         const bool onlyFed = std::count_if(clauses.begin(), clauses.end(), isOpen) == 1 && isOpen(clauses[0]);
-        if (!onlyFed || _file.text->parser().numErrors() > 1 || _tree.clauseAt(finding.span->begin) != 0)
+        if (!onlyFed || _file.text->parser().numErrors() > 1)
             return {};
         _edits.appendLine(")");
         return {{}, false, "add a \")\" at the end"};
@@ -185,6 +187,7 @@ private:
     /// All words of a clause are there, but another clause begins before its ")".
     Fix closeMember(const Finding &finding) {
         const Index clause = beginningAt(finding.span->begin);
+        // unreached: no repair is known that makes a clause in which only a ")" is missing
         if (clause == SyntaxTree::kNone || !_tree.hasClauses(clause) || _tree.keyword(clause + 1) == "sec_level")
             return {};
         const std::string_view keyword = _tree.keyword(clause);
@@ -199,12 +202,14 @@ private:
     /// Nothing but ")" follows the end of FED.
     Fix removeLastClose(const Finding &finding) {
         Index close = SyntaxTree::kNone;
+        // unreached: the finding is after the first token, and at a word or parenthesis
         for (Index token = _tree.numTokens(); token-- > 0 && _tree.begin(token) >= finding.span->begin;) {
             if (_tree.kind(token) == Kind::close)
                 close = token;
             else if (!SyntaxTree::isSpace(_tree.kind(token)) && _tree.kind(token) != Kind::comment)
                 return {};
         }
+        // unreached: without a ")", there is another piece, for which the loop returned
         if (close != SyntaxTree::kNone)
             _edits.removeToken(close);
         return {};
@@ -212,16 +217,12 @@ private:
 
     Fix removeSpace(const Finding &finding) {
         const Index space = declaring(*finding.span);
-        if (space == SyntaxTree::kNone)
-            return {};
         _edits.removeClause(space);
         return {{}, false, "remove the space " + inQuotes(nameOf(finding))};
     }
 
     Fix addToRoot(const Finding &finding, const std::string &clause) {
         const Index root = declaring(*finding.span);
-        if (root == SyntaxTree::kNone)
-            return {};
         Index last = SyntaxTree::kNone; // of the members, which come before the classes
         const auto &clauses = _tree.clauses();
         for (Index child = root + 1; child < clauses[root].end && _tree.keyword(child) != "class";
@@ -237,8 +238,7 @@ private:
     /// The transportation and ordering of a root; nothing if it is an object class.
     std::string deliveryOfRoot(const Finding &finding) const {
         std::string delivery;
-        const Index root = declaring(*finding.span);
-        const std::vector<Index> words = root == SyntaxTree::kNone ? std::vector<Index>() : _tree.words(root);
+        const std::vector<Index> words = _tree.words(declaring(*finding.span));
         for (std::size_t i = 2; i < std::min<std::size_t>(words.size(), 4); ++i)
             delivery += ' ' + std::string(_tree.bytes(words[i]));
         return delivery;
@@ -247,16 +247,13 @@ private:
     /// Returns the clause that begins at an offset, or kNone: the parser repairs clauses that the tree does not have.
     Index beginningAt(std::uint32_t offset) const {
         const Index clause = _tree.clauseAt(offset);
+        // unreached: no repair is known for which the tree and the parser differ here
         return clause != SyntaxTree::kNone && _tree.begin(_tree.clauses()[clause].open) == offset ? clause
                                                                                                   : SyntaxTree::kNone;
     }
 
-    /// Returns the clause that has this name, or kNone.
-    Index declaring(RtiFedSpan name) const {
-        const Index clause = _tree.clauseAt(name.begin);
-        const std::vector<Index> words = clause == SyntaxTree::kNone ? std::vector<Index>() : _tree.words(clause);
-        return words.size() > 1 && _tree.begin(words[1]) == name.begin ? clause : SyntaxTree::kNone;
-    }
+    /// Returns the clause that has this name. In a text without syntax errors, the clauses are those of the parser.
+    Index declaring(RtiFedSpan name) const { return _tree.clauseAt(name.begin); }
 
     std::string_view nameOf(const Finding &finding) const { return _file.text->declarations().wordAt(*finding.span); }
 
@@ -285,11 +282,9 @@ private:
 } // namespace
 
 void addFixes(CheckedFile &file) {
-    if (!file.text)
-        return;
     std::optional<FixMaker> maker; // most files need none, and no tree
     for (Finding &finding : file.findings) {
-        if (!finding.span || (!finding.fix.empty() && !FixMaker::canAdapt(finding)))
+        if (!finding.fix.empty() && !FixMaker::canAdapt(finding))
             continue;
         if (!maker)
             maker.emplace(file);

@@ -49,8 +49,7 @@ private:
         const Match *existing = &match;
         while (!existing->node) // ends at the root, which the text has
             existing = existing->owner;
-        const auto place = _text.declarations().span(existing->node);
-        return place ? place->begin : 0;
+        return _text.declarations().span(existing->node)->begin;
     }
 
     void addRoot(Index clause) {
@@ -66,8 +65,8 @@ private:
     void add(const Match &match) {
         const Index clause = _text.tree().clauseAt(placeOf(match));
         if (match.how == How::misspelt && !isSure(*match.node, match.name)) {
-            if (const auto owner = _text.declarations().span(match.existingOwner()->node))
-                _edits.insertInto(_text.tree().clauseAt(owner->begin), momClass(Tree::kind, match.required->className));
+            const RtiFedSpan owner = *_text.declarations().span(match.existingOwner()->node);
+            _edits.insertInto(_text.tree().clauseAt(owner.begin), momClass(Tree::kind, match.required->className));
         } else if (match.how != How::missing) {
             for (const std::string &member : match.missingMembers)
                 addMember(clause, member);
@@ -79,8 +78,7 @@ private:
     /// Adds the members that others are spelt like.
     void addMisspeltMembers(const Match &match, const std::set<std::uint32_t> &places) {
         for (const auto &[member, meant] : match.misspeltMembers)
-            if (const auto place = _text.declarations().span(member);
-                place && places.count(place->begin) > 0 && !isSure(*member, meant))
+            if (places.count(_text.declarations().span(member)->begin) > 0) // else the name is replaced, or not meant
                 addMember(_text.tree().clauseAt(placeOf(match)), meant);
     }
 
@@ -112,7 +110,7 @@ private:
 } // namespace
 
 void addMissingMom(const Checker &text, const Finding &finding, SyntaxEdits &edits) {
-    if (text.parser().numErrors() > 0 || text.finds(RuleId::shiftedWords))
+    if (text.finds(RuleId::shiftedWords))
         return;
     MomInsertion<Objects> objects(text, edits);
     MomInsertion<Interactions> interactions(text, edits);

@@ -50,13 +50,13 @@ private:
 
     void reportRoot() {
         const Match &root = _match.root();
-        const auto place = root.node ? _text.declarations().span(root.node) : std::nullopt;
-        if (root.how != How::misspelt || !place)
+        if (root.how != How::misspelt)
             return;
-        report(RuleId::misspeltRoot, *place,
+        const RtiFedSpan place = placeOf(root.node);
+        report(RuleId::misspeltRoot, place,
                std::string("the root of the ") + Tree::kind.className + "es is " + inQuotes(root.node->getName()) +
                    ", expected " + inQuotes(root.name));
-        findings.back().fix = {{{*place, root.name}}, true};
+        findings.back().fix = {{{place, root.name}}, true};
     }
 
     void check(const Match &match) {
@@ -73,37 +73,33 @@ private:
 
     template <class Record>
     void reportMisspelt(const Record &record, const std::string &meant, const std::string &noun) {
-        const auto place = _text.declarations().span(&record);
-        if (!place)
-            return;
-        report(RuleId::momIncomplete, *place,
+        const RtiFedSpan place = placeOf(&record);
+        report(RuleId::momIncomplete, place,
                "the Management Object Model (MOM) has no " + noun + " " + inQuotes(lastComponent(record.getName())) +
                    didYouMean(meant));
         // If it is not sure, the record may be the federation's own: what is missing is added then.
         if (bestOf(lastComponent(record.getName()), {meant}).isSure)
-            findings.back().fix = {{{*place, meant}}, true};
+            findings.back().fix = {{{place, meant}}, true};
     }
 
     void reportMisplaced(const Match &match) {
-        const auto place = _text.declarations().span(match.node);
+        const RtiFedSpan place = placeOf(match.node);
         const auto *const parent = match.node->getParentClass();
         const Match *const owner = match.existingOwner();
-        if (!place)
-            return;
         const std::string note =
             inQuotes(match.name) + " is declared here, expected it in " + inQuotes(fullName(*match.owner));
         // If the superclass is missing around it, that is the mistake.
         if (owner != match.owner && owner && parent == owner->node)
-            return gapAt(owner).notes.push_back({*place, note});
+            return gapAt(owner).notes.push_back({place, note});
         const std::string name = inQuotes(match.name);
-        report(RuleId::momMisplaced, *place,
+        report(RuleId::momMisplaced, place,
                std::string("the ") + Tree::kind.className + " " + name + " of the MOM is " +
                    (parent ? "in " + inQuotes(parent->getName()) : "outside its root") + ", expected it in " +
                    inQuotes(fullName(*match.owner)));
         findings.back().setParticular(name);
         if (owner)
-            if (const auto belongs = _text.declarations().span(owner->node))
-                findings.back().notes.push_back({*belongs, "it belongs in " + inQuotes(fullName(*match.owner))});
+            findings.back().notes.push_back(
+                {placeOf(owner->node), "it belongs in " + inQuotes(fullName(*match.owner))});
     }
 
     static std::string fullName(const Match &match) {
@@ -155,8 +151,7 @@ private:
 
     /// The gap in a class, or in the section of the tree if there is no class.
     Gap &gapAt(const Match *owner) {
-        const auto declared = owner && owner->node ? _text.declarations().span(owner->node) : std::nullopt;
-        const RtiFedSpan place = declared ? *declared : _text.parser().section(kSection<Tree>);
+        const RtiFedSpan place = owner ? placeOf(owner->node) : _text.parser().section(kSection<Tree>);
         const auto known =
             std::find_if(_gaps.begin(), _gaps.end(), [&](const Gap &gap) { return gap.place.begin == place.begin; });
         return known == _gaps.end() ? _gaps.emplace_back(Gap{place}) : *known;
@@ -178,10 +173,10 @@ private:
     }
 
     /// The offset of the name of a class, by which the parser knows it.
-    std::uint32_t offsetOf(const typename Tree::Node *node) const {
-        const auto place = _text.declarations().span(node);
-        return place ? _text.offsetOfWord(*place) : 0;
-    }
+    std::uint32_t offsetOf(const typename Tree::Node *node) const { return _text.offsetOfWord(placeOf(node)); }
+
+    /// The place of the name of a class or member, which the text declares: nothing else is in the database.
+    RtiFedSpan placeOf(Declarations::Record record) const { return *_text.declarations().span(record); }
 
     const Checker &_text;
     const MomMatch<Tree> _match;
