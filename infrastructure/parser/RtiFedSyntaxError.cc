@@ -70,6 +70,7 @@ RtiFedOffset endOfWords(const RtiFedText &text, RtiFedOffset begin) {
 /// The offset after the last byte of the text that is not a blank.
 RtiFedOffset endOfText(const RtiFedText &text) {
     const std::size_t last = text.bytes().find_last_not_of(" \t\r\n\v\f");
+    // unreached: a text with errors of clauses has "(FED"
     return last == std::string_view::npos ? text.begin() : static_cast<RtiFedOffset>(last + 1);
 }
 
@@ -274,7 +275,7 @@ std::string RtiFedSyntaxError::describe(const RtiFedText &text) const {
             return "expected \"(\" or \")\" in " + nameOf(text, clause) + butFound;
         return "expected \")\" to close " + nameOf(text, clause) + butFound + belongs(text);
     case Problem::leftOpen:
-        return "expected \")\" to close " + (place() == clause.begin ? nounOf : nameOf)(text, clause) + butFound +
+        return "expected \")\" to close " + nounOf(text, clause) + butFound +
                (isUnclear && !isLeaf(clause.kind) ? "; the layout does not show where a \")\" is missing" : "");
     case Problem::secondClause:
         return "expected one \"" + std::string(formOf(clause.kind).keyword) +
