@@ -46,6 +46,10 @@ std::string callsOf(const std::string &text) {
 
 const std::string kHead = "(FED (Federation F) (FEDversion v1.3)\n";
 
+const std::string kAllClauses =
+    kHead + "(Federate \"a b\" c) ; x\n(spaces (space S (dimension X)))\n(objects (class A (sec_level s) (attribute a "
+            "reliable receive S (sec_level t)) (class B)))\n(interactions (class I reliable receive S (parameter p))))";
+
 /// The errors of a text with these sections, which begin in line 2.
 std::string sectionErrors(const std::string &sections) {
     return errorsOf(kHead + sections + ")");
@@ -139,11 +143,17 @@ TEST(Parser, ShowsWhatItFoundSafelyForATerminal) {
         EXPECT_EQ(RtiFedParser::printable(escaped).substr(0, 2), "\\x") << RtiFedParser::printable(escaped);
 }
 
+TEST(Parser, KnowsEachLetterOfAKeyword) {
+    for (std::size_t open = 0; open != std::string::npos; open = kAllClauses.find('(', open + 1))
+        for (std::size_t at = open + 1; kAllClauses[at] > ' '; ++at) {
+            std::string text = kAllClauses;
+            text[at] = text[at] == 'x' ? 'y' : 'x';
+            EXPECT_NE(errorsOf(text), "") << text.substr(open, at - open + 1);
+        }
+}
+
 TEST(Parser, GivesOneErrorForATextCutAnywhere) {
-    const std::string text = kHead +
-                             "(Federate \"a b\" c) ; x\n(spaces (space S (dimension X)))\n(objects (class A (sec_level "
-                             "s) (attribute a reliable receive S (sec_level t)) (class B)))\n(interactions (class I "
-                             "reliable receive S (parameter p))))";
+    const std::string &text = kAllClauses;
     ASSERT_EQ(errorsOf(text), "");
     for (std::size_t length = 0; length < text.size(); ++length) {
         const RtiFedParser parser(text.substr(0, length));
