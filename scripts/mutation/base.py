@@ -197,6 +197,15 @@ class Base:
                     tests |= of_line
         return [test for test in self.tests if tests >> test.number & 1], functions
 
+    def shares(self, file):
+        """By test: how much of a file it reaches, as a share of what the one that reaches most does."""
+        counts = collections.Counter()
+        for tests, _ in self.lines.get(file, {}).values():
+            for test in self.tests:
+                counts[test.number] += tests >> test.number & 1
+        most = max(counts.values(), default=0)
+        return collections.defaultdict(lambda: 1, {number: (count or 0.1) / most for number, count in counts.items() if most})
+
     def users_of(self, file):
         """The object files whose sources include a header, or the source's own, those of the tests last."""
         if not hasattr(self, "users"):

@@ -25,6 +25,7 @@ class Trial:
         self.switched = Switched(self.file, mutants[0].text,
                                  [mutant for mutant in mutants if self.reached[mutant.number][0]])
         self.functions = frozenset().union(*(functions for _, functions in self.reached.values()))
+        self.share = base.shares(self.file)
         self.hopeless = set()  # numbers of mutants that do not compile
         self.libraries = {}  # by objects, and by mutant if it is compiled alone: the folder, None if they do not compile
         self.sound = set()  # folders and programs, if the tests pass with unchanged functions
@@ -37,9 +38,9 @@ class Trial:
             return "unreached"
         spent, is_tried = 0, False
         for batch in list(self._batches(tests)):
-            spent += sum(test.seconds for test in batch)
             if patience and spent > patience:
-                return "survived the fastest tests"
+                return "survived the first tests"
+            spent += sum(test.seconds for test in batch)
             library = self._library(mutant, batch)
             if not library:
                 return "does not compile"
@@ -56,8 +57,8 @@ class Trial:
         return "survived" if is_tried else "cannot be tried"
 
     def _batches(self, tests):
-        """The tests in the order in which to run them, those together that can share a process."""
-        tests = sorted((test for test in tests if test.number not in self.unsound), key=lambda test: test.seconds / (1 + 10 * self.kills[self.file, test.number]))
+        """The tests, the most promising first, those together that can share a process."""
+        tests = sorted((test for test in tests if test.number not in self.unsound), key=self._rank)
         shared, sizes = {}, collections.defaultdict(lambda: 3)  # by program; small ones first, since most mutants fail soon
         for test in tests:
             if test.filter and test.seconds < TOGETHER:
@@ -70,6 +71,10 @@ class Trial:
                     sizes[test.program] *= 2
             else:
                 yield [test]
+
+    def _rank(self, test):
+        """Small for a fast test that reaches much of the file, or has killed others in it."""
+        return (test.seconds + 0.05) / (self.share[test.number] ** 2 * (1 + 10 * self.kills[self.file, test.number]))
 
     def _library(self, mutant, batch):
         """The folder of a library with the mutant for the program of the tests; none if it does not compile."""
