@@ -107,6 +107,7 @@ constexpr const char *kHostile[] = {"</script><img src=x onerror=alert(1)>",
                                     "'};alert(1)//\\",
                                     "\xE2\x80\xA8\xFF\x01<b>",
                                     "</style></title></SCRIPT x>",
+                                    "\xEF\xBF\xBF",
                                     "__proto__"};
 
 } // namespace

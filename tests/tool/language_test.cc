@@ -220,6 +220,12 @@ TEST(Language, DescribesWhatIsAtACursor) {
     EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class A (attribute ^x reliable))) ; A..x")),
               "x => **attribute** `A.x`//`reliable`//Handle 1, provisional: the file does not load//---//A..x");
     EXPECT_EQ(hover(Question("(objects (class A (attribute x reliable))) ; A..^x")), "nothing");
+    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class S) (class A (attribute x reliable "
+                             "receive ^S))))")),
+              "nothing");
+    EXPECT_EQ(
+        hover(Question(withMom("(class A (attribute x reliable receive ^HLAMomDefaultSpace))"))),
+        "HLAMomDefaultSpace => **routing space** `HLAMomDefaultSpace`//Handle 1, provisional: the file does not load");
     EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1)\n(objects\n; # 1_a 1_ A_B z_y_{ Z9_\n; # x\n; 10. "
                              "x\n; 2x)\n; +\n(class ^\"`A\")")),
               "\"`A\" => **object class** `` `A ``//Handle 1, provisional: the file does not load//---//\\# 1_a 1\\_ "
@@ -382,6 +388,8 @@ TEST(Language, RenamesOrSaysWhyNot) {
     const std::string head = "(FED (Federation F) (FEDversion 1) (spaces (space A) (space B)) (objects ";
     const std::string spaces =
         "(FED (Federation F) (FEDversion 1) (spaces (space ^A (dimension x) (dimension y)) (space B)) (objects))";
+    EXPECT_EQ(renamed(Question(head + "(class ^X) (class Q (class AnotherLongName))))"), "AnotherLongName"),
+              "1:X=>AnotherLongName ");
     EXPECT_EQ(renamed(Question(spaces), "b"), "it would collide with the routing space \"B\" in line 1");
     EXPECT_EQ(renamed(Question(withMom("", "", "(space ^S)")), RtiFedDatabase::_momDefaultSpace),
               "it would collide with the routing space \"HLAMomDefaultSpace\"");
@@ -430,9 +438,13 @@ TEST(Language, ShowsTheHierarchyAndItsNumbers) {
     const auto bare = hierarchyItemAt(outside.document, outside.offset);
     ASSERT_TRUE(bare);
     EXPECT_EQ(outside.at(bare->span), "x");
+    for (char name = 'a'; name <= 'z'; ++name)
+        EXPECT_TRUE(subclassesOf(outside.document, bare->kind, std::string(1, name)).empty());
+    EXPECT_EQ(renameAt(outside.document, outside.offset).refusal,
+              "it is not known which class is in which while parentheses are missing or superfluous");
     const Question again("(FED (Federation F) (FEDversion 1) (objects (class A (attribute x reliable receive) "
-                         "(attribute x reliable receive)) (class A))");
-    EXPECT_EQ(inlayHints(again.document, {0, 99}).size(), 2U) << "none at a duplicate";
+                         "(attribute x reliable receive)) (class A)))");
+    EXPECT_EQ(inlayHints(again.document, {0, 200}).size(), 2U) << "none at a duplicate";
     EXPECT_TRUE(codeLenses(again.document).empty());
 
     std::string hints, lenses;
@@ -465,8 +477,9 @@ TEST(Language, AnswersWhereTheTextDoesNotParse) {
               "line 1.//`reliable`, `receive`//Inherited by 1 class: `C`//Handle 1, provisional: the file does "
               "not load");
     const Question rootless("(FED (Federation F) (FEDversion 1) (objects (class ObjectRoot (class Cra^ft)) (class "
-                            "Craft (class TugOfHarbour))))");
-    EXPECT_NE(hover(rootless).find("1 subclass: `Craft.TugOfHarbour`"), std::string::npos) << hover(rootless);
+                            "Craft (class Tug) (class TugOfHarbour))))");
+    EXPECT_NE(hover(rootless).find("2 subclasses: `Craft.Tug`, `Craft.TugOfHarbour`"), std::string::npos)
+        << hover(rootless);
     EXPECT_EQ(std::string(repeated.at(definitionsAt(repeated.document, repeated.offset).at(0))), "B");
     EXPECT_EQ(renameAt(repeated.document, repeated.offset).refusal,
               "the attribute \"A.B\" is declared again in line 1; fix that first");

@@ -238,6 +238,7 @@ int serve(int in, std::ostream &out) {
         input.readWaiting(server);
         if (server.handleNext() || server.handleIdle())
             continue;
+        // unreached: input comes in this moment
         if (input.hasEnded() || (!input.isWaiting() && !input.read(server)))
             break;
     }

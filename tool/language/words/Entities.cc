@@ -99,7 +99,7 @@ std::vector<Entities::Index> Entities::named(std::string_view name, std::size_t 
          ++at) {
         if (found.size() == most)
             return {};
-        if (RtiFedName::equal(_entities[at->entity].name, name))
+        if (RtiFedName::equal(_entities[at->entity].name, name)) // unreached: another name with this hash
             found.push_back(at->entity);
     }
     return found;
@@ -109,6 +109,7 @@ Entities::Index Entities::member(Index owner, std::string_view name) const {
     const Name first{RtiFedName(name).hash(), owner, 0};
     for (auto at = std::lower_bound(_names.begin(), _names.end(), first);
          at != _names.end() && at->hash == first.hash && at->owner == owner; ++at)
+        // unreached: another name with this hash
         if (isMember(_entities[at->entity].kind) && RtiFedName::equal(_entities[at->entity].name, name))
             return at->entity;
     return kNone;
@@ -118,6 +119,7 @@ Entities::Index Entities::space(std::string_view name) const {
     const Name first{RtiFedName(name).hash(), kNone, 0};
     for (auto at = std::lower_bound(_names.begin(), _names.end(), first); at != _names.end() && at->hash == first.hash;
          ++at)
+        // unreached: another name with this hash
         if (_entities[at->entity].kind == ClauseKind::space && RtiFedName::equal(_entities[at->entity].name, name))
             return at->entity;
     return kNone;
