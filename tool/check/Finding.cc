@@ -35,12 +35,13 @@ std::string Finding::commonText() const {
     return lasting(std::string(textBefore()) + (leavesGap ? "..." : "") + std::string(textAfter()));
 }
 
-/// The number follows what is particular to the first place: `... of the attribute "Height" and at 2 more places, ...`.
+/// The number follows what is particular to the first place: `... of the attribute "Height" and at 2 more places, ...`;
+/// but the subject of a sentence keeps its verb: `the attribute lacks its name (and at 2 more places)`.
 std::string Finding::textWithCount() const {
     if (furtherPlaces.empty())
         return text;
     const std::string count = "and at " + counted(furtherPlaces.size(), "more place");
-    if (particular.length == 0)
+    if (particular.length == 0 || textBefore().empty())
         return text + " (" + count + ')';
     return std::string(textBefore()) + std::string(particularText()) + ' ' + count + std::string(textAfter());
 }
