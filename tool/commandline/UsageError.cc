@@ -24,14 +24,14 @@ std::string similarOption(const std::string &option, const CLI::App &program, co
 /// Says that an option, whose name begins the library's message, lacks its value.
 std::string missingValue(const std::string &message, const CLI::App &program, const CLI::App *command) {
     const std::string name = message.substr(0, message.find(": "));
-    for (const CLI::App *app : {command, &program})
+    for (const CLI::App *app : {command, &program}) // unreached: each option has texts, so the loop returns
         if (app)
             for (const OptionTexts &option : commandTexts(*app, "").options)
                 if (std::find(option.names.begin(), option.names.end(), name) != option.names.end())
                     return name + ": expected " +
                            (option.values.empty() ? option.argument : "one of " + joined(option.values)) +
                            ", found nothing";
-    return message;
+    return message; // unreached: each option has texts
 }
 
 } // namespace

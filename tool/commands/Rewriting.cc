@@ -13,6 +13,7 @@ void replaceFile(const Input &input, const std::string &text) {
     std::error_code none;
     if (!std::filesystem::is_regular_file(input.name, none))
         throw CannotWork(input.name + ": only a regular file can be replaced");
+    // unreached: another program would have to write the file between two readings
     if (readInput(input.name, input.name).contents != input.contents)
         throw CannotWork(input.name + ": the file has changed meanwhile, so it is left alone");
     writeFile(input.name, text.data(), text.size());

@@ -15,10 +15,10 @@ bool isNoImage(const std::string &fileName) {
     if (!std::filesystem::is_regular_file(fileName, none))
         return false;
     const std::unique_ptr<std::FILE, int (*)(std::FILE *)> file(std::fopen(fileName.c_str(), "rb"), &std::fclose);
-    if (!file)
+    if (!file) // unreached: a file that its owner may not read; root, who may run the tests, can read it
         throw CannotWork(fileName + ": " + std::strerror(errno));
     const int first = std::getc(file.get());
-    if (std::ferror(file.get()))
+    if (std::ferror(file.get())) // unreached: a failing disk
         throw CannotWork(fileName + ": the file cannot be read: " + std::strerror(errno));
     return first != EOF && first != 0;
 }

@@ -78,7 +78,7 @@ std::unique_ptr<RtiFedDatabase> buildModel(const Input &input) {
     // The stream only reads, though its interface would let it write.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
     std::FILE *text = fmemopen(const_cast<char *>(input.contents.data()), input.contents.size(), "r");
-    if (!text)
+    if (!text) // unreached: fmemopen fails only if memory runs out
         throw CannotWork(input.name + ": " + std::strerror(errno));
     database->buildFromFed(text);
     return database;

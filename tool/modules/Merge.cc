@@ -77,7 +77,7 @@ std::vector<std::string> paragraphsIn(const SyntaxTree &tree, Index begin, Index
         if (tree.kind(token) == Kind::lineEnd) {
             ++numLineEnds;
         } else if (tree.kind(token) == Kind::comment) {
-            if (numLineEnds > 1 || paragraphs.empty())
+            if (numLineEnds > 1)
                 paragraphs.emplace_back(tree.bytes(token));
             else
                 paragraphs.back() += '\n' + std::string(tree.bytes(token));
@@ -112,8 +112,8 @@ public:
             return true;
         const std::string lines = '\n' + paragraph + '\n';
         const std::vector<Place> *rarest = nullptr;
-        std::size_t offset = 0; // of the line end before the rarest line
-        for (std::size_t begin = 1; begin < lines.size(); begin = lines.find('\n', begin) + 1) {
+        std::size_t offset = 0, begin = 1; // of the line end before the rarest line, and of a line
+        do {
             const auto found = _lines.find(lines.substr(begin, lines.find('\n', begin) - begin));
             if (found == _lines.end())
                 return false;
@@ -121,9 +121,8 @@ public:
                 rarest = &found->second;
                 offset = begin - 1;
             }
-        }
-        if (rarest == nullptr)
-            return false;
+            begin = lines.find('\n', begin) + 1;
+        } while (begin < lines.size());
         return std::any_of(rarest->begin(), rarest->end(), [&lines, offset](const Place &place) {
             return place.offset >= offset && place.text->compare(place.offset - offset, lines.size(), lines) == 0;
         });

@@ -74,8 +74,6 @@ std::string shownContents(const Change &change) {
 
 /// The hint that a removed or added element may have been renamed.
 std::string shownRename(const Change &change) {
-    if (!change.rename)
-        return {};
     return std::string(change.rename->likelihood == Change::Likelihood::probable ? "probably" : "perhaps") +
            (change.kind == Change::Kind::removed ? " renamed to " : " renamed from ") + shownName(change.rename->name);
 }

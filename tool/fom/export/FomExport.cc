@@ -222,7 +222,7 @@ private:
                 _writer.leaf("dimension", dimension);
             _writer.close();
             // Many attributes in a space of many dimensions make an export of any length of a short file.
-            if (_writer.size() > kMaxTextSize)
+            if (_writer.size() > kMaxTextSize) // unreached: an export of more than a gigabyte
                 throw CannotWork("the export is longer than " + std::to_string(kMaxTextSize) +
                                  " bytes, because each attribute names all dimensions of its space");
         } else if (!properties.space.empty()) {

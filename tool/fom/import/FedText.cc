@@ -163,7 +163,7 @@ private:
 
 /// Long comments in deeply nested classes, which are indented, make a FED of any length of a short model.
 void checkSize(const std::string &fed) {
-    if (fed.size() > kMaxTextSize)
+    if (fed.size() > kMaxTextSize) // unreached: an import of more than a gigabyte
         throw CannotWork("the FED is longer than " + std::to_string(kMaxTextSize) + " bytes, mostly with semantics");
 }
 

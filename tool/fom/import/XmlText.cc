@@ -130,7 +130,7 @@ void XmlText::parse() {
 
 void XmlText::explain(const pugi::xml_parse_result &failure) {
     _document.reset();
-    if (failure.status == pugi::status_out_of_memory)
+    if (failure.status == pugi::status_out_of_memory) // unreached: memory runs out
         throw std::bad_alloc();
     const auto mismatch = firstMismatch(_text);
     const auto offset = static_cast<std::uint32_t>(
