@@ -59,10 +59,9 @@ void RtiAttributeHandleSet::refuseIndex(unsigned long index) const {
 }
 
 void *RtiAttributeHandleSet::operator new(std::size_t size) {
-    // unreached: only when memory ends for a few bytes
     if (void *memory = RtiMemoryManager::malloc(static_cast<unsigned long>(size)))
         return memory;
-    throw std::bad_alloc(); // unreached: likewise
+    throw std::bad_alloc();
 }
 
 void RtiAttributeHandleSet::operator delete(void *memory) noexcept {

@@ -148,7 +148,7 @@ std::size_t findForeignBlank(std::string_view bytes) {
 
 bool isInvisible(std::string_view bytes) {
     const Blank *const blank = blankOf(characterAt(bytes).code);
-    return blank && blank->invisible;
+    return blank && blank->invisible; // unreached: whoever asks has found a blank there
 }
 
 std::string nameOfForeignBlank(std::string_view bytes) {

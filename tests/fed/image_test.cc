@@ -162,6 +162,26 @@ TEST(Image, CountersOverflowAtTheirLastHandle) {
     EXPECT_EQ(database->getRealObjectClassHandle(0, 1), 1);
 }
 
+// Tables with an element for each handle would need gigabytes.
+TEST(Image, OfHandlesThatAreFarApartIsAskedWithoutTables) {
+    std::string image = bytesOf(*smallDatabase());
+    image.replace(image.size() - 9 - 4 * 4, 4, "\xFF\xFF\xFF\xFE"s); // of object classes
+    const auto database = restored(image);
+    database->addObjectClassAttribute(database->addObjectClass("R.Far"), "far", 1, 1, 0);
+    const RtiObjectClassHandle last(0xFFFFFFFF);
+    RtiAttributeHandleSet inherited(1), unknown(1);
+    inherited.add(1);
+    unknown.add(2);
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_EQ(database->getObjectClassHandle("r.far"), last);
+        ASSERT_EQ(database->getAttributeHandle("far", last), 3);
+        ASSERT_EQ(database->getAttributeHandle("A", last), 1);
+        ASSERT_TRUE(database->verifyAvailableAttributes(last, inherited));
+        ASSERT_FALSE(database->verifyAvailableAttributes(last, unknown));
+    }
+    EXPECT_EQ(bytesOf(*restored(bytesOf(*database))), bytesOf(*database));
+}
+
 // A host may add members to a class directly, with handles of its own that do not ascend.
 TEST(Image, KeepsMembersInTheOrderOfTheirAddition) {
     const auto origin = smallDatabase();

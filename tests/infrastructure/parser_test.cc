@@ -104,12 +104,14 @@ TEST(Parser, GivesThePositionOfEachArgument) {
         const RtiFedParser &parser;
         std::vector<std::size_t> columns;
     };
-    RtiFedParser parser(kHead + "(objects (class A (attribute \"a b\" reliable receive Area))))");
+    RtiFedParser parser(kHead + "(objects (class A (attribute \"a b\" reliable receive Area) (attribute c reliable "
+                                "receive))))");
     Placing placing(parser);
     testing::internal::CaptureStdout();
     parser.deliver(placing);
     testing::internal::GetCapturedStdout();
-    EXPECT_EQ(placing.columns, (std::vector<std::size_t>{30, 36, 45, 53}));
+    EXPECT_EQ(placing.columns, (std::vector<std::size_t>{30, 36, 45, 53, 70, 72, 81, 1})); // no space: the "(FED"
+    EXPECT_EQ(RtiFedParser(kHead + "(objects (class A (attribute)) (class)))").numLostNames(), 2u);
 }
 
 TEST(Parser, SaysWhatItExpectedAndFound) {

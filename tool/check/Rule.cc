@@ -410,5 +410,6 @@ const Rules &allRules() {
 std::string summaryOf(const Rule &rule) {
     const auto *summary = std::find_if(std::begin(kSummaries), std::end(kSummaries),
                                        [&rule](const auto &candidate) { return candidate.first == rule.index; });
+    // unreached: each rule has a summary
     return summary == std::end(kSummaries) ? std::string("with ") + rule.id : summary->second;
 }

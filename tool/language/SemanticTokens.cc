@@ -36,6 +36,7 @@ std::optional<TokenType> typeOfName(ClauseKind kind) {
         return TokenType::attribute;
     case ClauseKind::parameter:
         return TokenType::parameter;
+    // unreached: other clauses have no name
     default:
         return {};
     }

@@ -209,7 +209,6 @@ private:
             else if (!SyntaxTree::isSpace(_tree.kind(token)) && _tree.kind(token) != Kind::comment)
                 return {};
         }
-        // unreached: without a ")", there is another piece, for which the loop returned
         if (close != SyntaxTree::kNone)
             _edits.removeToken(close);
         return {};

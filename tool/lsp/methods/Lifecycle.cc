@@ -88,6 +88,7 @@ Json shutDown(Session &session, const Params &) {
 /// Without any settings those hold again that the server was started with.
 Json changeConfiguration(Session &session, const Params &params) {
     const auto settings = params.find("settings");
+    // unreached: the protocol requires settings, or null
     if (!settings || settings->isNull("rtifed"))
         session.client.settings = session.client.initialSettings;
     takeSettings(session, settings);
