@@ -6,6 +6,7 @@ In SESSIONS, "----" lines separate the sessions, and a "====" line separates wha
 Of the first part, each line is a step:
 
   file PATH          creates a file in the folder of the session, with the lines up to the next END
+  later PATH         does so once the last call is answered
   open PATH          says that the editor has opened it
   edit PATH A-B TEXT replaces a range, such as 3:4-3:9, by a JSON string
   start JSON         initializes the server; its answer is not recorded
@@ -101,6 +102,10 @@ def framed(message):
     return b"Content-Length: %d\r\n\r\n%s" % (len(body), body)
 
 
+def size_in(header):
+    return int(header.split(b":")[1])
+
+
 def run(steps):
     with tempfile.TemporaryDirectory() as folder:
         return Session(folder + "/").run(steps)
@@ -109,25 +114,42 @@ def run(steps):
 class Session:
     def __init__(self, folder):
         self.folder, self.root, self.uri, self.version, self.output = folder, "file://" + folder, None, 1, ""
-        self.bytes, self.hidden = b"", []
+        self.bytes, self.hidden, self.last = b"", [], None
+        self.server = subprocess.Popen([program, "lsp"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, cwd=folder)
 
     def run(self, steps):
         lines = iter(enumerate(steps.splitlines(), 1))
         for number, line in lines:
             word, _, rest = line.partition(" ")
-            if word == "file":
+            if word in ("file", "later"):
+                if word == "later":
+                    self.await_answer()
                 self.create(rest, "\n".join(iter(lambda: next(lines)[1], "END")) + "\n")
             elif word and word != "#":
                 self.bytes += getattr(self, word)(rest, number)
-        done = subprocess.run([program, "lsp"], input=self.bytes, stdout=subprocess.PIPE, cwd=self.folder)
-        rest = done.stdout
+        rest, _ = self.server.communicate(self.bytes)
         while rest:
             header, _, rest = rest.partition(b"\r\n\r\n")
-            size = int(header.split(b":")[1])
-            message, rest = json.loads(rest[:size]), rest[size:]
-            if message.get("id") not in self.hidden:
-                self.output += shown(message, self.root)
-        return self.output + f"exit status {done.returncode}\n"
+            size = size_in(header)
+            self.show(rest[:size])
+            rest = rest[size:]
+        return self.output + f"exit status {self.server.returncode}\n"
+
+    def await_answer(self):
+        self.server.stdin.write(self.bytes)
+        self.server.stdin.flush()
+        self.bytes, answered = b"", None
+        while answered != self.last:
+            size = size_in(self.server.stdout.readline())
+            self.server.stdout.readline()
+            answered = self.show(self.server.stdout.read(size))
+
+    def show(self, body):
+        """Notes a message of the server. Returns the number of the call that it answers."""
+        message = json.loads(body)
+        if message.get("id") not in self.hidden:
+            self.output += shown(message, self.root)
+        return None if "method" in message else message.get("id")
 
     def create(self, path, text):
         os.makedirs(os.path.dirname(self.folder + path), exist_ok=True)
@@ -151,6 +173,7 @@ class Session:
                             {"textDocument": {"uri": self.root + path, "version": self.version}, "contentChanges": [change]})
 
     def call(self, rest, number):
+        self.last = number
         return self.message(*self.split(rest), id=number)
 
     def tell(self, rest, _):
