@@ -92,6 +92,12 @@ with tempfile.TemporaryDirectory() as folder:
         "\033[1m--- a.fed\033[0m\n\033[1m+++ a.fed\033[0m\n\033[36m@@ -1,2 +1,4 @@\033[0m\n"
         "\033[31m-(FED (Federation F)\t; tab\033[0m\n\033[31m-(FEDversion v))\033[0m\n\\ No newline at end of file\n"
         "\033[32m+(FED\033[0m\n\033[32m+  (Federation F)  ; tab\033[0m\n\033[32m+  (FEDversion v)\033[0m\n\033[32m+)\033[0m\n", 0))
+    with open("b.fed", "w", encoding="utf-8") as file:  # U+007F in each word that may be any
+        file.write('(FED (Federation "F~") (FEDversion "v~") (spaces (space "S~" (dimension "D~"))) (objects (class "C~" '
+                   '(attribute "a~" "t~" "o~" "S~"))) (interactions (class "I~" "t~" "o~" "S~" (parameter "p~"))))'
+                   .replace("~", "\x7f"))
+    plain = subprocess.run([PROGRAM, "calls", "b.fed"], capture_output=True, check=True, text=True).stdout
+    expect("calls of hostile names", (run(["calls", "b.fed"])[0], plain.count("\x7f")), (plain.replace("\x7f", "\\x7f"), 14))
     for environment, colours, branches, wide in (({}, True, "|--", True), ({"LANG": "C.utf8"}, True, "\u251c", True),
                                                  ({"LC_CTYPE": "de_DE.utf-8", "NO_COLOR": "1"}, False, "\u251c", True),
                                                  ({"LC_ALL": "C", "LANG": "C.UTF-8"}, True, "|--", True),
