@@ -87,7 +87,9 @@ TEST(Merge, JoinsOrReportsConflicts) {
         const bool firstMom = text.find("first MOM") != std::string::npos;
         const std::regex separator("\\+\\+\\+\\+\n");
         for (std::sregex_token_iterator part(text.begin(), text.end(), separator, -1), end; part != end; ++part)
-            modules.push_back("(FED (Federation F) (FEDversion v)\n" + part->str() + ")");
+            modules.push_back(part->str().rfind("(FED", 0) == 0
+                                  ? part->str()
+                                  : "(FED (Federation F) (FEDversion v)\n" + part->str() + ")");
         const std::string result = merged(modules, firstMom);
         for (const std::string &module : modules)
             if (result.rfind("(FED", 0) == 0) {

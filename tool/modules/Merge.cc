@@ -21,6 +21,7 @@ using Kind = SyntaxTree::Kind;
 class Keys {
 public:
     std::string keyOf(ClauseKind kind, std::string_view name) {
+        // equivalent: the letter is as distinct if it is there again
         std::string prefix(1, static_cast<char>('A' + static_cast<int>(kind)));
         if (kind == ClauseKind::dimension)
             return prefix + std::to_string(++_numDimensions);
@@ -33,7 +34,7 @@ public:
     }
 
 private:
-    std::size_t _numDimensions = 0;
+    std::size_t _numDimensions = 0; // equivalent: of both clauses they are counted from the same number on
     std::map<std::string, std::size_t> _numSpaces;
 };
 
@@ -42,7 +43,7 @@ int rankOf(ClauseKind kind) {
     switch (kind) {
     case ClauseKind::federation:
     case ClauseKind::secLevel:
-        return 0;
+        return 0; // equivalent: 1; each file has a federation, and a level that only one has is a conflict
     case ClauseKind::version:
     case ClauseKind::attribute:
     case ClauseKind::parameter:
@@ -56,7 +57,7 @@ int rankOf(ClauseKind kind) {
     case ClauseKind::objects:
         return 4;
     default:
-        return 5;
+        return 5; // equivalent: any rank after the others
     }
 }
 
@@ -72,8 +73,8 @@ ModuleNode::Children::iterator endOfRank(ModuleNode::Children &children, int ran
 /// Returns the comments among some tokens, as paragraphs: without empty lines within.
 std::vector<std::string> paragraphsIn(const SyntaxTree &tree, Index begin, Index end) {
     std::vector<std::string> paragraphs;
-    std::size_t numLineEnds = 2;
-    for (Index token = begin; token < end; ++token)
+    std::size_t numLineEnds = 2;                    // equivalent: any number but 0 and 1
+    for (Index token = begin; token < end; ++token) // equivalent: the token at the end is no comment
         if (tree.kind(token) == Kind::lineEnd) {
             ++numLineEnds;
         } else if (tree.kind(token) == Kind::comment) {
@@ -100,8 +101,9 @@ public:
     }
 
     void add(const std::string &paragraph) {
+        // equivalent: only speed; what is known or has one line is found before its lines are looked up
         if (!_known.insert(paragraph).second || paragraph.find('\n') == std::string::npos)
-            return;
+            return; // equivalent: likewise
         const std::string &whole = *_long.insert(_long.end(), '\n' + paragraph + '\n');
         for (std::size_t begin = 1; begin < whole.size(); begin = whole.find('\n', begin) + 1)
             _lines[whole.substr(begin, whole.find('\n', begin) - begin)].push_back({&whole, begin - 1});
@@ -112,11 +114,13 @@ public:
             return true;
         const std::string lines = '\n' + paragraph + '\n';
         const std::vector<Place> *rarest = nullptr;
-        std::size_t offset = 0, begin = 1; // of the line end before the rarest line, and of a line
+        std::size_t begin = 1;  // of a line
+        std::size_t offset = 0; // of the line end before the rarest line; equivalent: the first line sets it
         do {
             const auto found = _lines.find(lines.substr(begin, lines.find('\n', begin) - begin));
             if (found == _lines.end())
                 return false;
+            // equivalent: of equally rare lines, any will do
             if (rarest == nullptr || found->second.size() < rarest->size()) {
                 rarest = &found->second;
                 offset = begin - 1;
@@ -193,7 +197,7 @@ void Merge::join(ModuleNode &node, const Module &module, Index clause, const Pat
 void Merge::joinComments(ModuleNode &node, const Module &module, Index clause) {
     const ClauseComments added(module, clause);
     if (added.above.empty() && added.beside.empty() && added.atEnd.empty())
-        return;
+        return; // equivalent: only speed
     const ClauseComments own(*node.module, node.clause);
     Paragraphs known;
     for (const auto *paragraphs : {&own.above, &own.beside, &own.atEnd})
@@ -242,6 +246,7 @@ void Merge::joinChildren(ModuleNode &node, const Module &module, Index clause, c
         const auto known = node.childrenByKey.find(key);
         if (kind == ClauseKind::secLevel && path.isMom && _firstMom && !isFirst && known == node.childrenByKey.end())
             return;
+        // equivalent: those of a new clause wait together at any number
         ModuleNode::Children &waitingHere = waiting[isNew ? 0 : rankOf(kind)];
         if (known != node.childrenByKey.end()) {
             node.children.splice(known->second, waitingHere);
@@ -304,7 +309,7 @@ void Merge::checkInheritance() {
         return;
     for (const ModuleNode &section : _fed->children) {
         if (section.kind() != ClauseKind::objects && section.kind() != ClauseKind::interactions)
-            continue;
+            continue; // equivalent: only speed, since the other sections have no classes
         checkOutermost(section);
         std::unordered_map<std::string, std::vector<const ModuleNode *>> inherited;
         for (const ModuleNode &root : section.children)
