@@ -16,19 +16,19 @@ STATEMENTS = re.compile(r"(?:[;{}]|(?:[:)]|\belse|\bdo)(?= *\n))\s+"
 BEFORE_CONDITION = re.compile(r"(?:[(\[{,;]\s*|(?:\breturn| [-+|&^]?=| <<| [?:+])\s+)$")
 
 
-COMMENT_OR_STRING = re.compile(r"//[^\n]*|/\*.*?\*/|\"(?:\\.|[^\"\\])*\"|(?<![0-9A-F])'(?:\\.|[^'\\])+'", re.S)
+COMMENT_OR_STRING = re.compile(r"//[^\n]*|/\*.*?\*/|\bR\"\(.*?\)\"|\"(?:\\.|[^\"\\])*\"|(?<![0-9A-F])'(?:\\.|[^'\\])+'", re.S)
 
 
 def digest(text):
     """Of the code: stays the same when comments and layout change."""
-    code = COMMENT_OR_STRING.sub(lambda match: match[0] if match[0][0] in "\"'" else " ", text)
+    code = COMMENT_OR_STRING.sub(lambda match: match[0] if match[0][0] in "R\"'" else " ", text)
     return hashlib.sha256(" ".join(code.split()).encode()).hexdigest()[:12]
 
 
 def blanked(text):
     """The text with comments, directives and some declarations blanked; strings become quotes."""
     def blank(match):
-        return '"' * len(match[0]) if match[0][0] in "\"'" else re.sub(r"[^\n]", " ", match[0])
+        return '"' * len(match[0]) if match[0][0] in "R\"'" else re.sub(r"[^\n]", " ", match[0])
     text = COMMENT_OR_STRING.sub(blank, text)
     return re.sub(r"^ *#else.*?^ *#endif|^ *#[^\n]*|\b(?:static_assert|using|friend)\b[^;]*;|\btemplate <[^>]*>", blank, text,
                   flags=re.M | re.S)
