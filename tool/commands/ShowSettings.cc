@@ -6,8 +6,9 @@
 namespace {
 
 std::string habitOf(const Settings &settings, const Rule &rule) {
-    for (std::size_t i = 0; i < settings.patterns.size(); ++i)
-        if (const auto &pattern = settings.patterns[i]; pattern && &ruleOf(static_cast<NameKind>(i)) == &rule)
+    std::size_t kind = 0; // the next one
+    for (const auto &pattern : settings.patterns)
+        if (&ruleOf(static_cast<NameKind>(kind++)) == &rule && pattern)
             return "  " + inQuotes(pattern->value.text(), kTextLimit) +
                    (pattern->origin == settings.levels[rule.index].origin ? "" : " (" + pattern->origin + ')');
     return {};
@@ -15,7 +16,7 @@ std::string habitOf(const Settings &settings, const Rule &rule) {
 
 /// Shows each rule with its level and where that was set.
 void showRules(const Settings &settings, const Console &console) {
-    std::size_t width = 0;
+    std::size_t width = 0; // equivalent: each rule is wider
     for (const Rule &rule : allRules())
         width = std::max(width, std::string(rule.id).size());
     for (const Rule &rule : allRules()) {

