@@ -32,6 +32,12 @@ std::string textOf(const std::set<Handle> &handles) {
 inline std::string textOf(const std::multiset<plain::Number> &handles) {
     return listOf(handles);
 }
+inline std::string textOf(const std::map<plain::Number, plain::Record *> &records) {
+    std::string text;
+    for (const auto &[handle, record] : records)
+        text += textOf(handle) + ' ';
+    return text;
+}
 inline std::string textOf(std::set<RtiFedAttribute *> *attributes) {
     std::multiset<plain::Number> handles;
     for (const RtiFedAttribute *attribute : *attributes)
@@ -62,7 +68,7 @@ std::string answerOf(Action action) {
             return textOf(action());
     } catch (const RTI::Exception &thrown) {
         return std::string(thrown._name) + ": " + thrown._reason;
-    } catch (const plain::Refusal &thrown) {
-        return thrown.name + ": " + thrown.reason;
+    } catch (const std::runtime_error &refused) { // by the model
+        return refused.what();
     }
 }

@@ -36,7 +36,7 @@ struct Pair {
 template <class Node>
 struct Alone {
     std::unique_ptr<Node> library;
-    std::shared_ptr<plain::Class> model;
+    std::shared_ptr<plain::Record> model;
 };
 
 /// Makes a call on both sides and compares the answers.
@@ -56,7 +56,7 @@ std::string wordOf(unsigned byte) {
                       : (byte < 192 ? "Member" : "A_member_with_a_long_name") + number;
 }
 
-std::string classNameOf(const plain::Class *node, const std::string &own, unsigned byte) {
+std::string classNameOf(const plain::Record *node, const std::string &own, unsigned byte) {
     const std::string name = inCase(node ? node->name : "Root", byte / 8 % 4);
     switch (byte % 8) {
     case 0:
@@ -93,7 +93,6 @@ struct Both {
         std::make_unique<RtiFedDatabase>(RtiFedDatabaseConstructorArg("none.fed", RTI_false));
     std::unique_ptr<plain::Database> model = std::make_unique<plain::Database>();
     std::unique_ptr<RtiFedDatabaseCodegen> codegen = std::make_unique<RtiFedDatabaseCodegen>(db.get());
-    plain::Codegen plainCodegen{model.get()};
     std::vector<Alone<RtiFedObjectClass>> objectsAlone;
     std::vector<Alone<RtiFedInteractionClass>> interactionsAlone;
     std::string kept; ///< An image.
@@ -102,11 +101,11 @@ struct Both {
     std::string tn, rn, sn;       ///< Of a transportation, an ordering, a space.
     Number k = 0, oh = 0, ih = 0; ///< Handles: of a member, of an object class, of an interaction class.
     long sh = 0;
-    plain::Member m; ///< A member, or a class, with a handle that a host may choose.
+    plain::Fields m; ///< A member, or a class, with a handle that a host may choose.
     std::size_t index = 0;
-    Pair<RtiFedObjectClass, plain::Class> o, above; ///< Any, and one of the database or null.
-    Pair<RtiFedInteractionClass, plain::Class> i, aboveI;
-    Pair<RtiFedSpace, plain::Space> s;
+    Pair<RtiFedObjectClass, plain::Record> o, above; ///< Any, and one of the database or null.
+    Pair<RtiFedInteractionClass, plain::Record> i, aboveI;
+    Pair<RtiFedSpace, plain::Record> s;
 
     std::string calls, arguments, fault;
 
@@ -115,12 +114,13 @@ struct Both {
         RtiFedObjectClass *const ol = o.library;
         RtiFedInteractionClass *const il = i.library;
         RtiFedSpace *const sl = s.library;
-        plain::Class *const om = o.model, *const im = i.model;
-        plain::Space *const sm = s.model;
+        plain::Record *const om = o.model, *const im = i.model, *const sm = s.model;
         plain::Database &pm = *model;
         const Number h = m.handle, t = m.transport, r = m.ordering;
         const long p = m.space;
-        const auto child = [this](const plain::Class *node) {
+        const auto spaceNumber = static_cast<Number>(sh);
+        const auto handleOrNone = [](const plain::Record *member) { return member ? member->handle : 0; };
+        const auto child = [this](const plain::Record *node) {
             return std::min(node->handle + 1 + index, 0xFFFFFFFFUL);
         };
         RtiAttributeHandleSet asked(2);
@@ -137,34 +137,33 @@ struct Both {
             ALWAYS(db->setFederateVersion(n), void(pm.version = n)),
             ALWAYS(db->createSpaceHandle(), ++pm.spaces.last),
             ALWAYS(db->createObjectClassHandle(), ++pm.objects.last),
-            ALWAYS(db->createAttributeHandle(), ++pm.lastAttribute),
+            ALWAYS(db->createAttributeHandle(), ++pm.objects.lastMember),
             ALWAYS(db->createInteractionClassHandle(), ++pm.interactions.last),
-            ALWAYS(db->createParameterHandle(), ++pm.lastParameter),
-            ALWAYS(db->addSpace(n), pm.addSpace(n)),
-            ALWAYS(db->addSpaceDimension(sl, n), pm.addDimension(sm, n)),
+            ALWAYS(db->createParameterHandle(), ++pm.interactions.lastMember),
+            ALWAYS(db->addSpace(n), pm.spaces.add({n})),
+            ALWAYS(db->addSpaceDimension(sl, n), void(pm.spaces.addMember(sm, {n}))),
             ALWAYS(db->addObjectClass(on), pm.objects.add({on})),
             ALWAYS(db->addObjectClass(RtiDottedClassname(on)), pm.objects.add({on})),
             ALWAYS(db->addInteractionClass(in, t, r, p), pm.interactions.add({in, 0, t, r, p})),
-            ALWAYS(db->addObjectClassAttribute(ol, n, t, r, p), pm.addAttribute(om, m)),
-            ALWAYS(db->createMomDefaultSpace(), void(pm.addSpace("HLAMomDefaultSpace"))),
+            ALWAYS(db->addObjectClassAttribute(ol, n, t, r, p), void(pm.objects.addMember(om, m))),
+            ALWAYS(db->createMomDefaultSpace(), void(pm.spaces.add({"HLAMomDefaultSpace"}))),
             ALWAYS(db->setMomDefaultSpace(), pm.setMomDefaultSpace()),
-            OBJECT(db->setMomDefaultSpaceForAttributes(ol, p), pm.setSpaces(pm.objects, *om, p)),
-            INTERACTION(db->setMomDefaultSpaceForInteractionClasses(il, p), pm.setSpaces(pm.interactions, *im, p)),
+            OBJECT(db->setMomDefaultSpaceForAttributes(ol, p), pm.objects.setSpace(om, p)),
+            INTERACTION(db->setMomDefaultSpaceForInteractionClasses(il, p), pm.interactions.setSpace(im, p)),
             // Building as a parser does.
-            ALWAYS(codegen->addSpace(n), plainCodegen.addSpace(n)),
-            ALWAYS(codegen->addDimension(n), pm.addDimension(plainCodegen.space, n)),
-            ALWAYS(codegen->addObjectClass(on), plainCodegen.addObjectClass(on)),
-            ALWAYS(codegen->declareObjectClass(on, index), plainCodegen.addObjectClass(on)),
-            ALWAYS(codegen->addObjectClassAttribute(n, tn, rn, sn),
-                   plainCodegen.addObjectClassAttribute(n, tn, rn, sn)),
-            ALWAYS(codegen->addInteractionClass(in, tn, rn, sn), plainCodegen.addInteractionClass(in, tn, rn, sn)),
-            ALWAYS(codegen->addParameter(n), plainCodegen.addParameter(n)),
+            ALWAYS(codegen->addSpace(n), pm.declare(pm.spaces, n)),
+            ALWAYS(codegen->addDimension(n), pm.declareMember(pm.spaces, n)),
+            ALWAYS(codegen->addObjectClass(on), pm.declare(pm.objects, on)),
+            ALWAYS(codegen->declareObjectClass(on, index), pm.declare(pm.objects, on)),
+            ALWAYS(codegen->addObjectClassAttribute(n, tn, rn, sn), pm.declareMember(pm.objects, n, {tn, rn, sn})),
+            ALWAYS(codegen->addInteractionClass(in, tn, rn, sn), pm.declare(pm.interactions, in, {tn, rn, sn})),
+            ALWAYS(codegen->addParameter(n), pm.declareMember(pm.interactions, n)),
             // Building without going through the database.
-            SPACE(sl->addDimension(n), sm->addDimension(n)),
-            SPACE(sl->createDimensionHandle(), sm->next++),
+            SPACE(sl->addDimension(n), sm->addMember({n})),
+            SPACE(sl->createDimensionHandle(), sm->nextDimension++),
             OBJECT(ol->addObjectClass(h, n), om->addSubclass(m)),
             OBJECT(ol->addAttribute(h, n, t, r, p), om->addMember(m)),
-            OBJECT(ol->getAttribute(index)->setSpace(p), void(om->memberAt(index, 299)->space = p)),
+            OBJECT(ol->getAttribute(index)->setSpace(p), void(om->memberAt(index)->space = p)),
             OBJECT(ol->addChildClass(child(om)), void(om->children.insert(child(om)))),
             OBJECT(ol->addChildClassToAll(h), om->addDescendant(h)),
             OBJECT(ol->getSubclass(index), om->subclassAt(index)),
@@ -172,63 +171,66 @@ struct Both {
             INTERACTION(il->addParameter(h, n), im->addMember(m)),
             INTERACTION(il->addChildClass(child(im)), void(im->children.insert(child(im)))),
             INTERACTION(il->setDefaultSpace(p), void(im->space = p)),
-            SPACE(sl->getDimension(index), require(index < sm->dimensions.size() ? &sm->dimensions[index] : nullptr,
-                                                   "RTIinternalError", "RtiFedSpace", 389)),
+            SPACE(sl->getDimension(index), sm->memberAt(index)),
             // Names and handles.
-            ALWAYS(db->objectClassExists(on), pm.objects.find(on) != nullptr),
-            ALWAYS(db->objectClassExists(RtiObjectClassHandle(oh)), pm.objects.of(oh) != nullptr),
-            ALWAYS(db->interactionClassExists(in), pm.interactions.find(in) != nullptr),
-            ALWAYS(db->interactionClassExists(RtiInteractionClassHandle(ih)), pm.interactions.of(ih) != nullptr),
-            ALWAYS(db->getObjectClassHandle(on), pm.objects.handle(on)),
-            ALWAYS(db->getInteractionClassHandle(in), pm.interactions.handle(in)),
-            ALWAYS(db->getObjectClassName(oh), pm.objects.name(oh)),
-            ALWAYS(db->getInteractionClassName(ih), pm.interactions.name(ih)),
-            ALWAYS(db->getAttributeHandle(n, oh), pm.objects.member(n, oh)),
-            ALWAYS(db->getParameterHandle(n, ih), pm.interactions.member(n, ih)),
+            ALWAYS(db->objectClassExists(on), pm.objects.findNamed(on) != nullptr),
+            ALWAYS(db->objectClassExists(RtiObjectClassHandle(oh)), pm.objects.find(oh) != nullptr),
+            ALWAYS(db->interactionClassExists(in), pm.interactions.findNamed(in) != nullptr),
+            ALWAYS(db->interactionClassExists(RtiInteractionClassHandle(ih)), pm.interactions.find(ih) != nullptr),
+            ALWAYS(db->getObjectClassHandle(on), pm.objects.handleOf(on)),
+            ALWAYS(db->getInteractionClassHandle(in), pm.interactions.handleOf(in)),
+            ALWAYS(db->getObjectClassName(oh), pm.objects.nameOf(oh)),
+            ALWAYS(db->getInteractionClassName(ih), pm.interactions.nameOf(ih)),
+            ALWAYS(db->getAttributeHandle(n, oh), pm.objects.memberHandle(n, oh)),
+            ALWAYS(db->getParameterHandle(n, ih), pm.interactions.memberHandle(n, ih)),
             ALWAYS(db->getAttributeName(k, oh), pm.objects.memberName(k, oh)),
             ALWAYS(db->getParameterName(k, ih), pm.interactions.memberName(k, ih)),
-            ALWAYS(db->getAttributeRoutingSpaceHandle(k, oh), pm.attributeSpace(k, oh)),
-            ALWAYS(db->getInteractionRoutingSpaceHandle(ih), pm.interactionSpace(ih)),
-            ALWAYS(db->getRoutingSpaceHandle(sn), pm.spaceHandle(sn)),
-            ALWAYS(db->getRoutingSpaceName(sh), pm.space(sh, 1679)->name),
-            ALWAYS(db->getDimensionHandle(n, sh), pm.dimensionHandle(n, sh)),
-            ALWAYS(db->getDimensionName(k, sh), pm.dimensionName(k, sh)),
+            ALWAYS(
+                db->getAttributeRoutingSpaceHandle(k, oh),
+                require(pm.objects.defined(oh, 1767)->findUpward(k), "AttributeNotDefined", plain::kFile, 1772)->space),
+            ALWAYS(db->getInteractionRoutingSpaceHandle(ih), pm.interactions.defined(ih, 1800)->space),
+            ALWAYS(db->getRoutingSpaceHandle(sn), pm.spaces.handleOf(sn)),
+            ALWAYS(db->getRoutingSpaceName(sh), pm.spaces.nameOf(spaceNumber)),
+            ALWAYS(db->getDimensionHandle(n, sh), pm.spaces.memberHandle(n, spaceNumber)),
+            ALWAYS(db->getDimensionName(k, sh), pm.spaces.memberName(k, spaceNumber)),
             ALWAYS(db->getTransportationHandle(tn), pm.transportation(tn)),
             ALWAYS(db->getOrderingHandle(rn), pm.ordering(rn)),
-            SPACE(sl->getDimensionHandle(n), pm.dimensionHandle(n, sm->handle)),
-            SPACE(sl->getDimensionName(k), pm.dimensionName(k, sm->handle)),
-            SPACE(sl->dimensionExists(n), sm->exists(n)),
-            OBJECT(ol->getAttributeHandle(n), om->attributeHandle(n)),
-            OBJECT(ol->getAttributeHandleRecursive(n), om->attributeHandleRecursive(n)),
-            OBJECT(ol->attributeExists(n), om->members.named(n) != nullptr),
+            SPACE(sl->getDimensionHandle(n), pm.spaces.memberHandle(n, sm->handle)),
+            SPACE(sl->getDimensionName(k), pm.spaces.memberName(k, sm->handle)),
+            SPACE(sl->dimensionExists(n), sm->dimensionExists(n)),
+            OBJECT(ol->getAttributeHandle(n), handleOrNone(om->members.find(n))),
+            OBJECT(ol->getAttributeHandleRecursive(n), handleOrNone(om->findUpward(n))),
+            OBJECT(ol->attributeExists(n), om->members.find(n) != nullptr),
             OBJECT(ol->attributeIsInherited(n), om->inherits(n)),
-            OBJECT(ol->getAttributeName(k), om->members.of(k) ? om->members.of(k)->name : ""),
-            OBJECT(ol->find(k), require(om->members.of(k), "RTIinternalError", "RtiFedObjectClass", 390)),
-            OBJECT(ol->findRecurse(k), om->findRecurse(k)),
-            OBJECT(ol->getAttribute(index), om->memberAt(index, 299)),
+            OBJECT(ol->getAttributeName(k), om->members.find(k) ? om->members.find(k)->name : ""),
+            OBJECT(ol->find(k), require(om->members.find(k), "RTIinternalError", "RtiFedObjectClass", 390)),
+            OBJECT(ol->findRecurse(k), om->findUpward(k)),
+            OBJECT(ol->getAttribute(index), om->memberAt(index)),
             OBJECT(ol->hasDerrivedClass(k), om->descendants.count(k) > 0),
             OBJECT(ol->getParentClass(), om->parent),
-            INTERACTION(il->findParameter(n), im->members.named(n)),
-            INTERACTION(il->find(k), im->members.of(k)),
-            INTERACTION(il->getParameter(index), im->memberAt(index, 333)),
+            INTERACTION(il->findParameter(n), im->members.find(n)),
+            INTERACTION(il->find(k), im->members.find(k)),
+            INTERACTION(il->getParameter(index), im->memberAt(index)),
             INTERACTION(il->parameterIsInherited(n), im->inherits(n)),
             INTERACTION(il->getParentClass(), im->parent),
             // Sets.
-            ALWAYS(db->getAttributeHandleSet(), pm.attributeHandles()),
-            ALWAYS(db->getRealObjectClassHandle(oh, k), pm.declaringClass(k)),
+            ALWAYS(db->getAttributeHandleSet(), pm.objects.memberHandles()),
+            ALWAYS(db->getRealObjectClassHandle(oh, k), pm.objects.declaring.count(k) ? pm.objects.declaring.at(k) : 0),
             ALWAYS(db->getAvailableInteractionClassHandles(ih),
-                   pm.interactions.availableHandles(pm.interactions.of(ih))),
-            ALWAYS(derived(&RtiFedDatabase::getDerivedObjectClassHandleSet, oh), pm.objects.derived(oh)),
+                   pm.interactions.available<std::set<Number>>(pm.interactions.find(ih))),
+            ALWAYS(derived(&RtiFedDatabase::getDerivedObjectClassHandleSet, oh),
+                   pm.objects.derived(pm.objects.find(oh))),
             ALWAYS(derived(&RtiFedDatabase::getChildlessDerivedObjectClassHandleSet, oh),
-                   pm.objects.childlessDerived(oh)),
-            ALWAYS(derived(&RtiFedDatabase::getDerivedInteractionClassHandleSet, ih), pm.interactions.derived(ih)),
+                   pm.objects.childlessDerived(pm.objects.find(oh))),
+            ALWAYS(derived(&RtiFedDatabase::getDerivedInteractionClassHandleSet, ih),
+                   pm.interactions.derived(pm.interactions.find(ih))),
             ALWAYS(db->getAvailableFedAttributes(RtiObjectClassHandle(oh), 0),
-                   pm.availableAttributes(pm.objects.of(oh))),
-            ALWAYS(db->getAvailableFedAttributes(ol, 0), pm.availableAttributes(om)),
+                   pm.objects.available(pm.objects.find(oh), &plain::Record::available)),
+            ALWAYS(db->getAvailableFedAttributes(ol, 0), pm.objects.available(om, &plain::Record::available)),
             ALWAYS(db->getAvailableAttributeHandles(RtiObjectClassHandle(oh), 0),
-                   pm.availableHandles(pm.objects.of(oh))),
-            ALWAYS(db->getAvailableAttributeHandles(ol, 0), pm.availableHandles(om)),
-            ALWAYS(db->verifyAvailableAttributes(oh, asked), pm.verifyAvailable(oh, {k, k + index % 2})),
+                   pm.objects.available(pm.objects.find(oh), &plain::Record::availableHandles)),
+            ALWAYS(db->getAvailableAttributeHandles(ol, 0), pm.objects.available(om, &plain::Record::availableHandles)),
+            ALWAYS(db->verifyAvailableAttributes(oh, asked), pm.objects.areAvailable(oh, {k, k + index % 2})),
         };
         void (Both::*const sequences[])() = {
             &Both::addMembers,         &Both::addDeep,
@@ -255,16 +257,16 @@ struct Both {
     /// Finds all classes of a tree: those of the database with what they own, whose number is returned, and those
     /// alone.
     template <class Node>
-    std::size_t findNodes(plain::Classes &classes, std::vector<Alone<Node>> &alone,
-                          std::vector<Pair<Node, plain::Class>> &nodes) {
-        std::vector<plain::Class *> models;
-        const auto add = [&](Node *node, plain::Class *modelled) {
+    std::size_t findNodes(plain::Tree &classes, std::vector<Alone<Node>> &alone,
+                          std::vector<Pair<Node, plain::Record>> &nodes) {
+        std::vector<plain::Record *> models;
+        const auto add = [&](Node *node, plain::Record *modelled) {
             nodes.push_back({node, nullptr});
             node->forEachOwned([&](const Node &owned) { nodes.push_back({const_cast<Node *>(&owned), nullptr}); });
             models.push_back(modelled);
-            modelled->forEachOwned([&](plain::Class &owned) { models.push_back(&owned); });
+            modelled->forEachOwned([&](plain::Record &, plain::Record &owned) { models.push_back(&owned); });
         };
-        for (const auto &[handle, node] : classes.nodes)
+        for (const auto &[handle, node] : classes.byHandle)
             add(db->find(typename Node::Handle(handle)), node.get());
         const std::size_t numOfDatabase = nodes.size();
         for (const Alone<Node> &each : alone)
@@ -285,29 +287,25 @@ struct Both {
 
     void choose(const Call &call) {
         index = call[3] % 4 == 0 ? call[3] / 4U : call[3] / 4 % 4U;
-        std::vector<Pair<RtiFedObjectClass, plain::Class>> objects;
+        std::vector<Pair<RtiFedObjectClass, plain::Record>> objects;
         const std::size_t numObjects = findNodes(model->objects, objectsAlone, objects);
         o = pick(objects, objects.size(), call[4]);
         above = pick(objects, call[5] < 64 ? 0 : numObjects, call[5]);
-        std::vector<Pair<RtiFedInteractionClass, plain::Class>> interactions;
+        std::vector<Pair<RtiFedInteractionClass, plain::Record>> interactions;
         const std::size_t numInteractions = findNodes(model->interactions, interactionsAlone, interactions);
         i = pick(interactions, interactions.size(), call[4]);
         aboveI = pick(interactions, call[5] < 64 ? 0 : numInteractions, call[5]);
-        std::vector<Pair<RtiFedSpace, plain::Space>> spaces;
-        for (const auto &[handle, space] : model->spaces.nodes)
-            spaces.push_back({db->find(RtiSpaceHandle(handle)), space.get()});
+        std::vector<Pair<RtiFedSpace, plain::Record>> spaces;
+        for (const auto &[handle, space] : model->spaces.byHandle)
+            spaces.push_back({db->find(RtiSpaceHandle(static_cast<long>(handle))), space.get()});
         s = pick(spaces, call[4] < 32 ? 0 : spaces.size(), call[4]);
 
-        std::vector<plain::Member> known;
-        const auto addKnown = [&known](const plain::Members &members) {
-            known.insert(known.end(), members.begin(), members.end());
-        };
-        for (const plain::Class *node : {o.model, i.model})
+        std::vector<plain::Fields> known;
+        for (const plain::Record *node : {o.model, i.model, s.model})
             for (; node; node = node->parent)
-                addKnown(node->members);
-        if (s.model)
-            addKnown(s.model->dimensions);
-        const plain::Member member = pick(known, call[2] < 128 ? 0 : known.size(), call[2]);
+                for (const auto &[at, member] : node->members.byIndex)
+                    known.push_back(*member);
+        const plain::Fields member = pick(known, call[2] < 128 ? 0 : known.size(), call[2]);
         n = member.name.empty() ? wordOf(call[1]) : inCase(member.name, call[1] % 4);
         k = call[2] < 128 ? index : member.handle;
         on = classNameOf(o.model, n, call[1]);
@@ -319,7 +317,7 @@ struct Both {
         rn = call[7] / 16 == 0 ? n : inCase(call[6] % 2 ? "TimeStamp" : "rti_receive_ordering", call[7] % 4);
         const Number handles[] = {call[6] / 8U, index, 5000U + call[6] % 3U, 0xFFFFFFFFU};
         m = {n, handles[call[6] % 4], call[7] % 4U, call[7] / 4 % 4U, call[7] / 16 % 6 - 1};
-        sh = s.model && call[5] % 8 > 0 ? s.model->handle : m.space;
+        sh = s.model && call[5] % 8 > 0 ? static_cast<long>(s.model->handle) : m.space;
         const auto text = [](const auto &pair) { return textOf(pair.model); };
         arguments = "n " + n + ", k " + std::to_string(k) + ", on " + on + ", in " + in + ", index " +
                     std::to_string(index) + ", m " + std::to_string(m.handle) + ' ' + std::to_string(m.transport) +
@@ -333,23 +331,52 @@ struct Both {
         SAME(db->addObjectClass("ObjectRoot"), model->objects.add({"ObjectRoot"}));
         SAME(db->addInteractionClass("InteractionRoot", 1, 2, 0),
              model->interactions.add({"InteractionRoot", 0, 1, 2}));
-        SAME(db->addSpace("Space"), model->addSpace("Space"));
+        SAME(db->addSpace("Space"), model->spaces.add({"Space"}));
         keepImage();
     }
 
     /// Loads the text of a federation, which declares the MOM; the model is given the declarations.
     void load(const Federation &federation) {
         std::string text = toFed(federation);
-        SAME(db->buildFromFed(fmemopen(text.data(), text.size(), "r")), plain::Codegen{model.get()}.load(federation));
+        SAME(db->buildFromFed(fmemopen(text.data(), text.size(), "r")), loadPlainly(federation));
+        for (plain::Tree *tree : {&model->objects, &model->interactions, &model->spaces})
+            tree->current = nullptr; // the parser's, not that of the calls which follow
         keepImage();
+    }
+
+    /// Gives the declarations to the model as a parser does, and adds what completes a database.
+    void loadPlainly(const Federation &federation) {
+        model->name = "Benchmark";
+        model->version = "v1.3";
+        for (const Federation::Space &space : federation.spaces) {
+            model->declare(model->spaces, space.name);
+            for (const std::string &dimension : space.dimensions)
+                model->declareMember(model->spaces, dimension);
+        }
+        for (plain::Tree *tree : {&model->objects, &model->interactions}) {
+            std::string path; // the full name of the enclosing class, and a dot
+            const auto open = [&](const Federation::Class &node) {
+                model->declare(*tree, path + node.name, node.delivery);
+                path += node.name + '.';
+            };
+            const auto member = [&](const Federation::Class &, const Federation::Member &each) {
+                model->declareMember(*tree, each.name, each.delivery);
+            };
+            const auto close = [&path](const Federation::Class &node) {
+                path.resize(path.size() - node.name.size() - 1);
+            };
+            forEachLine(tree == &model->objects ? federation.objects : federation.interactions, open, member, close);
+        }
+        model->spaces.add({"HLAMomDefaultSpace"});
+        model->setMomDefaultSpace();
     }
 
     void addMembers() {
         for (Number each = index; each > 0; --each) {
             m = {"Member" + std::to_string(each * 7 % 32), 0, m.transport, m.ordering, m.space};
             SAME(db->addObjectClassAttribute(o.library, m.name, m.transport, m.ordering, m.space),
-                 model->addAttribute(o.model, m));
-            SAME(codegen->addParameter(m.name), plainCodegen.addParameter(m.name));
+                 void(model->objects.addMember(o.model, m)));
+            SAME(codegen->addParameter(m.name), model->declareMember(model->interactions, m.name));
         }
     }
 
@@ -373,7 +400,6 @@ struct Both {
         loseClasses();
         RtiBuffer image(kept.data(), kept.size()), same = image;
         SAME(db->restore(image), void(model = std::make_unique<plain::Database>(same)));
-        plainCodegen = {model.get()};
     }
 
     void restoreElsewhere() {
@@ -382,7 +408,6 @@ struct Both {
         codegen.reset();
         SAME(void(db = std::make_unique<RtiFedDatabase>(image)), void(model = std::make_unique<plain::Database>(same)));
         codegen = std::make_unique<RtiFedDatabaseCodegen>(db.get());
-        plainCodegen = {model.get()};
     }
 
     void restoreDamaged() {
@@ -394,13 +419,12 @@ struct Both {
         SAME(answerOf([&] { db->restore(image); }) != "done", true);
         model = std::make_unique<plain::Database>();
         model->fileName = fileName;
-        plainCodegen = {model.get()};
     }
 
     void addObjectAlone() {
         Alone<RtiFedObjectClass> made;
         SAME((made.library = std::make_unique<RtiFedObjectClass>(m.handle, n, above.library)).get(),
-             (made.model = plain::Class::make(plain::kObjects, above.model, m)).get());
+             (made.model = std::make_shared<plain::Record>(plain::kObject, m, above.model)).get());
         if (made.library && made.model)
             objectsAlone.push_back(std::move(made));
     }
@@ -410,14 +434,14 @@ struct Both {
         SAME((made.library = std::make_unique<RtiFedInteractionClass>(m.handle, n, aboveI.library, m.transport,
                                                                       m.ordering, m.space))
                  .get(),
-             (made.model = plain::Class::make(plain::kInteractions, aboveI.model, m)).get());
+             (made.model = std::make_shared<plain::Record>(plain::kInteraction, m, aboveI.model)).get());
         if (made.library && made.model)
             interactionsAlone.push_back(std::move(made));
     }
 
     /// Restores a class from the image of any, in place or as a new one.
     template <class Node>
-    void restoreAlone(std::vector<Alone<Node>> &alone, const Pair<Node, plain::Class> &origin) {
+    void restoreAlone(std::vector<Alone<Node>> &alone, const Pair<Node, plain::Record> &origin) {
         if (!origin.model)
             return;
         RtiBuffer image, plainImage;
@@ -425,7 +449,7 @@ struct Both {
         origin.model->image({plainImage, false});
         SAME(bytesOf(image), bytesOf(plainImage));
         Alone<Node> made;
-        made.model.reset(new plain::Class{origin.model->kind});
+        made.model = std::make_shared<plain::Record>(origin.model->kind);
         made.model->image({plainImage, true});
         if (index % 2 == 0 && !alone.empty()) {
             alone.back().library->restore(image);
@@ -441,7 +465,7 @@ struct Both {
     void restoreInteractionAlone() { restoreAlone(interactionsAlone, i); }
 
     template <class Node>
-    void setParent(std::vector<Alone<Node>> &alone, const Pair<Node, plain::Class> &parent) {
+    void setParent(std::vector<Alone<Node>> &alone, const Pair<Node, plain::Record> &parent) {
         if (alone.empty())
             return;
         alone.back().library->setParentClass(parent.library);

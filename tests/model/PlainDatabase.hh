@@ -1,304 +1,381 @@
 #pragma once
 
 // A plain model of the federation database, to compare the library with: the same answers, refusals and images, from
-// vectors searched from the front, sets and maps.
+// maps and sets.
 
 #include "benchmarks/Federation.hh"
-#include "tests/model/PlainClass.hh"
+#include "fed/RtiFedClassNesting.hh"
+#include "infrastructure/RtiBuffer.hh"
+#include "infrastructure/RtiStringUtility.hh"
 
 #include <algorithm>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace plain {
 
-/// Classes of one kind, or spaces. Of those with the same name, the first is found by it.
-template <class Node, class Handle>
-struct Tree {
-    std::map<Handle, std::shared_ptr<Node>> nodes = {};
-    std::map<std::string, std::shared_ptr<Node>> names = {}; // in upper case
-    Handle last = 0;                                         // the handle that was issued last
+using Number = unsigned long;
+using Name = const std::string &;
 
-    Node *insert(const std::shared_ptr<Node> &node) {
-        nodes[node->handle] = node;
-        names.emplace(upper(node->name), node);
-        return node.get();
+inline std::string upper(Name name) {
+    return RtiStringUtility::toupper(name);
+}
+
+/// Returns what was found, or throws an exception of the library for null or false.
+template <class Found>
+Found require(Found found, Name exception, Name file, int line, Name reason = "") {
+    if (!found)
+        throw std::runtime_error(exception + ": \"" + file + "\", line " + std::to_string(line) + ": " + reason);
+    return found;
+}
+
+/// Writes an image to a buffer, or reads it.
+struct Image {
+    RtiBuffer &buffer;
+    const bool reads;
+
+    template <class Value>
+    void operator()(Value &number) {
+        reads ? buffer.get(&number, 1) : buffer.put(number);
     }
-    Node *of(Handle handle) const {
-        const auto found = nodes.find(handle);
-        return found == nodes.end() ? nullptr : found->second.get();
+    void operator()(std::string &text) {
+        reads ? void(text = RtiStringUtility::getString(buffer)) : RtiStringUtility::putString(text, buffer);
     }
-    Node *named(Name name) const {
-        const auto found = names.find(upper(name));
-        return found == names.end() ? nullptr : found->second.get();
+    template <class Items, class Each>
+    void list(Items &items, Each each) {
+        std::vector<typename Items::value_type> all(items.begin(), items.end());
+        Number count = all.size();
+        (*this)(count);
+        all.resize(count);
+        for (auto &item : all)
+            each(item);
+        items = Items(all.begin(), all.end());
     }
-    template <class Make>
-    void image(Image io, Make make) {
-        std::vector<std::shared_ptr<Node>> all;
-        for (const auto &[name, node] : names)
-            all.push_back(node);
-        io.list(all, [&](std::shared_ptr<Node> &node) {
-            node = io.reads ? std::shared_ptr<Node>(make()) : node;
-            node->image(io);
-            insert(node);
+};
+
+/// What the records of a kind have, and what they are called.
+struct Kind {
+    std::string word, title;
+    bool hasDelivery; // transportation, ordering and space
+    const Kind *members = nullptr;
+    std::string root = {}, noun = {}; // of classes
+
+    bool isClass() const { return !root.empty(); }
+    /// Returns the line of an error, which depends on the kind.
+    int line(int ofObjects, int ofInteractions, int ofSpaces = 0) const {
+        return noun == "object" ? ofObjects : noun == "interaction" ? ofInteractions : ofSpaces;
+    }
+};
+inline const Kind kAttribute = {"Attribute", "Attribute", true};
+inline const Kind kParameter = {"InteractionParameter", "Parameter", false};
+inline const Kind kDimension = {"Dimension", "Dimension", false};
+inline const Kind kObject = {"ObjectClass", "Object Class", false, &kAttribute, "ObjectRoot.", "object"};
+inline const Kind kInteraction = {"InteractionClass", "Interaction Class", true,
+                                  &kParameter,        "InteractionRoot.",  "interaction"};
+inline const Kind kSpace = {"Space", "Routing Space", false, &kDimension};
+
+/// Records of one kind. Of those with the same name or handle, the first is found.
+template <class Record>
+struct Table {
+    using Owner = std::shared_ptr<Record>;
+    std::map<Number, Owner> byIndex = {};     // in the order of addition
+    std::map<Number, Owner> byHandle = {};    // null for an empty entry
+    std::map<std::string, Owner> byName = {}; // in upper case
+
+    Record *add(const Owner &record) {
+        byIndex.emplace(byIndex.size(), record);
+        byHandle.emplace(record->handle, record);
+        byName.emplace(upper(record->name), record);
+        return record.get();
+    }
+    Record *find(Number handle) const { return byHandle.count(handle) ? byHandle.at(handle).get() : nullptr; }
+    Record *find(Name name) const { return byName.count(upper(name)) ? byName.at(upper(name)).get() : nullptr; }
+    /// Writes the records in the order of a map, or reads them.
+    template <class Key>
+    void image(Image io, const Kind &kind, const std::map<Key, Owner> &records) {
+        std::vector<Owner> ordered;
+        for (const auto &[key, record] : records)
+            if (record)
+                ordered.push_back(record);
+        io.list(ordered, [&](Owner &record) {
+            record = io.reads ? std::make_shared<Record>(kind) : record;
+            record->image(io);
+            if (io.reads)
+                add(record);
         });
     }
 };
 
-struct Classes : Tree<Class, Number> {
+/// What the caller of an operation chooses of a record.
+struct Fields {
+    std::string name = {};
+    Number handle = 0, transport = 0, ordering = 0;
+    long space = 0;
+};
+
+/// A class, a space, an attribute, a parameter or a dimension.
+struct Record : Fields {
     const Kind &kind;
+    Record *parent;
+    Number parentHandle, nextDimension = 0;
+    Table<Record> members = {}, subclasses = {};      // the subclasses that were added to it directly
+    std::set<Number> children = {}, descendants = {}; // subclasses by their handles; the latter of an object class
+    std::optional<std::multiset<Number>> available = {};
+    std::optional<std::set<Number>> availableHandles = {};
 
-    explicit Classes(const Kind &k) : kind(k) {}
+    explicit Record(const Kind &k, const Fields &fields = {}, Record *above = nullptr)
+        : Fields(fields), kind(k), parent(above), parentHandle(above ? above->handle : 0) {
+        require(level() <= kMaxClassNesting, "RTIinternalError", "RtiFedClassNode", 60,
+                "the class " + name + " is nested deeper than 256 levels");
+    }
+    unsigned level() const { return parent ? parent->level() + 1 : 1; }
+    std::string file() const { return "RtiFed" + kind.word; }
 
-    /// With or without the root in front of the name.
-    Class *find(Name name) const { return named(name) ? named(name) : named(kind.root + name); }
-    Class *add(Member defaults) {
-        Name name = defaults.name;
-        const bool exists = find(name) != nullptr;
-        require(!exists, "ErrorReadingFED", kFile, kind.exists,
-                std::string(" The ") + kind.noun + " class " + name + " already exists.");
-        const std::size_t dot = name.rfind('.');
-        Class *parent = dot == std::string::npos ? nullptr : of(handle(name.substr(0, dot)));
-        defaults.handle = ++last;
-        Class *added = insert(Class::make(kind, parent, defaults));
-        if (parent)
-            parent->announce(added->handle);
-        return added;
+    Record *addSubclass(const Fields &fields) { return subclasses.add(std::make_shared<Record>(kind, fields, this)); }
+    /// A dimension exists only by the upper case of its name: "X" and then "x" can be added, but not "X" again.
+    bool dimensionExists(Name dimension) const { return dimension == upper(dimension) && members.find(dimension); }
+    Record *addMember(Fields fields) {
+        const std::string duplicate = " Duplicate attribute " + fields.name + " in " + kind.noun + " class ";
+        if (&kind == &kSpace) {
+            require(!dimensionExists(fields.name), "RTIinternalError", file(), 338);
+            fields.handle = nextDimension++;
+        } else {
+            require(!members.find(fields.name), "ErrorReadingFED", file(), kind.line(474, 413), duplicate + name);
+            require(!inherits(fields.name), "ErrorReadingFED", file(), kind.line(485, 423),
+                    duplicate + "hierarchy at class " + name);
+        }
+        return members.add(std::make_shared<Record>(*kind.members, fields));
     }
-    Class *defined(Number handle, int line) const { return require(of(handle), kind.notDefined, kFile, line); }
-    Number handle(Name name) const {
-        return require(find(name), "NameNotFound", kFile, kind.handle,
-                       std::string(kind.title) + " Class Name: " + name + kMissing)
-            ->handle;
+    void addDescendant(Number descendant) {
+        for (Record *node = this; node; node = node->parent)
+            node->descendants.insert(descendant);
     }
-    std::string name(Number handle) const { return defined(handle, kind.name)->name; }
-    /// Object classes find their superclass by its record, interaction classes by its handle.
-    Class *above(const Class &node) const { return kind.ofObjects ? node.parent : of(node.parentHandle); }
-    Number member(Name name, Number handle) const {
-        for (Class *node = defined(handle, kind.memberClass); node; node = above(*node))
-            if (const Member *found = node->members.named(name); found && (found->handle != 0 || !kind.ofObjects))
-                return found->handle;
-        return require(Number(0), "NameNotFound", kFile, kind.member,
-                       std::string(kind.memberTitle) + " Name: " + name + " of " + kind.title +
-                           " Class: " + std::to_string(handle) + kMissing);
+    /// Finds a member of this class or else of the next one above, by its name or handle.
+    template <class Key>
+    Record *findUpward(const Key &key, bool (*isWanted)(const Record &) = isAny) const {
+        for (const Record *node = this; node; node = node->parent)
+            if (Record *found = node->members.find(key); found && isWanted(*found))
+                return found;
+        return nullptr;
     }
-    std::string memberName(Number member, Number handle) const {
-        for (Class *node = defined(handle, kind.memberNameClass); node; node = above(*node))
-            if (const Member *found = node->members.of(member); found && !(kind.ofObjects && found->name.empty()))
-                return found->name;
-        throw Refusal{kind.memberNotDefined,
-                      std::string("\"") + kFile + "\", line " + std::to_string(kind.memberName) + ": "};
+    static bool isAny(const Record &) { return true; }
+    bool inherits(Name member) const { return parent && parent->findUpward(member); }
+    Record *memberAt(Number index) const {
+        Record *found = index < members.byIndex.size() ? members.byIndex.at(index).get() : nullptr;
+        return require(found, "RTIinternalError", file(), kind.line(299, 333, 389));
     }
-    /// The class and its descendants, or nothing if it is unknown.
-    std::set<Number> derived(Number handle) const {
-        if (!of(handle))
-            return {};
-        std::set<Number> all{handle};
-        for (const Number child : of(handle)->children)
-            all.merge(derived(child));
-        return all;
+    /// The index is a handle, and a miss leaves an empty entry.
+    Record *subclassAt(Number index) {
+        require(index < subclasses.byHandle.size(), "RTIinternalError", file(), 283);
+        return subclasses.byHandle[index].get();
     }
-    std::set<Number> childlessDerived(Number handle) const {
-        std::set<Number> all = derived(handle);
-        if (of(handle) && !of(handle)->children.empty())
-            all.erase(handle);
-        return all;
-    }
-    /// The handles of the members of a class and its superclasses, which are found by their handles.
-    std::multiset<Number> available(const Class *node) const {
-        std::multiset<Number> all;
-        for (; node; node = of(node->parentHandle))
-            for (const Member &member : node->members)
-                all.insert(member.handle);
-        return all;
-    }
-    std::set<Number> availableHandles(const Class *node) const {
-        const std::multiset<Number> all = available(node);
-        return {all.begin(), all.end()};
+    /// Calls `visit` for each owned subclass at any depth, after the class that owns it.
+    template <class Visit>
+    void forEachOwned(Visit visit) {
+        for (const auto &[number, owned] : subclasses.byHandle)
+            if (owned) {
+                visit(*this, *owned);
+                owned->forEachOwned(visit);
+            }
     }
     void image(Image io) {
-        Tree::image(io, [this] { return new Class{kind}; });
+        io(name);
+        if (kind.isClass())
+            subclasses.image(io, kind, subclasses.byHandle);
+        if (kind.members)
+            members.image(io, *kind.members, members.byIndex);
+        if (kind.isClass())
+            io.list(children, io);
+        if (&kind == &kObject)
+            io.list(descendants, io);
+        if (kind.hasDelivery)
+            io(transport), io(ordering), io(space);
+        io(handle);
+        if (kind.isClass())
+            io(parentHandle);
+        if (&kind == &kSpace)
+            io(nextDimension);
     }
-    void linkParents() {
-        for (const auto &[handle, node] : nodes) {
-            node->parent = of(node->parentHandle);
-            node->linkOwned();
+};
+
+inline const std::string kFile = "RtiFedDatabase", kMissing = " not found in FED file.";
+
+/// All classes of a kind, or all spaces.
+struct Tree : Table<Record> {
+    const Kind &kind;
+    Number last = 0, lastMember = 0;         // the handles that were issued last
+    std::map<Number, Number> declaring = {}; // classes by their members
+    Record *current = nullptr;               // what a parser declared last
+
+    explicit Tree(const Kind &k) : kind(k) {}
+
+    Record *add(Fields fields) {
+        const std::size_t dot = kind.isClass() ? fields.name.rfind('.') : std::string::npos;
+        require(!kind.isClass() || !findNamed(fields.name), "ErrorReadingFED", kFile, kind.line(202, 567),
+                " The " + kind.noun + " class " + fields.name + " already exists.");
+        Record *parent = dot == std::string::npos ? nullptr : find(handleOf(fields.name.substr(0, dot)));
+        fields.handle = ++last;
+        Record *added = Table::add(std::make_shared<Record>(kind, fields, parent));
+        if (parent) {
+            parent->children.insert(added->handle);
+            parent->addDescendant(added->handle);
+        }
+        return added;
+    }
+    Record *addMember(Record *owner, Fields fields) {
+        if (kind.members == &kParameter)
+            require(owner, "RTIinternalError", "RtiFedDatabaseCodegen", 74,
+                    "parameter " + fields.name + " before the first interaction class");
+        require(owner, "RTIinternalError", kFile, kind.line(523, 0, 666));
+        fields.handle = ++lastMember;
+        Record *added = owner->addMember(fields);
+        declaring[added->handle] = owner->handle;
+        return added;
+    }
+    /// With or without the root in front of the name.
+    Record *findNamed(Name name) const { return find(name) ? find(name) : find(kind.root + name); }
+    Record *defined(Number handle, int line) const {
+        return require(find(handle), kind.word + "NotDefined", kFile, line);
+    }
+    Number handleOf(Name name) const {
+        const std::string reason = kind.title + " Name: " + name + kMissing;
+        return require(findNamed(name), "NameNotFound", kFile, kind.line(1342, 1504, 1651), reason)->handle;
+    }
+    std::string nameOf(Number handle) const { return defined(handle, kind.line(1368, 1533, 1679))->name; }
+    std::string memberFile() const { return kind.isClass() ? kFile : "RtiFedSpace"; }
+    /// Passes over an attribute whose handle is 0, and searches above it.
+    Number memberHandle(Name name, Number handle) const {
+        const auto isWanted = [](const Record &member) { return member.handle != 0 || &member.kind != &kAttribute; };
+        const Record *found = defined(handle, kind.line(1397, 1562, 1706))->findUpward(name, isWanted);
+        const std::string reason = kind.members->title + " Name: " + name + " of " + kind.title + ": ";
+        return require(found, "NameNotFound", memberFile(), kind.line(1410, 1579, 278),
+                       kind.isClass() ? reason + std::to_string(handle) + kMissing : "")
+            ->handle;
+    }
+    /// Passes over an attribute without a name, and searches above it.
+    std::string memberName(Number member, Number handle) const {
+        const auto isWanted = [](const Record &each) { return !each.name.empty() || &each.kind != &kAttribute; };
+        const Record *found = defined(handle, kind.line(1450, 1611, 1734))->findUpward(member, isWanted);
+        return require(found, kind.members->word + "NotDefined", memberFile(), kind.line(1464, 1628, 301))->name;
+    }
+    /// A class and its descendants, found by the handles of the children, or none for null.
+    std::map<Number, Record *> derived(Record *node) const {
+        std::map<Number, Record *> all;
+        if (node) {
+            all[node->handle] = node;
+            for (const Number child : node->children)
+                all.merge(derived(find(child)));
+        }
+        return all;
+    }
+    /// Without the class itself, unless it has no children.
+    std::map<Number, Record *> childlessDerived(Record *node) const {
+        std::map<Number, Record *> all = derived(node);
+        if (node && !node->children.empty())
+            all.erase(node->handle);
+        return all;
+    }
+    /// Gives a space to the classes and members that have none. That of object classes and parameters is never read.
+    void setSpace(Record *from, long space) const {
+        for (const auto &[handle, node] : derived(from)) {
+            node->space = node->space == 0 ? space : node->space;
+            for (const auto &[index, member] : node->members.byIndex)
+                member->space = member->space == 0 ? space : member->space;
         }
     }
-
-    static constexpr const char *kFile = "RtiFedDatabase", *kMissing = " not found in FED file.";
+    /// The handles of the members of a class and its superclasses, which are found by their handles.
+    template <class Handles>
+    Handles available(const Record *node) const {
+        Handles handles;
+        for (; node; node = find(node->parentHandle))
+            for (const auto &[index, member] : node->members.byIndex)
+                handles.insert(member->handle);
+        return handles;
+    }
+    /// The same, but made when it is first asked for, and kept.
+    template <class Handles>
+    Handles available(Record *node, std::optional<Handles> Record::*kept) const {
+        require(node, "ObjectClassNotDefined", "RtiFedDatabaseDerivation", 74, "no such object class");
+        if (!(node->*kept))
+            node->*kept = available<Handles>(node);
+        return *(node->*kept);
+    }
+    bool areAvailable(Number handle, const std::set<Number> &asked) const {
+        const std::set<Number> handles = available(find(handle), &Record::availableHandles);
+        return std::includes(handles.begin(), handles.end(), asked.begin(), asked.end());
+    }
+    std::set<Number> memberHandles() const {
+        std::set<Number> handles;
+        for (const auto &[index, node] : byIndex)
+            handles.merge(available<std::set<Number>>(node.get()));
+        return handles;
+    }
+    void image(Image io) {
+        Table::image(io, kind, byName);
+        for (const auto &[index, node] : byIndex) {
+            node->parent = find(node->parentHandle);
+            node->forEachOwned([](Record &owner, Record &owned) { owned.parent = &owner; });
+        }
+    }
 };
 
 struct Database {
     std::string name = {}, version = {}, fileName = "none.fed";
-    Classes objects{kObjects}, interactions{kInteractions};
-    Tree<Space, long> spaces = {};
-    std::map<Number, Number> declaring = {}; // classes by attribute
-    Number lastAttribute = 0, lastParameter = 0;
+    Tree objects{kObject}, interactions{kInteraction}, spaces{kSpace};
 
-    void addAttribute(Class *node, Member attribute) {
-        require(node, "RTIinternalError", kFile, 523);
-        attribute.handle = ++lastAttribute;
-        node->addMember(attribute);
-        declaring[attribute.handle] = node->handle;
-    }
-    Space *addSpace(Name space) { return spaces.insert(std::shared_ptr<Space>(new Space{space, ++spaces.last})); }
-    void addDimension(Space *space, Name dimension) {
-        require(space, "RTIinternalError", kFile, 666)->addDimension(dimension);
-    }
-    void setSpaces(Classes &classes, Class &node, long space) { // of those that have none, down the tree
-        if (node.space == 0 && !node.kind.ofObjects)
-            node.space = space;
-        for (Member &member : node.members)
-            if (member.space == 0)
-                member.space = space;
-        for (const Number child : node.children)
-            if (classes.of(child))
-                setSpaces(classes, *classes.of(child), space);
-    }
+    Database() = default;
+    explicit Database(RtiBuffer &buffer) { image({buffer, true}); }
+
     void setMomDefaultSpace() {
-        const long space = spaceHandle("HLAMomDefaultSpace");
-        setSpaces(objects, *objects.of(objects.handle("ObjectRoot.Manager")), space);
-        setSpaces(interactions, *interactions.of(interactions.handle("InteractionRoot.Manager")), space);
+        const Number space = spaces.handleOf("HLAMomDefaultSpace");
+        for (Tree *tree : {&objects, &interactions})
+            tree->setSpace(tree->find(tree->handleOf(tree->kind.root + "Manager")), static_cast<long>(space));
     }
-
-    long spaceHandle(Name space) const {
-        return require(spaces.named(space), "NameNotFound", kFile, 1651,
-                       "Routing Space Name: " + space + Classes::kMissing)
-            ->handle;
+    // Declarations as a parser makes them: members belong to what was declared last.
+    void declare(Tree &tree, Name declared, const Federation::Delivery &words = {}) {
+        tree.current = tree.add(described(tree.kind, declared, words));
     }
-    Space *space(long handle, int line) const { return require(spaces.of(handle), "SpaceNotDefined", kFile, line); }
-    Number dimensionHandle(Name dimension, long handle) const {
-        return require(space(handle, 1706)->dimensions.named(dimension), "NameNotFound", "RtiFedSpace", 278)->handle;
+    void declareMember(Tree &tree, Name member, const Federation::Delivery &words = {}) {
+        tree.addMember(tree.current, described(*tree.kind.members, member, words));
     }
-    std::string dimensionName(Number dimension, long handle) const {
-        return require(space(handle, 1734)->dimensions.of(dimension), "DimensionNotDefined", "RtiFedSpace", 301)->name;
-    }
-    long attributeSpace(Number attribute, Number handle) const {
-        return require(objects.defined(handle, 1767)->findRecurse(attribute), "AttributeNotDefined", kFile, 1772)
-            ->space;
-    }
-    long interactionSpace(Number handle) const { return interactions.defined(handle, 1800)->space; }
-    static Number oneOf(Name word, const std::vector<std::string> &words, int line, Name title) {
-        const auto found = std::find(words.begin(), words.end(), upper(word));
-        require(found != words.end(), "NameNotFound", kFile, line, title + " Name: " + word + Classes::kMissing);
-        return found - words.begin() < 2 ? 1 : 2;
+    Fields described(const Kind &kind, Name declared, const Federation::Delivery &words) const {
+        if (!kind.hasDelivery)
+            return {declared};
+        const Number space = words.space.empty() ? 0 : spaces.handleOf(words.space);
+        const Number transport = transportation(words.transportation);
+        return {declared, 0, transport, ordering(words.ordering), static_cast<long>(space)};
     }
     static Number transportation(Name word) {
-        return oneOf(word, {"BEST_EFFORT", "RTI_BEST_EFFORT", "RELIABLE", "RTI_RELIABLE"}, 1833, "Transportation");
+        return oneOf({"BEST_EFFORT", "RTI_BEST_EFFORT", "RELIABLE", "RTI_RELIABLE"}, word, "Transportation", 1833);
     }
     static Number ordering(Name word) {
-        return oneOf(word, {"RECEIVE", "RTI_RECEIVE_ORDERING", "TIMESTAMP", "RTI_TIME_STAMP_ORDERING"}, 1899,
-                     "Ordering");
+        return oneOf({"RECEIVE", "RTI_RECEIVE_ORDERING", "TIMESTAMP", "RTI_TIME_STAMP_ORDERING"}, word, "Ordering",
+                     1899);
     }
-    std::set<Number> attributeHandles() const {
-        std::set<Number> all;
-        for (const auto &[handle, node] : objects.nodes)
-            for (const Member &attribute : node->members)
-                all.insert(attribute.handle);
-        return all;
+    /// The handle of the first two words is 1, that of the others 2.
+    static Number oneOf(const std::vector<std::string> &words, Name word, Name title, int line) {
+        const auto found = std::find(words.begin(), words.end(), upper(word));
+        require(found != words.end(), "NameNotFound", kFile, line, title + " Name: " + word + kMissing);
+        return found - words.begin() < 2 ? 1 : 2;
     }
-    Number declaringClass(Number attribute) const {
-        const auto found = declaring.find(attribute);
-        return found == declaring.end() ? 0 : found->second;
-    }
-    /// Each of the two sets of a class is made when it is first asked for, and kept.
-    std::multiset<Number> availableAttributes(Class *node) const { return kept(node, &Class::available); }
-    std::set<Number> availableHandles(Class *node) const {
-        const std::multiset<Number> all = kept(node, &Class::availableHandles);
-        return {all.begin(), all.end()};
-    }
-    bool verifyAvailable(Number handle, const std::set<Number> &attributes) const {
-        const std::set<Number> all = availableHandles(objects.of(handle));
-        return std::includes(all.begin(), all.end(), attributes.begin(), attributes.end());
-    }
-    std::multiset<Number> kept(Class *node, std::optional<std::multiset<Number>> Class::*set) const {
-        require(node, "ObjectClassNotDefined", "RtiFedDatabaseDerivation", 74, "no such object class");
-        node->*set = (node->*set).value_or(objects.available(node));
-        return *(node->*set);
-    }
-
     void image(Image io) {
         io(name);
         io(version);
-        objects.image(io);
-        interactions.image(io);
-        spaces.image(io, [] { return new Space; });
-        std::vector<std::pair<Number, Number>> pairs(declaring.begin(), declaring.end());
-        io.list(pairs, [&](std::pair<Number, Number> &pair) {
-            io(pair.first);
-            io(pair.second);
-        });
-        declaring = {pairs.begin(), pairs.end()};
-        io(spaces.last);
-        io(objects.last);
-        io(lastAttribute);
-        io(interactions.last);
-        io(lastParameter);
+        for (Tree *tree : {&objects, &interactions, &spaces})
+            tree->image(io);
+        std::vector<std::pair<Number, Number>> pairs(objects.declaring.begin(), objects.declaring.end());
+        io.list(pairs, [&io](auto &pair) { io(pair.first), io(pair.second); });
+        objects.declaring = {pairs.begin(), pairs.end()};
+        for (Number *counter :
+             {&spaces.last, &objects.last, &objects.lastMember, &interactions.last, &interactions.lastMember})
+            io(*counter);
         io(fileName);
-    }
-    Database() = default;
-    explicit Database(RtiBuffer &buffer) {
-        image({buffer, true});
-        objects.linkParents();
-        interactions.linkParents();
-    }
-
-    static constexpr const char *kFile = Classes::kFile;
-};
-
-/// The callbacks of a parser that build a database. What they add belongs to what was added last.
-struct Codegen {
-    Database *database;
-    Space *space = nullptr;
-    Class *object = nullptr, *interaction = nullptr;
-
-    void addSpace(Name name) { space = database->addSpace(name); }
-    void addObjectClass(Name name) { object = database->objects.add({name}); }
-    void addObjectClassAttribute(Name name, Name transport, Name ordering, Name inSpace) {
-        database->addAttribute(object, described(name, transport, ordering, inSpace));
-    }
-    void addInteractionClass(Name name, Name transport, Name ordering, Name inSpace) {
-        interaction = database->interactions.add(described(name, transport, ordering, inSpace));
-    }
-    void addParameter(Name name) {
-        require(interaction, "RTIinternalError", "RtiFedDatabaseCodegen", 74,
-                "parameter " + name + " before the first interaction class")
-            ->addMember({name, ++database->lastParameter});
-    }
-    /// As the parser calls them, and what completes a database.
-    void load(const Federation &federation) {
-        database->name = "Benchmark";
-        database->version = "v1.3";
-        for (const Federation::Space &each : federation.spaces) {
-            addSpace(each.name);
-            for (const std::string &dimension : each.dimensions)
-                database->addDimension(space, dimension);
-        }
-        std::vector<std::string> names; // of the classes from the root to the current one
-        const auto fullName = [&names](const Federation::Class &node) {
-            names.resize(node.level - 1);
-            names.push_back((names.empty() ? "" : names.back() + '.') + node.name);
-            return names.back();
-        };
-        for (const Federation::Class &node : federation.objects) {
-            addObjectClass(fullName(node));
-            for (const auto &[name, delivery] : node.members)
-                addObjectClassAttribute(name, delivery.transportation, delivery.ordering, delivery.space);
-        }
-        for (const Federation::Class &node : federation.interactions) {
-            addInteractionClass(fullName(node), node.delivery.transportation, node.delivery.ordering,
-                                node.delivery.space);
-            for (const Federation::Member &member : node.members)
-                addParameter(member.name);
-        }
-        database->addSpace("HLAMomDefaultSpace");
-        database->setMomDefaultSpace();
-    }
-    Member described(Name name, Name transport, Name ordering, Name inSpace) const {
-        Member member{name};
-        member.space = inSpace.empty() ? 0 : database->spaceHandle(inSpace);
-        member.transport = Database::transportation(transport);
-        member.ordering = Database::ordering(ordering);
-        return member;
     }
 };
 
