@@ -12,6 +12,7 @@ namespace {
 /// as codes, except that `shown` has escaped the strongest of them already. The joiners of some scripts are left alone.
 bool isUnseen(unsigned code) {
     return code == 0xAD || code == 0x61C || code == 0x180E || code == 0x200B || code == 0x200E || code == 0x200F ||
+           // equivalent: `shown` has escaped U+202E
            (code >= 0x2028 && code <= 0x202E) || (code >= 0x2060 && code <= 0x206F) || code >= 0xFFFE;
 }
 
@@ -19,11 +20,12 @@ bool isUnseen(unsigned code) {
 unsigned shortCodeAt(std::string_view text, std::size_t at) {
     const auto bits = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]) & 0x3FU; };
     const auto first = static_cast<unsigned char>(text[at]);
+    // equivalent: no character begins with C0 or C1, and what follows E0 is seen, also if it is read as two bytes
     if (first >= 0xC0 && first < 0xE0)
         return (first & 0x1FU) << 6 | bits(1);
-    if (first >= 0xE0 && first < 0xF0)
+    if (first >= 0xE0 && first < 0xF0) // equivalent: what begins with E0 is seen
         return (first & 0xFU) << 12 | bits(1) << 6 | bits(2);
-    return 0;
+    return 0; // equivalent: the code of any character that is seen
 }
 
 /// Returns `shown(name, limit)` with a code such as U+200B for each unseen character. All of these have two or three
@@ -39,7 +41,7 @@ std::string visible(const std::string &name, std::size_t limit) {
             continue;
         }
         text += {'U', '+', kDigits[code >> 12], kDigits[code >> 8 & 15], kDigits[code >> 4 & 15], kDigits[code & 15]};
-        at += code < 0x800 ? 1 : 2;
+        at += code < 0x800 ? 1 : 2; // equivalent: the codes around 0x800 are seen
     }
     return text;
 }

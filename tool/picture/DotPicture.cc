@@ -42,7 +42,7 @@ void writeTree(const ClassPicture::Tree &tree, std::ostream &os) {
            << '"' << (node.members.empty() ? "" : ", shape=record, style=filled")
            << (node.isFoldedMom ? R"(, style="rounded,dashed", color="#8c959f")" : "") << "]\n";
     }
-    for (std::size_t i = tree.nodes.size(); i-- > 0;)
+    for (std::size_t i = tree.nodes.size(); i-- > 0;) // equivalent: the first one has no parent
         if (tree.nodes[i].parent != Outline::kNone)
             os << "    " << prefix << tree.nodes[i].parent << " -> " << prefix << i << '\n';
     os << "  }\n";
