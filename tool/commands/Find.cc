@@ -87,11 +87,12 @@ private:
     /// Reads the name as CLASS.MEMBER, with a member that the class inherits.
     ///
     /// The idea: collect the classes that declare a member of this name, then walk up from each class that CLASS may
-    /// mean to the first of them. Names of classes are compared only once a class, whatever the number of members.
+    /// mean to the first of them, or to the root. Names of classes are compared only once a class, whatever the number
+    /// of members.
     void collectInherited() {
         const std::size_t dot = _name.text().rfind('.');
         if (dot == std::string::npos)
-            return;
+            return; // equivalent: only speed, since a class of the name would have been found
         const NamePattern className(_name.text().substr(0, dot), _name.isGlob());
         const NamePattern memberName(_name.text().substr(dot + 1), _name.isGlob());
         const auto hasMemberName = [&](const Declaration &declaration) {
@@ -109,7 +110,7 @@ private:
                 if (className.matchesEnd(node.name))
                     while (ancestor->parent != Outline::kNone && declaring.count(ancestor) == 0)
                         ancestor = &classes[ancestor->parent];
-                if (ancestor != &node && declaring.count(ancestor) > 0)
+                if (ancestor != &node)
                     inherited.insert(ancestor);
             }
         }

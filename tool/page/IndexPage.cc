@@ -45,7 +45,7 @@ std::string describeState(const IndexRow &row) {
     case State::unreadable:
         return row.failure;
     case State::removed:
-        break;
+        break; // equivalent: this is the last one
     }
     return "removed";
 }
@@ -115,10 +115,10 @@ private:
 
     /// The first digits are enough to see that two models differ. The style hides the others, which the filter finds.
     void writeFingerprint(const std::string &digits) {
-        const std::string rest = digits.size() > kShownDigits ? digits.substr(kShownDigits) : "";
-        writeCell("fingerprint", digits.empty() ? ""
-                                                : "<code title=\"" + digits + "\">" + digits.substr(0, kShownDigits) +
-                                                      "<span class=\"rest\">" + rest + "</span></code>");
+        writeCell("fingerprint", digits.empty()
+                                     ? ""
+                                     : "<code title=\"" + digits + "\">" + digits.substr(0, kShownDigits) +
+                                           "<span class=\"rest\">" + digits.substr(kShownDigits) + "</span></code>");
     }
 
     static constexpr std::size_t kShownDigits = 12;

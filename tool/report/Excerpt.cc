@@ -6,7 +6,7 @@
 namespace {
 
 constexpr std::size_t kTabStop = 8;
-constexpr std::size_t kLongestCharacter = 4; // in bytes of UTF-8
+constexpr std::size_t kLongestCharacter = 4; // in bytes of UTF-8; equivalent: more is only slower
 constexpr std::string_view kCut = "...";
 
 using Cells = std::vector<std::string>; // the text of each column
@@ -16,7 +16,7 @@ void addCells(Cells &cells, std::string_view bytes) {
         const std::size_t size = RtiFedParser::printableSize(bytes);
         if (bytes.front() == '\t') {
             cells.resize(cells.size() / kTabStop * kTabStop + kTabStop, " ");
-        } else if (size > 0) {
+        } else if (size > 0) { // equivalent: below, ASCII characters stay as they are
             cells.emplace_back(bytes.substr(0, size));
         } else {
             for (const char c : RtiFedParser::printable(bytes.substr(0, 1)))
@@ -40,10 +40,9 @@ void overwrite(Cells &cells, std::size_t at) {
 } // namespace
 
 Excerpt::Excerpt(std::string_view text, RtiFedSpan span, unsigned long column, std::size_t width) {
-    std::size_t before = std::min<std::size_t>(column - 1, width * kLongestCharacter);
-    const std::string_view rest = restOfLine(text, span.begin, 2 * width);
+    const std::size_t before = std::min<std::size_t>(column - 1, width * kLongestCharacter);
+    const std::string_view rest = restOfLine(text, span.begin, 2 * width); // equivalent: more is not shown
     const std::size_t meant = std::min<std::size_t>(span.length, rest.size());
-    bool cutBefore = before < column - 1, cutAfter = rest.size() == 2 * width * kLongestCharacter;
 
     Cells cells;
     addCells(cells, text.substr(span.begin - before, before));
@@ -52,11 +51,12 @@ Excerpt::Excerpt(std::string_view text, RtiFedSpan span, unsigned long column, s
     std::size_t last = std::max(cells.size(), first + 1);
     addCells(cells, rest.substr(meant));
 
-    if (cells.size() > width) { // show the span in the middle, with as much of the line on both sides as fits
+    // Show the span in the middle, with as much of the line on both sides as fits. equivalent: what just fits is not
+    // cut
+    if (cells.size() > width) {
         const std::size_t spare = width - std::min(last - first, width - 4 * kCut.size());
         const std::size_t begin = std::min(first - std::min(first, spare / 2), cells.size() - width);
-        cutBefore = cutBefore || begin > 0;
-        cutAfter = cutAfter || begin + width < cells.size();
+        const bool cutBefore = begin > 0, cutAfter = begin + width < cells.size();
         cells = Cells(cells.begin() + static_cast<std::ptrdiff_t>(begin),
                       cells.begin() + static_cast<std::ptrdiff_t>(begin + width));
         first -= begin;
