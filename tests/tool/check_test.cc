@@ -1,5 +1,6 @@
 #include "tests/Support.hh"
 #include "tool/check/Checker.hh"
+#include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/report/Excerpt.hh"
 #include "tool/report/FileFindings.hh"
@@ -193,6 +194,27 @@ TEST(Check, WritesWhatSarifNeeds) {
     const auto &notifications = invocation.at("toolExecutionNotifications");
     EXPECT_EQ(notifications.at(0).at("message").at("text"), "2 more errors are not shown");
     EXPECT_EQ(notifications.at(1).at("message").at("text"), "No such file or directory");
+}
+
+TEST(Check, SuggestsWhatIsNearAndKnowsWhenItIsSure) {
+    const std::string longest(64, 'a');
+    for (const auto &[word, candidate, expected] : {std::tuple<std::string, std::string, bool>("HLAabc", "abx", true),
+                                                    {"bacde", "abcde", true},
+                                                    {"axyde", "abcde", false},
+                                                    {"axbde", "abcde", false},
+                                                    {"xyabc", "abcd", false},
+                                                    {"a", "xy", false},
+                                                    {longest, longest.substr(1) + 'b', true},
+                                                    {longest, longest + 'a', false},
+                                                    {longest + 'a', longest, false}})
+        EXPECT_EQ(suggestionFor(word, {candidate}), expected ? candidate : "") << word;
+    EXPECT_EQ(suggestionFor("Baot", std::vector<std::string>(1000, "boat")), "boat");
+    EXPECT_EQ(suggestionFor("Baot", std::vector<std::string>(1001, "boat")), "");
+    EXPECT_TRUE(bestOf("baot1", {"boat1", "ship"}).isSure);
+    EXPECT_FALSE(bestOf("boat1", {"boat2"}).isSure);
+    EXPECT_FALSE(bestOf("boad", {"boat", "boar"}).isSure);
+    EXPECT_TRUE(bestNameOf("sea_", {"Sea"}).isSure);
+    EXPECT_FALSE(bestNameOf("boad", {"boat"}).isSure);
 }
 
 TEST(Check, CutsAndAlignsTheLineItShows) {

@@ -112,6 +112,7 @@ std::optional<RtiFedPosition> Checker::firstLoss() const {
     std::optional<RtiFedSpan> first;
     if (_parser.numErrors() > 0)
         first = _parser.error(0).span;
+    // equivalent: at one place, either is the first
     if (dropped != _findings.end() && (!first || dropped->span->begin < first->begin))
         first = dropped->span;
     return first ? std::optional(_parser.positionAt(first->begin)) : std::nullopt;

@@ -27,8 +27,9 @@ std::string skeletonOf(std::string_view word) {
 /// Entry j of a row is the distance between the first i letters of `a` and the first j letters of `b`; each row follows
 /// from the two rows above it, so that only three are kept.
 std::size_t distance(std::string_view a, std::string_view b) {
+    // equivalent: more entries are not used
     std::vector<std::size_t> twoAbove(b.size() + 1), above(b.size() + 1), row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j)
+    for (std::size_t j = 0; j <= b.size(); ++j) // equivalent: the first entry is 0 already
         row[j] = j;
     for (std::size_t i = 1; i <= a.size(); ++i) {
         twoAbove.swap(above);
@@ -36,6 +37,7 @@ std::size_t distance(std::string_view a, std::string_view b) {
         row[0] = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
             row[j] = std::min({above[j] + 1, row[j - 1] + 1, above[j - 1] + (a[i - 1] != b[j - 1] ? 1 : 0)});
+            // equivalent: but for sanitizers, since no letter is before the first ones
             if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
                 row[j] = std::min(row[j], twoAbove[j - 2] + 1);
         }
@@ -65,8 +67,9 @@ std::string suggestionFor(std::string_view word, const std::vector<std::string> 
         if (candidate.size() > kLongest)
             continue;
         const std::string skeleton = skeletonOf(candidate);
+        // equivalent: only speed, since the distance is as large at least
         if (std::max(meant.size(), skeleton.size()) - std::min(meant.size(), skeleton.size()) >= least)
-            continue;
+            continue; // equivalent: likewise
         const std::size_t d = distance(meant, skeleton);
         if (d < least && d < skeleton.size()) {
             least = d;

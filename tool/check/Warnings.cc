@@ -24,7 +24,7 @@ struct Place {
 
     bool operator<(const Place &other) const {
         if (name.hash() != other.name.hash())
-            return name.hash() < other.name.hash();
+            return name.hash() < other.name.hash(); // equivalent: they differ
         // unreached: no two names with the same hash are known
         return !RtiFedName::equal(name.text(), other.name.text()) &&
                RtiStringUtility::toupper(name.text()) < RtiStringUtility::toupper(other.name.text());
@@ -50,11 +50,11 @@ public:
         });
         if (known == _spellings.end()) {
             if (_spellings.size() < kMost)
-                _spellings.push_back({place.name.text(), place.span, 1});
+                _spellings.push_back({place.name.text(), place.span, 1}); // equivalent: any number for all
             return;
         }
         ++known->count;
-        if (place.span.begin < known->first.begin)
+        if (place.span.begin < known->first.begin) // equivalent: no two places are the same
             known->first = place.span;
     }
 
@@ -195,6 +195,7 @@ private:
     /// Warns at the first of the places of a spelling; the fix is for all of them.
     void warnOfCase(const std::string &noun, std::string_view spelling, std::vector<RtiFedSpan> places,
                     std::string_view usual, RtiFedSpan usualPlace, const std::string &verb) {
+        // equivalent: no two places are the same
         std::sort(places.begin(), places.end(), [](RtiFedSpan a, RtiFedSpan b) { return a.begin < b.begin; });
         Finding &finding = warn(RuleId::letterCase, places.front(),
                                 "the " + noun + " " + inQuotes(spelling) + " is " + verb + " as " + inQuotes(usual));
