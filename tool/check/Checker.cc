@@ -176,7 +176,6 @@ void Checker::addInteractionClass(std::string name, std::string transportation, 
                       std::move(space)};
     const auto properties = resolve("interaction class", name, words);
     _classNamesUncertain = _classNamesUncertain || !properties || _shiftedWords.size() > numShifted;
-    _owner = offsetOfWord(_parser.span());
     _interactionClass = addClass<Interactions>(name, [&] {
         const Properties known = properties.value_or(Properties{});
         return _database->addInteractionClass(name, known.transportation, known.ordering, known.space);

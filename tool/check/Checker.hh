@@ -143,7 +143,7 @@ private:
     ClassClauses _clauses;
     std::vector<std::string> _spaceNames;
     std::set<RtiSpaceHandle> _usedSpaces;
-    std::uint32_t _owner = 0; // the offset of the name of the current class; 0 outside of classes
+    std::uint32_t _owner = 0; // the offset of the name of the last object class; 0 before the first one
     std::set<std::pair<std::uint32_t, std::string>> _shiftedWords; // with their owners, in upper case
     std::multiset<std::uint32_t> _lostNames;                       // owners of declarations without a name
     bool _classNamesUncertain = false;                             // one of them may be the name of a class

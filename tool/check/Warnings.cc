@@ -170,7 +170,7 @@ private:
     /// letter case. Spellings of duplicate spaces were reported already.
     void warnOfSpaceReferences() {
         if (!_names.spaceSpellingsVary())
-            return;
+            return; // equivalent: only speed
         std::set<std::string> declared;
         for (const RtiSpaceHandle &handle : _database.getRoutingSpaceHandleSet())
             declared.insert(_database.find(handle)->getName());
@@ -246,7 +246,7 @@ private:
         constexpr auto classKind = ofObjects ? NameScan::objectClass : NameScan::interactionClass;
         constexpr auto memberKind = ofObjects ? NameScan::attribute : NameScan::parameter;
         if (!_names.anyUnusual(classKind) && !_names.anyUnusual(memberKind))
-            return;
+            return; // equivalent: only speed
         std::vector<Place> classes, members;
         for (const auto &handle : Tree::handles(_database)) {
             const auto &node = *_database.find(handle);

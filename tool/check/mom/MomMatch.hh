@@ -48,7 +48,7 @@ public:
 
     explicit MomMatch(const RtiFedDatabase &database)
         : _database(database), _required(Tree::missing(RtiFedDatabase(RtiFedDatabaseConstructorArg("", RTI_false)))) {
-        _matches.reserve(_required.size() + 1);
+        _matches.reserve(_required.size() + 1); // equivalent: only memory, if pointers to matches stay valid
         _matches.push_back({nullptr, Tree::kind.root, nullptr});
         matchRoot();
         std::map<std::string, const Match *> byName;
