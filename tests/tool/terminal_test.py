@@ -112,6 +112,7 @@ with tempfile.TemporaryDirectory() as folder:
            ("96881752  pipe\n", 0))
     # Each waits for a pipe: shown, cut to the width, erased before the output, and left out where it would disturb.
     expect("progress", run(["checksum", "pipe"], good), (shown + "96881752  pipe\n", 0))
+    expect("progress before calls", run(["calls", "pipe"], good)[0].startswith(shown), True)
     expect("progress in a narrow terminal", run(["checksum", "pipe"], good, columns=15)[0].split(ERASED)[0] + ERASED,
            "\rWorking for N \033[K" + ERASED)
     expect("progress through files", run(["checksum", MINIMAL, "pipe"], good)[0].split("\n", 1)[1],
