@@ -18,6 +18,7 @@
 
 namespace {
 
+// equivalent: a bound of the time, whose exact value does not matter
 constexpr std::size_t kMaxSuggestions = 1000; // for one text: each compares a word with all candidates
 
 bool comesBefore(const Finding &a, const Finding &b) {
