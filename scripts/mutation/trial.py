@@ -124,7 +124,9 @@ class Trial:
             done = subprocess.run(words, cwd=BUILD, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
             if done.returncode != 0:
                 return None, done.stdout
-        run("clang++", "-fuse-ld=lld", "-shared", "-Wl,-soname,libmutant.so", "-o", folder / "libmutant.so", *built)
+        # two of the objects can have the same functions: of one source compiled twice, or `main` of two tests
+        run("clang++", "-fuse-ld=lld", "-shared", "-Wl,-soname,libmutant.so,--allow-multiple-definition",
+            "-o", folder / "libmutant.so", *built)
         return folder, ""
 
     def _passes(self, batch, library, number):
