@@ -127,7 +127,9 @@ class Session:
                 self.create(rest, "\n".join(iter(lambda: next(lines)[1], "END")) + "\n")
             elif word and word != "#":
                 self.bytes += getattr(self, word)(rest, number)
-        rest, _ = self.server.communicate(self.bytes)
+        # In one piece, as far as the pipe holds it: the server publishes diagnostics whenever nothing waits in it.
+        written = os.write(self.server.stdin.fileno(), self.bytes[:65536])
+        rest, _ = self.server.communicate(self.bytes[written:])
         while rest:
             header, _, rest = rest.partition(b"\r\n\r\n")
             size = size_in(header)
