@@ -121,8 +121,9 @@ TEST(Tree, FitsTheTerminal) {
 
 TEST(Tree, AlignsWhatFitsAndCutsAtADepth) {
     // By the width of the terminal: how wide the column of names can become.
-    for (const auto &[width, furthest] : {std::pair(0, 60), std::pair(60, 36), std::pair(80, 44)})
-        for (const int more : {0, 1}) {
+    using Widths = std::pair<std::size_t, std::size_t>;
+    for (const auto &[width, furthest] : {Widths(0, 60), Widths(60, 36), Widths(80, 44)})
+        for (const std::size_t more : {0U, 1U}) {
             const std::string name(furthest - 8 + more, 'n');
             const std::string model =
                 "(FED (objects (class R (attribute " + name + " reliable receive) (attribute x reliable receive))))";
@@ -134,8 +135,8 @@ TEST(Tree, AlignsWhatFitsAndCutsAtADepth) {
         }
     const std::string inherits = "(FED (objects (class R (attribute a reliable receive) (class S "
                                  "(attribute longername reliable receive)))))";
-    for (const auto &[width, line] : {std::pair(48, "      a           reliable     receive    from R\n"),
-                                      std::pair(47, "      a           reliable     receive  from R\n")})
+    for (const auto &[width, line] : {std::pair(48U, "      a           reliable     receive    from R\n"),
+                                      std::pair(47U, "      a           reliable     receive  from R\n")})
         EXPECT_NE(said(inherits, TreeOptions{"", "S", true}, tree, width).find(line), std::string::npos)
             << said(inherits, TreeOptions{"", "S", true}, tree, width);
     EXPECT_NE(said(kCoast, TreeOptions{"", "", false, true, 2}, tree)
