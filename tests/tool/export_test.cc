@@ -186,7 +186,7 @@ private:
 std::vector<std::string> anyTexts() {
     std::vector<std::string> texts = {example("harbour.fed"), example("minimal.fed"), example("tolerances.fed"),
                                       "(FED"};
-    for (unsigned seed = 0; seed < 500; ++seed)
+    for (unsigned seed = 0; seed < rounds(500); ++seed)
         texts.push_back(AnyFed(seed).text());
     return texts;
 }
@@ -238,7 +238,7 @@ TEST(Export, OfAnyModelIsValidBySchema) {
 }
 
 TEST(Export, TemplateOfTypesChangesNothing) {
-    for (unsigned seed = 0; seed < 100; ++seed) {
+    for (unsigned seed = 0; seed < rounds(100); ++seed) {
         const std::string text = AnyFed(seed).text();
         SCOPED_TRACE(text);
         const std::string types = exported("--types-template\n" + text).out;

@@ -196,7 +196,7 @@ TEST(Fix, RepairsWhatIsBrokenInOneWay) {
     for (const Break &each : kBreaks) {
         std::size_t numBroken = 0;
         for (const char *const name : {"harbour.fed", "minimal.fed"})
-            for (unsigned seed = 0; seed < 8; ++seed) {
+            for (unsigned seed = 0; seed < rounds(8); ++seed) {
                 Breakable text(example(name), seed);
                 const std::string broken = each.make(text);
                 if (broken.empty())
@@ -205,13 +205,13 @@ TEST(Fix, RepairsWhatIsBrokenInOneWay) {
                 EXPECT_EQ(withFixes({name, broken}, {}, {each.isUnsafe}).text.text(), text.text())
                     << each.rule << ' ' << name;
             }
-        EXPECT_GE(numBroken, 8U) << each.rule;
+        EXPECT_GE(numBroken, rounds(8)) << each.rule;
     }
 }
 
 TEST(Fix, KeepsWhatLoadsAndComesToAnEnd) {
     std::mt19937 random(5);
-    for (unsigned seed = 0; seed < 60; ++seed) {
+    for (unsigned seed = 0; seed < rounds(60); ++seed) {
         std::string text = example(seed % 2 ? "harbour.fed" : "tolerances.fed");
         for (int i = 0; i < 4; ++i) {
             EXPECT_EQ(faultOfFixes(text, {seed % 4 < 2}), "");

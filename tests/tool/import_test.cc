@@ -118,7 +118,7 @@ TEST(ImportTest, Cases) {
 
 /// The way out and back gives the same model with the same handles, in each form of export.
 TEST(ImportTest, ExportsComeBack) {
-    for (unsigned seed = 0; seed < 500; ++seed) {
+    for (unsigned seed = 0; seed < rounds(500); ++seed) {
         SCOPED_TRACE(seed);
         RandomModel model(seed);
         for (int i = 0; i < 8; ++i)
@@ -137,7 +137,7 @@ TEST(ImportTest, ExportsComeBack) {
 
 /// An edit of the FED of a pair shows as what it is in the FED alone, but for handles and the federation.
 TEST(ImportTest, DiffFindsWhatDrifted) {
-    for (unsigned seed = 0; seed < 200; ++seed) {
+    for (unsigned seed = 0; seed < rounds(200); ++seed) {
         SCOPED_TRACE(seed);
         RandomModel model(seed);
         const std::string fed = model.text(), xml = exported(fed);
@@ -354,7 +354,7 @@ TEST(ImportTest, DamagedModelsAreRefusedOrLoad) {
                  "$D($d($n(S.x))$d($n(S.y))$d($n(Z)))");
     std::mt19937 random(11);
     std::size_t numImported = 0;
-    for (int i = 0; i < 3000; ++i) {
+    for (std::size_t i = 0; i < rounds(3000); ++i) {
         pugi::xml_document document;
         ASSERT_TRUE(document.load_string(model.c_str()));
         const auto anyOf = [&random](const pugi::xpath_node_set &nodes) {
@@ -376,5 +376,5 @@ TEST(ImportTest, DamagedModelsAreRefusedOrLoad) {
         EXPECT_EQ(faultOfImport({{"a.xml", out.str()}}), "") << out.str();
         numImported += Import({{"a.xml", out.str()}}).succeeds() ? 1 : 0;
     }
-    EXPECT_GT(numImported, 300U);
+    EXPECT_GT(numImported, rounds(300));
 }

@@ -175,7 +175,7 @@ TEST(Lsp, FindsPlacesInLongLines) {
 
 TEST(Lsp, KnowsAfterEachEditWhatAFreshServerKnows) {
     std::mt19937 random(5);
-    for (int i = 0; i < 1000; ++i) {
+    for (std::size_t i = 0; i < rounds(1000); ++i) {
         const PositionEncoding encoding = kEncodings[i % 3];
         std::string text = kText;
         TestClient client(text, encoding);
@@ -229,5 +229,5 @@ TEST(Lsp, NeedsNoMoreMemoryAfterManyEdits) {
         return mallinfo2().uordblks;
     };
     const std::size_t before = edit(500);
-    EXPECT_LT(edit(10000), before + 65536);
+    EXPECT_LT(edit(static_cast<int>(rounds(10000))), before + 65536);
 }

@@ -172,8 +172,8 @@ private:
 
 TEST(Merge, OfRandomModulesLoadsWithAllThatTheyDeclare) {
     RandomModules random(11);
-    int numMerged = 0;
-    for (int i = 0; i < 100; ++i) {
+    std::size_t numMerged = 0;
+    for (std::size_t i = 0; i < rounds(100); ++i) {
         std::vector<std::string> texts;
         while (texts.size() < 2)
             if (std::string text = random.make(); Checker(text).findsNoError())
@@ -183,8 +183,8 @@ TEST(Merge, OfRandomModulesLoadsWithAllThatTheyDeclare) {
         mergedText(texts, conflicts);
         numMerged += conflicts == 0 ? 1 : 0;
     }
-    EXPECT_GT(numMerged, 30);
-    EXPECT_LT(numMerged, 100);
+    EXPECT_GT(numMerged, rounds(30));
+    EXPECT_LT(numMerged, rounds(100));
 }
 
 /// Also if a class and its superclass have a member of one name, so that the file does not load.
