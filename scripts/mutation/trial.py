@@ -5,11 +5,13 @@ import shlex
 import shutil
 import subprocess
 import tempfile
+import time
 
 from mutation.base import BUILD, RECORD, ROOT, SOURCE, run, run_test
 from mutation.switched import Switched
 
 PATIENCE = 5  # times the time of the unchanged code
+LONGEST = 20  # seconds: a mutant of a header that is compiled alone can need many sources for each test program
 TOGETHER = 0.3  # seconds: faster tests of one program run in one process
 SWITCH = ["-include", str(ROOT / "scripts/mutation/switch.hh"), "-Wno-invalid-constexpr", "-ferror-limit=0",
           "-ftemplate-backtrace-limit=0", "-fconstexpr-backtrace-limit=0", "-fno-caret-diagnostics", "-fno-color-diagnostics"]
@@ -32,13 +34,13 @@ class Trial:
         self.unsound = set()  # numbers of tests that fail even so, because they count allocations, for example
 
     def attempt(self, mutant, patience):
-        """The outcome. Runs the fastest tests only, as many as take so many seconds, or all."""
+        """The outcome. Runs the fastest tests only, as many as take `patience` seconds, or all."""
         tests, _ = self.reached[mutant.number]
         if not tests:
             return "unreached"
-        spent, is_tried = 0, False
+        spent, is_tried, begin = 0, False, time.monotonic()
         for batch in list(self._batches(tests)):
-            if patience and spent > patience:
+            if patience and (spent > patience or time.monotonic() - begin > LONGEST):
                 return "survived the first tests"
             spent += sum(test.seconds for test in batch)
             library = self._library(mutant, batch)
