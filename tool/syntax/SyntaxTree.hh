@@ -41,6 +41,7 @@ public:
 
     const std::vector<Clause> &clauses() const { return _clauses; }
     Index numTokens() const { return static_cast<Index>(_tokens.size() - 1); }
+    /// The kind of a token; Kind::nul for the number of tokens, so that one may look at what follows any token.
     Kind kind(Index token) const { return _tokens[token].kind; }
 
     /// The offset of the first byte of a token; the size of the text for the number of tokens.
