@@ -25,8 +25,8 @@ std::string withMom(const std::string &objects, const std::string &interactions 
 
 std::string replaced(std::string text, const std::string &what, const std::string &with);
 
-/// Returns how often a random test is repeated: a quarter as often as usual with sanitizers, which take ten times as long;
-/// and RTIFED_ROUNDS in the environment times that.
+/// Returns how often a random test is repeated: a quarter as often as usual with sanitizers, which take ten times as
+/// long; and RTIFED_ROUNDS in the environment times that.
 inline std::size_t rounds(std::size_t usual) {
     const char *times = std::getenv("RTIFED_ROUNDS");
     return std::max<std::size_t>(usual * (times ? std::stoul(times) : 1) / RTIFED_SLOWNESS, 1);
