@@ -93,6 +93,19 @@ def hook(repository, configuration):
     repository.expect("git commit", status, log, "`touch ran`.FED:52:47: error: unknown ordering")
 
 
+def make_sources():
+    """A repository of the sources of rtifed, as far as action and job use them: the program is built already."""
+    repository = Repository("sources", True)
+    script = repository.path / "scripts/program"
+    script.parent.mkdir()
+    script.write_text(f"#!/bin/sh\necho '{program}'\n")
+    script.chmod(0o755)
+    repository.git("add", ".")
+    repository.git("commit", "-q", "-m", "Sources")
+    repository.git("branch", "-M", "main")
+    return repository.path
+
+
 # GitHub
 
 def evaluated(text, contexts):
@@ -117,7 +130,7 @@ def action(repository, inputs):
         (folder / "script.sh").write_text(step["run"])
         environment = {name: evaluated(value, contexts) for name, value in step["env"].items()}
         environment.update({name: str(file) for name, file in files.items()})
-        environment.update(GITHUB_WORKSPACE=str(repository.path), GITHUB_ACTION_PATH=str(root), GITHUB_ACTIONS="true")
+        environment.update(GITHUB_WORKSPACE=str(repository.path), GITHUB_ACTION_PATH=str(sources), GITHUB_ACTIONS="true")
         files["GITHUB_OUTPUT"].write_text("")
         status, printed = repository.run(["bash", "--noprofile", "--norc", "-eo", "pipefail", folder / "script.sh"], environment)
         log += printed
@@ -175,14 +188,7 @@ def gitlab(repository, variables, path):
 
 
 def try_gitlab(good, bad):
-    sources = Repository("sources", True)  # of rtifed, as far as the job uses them
-    (sources.path / "scripts").mkdir()
-    (sources.path / "scripts/program").write_text(f"#!/bin/sh\nexec '{root}/scripts/program'\n")
-    (sources.path / "scripts/program").chmod(0o755)
-    sources.git("add", ".")
-    sources.git("commit", "-q", "-m", "Sources")
-    sources.git("branch", "-M", "main")
-    variables = {"RTIFED_SOURCE": f"file://{sources.path}", "RTIFED_FILES": "*.fed\nmodels/*"}
+    variables = {"RTIFED_SOURCE": f"file://{sources}", "RTIFED_FILES": "*.fed\nmodels/*"}
     system = ":".join(folder for folder in base["PATH"].split(":") if not (pathlib.Path(folder) / "rtifed").exists())
     for repository in (good, bad):
         gitlab(repository, variables, system)
@@ -227,6 +233,7 @@ base.update(PATH=f"{work}/bin:{os.environ['PATH']}", HOME=str(work), PRE_COMMIT_
             GIT_CONFIG_NOSYSTEM="1", GIT_CONFIG_GLOBAL=os.devnull, GIT_AUTHOR_NAME="A", GIT_AUTHOR_EMAIL="a@example.org",
             GIT_COMMITTER_NAME="C", GIT_COMMITTER_EMAIL="c@example.org", NO_COLOR="1")
 try:
+    sources = make_sources()
     repositories = Repository("good", True), Repository("bad", False)
     try_action(*repositories)
     try_gitlab(*repositories)
