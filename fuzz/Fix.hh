@@ -4,8 +4,8 @@
 
 #include "fuzz/Syntax.hh"
 #include "tool/check/ReadOutline.hh"
+#include "tool/comparison/Comparison.hh"
 #include "tool/fix/Fixing.hh"
-#include "tool/model/Comparison.hh"
 
 #include <algorithm>
 

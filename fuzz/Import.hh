@@ -4,10 +4,10 @@
 
 #include "tool/check/Checker.hh"
 #include "tool/check/ReadOutline.hh"
+#include "tool/comparison/Comparison.hh"
 #include "tool/fom/import/FomOutline.hh"
 #include "tool/fom/import/Import.hh"
 #include "tool/format/Format.hh"
-#include "tool/model/Comparison.hh"
 
 #include <string>
 #include <vector>

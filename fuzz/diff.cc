@@ -4,7 +4,7 @@
 #include "fuzz/Fuzz.hh"
 #include "fuzz/MomClauses.hh"
 #include "tool/check/ReadOutline.hh"
-#include "tool/model/Comparison.hh"
+#include "tool/comparison/Comparison.hh"
 
 #include <algorithm>
 

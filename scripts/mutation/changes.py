@@ -20,8 +20,9 @@ COMMENT_OR_STRING = re.compile(r"//[^\n]*|/\*.*?\*/|\bR\"\(.*?\)\"|\"(?:\\.|[^\"
 
 
 def digest(text):
-    """Of the code: stays the same when comments and layout change."""
+    """Of the code: stays the same when comments, layout and includes change."""
     code = COMMENT_OR_STRING.sub(lambda match: match[0] if match[0][0] in "R\"'" else " ", text)
+    code = re.sub(r"^ *#include .*", "", code, flags=re.M)
     return hashlib.sha256(" ".join(code.split()).encode()).hexdigest()[:12]
 
 

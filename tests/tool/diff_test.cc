@@ -3,7 +3,7 @@
 #include "tests/tool/RandomModel.hh"
 #include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
-#include "tool/model/Comparison.hh"
+#include "tool/comparison/Comparison.hh"
 
 #include <nlohmann/json.hpp>
 

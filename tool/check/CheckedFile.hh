@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tool/check/Checker.hh"
-#include "tool/model/Input.hh"
+#include "tool/input/Input.hh"
 
 #include <memory>
 #include <vector>

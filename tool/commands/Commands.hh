@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tool/commands/Rewriting.hh"
+#include "tool/comparison/Comparison.hh"
 #include "tool/console/Console.hh"
 #include "tool/console/Progress.hh"
 #include "tool/constants/Constants.hh"
@@ -8,9 +9,8 @@
 #include "tool/fix/Fixing.hh"
 #include "tool/fom/export/FomExport.hh"
 #include "tool/format/Format.hh"
-#include "tool/model/Comparison.hh"
-#include "tool/model/FedFiles.hh"
-#include "tool/model/Input.hh"
+#include "tool/input/FedFiles.hh"
+#include "tool/input/Input.hh"
 #include "tool/report/FileFindings.hh"
 #include "tool/report/Loading.hh"
 #include "tool/report/Report.hh"

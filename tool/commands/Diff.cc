@@ -2,7 +2,7 @@
 #include "tool/commands/Commands.hh"
 #include "tool/fom/import/FomOutline.hh"
 #include "tool/fom/import/Import.hh"
-#include "tool/model/Revision.hh"
+#include "tool/input/Revision.hh"
 #include "tool/report/DiffReport.hh"
 #include "tool/report/json/DiffJson.hh"
 

@@ -1,8 +1,8 @@
 #include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/comparison/MovedHandles.hh"
+#include "tool/comparison/UnderstoodVerdict.hh"
 #include "tool/control/Decision.hh"
-#include "tool/model/MovedHandles.hh"
-#include "tool/model/UnderstoodVerdict.hh"
 
 namespace {
 

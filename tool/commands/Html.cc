@@ -1,5 +1,5 @@
 #include "tool/commands/HtmlFolder.hh"
-#include "tool/model/Revision.hh"
+#include "tool/input/Revision.hh"
 #include "tool/page/ModelPage.hh"
 #include "tool/page/Page.hh"
 

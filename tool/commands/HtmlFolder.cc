@@ -1,7 +1,7 @@
 #include "tool/commands/HtmlFolder.hh"
 
 #include "tool/console/Text.hh"
-#include "tool/model/Revision.hh"
+#include "tool/input/Revision.hh"
 #include "tool/page/IndexPage.hh"
 #include "tool/page/OutputFolder.hh"
 #include "tool/page/Page.hh"

@@ -1,10 +1,10 @@
 #include "tool/modules/Merge.hh"
 #include "tool/check/ReadOutline.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/comparison/MovedHandles.hh"
+#include "tool/comparison/UnderstoodVerdict.hh"
 #include "tool/console/OutputFile.hh"
 #include "tool/console/Text.hh"
-#include "tool/model/MovedHandles.hh"
-#include "tool/model/UnderstoodVerdict.hh"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tool/console/Console.hh"
-#include "tool/model/Input.hh"
+#include "tool/input/Input.hh"
 
 #include <functional>
 #include <optional>

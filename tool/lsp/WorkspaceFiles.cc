@@ -1,11 +1,11 @@
 #include "tool/lsp/WorkspaceFiles.hh"
 
+#include "tool/input/FedFiles.hh"
+#include "tool/input/Input.hh"
 #include "tool/language/DocumentSymbols.hh"
 #include "tool/lsp/Session.hh"
 #include "tool/lsp/Uri.hh"
 #include "tool/lsp/methods/Diagnostics.hh"
-#include "tool/model/FedFiles.hh"
-#include "tool/model/Input.hh"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include "fed/RtiFedDatabase.hh"
 #include "infrastructure/RtiFedParser.hh"
-#include "tool/model/Input.hh"
+#include "tool/input/Input.hh"
 
 #include <memory>
 #include <ostream>

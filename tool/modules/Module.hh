@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tool/check/Checker.hh"
+#include "tool/input/Input.hh"
 #include "tool/language/words/Clauses.hh"
-#include "tool/model/Input.hh"
 #include "tool/syntax/SyntaxTree.hh"
 
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "tool/comparison/Comparison.hh"
 #include "tool/console/Console.hh"
-#include "tool/model/Comparison.hh"
-#include "tool/model/Input.hh"
+#include "tool/input/Input.hh"
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #include "fed/RtiFedDatabase.hh"
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/check/CheckedFile.hh"
-#include "tool/model/Input.hh"
+#include "tool/input/Input.hh"
 #include "tool/model/Outline.hh"
 #include "tool/report/DiffReport.hh"
 

@@ -2,7 +2,7 @@
 
 #include "tool/fom/import/FomModel.hh"
 #include "tool/fom/import/XmlText.hh"
-#include "tool/model/Input.hh"
+#include "tool/input/Input.hh"
 
 #include <memory>
 #include <optional>

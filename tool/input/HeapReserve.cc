@@ -1,4 +1,4 @@
-#include "tool/model/HeapReserve.hh"
+#include "tool/input/HeapReserve.hh"
 
 #include <cstdlib>
 #ifdef __GLIBC__

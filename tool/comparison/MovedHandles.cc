@@ -1,4 +1,4 @@
-#include "tool/model/MovedHandles.hh"
+#include "tool/comparison/MovedHandles.hh"
 
 #include "tool/console/Text.hh"
 #include "tool/model/DeliveryWords.hh"

@@ -1,4 +1,4 @@
-#include "tool/model/Renames.hh"
+#include "tool/comparison/Renames.hh"
 
 #include "fed/storage/RtiFedNameMap.hh"
 #include "infrastructure/RtiStringUtility.hh"

@@ -1,8 +1,8 @@
-#include "tool/model/Revision.hh"
+#include "tool/input/Revision.hh"
 
 #include "tool/console/ChildProcess.hh"
 #include "tool/console/Text.hh"
-#include "tool/model/FedFiles.hh"
+#include "tool/input/FedFiles.hh"
 
 #include <algorithm>
 #include <cerrno>

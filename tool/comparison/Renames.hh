@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tool/model/Comparison.hh"
+#include "tool/comparison/Comparison.hh"
 
 #include <vector>
 

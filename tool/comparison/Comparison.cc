@@ -1,9 +1,9 @@
-#include "tool/model/Comparison.hh"
+#include "tool/comparison/Comparison.hh"
 
 #include "fed/RtiFedDatabase.hh"
 #include "fed/storage/RtiFedNameMap.hh"
 #include "infrastructure/RtiStringUtility.hh"
-#include "tool/model/Renames.hh"
+#include "tool/comparison/Renames.hh"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "tool/model/UnderstoodVerdict.hh"
+#include "tool/comparison/UnderstoodVerdict.hh"
 
 #include "tool/model/DeliveryWords.hh"
 

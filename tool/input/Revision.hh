@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tool/model/Input.hh"
+#include "tool/input/Input.hh"
 
 #include <string>
 #include <vector>

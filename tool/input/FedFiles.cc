@@ -1,4 +1,4 @@
-#include "tool/model/FedFiles.hh"
+#include "tool/input/FedFiles.hh"
 
 #include "fed/storage/RtiFedName.hh"
 

@@ -1,9 +1,9 @@
-#include "tool/model/Input.hh"
+#include "tool/input/Input.hh"
 
 #include "infrastructure/RtiFedLimits.hh"
 #include "infrastructure/RtiFedParser.hh"
 #include "tool/console/Progress.hh"
-#include "tool/model/HeapReserve.hh"
+#include "tool/input/HeapReserve.hh"
 
 #include <cerrno>
 #include <cstdint>
