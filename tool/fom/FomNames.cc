@@ -37,13 +37,13 @@ Character characterAt(std::string_view text, std::size_t at) {
 }
 
 std::string utf8(std::uint32_t code) {
-    if (code >= kByte && code <= kByte + 0xFF)
-        return {static_cast<char>(code - kByte)};
+    if (code >= kByte && code <= kByte + 0xFF)    // equivalent: a name with the byte 0 does not fit FED
+        return {static_cast<char>(code - kByte)}; // equivalent: the low byte of kByte is 0
     return utf8Of(code);
 }
 
 bool isLetter(std::uint32_t code) {
-    if (code < 0x80)
+    if (code < 0x80) // equivalent: U+0080 is not printable, so its bytes are escaped
         return (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z') || code == '_';
     return std::any_of(std::begin(kLetters), std::end(kLetters),
                        [code](const auto &range) { return code >= range.first && code <= range.second; });
@@ -84,7 +84,7 @@ bool looksEscaped(std::string_view text, std::size_t at, Dots dots) {
 std::string escaped(std::uint32_t code) {
     constexpr char kDigits[] = "0123456789ABCDEF";
     std::string text = "_x";
-    for (unsigned shift = code > 0xFFFF ? 24 : 16; shift > 0; shift -= 4)
+    for (unsigned shift = code > 0xFFFF ? 24 : 16; shift > 0; shift -= 4) // equivalent: shift is a multiple of 4
         text += kDigits[code >> (shift - 4) & 0xF];
     return text + '_';
 }
@@ -112,10 +112,11 @@ std::string decoded(std::string_view name) {
         std::size_t size = 0;
         for (const std::size_t digits : {4U, 6U})
             if (const std::size_t length = escapeWithoutEnd(name, at, digits);
-                length > 0 && name.substr(at + length, 1) == "_")
+                length > 0 && name.substr(at + length, 1) == "_") // equivalent: it is 0, or at least 6
                 size = length;
-        if (size > 0)
+        if (size > 0) // equivalent: it is 0, or at least 6
             text +=
+                // equivalent: the digits end with the underscore
                 utf8(static_cast<std::uint32_t>(std::stoul(std::string(name.substr(at + 2, size - 2)), nullptr, 16)));
         else
             text += name[at];
@@ -150,6 +151,7 @@ std::string fedName(std::string_view fom) {
 }
 
 bool fitsFed(std::string_view name) {
+    // equivalent: the literal ends in another NUL
     return name.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
 }
 
