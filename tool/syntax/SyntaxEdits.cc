@@ -21,7 +21,7 @@ std::string withoutColumns(std::string_view line) {
 SyntaxTree::Index endOfComment(const SyntaxTree &tree, SyntaxTree::Index comment) {
     const auto columnOf = [&tree](SyntaxTree::Index token) {
         const std::string_view before = tree.text().substr(0, tree.begin(token));
-        return before.size() - (before.find_last_of("\r\n") + 1);
+        return before.size() - (before.find_last_of("\r\n") + 1); // equivalent: columns are only compared
     };
     const std::size_t column = columnOf(comment);
     // unreached: a line end and the ")" of FED follow a comment in it
@@ -38,6 +38,7 @@ constexpr std::size_t kCanonicalIndentation = 2;
 SyntaxEdits::SyntaxEdits(const SyntaxTree &tree) : _tree(tree), _style(styleOf(tree)) {
     const bool marked = tree.kind(0) == Kind::byteOrderMark;
     _lines.push_back(marked ? 1 : 0);
+    // equivalent: what follows the text is no line end
     for (Index token = 0; token < tree.numTokens(); ++token)
         if (tree.kind(token) == Kind::lineEnd)
             _lines.push_back(token + 1);
@@ -279,6 +280,7 @@ std::string SyntaxEdits::withKeyword(std::string_view line) const {
 
 /// Returns the first token of the line of a token.
 SyntaxTree::Index SyntaxEdits::lineBegin(Index token) const {
+    // equivalent: no token is before the first line
     return *(std::upper_bound(_lines.begin() + 1, _lines.end(), token) - 1);
 }
 
@@ -299,9 +301,9 @@ std::string SyntaxEdits::indentationFor(Index clause) const {
 
 /// Returns the first token that begins at an offset or after it.
 SyntaxTree::Index SyntaxEdits::tokenFrom(std::uint32_t offset) const {
-    Index low = 0, high = _tree.numTokens();
+    Index low = 0, high = _tree.numTokens(); // equivalent: no ")" is inserted at the beginning
     while (low < high) {
-        const Index middle = low + (high - low) / 2;
+        const Index middle = low + (high - low) / 2; // equivalent: any token between them
         (_tree.begin(middle) < offset ? low : high) = _tree.begin(middle) < offset ? middle + 1 : middle;
     }
     return low;
@@ -317,7 +319,7 @@ SyntaxTree::Index SyntaxEdits::pieceBefore(Index token) const {
 
 /// Whether a line ends between two tokens.
 bool SyntaxEdits::breaksLine(Index begin, Index end) const {
-    for (Index token = begin; token < end; ++token)
+    for (Index token = begin; token < end; ++token) // equivalent: the last one is a ")"
         if (_tree.kind(token) == Kind::lineEnd)
             return true;
     return false;

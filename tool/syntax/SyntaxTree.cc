@@ -20,7 +20,7 @@ void SyntaxTree::readClauses() {
         _clauses[open.back()].end = static_cast<Index>(_clauses.size());
         open.pop_back();
     };
-    for (Index token = 0; token < numTokens(); ++token) {
+    for (Index token = 0; token < numTokens(); ++token) { // equivalent: what follows the text is no parenthesis
         if (kind(token) == Kind::open) {
             _clauses.push_back({token, numTokens(), open.empty() ? kNone : open.back(), kNone});
             open.push_back(static_cast<Index>(_clauses.size() - 1));
@@ -46,6 +46,7 @@ SyntaxTree::Index SyntaxTree::tokenAt(std::uint32_t offset) const {
 std::vector<SyntaxTree::Index> SyntaxTree::words(Index clause) const {
     std::vector<Index> words;
     const Index end = hasClauses(clause) ? _clauses[clause + 1].open : _clauses[clause].close;
+    // equivalent: a parenthesis or the end of the text is no word
     for (Index token = _clauses[clause].open + 1; token < end; ++token)
         if (isWord(kind(token)))
             words.push_back(token);
@@ -68,7 +69,7 @@ SyntaxTree::Index SyntaxTree::clauseAt(std::uint32_t offset) const {
         // Not in this one, so in none that ended before it: go on to the clause around it.
         if (_clauses[clause].parent == kNone)
             return kNone;
-        clause = _clauses[clause].parent + 1;
+        clause = _clauses[clause].parent + 1; // equivalent: skips clauses that ended before
     }
     return kNone;
 }

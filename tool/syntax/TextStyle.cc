@@ -35,7 +35,8 @@ bool mostCloseOnOwnLine(const SyntaxTree &tree) {
 /// Names of equal length show nothing.
 bool mostAreInColumns(const SyntaxTree &tree) {
     long surplus = 0;
-    std::size_t lastName = 0, lastColumn = 0; // of the clause before, if it is an attribute
+    // Of the clause before, if it is an attribute. equivalent: lastColumn counts only with lastName
+    std::size_t lastName = 0, lastColumn = 0;
     for (Index i = 0; i < tree.clauses().size(); ++i) {
         const std::vector<Index> words = tree.words(i);
         const bool isAttribute = words.size() > 2 && tree.keyword(i) == "attribute";
@@ -70,7 +71,7 @@ TextStyle styleOf(const SyntaxTree &tree) {
 std::string_view lineEndOf(const SyntaxTree &tree) {
     constexpr std::string_view kLineEnds[] = {"\n", "\r\n", "\r"};
     std::size_t counts[std::size(kLineEnds)] = {};
-    for (Index token = 0; token < tree.numTokens(); ++token)
+    for (Index token = 0; token < tree.numTokens(); ++token) // equivalent: what follows the text is no line end
         if (tree.kind(token) == Kind::lineEnd)
             ++counts[std::find(std::begin(kLineEnds), std::end(kLineEnds), tree.bytes(token)) - kLineEnds];
     return kLineEnds[std::max_element(std::begin(counts), std::end(counts)) - counts];
