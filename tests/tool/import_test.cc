@@ -89,6 +89,26 @@ Ran run(Command command, const Options &options) {
     return {status, out.str(), err.str()};
 }
 
+/// Returns the classes of an outline, each with the indices of its superclass and subclasses, and with its members.
+std::string classesOf(const Outline &outline) {
+    std::ostringstream all;
+    const auto properties = [&all](const Outline::Properties &shown) {
+        all << ' ' << shown.transportation << ' ' << shown.ordering << ' ' << shown.space;
+    };
+    for (const TreeKind *tree : kTreeKinds)
+        for (const Outline::Class &node : outline.classes(*tree)) {
+            all << '\n' << node.name << ' ' << node.parent << ' ' << node.numDescendants;
+            properties(node.properties);
+            for (const std::size_t child : node.children)
+                all << ' ' << child;
+            for (const Outline::Member &member : node.members) {
+                all << "\n  " << member.name;
+                properties(member.properties);
+            }
+        }
+    return all.str();
+}
+
 /// Returns what diff says of two texts.
 Ran difference(const std::string &before, const std::string &after, bool json = false) {
     const TemporaryFile old(before), now(after);
@@ -157,6 +177,36 @@ TEST(ImportTest, DiffFindsWhatDrifted) {
     }
 }
 
+TEST(ImportTest, OutlineOfAnExportIsThatOfTheFed) {
+    const auto outlineOfXml = [](const std::string &xml, const Outline &similar) {
+        return Import({{"a.xml", xml}}).outline(similar.spaces);
+    };
+    Outline a = readOutline({"a.fed", example("harbour.fed")}), b = outlineOfXml(exported(example("harbour.fed")), a);
+    EXPECT_EQ(a.federation + '|' + a.version, b.federation + '|' + b.version);
+    EXPECT_TRUE(b.loads);
+    EXPECT_FALSE(outlineOfXml(objectModel(""), a).interactions.front().place); // a root that the text lacks
+    removeWhatXmlLacks(a, b);
+    EXPECT_EQ(a.federation + a.version, b.federation + b.version);
+    EXPECT_EQ(classesOf(a), classesOf(b));
+    // A root stays in both unless it is empty in both; only a root has the classes of the RTI.
+    for (const auto &[fed, xml, expected] : std::initializer_list<std::tuple<const char *, const char *, const char *>>{
+             {"", "", "|"},
+             {"(objects (class ObjectRoot (class A)) (class B (class Manager)))", "$O($o($n(HLAobjectRoot)))",
+              "ObjectRoot ObjectRoot.A B B.Manager |ObjectRoot "},
+             {"", "$O($o($n(HLAobjectRoot)$o($n(A)$S(Neither))))", "|ObjectRoot ObjectRoot.A "}}) {
+        Outline old = readOutline({"a.fed", std::string("(FED (Federation F) (FEDversion v)") + fed + ')'}),
+                now = outlineOfXml(expanded(xml), old);
+        removeWhatXmlLacks(old, now);
+        std::string names;
+        for (const Outline::Classes *classes : {&old.objects, &old.interactions, &now.objects, &now.interactions}) {
+            names += classes == &now.objects ? "|" : "";
+            for (const Outline::Class &node : *classes)
+                names += node.name + ' ';
+        }
+        EXPECT_EQ(names, expected);
+    }
+}
+
 TEST(ImportTest, DiffSetsAsideWhatXmlLacks) {
     const std::string fed =
         withMom("(class Boat (attribute A reliable receive Sea) (class Tug (attribute a reliable receive)))", "",
@@ -189,8 +239,10 @@ TEST(ImportTest, DiffSetsAsideWhatXmlLacks) {
     EXPECT_EQ(nlohmann::json::parse(difference(fed, xml("", "Receive"), true).out)["new"]["form"], "xml");
     // What is lost for lack of a name or a dimension may be the difference.
     for (const std::string &lost :
-         {xml("$D($d(y)$d(x))", "Receive))$a($t(HLAreliable)$s(Receive"), xml("$D($d(Land))", "Receive")}) {
+         {xml("$D($d(y)$d(x))", "Receive))$a($t(HLAreliable)$s(Receive"), xml("$D($d(Land))", "Receive"),
+          replaced(xml("$D($d(y)$d(x))", "Receive"), "</dimensions></obj", "<dimension/></dimensions></obj")}) {
         const Ran unknown = difference(fed, lost);
+        EXPECT_EQ(unknown.out.find("+ space , "), std::string::npos) << unknown.out;
         EXPECT_NE(unknown.out.find("unknown whether"), std::string::npos) << unknown.out;
         EXPECT_EQ(unknown.status, wrong);
     }
@@ -330,7 +382,9 @@ TEST(ImportTest, HostileTextsAreRefused) {
 TEST(ImportTest, Encodings) {
     const std::tuple<const char *, const char *, const char *> texts[] = {
         {"ISO-8859-1", "\xE9\x85", "\xC3\xA9\xC2\x85"},
-        {"windows-1252", "\x93\xE9\x9F", "\xE2\x80\x9C\xC3\xA9\xC5\xB8"},
+        {"windows-1252", "\x93\xE9\x9F\x81\x8A\x8D\x8F\x90\x9B\x9D\xA0\xA1",
+         "\u201C\u00E9\u0178\xC2\x81\u0160\xC2\x8D\xC2\x8F\xC2\x90\u203A\xC2\x9D\u00A0\u00A1"},
+        {"", "\xC3\xA9", "\xC3\xA9"},
         {"utf-8", "\xC3\xA9", "\xC3\xA9"},
         {"UTF-8", "\xE9", "expected UTF-8, found a byte that is not"},
         {"ISO-8859-15", "\xE9", "found the encoding \"iso-8859-15\""},
@@ -341,6 +395,45 @@ TEST(ImportTest, Encodings) {
         const std::string got = import.succeeds() ? import.text() : findingsOf(import);
         EXPECT_NE(got.find(expected), std::string::npos) << got;
     }
+}
+
+/// Each of these texts has one error, whose place is found by lines that end in LF, CR LF or CR.
+TEST(ImportTest, TextsAreRefusedWhereTheyGoWrong) {
+    const std::string mark = "\xEF\xBB\xBF";
+    const auto comment = [](std::size_t numLines) { return "<!--" + std::string(numLines, '\n') + "-->"; };
+    const auto nested = [](int levels) {
+        std::string classes = "$O($o($n(HLAobjectRoot)";
+        for (int i = 0; i < levels; ++i)
+            classes += "$o($n(A)$S(Neither)";
+        return expanded(classes + std::string(static_cast<std::size_t>(levels) + 2, ')'));
+    };
+    const auto named = [](std::size_t length) {
+        return objectModel("$o($n(" + std::string(length, 'A') + ")$S(Neither))");
+    };
+    const std::pair<std::string, std::string> texts[] = {
+        {mark + "<?xml version='1.0' encoding='Shift_JIS'?><a/>", "1:1: error: expected XML in UTF-8, ISO 8859-1"},
+        {mark + "<html/>", "1:2: error: expected an object model of IEEE 1516-2010"},
+        {objectModel("") + '\0', "1:1: error: expected XML in UTF-8, found another encoding"},
+        {"\xFF\xFE<", "1:1: error: expected XML in UTF-8, found another encoding"},
+        {"\xFE\xFF<", "1:1: error: expected XML in UTF-8, found another encoding"},
+        {"  (FED x)", "1:1: error: expected an object model in XML, found \"(FED\" "},
+        {"abcdefghijklmnopqrstu", "1:1: error: expected an object model in XML, found \"abcdefghijklmnopqrst\" "},
+        {'<' + std::string(kMaxXmlTags, '='), ", found 8388609 "},
+        {"< x>", "1:1: error: expected a tag of the form <NAME>"},
+        {"<a b=c><d></a>", "1:6: error: expected an attribute of the form NAME=\"VALUE\""},
+        {"<a>\n", "1:4: error: expected \"</a>\""},
+        {"<!-- -->\r\n", "2:1: error: expected an element"},
+        {"<!--\r\r\n-->\r", "4:1: error: expected an element"},
+        {comment(8184), "8185:4: error: expected an element"},
+        {comment(8185), "8186:4: error: expected an element"},
+        {nested(257), "classes are nested in more than 256 levels"},
+        {named(kMaxNameLength - 10), "expected a full name of at most 16384 bytes, found 16385 "}};
+    for (const auto &[text, message] : texts) {
+        const std::string got = findingsOf(Import({{"a.xml", text}}));
+        EXPECT_NE(got.find(message), std::string::npos) << got;
+        EXPECT_EQ(std::count(got.begin(), got.end(), '\n'), 1) << got;
+    }
+    EXPECT_TRUE(Import({{"a.xml", named(kMaxNameLength - 11)}}).succeeds());
 }
 
 /// Damaged models, by elements that are removed, copied to other places, or swap their texts: what is imported

@@ -21,6 +21,7 @@ public:
         outline.hasHandles = false;
         outline.incompleteAt = firstLoss();
         for (const FomSpaces::Space &space : _spaces.all()) {
+            // equivalent: there are no handles
             outline.spaces.push_back({space.name, 0, position(space.place), {}});
             for (const std::string &dimension : space.dimensions)
                 outline.spaces.back().dimensions.push_back(
@@ -50,10 +51,12 @@ private:
 
     void addClasses(const FomTree &tree, Outline::Classes &classes) const {
         for (const FomClass &node : _model.classes(tree)) {
+            // equivalent: there are no handles, and descendants are counted
             Outline::Class shown{node.fullName, 0, {}, position(node.name.place), node.parent, node.children, 0, {}};
             if (!tree.kind.membersHaveProperties)
                 shown.properties = properties(node.delivery);
             for (const FomMember &member : node.members) {
+                // equivalent: there are no handles
                 shown.members.push_back({member.name.text, 0, {}, position(member.name.place)});
                 if (tree.kind.membersHaveProperties)
                     shown.members.back().properties = properties(member.delivery);
@@ -86,7 +89,7 @@ void keepOnly(Outline::Classes &classes, const std::vector<bool> &kept) {
                             node.children.end());
         node.numDescendants = 0;
     }
-    for (std::size_t i = left.size(); i-- > 0;)
+    for (std::size_t i = left.size(); i-- > 0;) // equivalent: the first class has no superclass
         if (left[i].parent != Outline::kNone)
             left[left[i].parent].numDescendants += 1 + left[i].numDescendants;
     classes = std::move(left);
@@ -151,6 +154,7 @@ void sortDimensions(Outline &outline) {
     for (Outline::Space &space : outline.spaces) {
         std::stable_sort(space.dimensions.begin(), space.dimensions.end(),
                          [](const Outline::Member &a, const Outline::Member &b) {
+                             // equivalent: names of dimensions differ in upper case
                              return RtiFedName::upper(a.name) < RtiFedName::upper(b.name);
                          });
         for (std::size_t i = 0; i < space.dimensions.size(); ++i)

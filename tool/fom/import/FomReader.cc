@@ -31,6 +31,7 @@ std::size_t numElements(pugi::xml_node element) {
 std::string namespaceOf(pugi::xml_node root) {
     const std::string_view name = root.name();
     const std::size_t prefix = name.size() - localName(root).size();
+    // equivalent: a prefix has a colon and at least one letter
     return root.attribute(prefix > 0 ? ("xmlns:" + std::string(name.substr(0, prefix - 1))).c_str() : "xmlns").value();
 }
 

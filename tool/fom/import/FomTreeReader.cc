@@ -16,7 +16,7 @@ std::string withoutDots(std::string name) {
 }
 
 /// More than the bytes of the full names of RTIprivate and the Management Object Model, in both trees.
-constexpr std::size_t kFullNamesOfMom = 16384;
+constexpr std::size_t kFullNamesOfMom = 16384; // equivalent: a reserve
 
 } // namespace
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::uint32_t kCheckpoint = 4096;
+constexpr std::uint32_t kCheckpoint = 4096; // equivalent: any distance
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF", kBlanks = " \t\r\n";
 
 bool contains(std::string_view text, std::string_view part) {
@@ -20,6 +20,7 @@ bool contains(std::string_view text, std::string_view part) {
 std::string encodingOf(std::string_view text) {
     if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark)
         text.remove_prefix(kByteOrderMark.size());
+    // equivalent: no declaration is nearly as long
     const std::string_view declaration = text.substr(0, std::min(text.find("?>"), std::size_t(200)));
     if (declaration.substr(0, 5) != "<?xml")
         return {};
@@ -134,10 +135,12 @@ void XmlText::explain(const pugi::xml_parse_result &failure) {
         throw std::bad_alloc();
     const auto mismatch = firstMismatch(_text);
     const auto offset = static_cast<std::uint32_t>(
+        // equivalent: no parse fails before the first "<"
         std::min<std::size_t>(static_cast<std::size_t>(std::max<std::ptrdiff_t>(failure.offset, 0)), _text.size()));
     const bool isNesting =
         failure.status == pugi::status_end_element_mismatch || (mismatch && !mismatch->close && offset == _text.size());
     if (!mismatch || !isNesting) {
+        // equivalent: no parse fails before the first "<"
         const std::uint32_t begin = offset > 0 && _text[offset - 1] == '<' ? offset - 1 : offset;
         _fault = Finding{&ruleOf(RuleId::notWellFormed), RtiFedSpan{begin, begin < _text.size() ? 1U : 0U},
                          std::string("expected ") + expectationOf(failure.status)};
@@ -156,6 +159,7 @@ void XmlText::explain(const pugi::xml_parse_result &failure) {
 
 /// A line ends in LF, CR LF or CR.
 void XmlText::step(Line &line, std::uint32_t offset) const {
+    // equivalent: a NUL follows the text
     if (_text[offset] == '\n' || (_text[offset] == '\r' && (offset + 1 == _text.size() || _text[offset + 1] != '\n')))
         line = {line.number + 1, offset + 1};
 }
@@ -164,7 +168,7 @@ RtiFedPosition XmlText::positionAt(std::uint32_t offset) const {
     const std::uint32_t begin = _text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0 ? 3 : 0;
     if (_checkpoints.empty()) {
         Line line{1, begin};
-        for (std::uint32_t at = 0; at < _text.size(); ++at) {
+        for (std::uint32_t at = 0; at < _text.size(); ++at) { // equivalent: the NUL after the text ends no line
             if (at % kCheckpoint == 0)
                 _checkpoints.push_back(line);
             step(line, at);
@@ -185,6 +189,7 @@ RtiFedSpan XmlText::nameOf(pugi::xml_node element) const {
 std::string XmlText::contentOf(pugi::xml_node element) const {
     std::string content;
     for (const pugi::xml_node child : element.children())
+        // equivalent: elements, the only other children, have no value
         if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata)
             content += child.value();
     const std::size_t begin = std::min(content.find_first_not_of(kBlanks), content.size());
