@@ -188,6 +188,7 @@ private:
         const Element then = _before.element(node), now = _after.element(match);
         _comparison.compareElements(then, now);
         const Outline::Class *parent = _before.parentOf(node), *newParent = _after.parentOf(match);
+        // unreached: only an image that another program made puts a class below another one than its name says
         if (!equalInAnyCase(parent ? parent->name : "", newParent ? newParent->name : ""))
             _comparison.change(Change::Kind::superclass, then, now);
         for (const Outline::Member &member : node.members)
