@@ -60,7 +60,7 @@ Configurations::Known Configurations::nearest(fs::path folder) {
             found = known->second;
             break;
         }
-        passed.push_back(folder);
+        passed.push_back(folder); // equivalent: only for speed
         const fs::path path = folder / kConfigurationName;
         if (hasConfiguration(path)) {
             found = std::make_shared<const Configuration>(readConfiguration(path, nameOf(path)));
@@ -70,6 +70,6 @@ Configurations::Known Configurations::nearest(fs::path folder) {
             break;
     }
     for (fs::path &each : passed)
-        _byFolder.emplace(std::move(each), found);
+        _byFolder.emplace(std::move(each), found); // equivalent: only for speed
     return found;
 }

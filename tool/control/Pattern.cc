@@ -5,7 +5,7 @@
 namespace {
 
 constexpr std::size_t kLongestPattern = 1000; // bytes of a pattern
-constexpr std::int64_t kMaxMemory = 1 << 20;  // of a compiled pattern
+constexpr std::int64_t kMaxMemory = 1 << 20;  // of a compiled pattern. equivalent: any few MB
 
 /// Returns the expression for the set of bytes whose "[" is at `at`, and moves `at` to its "]". A set without "]" is
 /// returned as it is, so that the expression is refused.
@@ -24,10 +24,11 @@ std::string setOf(const std::string &glob, std::size_t &at) {
 }
 
 std::string expressionOf(std::string glob) {
-    while (glob.size() > 1 && glob.back() == '/')
+    while (glob.size() > 1 && glob.back() == '/') // equivalent: neither "/" nor "" matches a path
         glob.pop_back();
     const bool anywhere = glob.find('/') == std::string::npos;
     std::string expression = anywhere ? "(?:.*/)?" : "";
+    // equivalent: quoting what follows the glob adds nothing
     for (std::size_t at = glob[0] == '/' ? 1 : 0; at < glob.size(); ++at) {
         if (glob.compare(at, 3, "**/") == 0) {
             expression += "(?:.*/)?";
