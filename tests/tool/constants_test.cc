@@ -85,7 +85,11 @@ TEST(Constants, ComeWithTheFingerprintOfTheModelOfTheHandles) {
     const std::string text = example("harbour.fed");
     const std::string written = constantsOf(text, kPythonConstants, true);
     EXPECT_NE(written.find("\nfingerprint = \"" + fingerprint(*load(text)) + "\"\n"), std::string::npos);
-    EXPECT_NE(written.find("\nclass handles:\n"), std::string::npos);
+    EXPECT_NE(written.find("\nclass handles:\n    \"\"\"The handles, in the same scopes as the names."),
+              std::string::npos);
+    EXPECT_NE(constantsOf(text, kJavaConstants, true)
+                  .find("\";\n\n    /**\n     * Whether the handles are those of the model"),
+              std::string::npos);
     EXPECT_EQ(constantsOf(text, kPythonConstants).find("fingerprint"), std::string::npos);
     const TemporaryFile refused(replaced(text, "(class RTIprivate)", "(attribute x reliable nothing)")), output("old");
     std::ostringstream out, err;
@@ -117,11 +121,31 @@ TEST(Constants, AreInLegalScopes) {
                                                    {&kJavaConstants, "org..spaces", false}}) {
         std::string fault;
         EXPECT_EQ(areScopes(split(scope, '.'), *language, fault), isLegal) << scope;
+        EXPECT_EQ(fault.empty(), isLegal || scope == std::string("org..spaces"));
     }
     for (const auto &[federation, scope] : std::vector<std::pair<const char *, const char *>>{
              {"std", "Std"}, {"class", "Class"}, {"3d", "X_3d"}, {"a B", "a_B"}, {"FILE", "FILE_2"}, {"", "X_"}})
         EXPECT_EQ(scopeFor(federation, kCppConstants), scope);
     EXPECT_EQ(scopeFor("time", kJavaConstants), "time");
+    std::ostringstream written;
+    kJavaConstants.write({{"org", "harbour", "Names"}, "The title", {}}, written);
+    EXPECT_NE(written.str().find("\n\npackage org.harbour;\n\n/** The title */\npublic final class Names {"),
+              std::string::npos);
+    // Scopes that are not in each other may have the same identifier.
+    EXPECT_EQ(
+        constantsOf(
+            "(FED (Federation F) (FEDversion v) (spaces (space S)) (objects (class A (class B) (class C (class B) "
+            "(class spaces)))))",
+            kJavaConstants)
+            .find("_2"),
+        std::string::npos);
+}
+
+TEST(Constants, EscapeCharactersInJava) {
+    EXPECT_NE(
+        constantsOf("(FED (Federation F) (FEDversion v) (objects (class \"\x1F\u0080\U00010000\")))", kJavaConstants)
+            .find("\"\\037\\u0080\\ud800\\udc00\""),
+        std::string::npos);
 }
 
 TEST(Constants, HaveOneIncludeGuardForEachScope) {
@@ -136,6 +160,32 @@ TEST(Constants, HaveOneIncludeGuardForEachScope) {
         guards.insert(guard[1]);
     }
     EXPECT_EQ(guards.size(), paths.size());
+}
+
+TEST(Constants, FitInTheClassFilesOfJava) {
+    const auto isWritten = [](std::size_t numConstants, std::size_t numScopes, std::size_t nameLength = 1) {
+        ConstantScope outer{"A", "A", ""}, inner{std::string(nameLength, 'a'), "a", ""};
+        inner.constants.assign(numConstants, {"a", 1UL, ""});
+        outer.scopes = {inner};
+        ConstantScope all;
+        all.scopes.assign(numScopes - 1, ConstantScope{"B", "B", ""});
+        all.scopes.back() = outer;
+        std::ostringstream written;
+        try {
+            kJavaConstants.write({{"F"}, "", all}, written);
+            return true;
+        } catch (const CannotWork &) {
+            return false;
+        }
+    };
+    EXPECT_TRUE(isWritten(20000, 2) && isWritten(1, 20000) && isWritten(1, 2, 245));
+    EXPECT_FALSE(isWritten(20001, 2) || isWritten(1, 20001) || isWritten(1, 2, 246));
+    const std::string model =
+        "(FED (Federation F) (FEDversion v) (objects (class A (attribute aa reliable receive) (attribute b "
+        "reliable receive) (class B (attribute c reliable receive)))))";
+    const ConstantsSize size = sizeOfConstants(readOutline({"a.fed", model}));
+    EXPECT_EQ(size.constants, 7U); // two classes, with three members and two that are inherited
+    EXPECT_EQ(size.bytes, 3 * (40 + 4) + 2 * 3 + 1 + 4 * (40 + 8) + 2 * 4 + 3U);
 }
 
 TEST(Constants, OfModelsThatAreTooLargeAreRefused) {

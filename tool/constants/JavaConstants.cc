@@ -69,6 +69,7 @@ std::string commentText(std::string_view text) {
             result += "&#92;";
             break;
         default:
+            // equivalent: U+0080 is not visible, so it has become an escape
             result += character < 0x80 ? std::string(1, static_cast<char>(character)) : escaped(character);
         }
     });
