@@ -30,7 +30,8 @@ void expectWords(const Checker &text, Check check) {
 TEST(Declarations, ArePlacesOfTheWordsOfEachRecord) {
     for (const char *name : {"minimal.fed", "harbour.fed", "tolerances.fed"}) {
         // Without errors, all are collected at once; with one, one by one.
-        for (const std::string &fed : {example(name), replaced(example(name), "(class Manager", "(class Foreman")}) {
+        for (const std::string &fed : {example(name), replaced(example(name), "(class Manager", "(class Foreman"),
+                                       replaced(example(name), "(class Manager", "(class \"\") (class Manager")}) {
             const Checker text(fed);
             expectWords<Objects>(text, [&](const RtiFedObjectClass &node) {
                 for (const RtiFedAttribute &attribute : node.members()) {

@@ -73,4 +73,14 @@ TEST(Format, ChangesOnlyTheClausesThatBeginInTheLines) {
     const std::string text = "(fed (federation F)\n (fedversion v)  ( spaces\n(SPACE  S)) ;; s\n )\n";
     EXPECT_EQ(format(text, {2, LineRange{3, 3}}), replaced(text, "\n(SPACE  S)) ;; s", "\n    (space S)  ;; s\n  )"));
     EXPECT_EQ(format(text, {2, LineRange{9, 9}}), text);
+    // Comments move with the clauses that they are about.
+    const std::string more =
+        "(FED (Federation F) (FEDversion v) (objects\n (class A\n   (class B\n (class C))) ; t\n  ; own\n"
+        "  ; next\n (class D)) ; x\n            ; y\n (interactions))";
+    EXPECT_EQ(format(more, {2, LineRange{2, 2}}),
+              replaced(replaced(more, " (class A", "    (class A"), "))) ; t", "))\n    )  ; t"));
+    EXPECT_EQ(format(more, {2, LineRange{7, 7}}),
+              replaced(more, "  ; own\n  ; next\n (class D)) ; x\n            ; y",
+                       "    ; own\n    ; next\n    (class D)  ; x\n               ; y\n  )"));
+    EXPECT_EQ(format(more, {2, LineRange{9, 9}}), replaced(more, " (interactions", "  (interactions"));
 }

@@ -126,6 +126,7 @@ TEST(Picture, CentresParentsOnTheirChildren) {
     }
     std::vector<TreeBox> none;
     EXPECT_EQ(layOut(none, {40, 8, 3}).height, 0);
+    EXPECT_EQ(layOut(none, {40, 8, 3}).width, 0);
 }
 
 TEST(Picture, GrowsWithTheNumberOfClassesOnly) {

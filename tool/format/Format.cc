@@ -30,6 +30,7 @@ public:
         // unreached: a text with syntax errors, and so an empty one, is not formatted
         if (_pieces.empty())
             return std::string(_tree.text());
+        // equivalent: only for speed
         _text.reserve(_tree.text().size() + _tree.text().size() / 4);
         _text = _tree.text().substr(0, _pieces.front().gap); // a byte order mark
         for (std::size_t piece = 0; piece < _pieces.size(); ++piece) {
@@ -64,6 +65,7 @@ private:
         const std::uint32_t begin = _pieces[piece].gap;
         const std::string_view old = _tree.text().substr(begin, _tree.begin(_pieces[piece].token) - begin);
         // A comment must end with its line, also if another piece followed it before.
+        // equivalent: the first piece ends its line if it is a comment
         const bool mustBreak = piece > 0 && isComment(piece - 1) && old.find_first_of("\r\n") == std::string_view::npos;
         if (!changes(piece) && !mustBreak) {
             _text += old;
@@ -77,7 +79,7 @@ private:
 
     void writeBytes(std::size_t piece) {
         const std::string_view bytes = _tree.bytes(_pieces[piece].token);
-        const bool isKeyword = std::exchange(_keywordFollows, false);
+        const bool isKeyword = std::exchange(_keywordFollows, false); // equivalent: the next line sets it
         _keywordFollows = bytes == "(" || (isKeyword && isComment(piece));
         if (changes(piece) && isComment(piece))
             _text += bytes.substr(0, bytes.find_last_not_of(" \t\v\f") + 1);

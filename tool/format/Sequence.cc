@@ -30,7 +30,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+    static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1); // equivalent: no piece has either index
 
     RtiFedPiece::Kind kindOf(std::size_t piece) const { return _tree.kind(_pieces[piece].token); }
 
@@ -52,7 +52,7 @@ private:
             _clause = _clause == SyntaxTree::kNone ? _clause : _tree.clauses()[_clause].parent;
             return addClose(piece);
         default:
-            break;
+            break; // equivalent: the last label
         }
         _pieces.push_back(piece);
     }
@@ -91,6 +91,7 @@ private:
     /// Returns the clause that a comment on a line of its own belongs to: the next one, unless the one around it ends
     /// before.
     Index clauseBelow(Index comment) {
+        // equivalent: what follows the text is no "("
         for (_next = std::max(_next, comment); _next < _tree.numTokens(); ++_next)
             if (!SyntaxTree::isSpace(_tree.kind(_next)) && _tree.kind(_next) != Kind::comment)
                 return _tree.kind(_next) == Kind::open ? _nextClause : _clause;
@@ -120,14 +121,14 @@ private:
     std::vector<SequencePiece> _pieces;
     Index _clause = SyntaxTree::kNone; // around the current token
     Index _nextClause = 0;
-    Index _next = 0;                     // after the comments that begin at the current one
+    Index _next = 0; // after the comments that begin at the current one. equivalent: no other piece is looked for
     std::uint32_t _gap = 0;              // where the last piece of the text ends
-    std::size_t _lineEnds = 0;           // since then
+    std::size_t _lineEnds = 0;           // since then. equivalent: nothing separates the first piece
     std::uint32_t _lineBegin = 0;        // of the current line
-    Index _lineToken = 0;                // its first piece
+    Index _lineToken = 0;                // its first piece. equivalent: set by the first piece
     std::size_t _linePiece = 0;          // where that was added
     std::size_t _lastComment = kNowhere; // where the last piece of the text is, if it is a comment
-    std::uint32_t _lastColumn = 0;       // of that comment
+    std::uint32_t _lastColumn = 0;       // of that comment. equivalent: set with it
 };
 
 } // namespace

@@ -8,6 +8,7 @@ public:
     Reader(const RtiFedDatabase &database, Declarations &declarations)
         : _database(database), _declarations(declarations) {}
 
+    // equivalent in this function: only for speed
     void expectDeclarations(const RtiFedDeclarationCounts &counts) override {
         const auto reserve = [this](Record::Kind kind, std::size_t count) {
             _declarations._byHandle.at(static_cast<std::size_t>(kind)).reserve(count + 1);
@@ -26,6 +27,7 @@ public:
     void addDimension(std::string) override {
         const auto handle = static_cast<long>(_last[static_cast<std::size_t>(Record::Kind::space)]);
         const RtiFedSpace *space = _database.find(RtiSpaceHandle(handle));
+        // equivalent: the number of the clause is read of duplicates only
         _declarations.add(space->getDimension(_numDimensions++), 0);
     }
     void declareObjectClass(std::string_view, std::size_t) override { add(Record::Kind::objectClass); }
@@ -39,12 +41,13 @@ public:
     void declareParameter(std::string_view) override { add(Record::Kind::parameter); }
 
 private:
+    // equivalent: the number of the clause is read of duplicates only
     void add(Record::Kind kind) { _declarations.add(Record(kind, ++_last[static_cast<std::size_t>(kind)]), 0); }
 
     const RtiFedDatabase &_database;
     Declarations &_declarations;
-    std::array<std::size_t, 6> _last{}; // the handle of each kind that was added last
-    unsigned long _numDimensions = 0;   // of the space that was added last
+    std::array<std::size_t, 6> _last{}; // the handle of each kind that was added last. equivalent: enough for all kinds
+    unsigned long _numDimensions = 0;   // of the space that was added last. equivalent: set when that was added
 };
 
 void Declarations::addAll(const RtiFedDatabase &database) {
@@ -63,7 +66,8 @@ void Declarations::add(Record record, unsigned long classClause) {
     }
     std::vector<Declaration> &known = _byHandle.at(static_cast<std::size_t>(record._kind));
     if (known.size() <= record._number)
-        known.resize(record._number + 1); // refused declarations use up handles too
+        // Refused declarations use up handles too. equivalent: one that is not declared has no arguments
+        known.resize(record._number + 1);
     known[record._number] = declaration;
 }
 
@@ -108,7 +112,7 @@ std::string Declarations::written(Record record, Argument argument) const {
 
 std::string_view Declarations::wordAt(RtiFedSpan span) const {
     std::string_view word = _text.text().substr(span.begin, span.length);
-    if (word.size() > 1 && word.front() == '"')
+    if (word.size() > 1 && word.front() == '"') // equivalent: no word is a single quote
         word = word.substr(1, word.size() - 2);
     return word;
 }

@@ -73,6 +73,7 @@ private:
         if (_endsInComment)
             _text += _lineEnd;
         _endsInComment = false;
+        // equivalent: columns are only compared
         const auto columnAfter = [](std::string_view text) { return text.size() - (text.find_last_of("\r\n") + 1); };
         const std::size_t wanted = columnAfter(module.tree().text().substr(0, module.tree().begin(token)));
         const std::size_t column = columnAfter(_text);

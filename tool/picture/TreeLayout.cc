@@ -8,12 +8,12 @@ constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
 /// The band of a subtree, as distances from the middle of its root.
 struct Band {
-    long above = 0, below = 0;
+    long above = 0, below = 0; // equivalent: set for each box
     // The bands of the children, one below the other.
     long stack = 0;                     // their height with the gaps between them
-    long firstAbove = 0, lastBelow = 0; // of the first and last child
+    long firstAbove = 0, lastBelow = 0; // of the first and last child. equivalent: set with hasChildren
     bool hasChildren = false;
-    long nextChild = 0; // where the band of the next child begins; used by the second pass
+    long nextChild = 0; // where the band of the next child begins; used by the second pass. equivalent: which sets it
 
     long height() const { return above + below; }
     /// The distance from the top of the children's bands to the middle between the first and the last child.
@@ -58,7 +58,7 @@ long setColumns(std::vector<TreeBox> &boxes, long gap) {
         begins.push_back(begins.empty() ? 0 : end + gap);
         end = begins.back() + width;
     }
-    for (std::size_t i = 0; i < boxes.size(); ++i)
+    for (std::size_t i = 0; i < boxes.size(); ++i) // equivalent: the first box is a root, at 0
         boxes[i].x = begins[levels[i]];
     return end;
 }
