@@ -258,6 +258,19 @@ TEST(Export, TakesTheTypesThatTheDocumentShows) {
     EXPECT_NE(outcome.out.find("<upperBound>48000</upperBound>"), std::string::npos);
 }
 
+/// Unless something is in the space besides the MOM, which is left out.
+TEST(Export, LacksTheDefaultSpaceOfTheMom) {
+    const std::string text = example("minimal.fed"), space = "HLAMomDefaultSpace",
+                      root = "(class InteractionRoot reliable timestamp";
+    const auto hasSpace = [&](const std::string &fed) {
+        return exported('\n' + fed).out.find("<name>" + space + "</name>") != std::string::npos;
+    };
+    EXPECT_FALSE(hasSpace(text));
+    EXPECT_TRUE(hasSpace(
+        replaced(text, "(class RTIprivate)", "(attribute a reliable receive " + space + ") (class RTIprivate)")));
+    EXPECT_TRUE(hasSpace(replaced(text, root, root + ' ' + space)));
+}
+
 TEST(Export, IsTheSameFromAnImageButForComments) {
     std::string text = example("harbour.fed"), plain;
     std::istringstream lines(text);

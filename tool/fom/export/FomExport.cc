@@ -314,6 +314,7 @@ private:
             hasEmptySpace = hasEmptySpace || space.dimensions.empty();
             if (const std::string *text = commentOf({ClauseKind::space, narrow(index)}))
                 notes.emplace_back(plan.name, text);
+            // equivalent: there are no comments about more
             for (std::size_t i = 0; i < space.dimensions.size(); ++i)
                 if (const std::string *text = commentOf({ClauseKind::dimension, narrow(index), narrow(i)}))
                     notes.emplace_back(plan.dimensions[i], text);

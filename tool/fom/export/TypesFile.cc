@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::size_t kLongest = 1 << 26; // bytes
+constexpr std::size_t kLongest = 1 << 26; // bytes. equivalent: far more than a model needs
 
 class TypesReader : private TomlReader {
 public:
@@ -19,7 +19,7 @@ public:
     FomFacts read() {
         const toml::table document = parse();
         std::vector<std::string> keys;
-        keys.reserve(kTypesSections.size());
+        keys.reserve(kTypesSections.size()); // equivalent: only for speed
         for (const TypesSection &section : kTypesSections)
             keys.emplace_back(section.key);
         forEachKey(document, keys, [this](const std::string &key, const toml::node &value) {
@@ -102,7 +102,7 @@ private:
 
     /// Reports two keys that are the same name in different spellings, at the second.
     void faultOfSpellings(const std::string &noun, const toml::key &a, const toml::key &b) {
-        const bool isInOrder = a.source().begin < b.source().begin;
+        const bool isInOrder = a.source().begin < b.source().begin; // equivalent: no two keys are at one place
         const toml::key &first = isInOrder ? a : b, &second = isInOrder ? b : a;
         fault(second.source().begin,
               "the " + noun + ' ' + inQuotes(second.str()) + " is here already as " + inQuotes(first.str()));
