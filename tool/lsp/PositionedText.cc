@@ -81,9 +81,7 @@ PositionedText::Counted PositionedText::countedNear(std::uint32_t offset, std::u
         return {lineBegin, 0};
     if (_checkpoints.empty())
         countAll();
-    const std::uint32_t checkpoint = offset / kCheckpoint;
-    const Counted near =
-        _checkpoints[checkpoint].offset > offset ? _checkpoints[checkpoint - 1] : _checkpoints[checkpoint];
+    const Counted near = _checkpoints[offset / kCheckpoint];
     return near.offset > lineBegin ? near : Counted{lineBegin, 0};
 }
 
@@ -113,10 +111,6 @@ void PositionedText::countAll() const {
             at = {_lines[line], 0};
         }
         at = counted(at, checkpoint);
-        if (at.offset < checkpoint) { // within a character
-            const Character character = characterAt(_text, at.offset, _encoding);
-            at = {at.offset + character.size, at.units + character.units};
-        }
         _checkpoints.push_back(at);
     }
 }
@@ -125,20 +119,19 @@ std::uint32_t PositionedText::offsetAt(TextPosition position) const {
     if (position.line >= numLines())
         return static_cast<std::uint32_t>(_text.size());
     const std::uint32_t end = lineEnd(position.line);
-    std::uint32_t offset = _lines[position.line];
-    for (std::uint32_t left = position.character; offset < end && left > 0;) {
+    std::uint32_t offset = _lines[position.line], left = position.character;
+    for (;;) {
         const std::uint32_t run = asciiRun(_text, offset, offset + std::min(left, end - offset));
         offset += run;
         left -= run;
         if (offset == end || left == 0)
-            break;
+            return offset;
         const Character character = characterAt(_text, offset, _encoding);
         if (character.units > left)
-            break;
+            return offset;
         offset += character.size;
         left -= character.units;
     }
-    return offset;
 }
 
 /// The lines from the one before the edit, since a CR at its end may become the first half of a line end, to the line

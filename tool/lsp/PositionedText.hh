@@ -60,5 +60,5 @@ private:
     Counted countedNear(std::uint32_t offset, std::uint32_t lineBegin) const;
     Counted counted(Counted from, std::uint32_t until) const;
     void countAll() const;
-    mutable std::vector<Counted> _checkpoints; // the first character from each 1024th byte on; empty until needed
+    mutable std::vector<Counted> _checkpoints; // the last character up to each 1024th byte; empty until needed
 };
