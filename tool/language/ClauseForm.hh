@@ -40,7 +40,7 @@ struct ClauseForm {
     const char *noun;              ///< In texts, before its name.
     std::array<WordRole, 4> words; ///< Those after the keyword.
     std::size_t numRequired;       ///< Of these words.
-    std::size_t mostAllowed;       ///< In the enclosing clause; 0 for any number.
+    bool isUnique;                 ///< Whether only one is allowed in the enclosing clause.
     std::array<ClauseKind, 6> children;
     const char *explanation; ///< One sentence, for a person who does not know the keyword.
 };

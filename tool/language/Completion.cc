@@ -92,7 +92,7 @@ private:
 
     /// Whether a clause that is allowed once is there already; the one that the cursor is in does not count.
     bool isUsedUp(Index parent, ClauseKind kind) const {
-        if (formOf(kind).mostAllowed == 0)
+        if (!formOf(kind).isUnique)
             return false;
         bool isUsed = false;
         forEachChild(parent, [&](Index child) { isUsed = isUsed || _clauses[child].kind == kind; });
