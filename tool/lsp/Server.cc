@@ -86,7 +86,7 @@ void Server::cancelRequest(const Received &id) {
         if (waitingId != waiting.message.end() && *waitingId == id)
             waiting.cancelled = true;
     }
-    _currentCancelled = _currentCancelled || (!_current.is_null() && _current == id);
+    _currentCancelled = _currentCancelled || _current == id;
 }
 
 bool Server::isCancelled() {
@@ -133,11 +133,8 @@ void Server::handle(const Waiting &waiting) {
             throw ProtocolError(ErrorCode::requestCancelled, "the request was cancelled");
         _current = *id;
         _currentCancelled = false;
-        Json result = answer(name, params);
-        _current = nullptr;
-        _session.respond(answerId, std::move(result));
+        _session.respond(answerId, answer(name, params));
     } catch (const ProtocolError &refused) {
-        _current = nullptr;
         _session.respondError(answerId, refused.code(), refused.what());
     }
 }

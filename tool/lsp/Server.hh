@@ -62,7 +62,7 @@ private:
     MessageReader _reader;
     std::deque<Waiting> _waiting;
     std::size_t _numWaiting = 0; // bytes
-    Received _current;           // the id of the request that is being answered
+    Received _current;           // the id of the request that is being answered, or was the last
     bool _currentCancelled = false;
     int _status = 1;
     Session _session;
