@@ -9,7 +9,7 @@
 
 namespace {
 
-enum MessageType { error = 1, info = 3 };
+enum MessageType { error = 1 };
 
 } // namespace
 
