@@ -48,7 +48,8 @@ bool wantsColor(bool terminal) {
 /// Returns the width that COLUMNS gives, else that of standard output if it is a terminal, else 0.
 std::size_t widthHere(bool terminal) {
     const std::string columns = variable("COLUMNS");
-    std::size_t width = 0;
+    std::size_t width = 0; // equivalent: not used before it is read
+    // equivalent: but for sanitizers, since no digit follows
     const auto [end, error] = std::from_chars(columns.data(), columns.data() + columns.size(), width);
     if (error == std::errc() && end == columns.data() + columns.size() && width > 0)
         return width;
@@ -72,7 +73,7 @@ Console consoleHere() {
 /// Flushes streams and stdio. Throws std::ios_base::failure if the output cannot be written.
 void flushOutput() {
     std::cout.flush();
-    errno = 0;
+    errno = 0; // equivalent: a write that fails sets it
     // unreached: an error that flushing does not report is that of a write before, which was reported
     if (std::fflush(stdout) != 0 || std::ferror(stdout))
         std::cout.setstate(std::ios::badbit);
@@ -104,8 +105,9 @@ Status runCommandLine(int argc, char **argv) {
 int main(int argc, char **argv) {
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL)); // end silently if a reader such as head closes early
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); // exceeding the file size limit is a write error like others
-    std::ios::sync_with_stdio(false);                 // each command writes through streams or stdio, never both
-    std::cout.exceptions(std::ios::badbit);           // stop early when output cannot be written
+    // equivalent: only speed; each command writes through streams or stdio, never both
+    std::ios::sync_with_stdio(false);
+    std::cout.exceptions(std::ios::badbit); // stop early when output cannot be written
     cleanUpWhenInterrupted();
     std::optional<Progress> progress;
     if (isatty(STDERR_FILENO) && !terminalIsDumb())

@@ -1,4 +1,6 @@
-"""Runs the program on a terminal. Usage: terminal_test.py PROGRAM EXAMPLES"""
+"""Runs the program on a terminal. Usage: terminal_test.py PROGRAM EXAMPLES look|progress
+
+What is tested of progress takes seconds, since it is shown after a second."""
 import fcntl
 import os
 import pty
@@ -13,7 +15,7 @@ import termios
 import time
 import tty
 
-PROGRAM, EXAMPLES = sys.argv[1:]
+PROGRAM, EXAMPLES, PART = sys.argv[1:]
 MINIMAL = EXAMPLES + "/minimal.fed"
 ERASED = "\r\033[K"
 failures = 0
@@ -71,17 +73,12 @@ def run_on_broken_terminal(arguments):
     return ended.stderr.decode(), ended.returncode
 
 
-with tempfile.TemporaryDirectory() as folder:
-    os.chdir(folder)
+def test_look():
     for command in ("check", "list", "json", "fmt", "save"):
         arguments = [command, "-"] + (["image"] if command == "save" else [])
         expect(command + " of a broken file", run_on_broken_terminal(arguments),
                ("rtifed: -: the file cannot be read: Input/output error\n", 2))
     expect("files written of a broken file", os.listdir(), [])
-    os.mkfifo("pipe")
-    good = open(MINIMAL, encoding="utf-8").read()
-    shown = "\rWorking for N s: pipe\033[K" + ERASED
-
     expect("no image to a terminal", run(["save", MINIMAL, "-"]), (
         "rtifed: standard output is a terminal, which cannot show an image; name a file or redirect it\n", 2))
     width = max(map(len, run(["help"], columns=50)[0].split("\n")))
@@ -98,6 +95,9 @@ with tempfile.TemporaryDirectory() as folder:
                    .replace("~", "\x7f"))
     plain = subprocess.run([PROGRAM, "calls", "b.fed"], capture_output=True, check=True, text=True).stdout
     expect("calls of hostile names", (run(["calls", "b.fed"])[0], plain.count("\x7f")), (plain.replace("\x7f", "\\x7f"), 14))
+    for command in ["find", "b.fed", "*\x7f", "--glob"], ["fmt", "b.fed"], ["list", "c\x7f.fed"]:
+        shown = run(command)[0]
+        expect(f"{command} of hostile names", ("\x7f" in shown, "\\x7f" in shown), (False, True))
     for environment, colours, branches, wide in (({}, True, "|--", True), ({"LANG": "C.utf8"}, True, "\u251c", True),
                                                  ({"LC_CTYPE": "de_DE.utf-8", "NO_COLOR": "1"}, False, "\u251c", True),
                                                  ({"LC_ALL": "C", "LANG": "C.UTF-8"}, True, "|--", True),
@@ -108,6 +108,12 @@ with tempfile.TemporaryDirectory() as folder:
         tree = run(["tree", EXAMPLES + "/harbour.fed"], environment=environment)[0]
         expect(f"the look of a tree with {environment}", ("\033[" in tree, branches in tree, "version" in tree),
                (colours, True, wide))
+
+
+def test_progress():
+    os.mkfifo("pipe")
+    good = open(MINIMAL, encoding="utf-8").read()
+    shown = "\rWorking for N s: pipe\033[K" + ERASED
     expect("progress on a dumb terminal", run(["checksum", "pipe"], good, patience=1.5, environment={"TERM": "dumb"}),
            ("96881752  pipe\n", 0))
     # Each waits for a pipe: shown, cut to the width, erased before the output, and left out where it would disturb.
@@ -125,4 +131,9 @@ with tempfile.TemporaryDirectory() as folder:
     expect("an interruption", run(["check", "pipe"], interrupt=signal.SIGINT), (shown, -signal.SIGINT))
     signal.signal(signal.SIGHUP, signal.SIG_IGN)
     expect("nohup", run(["checksum", "pipe"], good, signal.SIGHUP)[1], 0)
+
+
+with tempfile.TemporaryDirectory() as folder:
+    os.chdir(folder)
+    {"look": test_look, "progress": test_progress}[PART]()
 sys.exit(failures > 0)

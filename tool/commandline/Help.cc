@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kWidest = 100;     // longer lines are hard to read
 constexpr std::size_t kNarrowest = 30;   // in a narrower terminal, the terminal breaks lines
-constexpr std::size_t kWidestNames = 28; // of options and commands, before their purposes
+constexpr std::size_t kWidestNames = 28; // of options and commands, before their purposes; equivalent: none is so wide
 
 /// A name and its purpose.
 using Row = std::pair<std::string, std::string>;
@@ -25,8 +25,10 @@ public:
         for (const std::string &word : split(words, ' ')) {
             if (word.empty())
                 continue;
+            // equivalent: no word is as wide as a line
             if (_column > indentation && _column + 1 + columns(word) > _width)
                 breakLine();
+            // equivalent: one way or the other, none are needed at the indentation
             const std::size_t blanks = _column < indentation ? indentation - _column : _column > indentation ? 1 : 0;
             put(std::string(blanks, ' ') + word);
         }
@@ -99,13 +101,13 @@ private:
         _column += columns(text);
     }
 
-    std::size_t _width, _purposes = 0, _column = 0;
+    std::size_t _width, _purposes = 0, _column = 0; // equivalent: each help has purposes
     std::string _text;
 };
 
 std::vector<Row> rowsOf(const std::vector<OptionTexts> &options) {
     std::vector<Row> rows;
-    rows.reserve(options.size());
+    rows.reserve(options.size()); // equivalent: only memory
     for (const OptionTexts &option : options)
         rows.emplace_back(joined(option.names) + (option.argument.empty() ? "" : ' ' + option.argument),
                           option.purpose);
