@@ -137,6 +137,34 @@ TEST(LspProtocol, FindsTheNextMessageAfterOneThatIsTooLong) {
     EXPECT_NE(reader.next()->fault, "") << "before such a header ends";
 }
 
+TEST(LspProtocol, ReadsHeadersOfAnyLengthUpToTheLimit) {
+    const auto resultOf = [](const std::vector<std::string> &pieces) { // of all pieces
+        MessageReader reader;
+        std::string result;
+        for (const std::string &piece : pieces) {
+            reader.add(piece);
+            while (const auto message = reader.next())
+                result += message->fault.empty() ? message->body : message->fault.substr(0, 15) + "... ";
+            result += '|';
+        }
+        return result;
+    };
+    const auto header = [](std::size_t size) {
+        const std::string length = "Content-Length: 2\r\n\r\n";
+        return "x: " + std::string(size - length.size() - 5, 'x') + "\r\n" + length;
+    };
+    for (const auto &[pieces, expected] :
+         {std::pair<std::vector<std::string>, std::string>{{header(4096) + "{}"}, "{}|"},
+          {{header(4097) + "{}" + framed("[]")}, "expected a head... {}[]|"},
+          {{std::string(4096, 'x')}, "|"},
+          {{std::string(4097, 'x')}, "expected a head... |"},
+          {{header(99).substr(0, 98), "\n{}" + framed("[]")}, "|{}[]|"},
+          {{"\n!Content-Length", ": 2\n\n{}"}, "expected a head... |{}|"},
+          {{"Content-Length: 268435456\n\n", "x"}, "||"},
+          {{"Content-Length: 268435457\n\n", "x"}, "expected at mos... ||"}})
+        EXPECT_EQ(resultOf(pieces), expected) << pieces.front().size();
+}
+
 TEST(LspProtocol, CancelsRequestsThatWait) {
     Exchange exchange;
     exchange.begin("(FED)");
@@ -162,7 +190,7 @@ TEST(LspProtocol, CancelsTheRequestThatItAnswers) {
     const std::string large = R"({"method": "$/large", "params": ")" + std::string(std::size_t(2) << 20, 'x') + "\"}";
     const std::string cancel = framed(R"({"method": "$/cancelRequest", "params": {"id": 1}})");
     const std::string other = framed(R"({"method": "$/cancelRequest", "params": {"id": 2}})");
-    for (const std::string &next : {other + cancel + cancel, framed(large)}) {
+    for (const std::string &next : {other + cancel + cancel, other + framed(large)}) {
         std::string output;
         int numReads = 0;
         std::function<void()> readMore;
@@ -175,9 +203,17 @@ TEST(LspProtocol, CancelsTheRequestThatItAnswers) {
         server.receive(framed(initialize) + framed(request));
         while (server.handleNext())
             continue;
-        EXPECT_EQ(errorOf(answerOf(messagesIn(output), 1)), next == framed(large) ? 0 : -32800);
+        const bool isCancelled = next != other + framed(large);
+        EXPECT_EQ(errorOf(answerOf(messagesIn(output), 1)), isCancelled ? -32800 : 0);
         EXPECT_EQ(numReads, 2);
-        EXPECT_NE(output.find(R"("percentage":0}})"), std::string::npos) << output;
+        const std::string progress =
+            isCancelled ? R"("0 of 3 files","percentage":0}})" : R"("1 of 3 files","percentage":33}})";
+        EXPECT_NE(output.find(progress), std::string::npos) << output;
+        output.clear();
+        server.receive(framed(request));
+        while (server.handleNext())
+            continue;
+        EXPECT_EQ(errorOf(answerOf(messagesIn(output), 1)), 0) << "another request with this id";
     }
 }
 
@@ -207,7 +243,7 @@ TEST(LspProtocol, ServesWhereverInputComesFrom) {
 }
 
 TEST(LspProtocol, LimitsItsAnswers) {
-    std::string text = "(FED (objects (class A";
+    std::string text = "(FED (spaces (space Unused)) (objects (class A";
     for (int i = 0; i < 1100; ++i)
         text += " (attribute a" + std::to_string(i) + " relaible receive)";
     for (int i = 0; i < 400; ++i)
@@ -249,6 +285,8 @@ TEST(LspProtocol, LimitsItsAnswers) {
               301U);
     const Received &diagnostics = messages.back()["params"]["diagnostics"];
     EXPECT_EQ(diagnostics.size(), 1001U);
+    EXPECT_EQ(diagnostics.front()["severity"], 1);
+    EXPECT_EQ(diagnostics.back()["severity"], 3);
     EXPECT_EQ(diagnostics.back()["message"], "102 further findings; rtifed check --max-findings 0 prints all");
 }
 
@@ -308,11 +346,24 @@ TEST(LspProtocol, KeepsBytesThatAreNotUtf8) {
 }
 
 TEST(LspProtocol, RefusesMessagesThatWouldTakeMuchMemory) {
-    const std::string deep(65, '['), many(2000001, ',');
-    for (const std::string &body : {deep, "[" + many + "]", deep + std::string(65, ']')})
-        EXPECT_THROW(parseMessage(body), ProtocolError);
-    EXPECT_NO_THROW(parseMessage('"' + deep + many + R"(\"[[\\")")) << "in a string they are no values";
-    EXPECT_THROW(parseMessage("[1e999]"), ProtocolError) << "no number of the program is that large";
+    const auto nested = [](int depth) { return std::string(depth, '[') + std::string(depth, ']'); };
+    const std::string deep(65, '['), most(1999999, ','), tooDeep = "expected at most 64 levels of JSON, found more";
+    for (const auto &[body, expected] : {std::pair<std::string, std::string>{nested(64), ""},
+                                         {nested(65), tooDeep},
+                                         {R"(["\\",)" + nested(64) + "]", tooDeep},
+                                         {R"(["a",)" + nested(64) + "]", tooDeep},
+                                         {'"' + deep + most + R"(,,\"[[\\")", ""}, // in a string they are no values
+                                         {"[" + most, "the message is no JSON: parse error at line 1, c"},
+                                         {"[," + most, "expected at most 2000000 JSON values, found more"},
+                                         {"[1e999]", "the message has a number that is too large to be"}}) {
+        std::string problem;
+        try {
+            parseMessage(body);
+        } catch (const ProtocolError &refused) {
+            problem = refused.what();
+        }
+        EXPECT_EQ(problem.substr(0, 48), expected) << body.substr(0, 20);
+    }
 }
 
 TEST(LspProtocol, NamesFilesByTheirUris) {

@@ -37,7 +37,7 @@ std::string asUtf8(const std::string &text) {
 void checkSize(const std::string &body) {
     std::size_t depth = 0, values = 0;
     bool quoted = false;
-    for (std::size_t i = 0; i < body.size(); ++i) {
+    for (std::size_t i = 0; i < body.size(); ++i) { // equivalent: a zero byte ends the string
         const char c = body[i];
         if (c == '"')
             quoted = !quoted;
@@ -75,8 +75,10 @@ std::string withOriginalBytes(const std::string &text) {
     std::string result;
     std::size_t done = 0;
     for (std::size_t at = text.find('\xF4'); at != std::string::npos; at = text.find('\xF4', at + 1)) {
+        // equivalent: no byte below 0x40 has been replaced
         if (text[at + 1] != kPrivate[1] || static_cast<unsigned char>(text[at + 2]) < 0xBC)
             continue;
+        // equivalent: the lowest two bits are the same
         const auto high = static_cast<unsigned char>(text[at + 2]) - 0xBCU;
         const auto low = static_cast<unsigned char>(text[at + 3]) & 0x3FU;
         result.append(text, done, at - done);
@@ -87,5 +89,6 @@ std::string withOriginalBytes(const std::string &text) {
 }
 
 std::string textOfMessage(const Json &message) {
+    // equivalent: the same value, written in another way
     return message.dump(-1, ' ', false, Json::error_handler_t::replace);
 }

@@ -16,6 +16,7 @@ std::size_t endOfHeader(std::string_view bytes, std::size_t from) {
     for (std::size_t at = bytes.find('\n', from); at != std::string_view::npos; at = bytes.find('\n', at + 1)) {
         const std::string_view line = bytes.substr(0, at);
         if (line.empty() || line == "\r" || line.back() == '\n' ||
+            // equivalent: an empty first line has ended the header before
             (line.size() > 1 && line.substr(line.size() - 2) == "\n\r"))
             return at + 1;
     }
@@ -35,7 +36,7 @@ std::optional<MessageReader::Message> MessageReader::next() {
         const std::size_t skipped = std::min(_skip, left().size());
         drop(skipped);
         _skip -= skipped;
-        if (_skip > 0 || (_lost && !skipToHeader()))
+        if (_skip > 0 || (_lost && !skipToHeader())) // equivalent: nothing is left of which a byte is to be skipped
             return {};
         if (_size) {
             if (left().size() < *_size)
@@ -47,7 +48,7 @@ std::optional<MessageReader::Message> MessageReader::next() {
         }
         const std::size_t end = endOfHeader(left(), _searched);
         if (end == std::string_view::npos && left().size() <= kMaxHeader) {
-            _searched = left().size();
+            _searched = left().size(); // equivalent: only speed, since it would be searched again
             return {};
         }
         if (end > kMaxHeader)
@@ -73,7 +74,8 @@ std::string MessageReader::readLength(std::string_view header) {
         if (RtiStringUtility::toupper(line.substr(0, kLength.size())) != kLength)
             continue;
         const std::string_view digits = trimmed(std::string_view(line).substr(kLength.size()));
-        std::size_t value = 0;
+        std::size_t value = 0; // equivalent: not used before it is read
+        // equivalent: but for sanitizers, since no digit follows
         const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
         if (error != std::errc() || end != digits.data() + digits.size())
             return "expected Content-Length with a number of bytes, found " + inQuotes(digits);
@@ -90,6 +92,7 @@ std::string MessageReader::readLength(std::string_view header) {
 bool MessageReader::skipToHeader() {
     const std::string upper = RtiStringUtility::toupper(left());
     const std::size_t found = upper.find(kLength);
+    // equivalent: to keep more is no fault
     drop(std::min(found, upper.size() - std::min(upper.size(), kLength.size() - 1)));
     _lost = found == std::string::npos;
     return !_lost;
@@ -106,11 +109,11 @@ MessageReader::Message MessageReader::fault(std::string text) {
 void MessageReader::drop(std::size_t count) {
     _searched = 0;
     _at += count;
-    if (_at == _bytes.size() || _at > _bytes.size() / 2) {
+    if (_at == _bytes.size() || _at > _bytes.size() / 2) { // equivalent: only when the bytes are moved
         _bytes.erase(0, _at);
         _at = 0;
-        if (_bytes.capacity() > std::size_t(1) << 20 && _bytes.empty())
-            _bytes.shrink_to_fit();
+        if (_bytes.capacity() > std::size_t(1) << 20 && _bytes.empty()) // equivalent: only memory
+            _bytes.shrink_to_fit();                                     // equivalent: only memory
     }
 }
 

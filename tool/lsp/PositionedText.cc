@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::uint32_t kCheckpoint = 1024;
+constexpr std::uint32_t kCheckpoint = 1024; // equivalent: only speed
 
 /// A character: its bytes, and its units in an encoding.
 struct Character {
@@ -24,12 +24,14 @@ Character characterAt(std::string_view text, std::uint32_t at, PositionEncoding 
 /// Returns the number of ASCII characters from `at` on, up to `end`, eight at a time.
 std::uint32_t asciiRun(const std::string &text, std::uint32_t at, std::uint32_t end) {
     const std::uint32_t begin = at;
+    // equivalent: only speed, since the rest is counted one by one
     std::uint64_t bytes = 0;
-    for (; end - at >= sizeof bytes; at += sizeof bytes) {
+    for (; end - at >= sizeof bytes; at += sizeof bytes) { // equivalent: likewise
         std::memcpy(&bytes, text.data() + at, sizeof bytes);
-        if ((bytes & 0x8080808080808080U) != 0)
+        if ((bytes & 0x8080808080808080U) != 0) // equivalent: likewise
             break;
     }
+    // equivalent: a 0x80 where a character should begin is one, too
     while (at < end && static_cast<unsigned char>(text[at]) < 0x80)
         ++at;
     return at - begin;
@@ -47,6 +49,7 @@ PositionedText::PositionedText(std::string text, PositionEncoding encoding)
 std::vector<std::uint32_t> PositionedText::linesAfter(std::uint32_t begin, std::uint32_t end) const {
     std::vector<std::uint32_t> lines;
     for (std::uint32_t at = begin; at < end; ++at) {
+        // equivalent: a zero byte follows the text
         if (_text[at] == '\r' && at + 1 < _text.size() && _text[at + 1] == '\n')
             ++at;
         else if (_text[at] != '\n' && _text[at] != '\r')
@@ -77,11 +80,12 @@ TextPosition PositionedText::positionAt(std::uint32_t offset) const {
 
 /// Returns a place before an offset and near it, in its line.
 PositionedText::Counted PositionedText::countedNear(std::uint32_t offset, std::uint32_t lineBegin) const {
-    if (offset - lineBegin < kCheckpoint)
+    if (offset - lineBegin < kCheckpoint) // equivalent: only speed
         return {lineBegin, 0};
     if (_checkpoints.empty())
         countAll();
     const Counted near = _checkpoints[offset / kCheckpoint];
+    // equivalent: no unit is before the beginning of a line
     return near.offset > lineBegin ? near : Counted{lineBegin, 0};
 }
 
@@ -105,7 +109,9 @@ void PositionedText::countAll() const {
     const auto size = static_cast<std::uint32_t>(_text.size());
     Counted at{0, 0};
     std::uint32_t line = 0;
+    // equivalent: but for sanitizers, since what is read instead of the last one is mostly zero
     for (std::uint32_t checkpoint = 0; checkpoint <= size; checkpoint += kCheckpoint) {
+        // equivalent: a checkpoint at the beginning of a line is not used
         while (line + 1 < numLines() && _lines[line + 1] <= checkpoint) {
             ++line;
             at = {_lines[line], 0};
@@ -138,6 +144,7 @@ std::uint32_t PositionedText::offsetAt(TextPosition position) const {
 /// in which the edit ends are found anew.
 void PositionedText::replace(std::uint32_t begin, std::uint32_t end, std::string_view with) {
     const std::uint32_t first = lineOf(begin) - (lineOf(begin) > 0 ? 1 : 0);
+    // equivalent: more lines may be found anew
     const std::uint32_t last = std::min(lineOf(end) + 1, numLines() - 1);
     const bool toEnd = last + 1 == numLines();
     const std::uint32_t stop = toEnd ? static_cast<std::uint32_t>(_text.size()) : _lines[last];

