@@ -339,6 +339,7 @@ TEST(ImportTest, HostileTextsAreRefused) {
     const std::string laughs = "<!DOCTYPE objectModel [<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;&a;\">]>";
     const std::pair<std::string, std::string> texts[] = {
         {times(9000000, "<a>"), "expected at most 8388608 tags"},
+        {'<' + std::string(kMaxXmlTags - 1, '='), "expected a tag of the form <NAME>"},
         {times(100000, "<a>"), "expected \"</a>\" for the element of"},
         {objectModel(times(300, "$o($n(A)") + times(300, ")")), "nested in more than 256 levels"},
         {objectModel(times(300, "$o(") + times(300, ")")), "nested in more than 256 levels"},
@@ -410,6 +411,12 @@ TEST(ImportTest, TextsAreRefusedWhereTheyGoWrong) {
     const auto named = [](std::size_t length) {
         return objectModel("$o($n(" + std::string(length, 'A') + ")$S(Neither))");
     };
+    const auto longNamesAnd = [](std::size_t length) { // 67091019 bytes, and another class
+        std::string classes = "$o($n(" + std::string(16000, 'A') + ")$S(Neither)";
+        for (int i = 1000; i < 5188; ++i)
+            classes += "$o($n(" + std::to_string(i) + ")$S(Neither))";
+        return objectModel(classes + ")$o($n(" + std::string(length, 'B') + ")$S(Neither))");
+    };
     const std::pair<std::string, std::string> texts[] = {
         {mark + "<?xml version='1.0' encoding='Shift_JIS'?><a/>", "1:1: error: expected XML in UTF-8, ISO 8859-1"},
         {mark + "<html/>", "1:2: error: expected an object model of IEEE 1516-2010"},
@@ -427,13 +434,15 @@ TEST(ImportTest, TextsAreRefusedWhereTheyGoWrong) {
         {comment(8184), "8185:4: error: expected an element"},
         {comment(8185), "8186:4: error: expected an element"},
         {nested(257), "classes are nested in more than 256 levels"},
+        {longNamesAnd(kMaxNameLength - 11), "the full names of all classes together have more than 67092480 bytes"},
         {named(kMaxNameLength - 10), "expected a full name of at most 16384 bytes, found 16385 "}};
     for (const auto &[text, message] : texts) {
         const std::string got = findingsOf(Import({{"a.xml", text}}));
         EXPECT_NE(got.find(message), std::string::npos) << got;
         EXPECT_EQ(std::count(got.begin(), got.end(), '\n'), 1) << got;
     }
-    EXPECT_TRUE(Import({{"a.xml", named(kMaxNameLength - 11)}}).succeeds());
+    for (const std::string &text : {named(kMaxNameLength - 11), longNamesAnd(1450)})
+        EXPECT_EQ(findingsOf(Import({{"a.xml", text}})), "");
 }
 
 /// Damaged models, by elements that are removed, copied to other places, or swap their texts: what is imported
