@@ -63,7 +63,7 @@ private:
     /// Copies the comment after a clause, in the column that it has there: lines below it that are in its column
     /// continue it.
     void copyBeside(const Module &module, Index begin, Index end) {
-        if (begin < end)
+        if (begin < end) // equivalent: further blanks do not matter, since the text is formatted
             padTo(module, begin);
         copy(module, begin, end);
     }
