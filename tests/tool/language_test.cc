@@ -223,13 +223,19 @@ TEST(Language, DescribesWhatIsAtACursor) {
     EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class S) (class A (attribute x reliable "
                              "receive ^S))))")),
               "nothing");
+    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (spaces (space S) (space ^T (dimension x))))")),
+              "T => **routing space** `T`//1 dimension: `x`//Handle 2, provisional: the file does not load");
     EXPECT_EQ(
-        hover(Question(withMom("(class A (attribute x reliable receive ^HLAMomDefaultSpace))"))),
+        hover(Question("(FED (Federation F) (FEDversion 1) (objects (class A (attribute ^x reliable)) (class A)))")),
+        "x => **attribute** `A.x`//`reliable`//Handle 1, provisional: the file does not load");
+    EXPECT_EQ(
+        hover(Question(
+            replaced(withMom("(class A (attribute x reliable receive ^HLAMomDefaultSpace))"), "(FED", "(FED ; All."))),
         "HLAMomDefaultSpace => **routing space** `HLAMomDefaultSpace`//Handle 1, provisional: the file does not load");
-    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1)\n(objects\n; # 1_a 1_ A_B z_y_{ Z9_\n; # x\n; 10. "
-                             "x\n; 2x)\n; +\n(class ^\"`A\")")),
+    EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1)\n(objects\n; # 1_a 1_ A_B z_y_{ Z9_ q_r\n; # x\n; 10. "
+                             "x\n; 7. y\n; ) z\n; 2x)\n; +\n(class ^\"`A\")")),
               "\"`A\" => **object class** `` `A ``//Handle 1, provisional: the file does not load//---//\\# 1_a 1\\_ "
-              "A_B z_y\\_{ Z9\\_  /\\# x  /10\\. x  /2x)");
+              "A_B z_y\\_{ Z9\\_ q_r  /\\# x  /10\\. x  /7\\. y  /) z  /2x)");
     EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class \"^\"))")),
               "\"\" => **object class** `  `//Handle 1, provisional: the file does not load");
     EXPECT_EQ(hover(Question("(FED (Federation F) (FEDversion 1) (objects (class \"A`^\"))")),
@@ -282,6 +288,14 @@ TEST(Language, FindsWhatNamesTheSame) {
                                "(attribute ^x reliable receive) (class C\n(attribute x "
                                "reliable receive))) (class B (attribute x reliable receive)))")),
               "3:x | 1:x 2:x 2:x 3:x ");
+    const std::string two =
+        "(FED (Federation F) (FEDversion 1) (objects (class A (class B\n(attribute x reliable receive)))"
+        " (class C (class B\n(attribute x reliable receive)))))";
+    EXPECT_EQ(foundIn(Question("; B.^x\n" + two)), "3:x 4:x | 1:x 3:x 4:x ");
+    EXPECT_EQ(foundIn(Question("; A.^x\n" + two)), "| ");
+    EXPECT_EQ(foundIn(Question("(FED (Federation F) (FEDversion 1) (spaces (space S)\n(space ^S)) (objects (class A "
+                               "(attribute x reliable receive S))))")),
+              "2:S | 2:S ");
     const std::string ofMom = RtiFedDatabase::_momDefaultSpace;
     EXPECT_EQ(foundIn(Question(withMom("(class A (attribute x reliable receive ^\"" + ofMom + "\"))"))),
               "| 19:\"HLAMomDefaultSpace\" ");
@@ -326,19 +340,42 @@ TEST(Language, CompletesByThePlace) {
              Case{"; (^", "[]"},
              Case{"(class \"a ^", "[\"a ]"},
              Case{"(FED) ^", "[]"},
+             Case{"(FED (Federation a) (FEDversion b) (Federate c d) (spaces) (objects) (interactions) ^",
+                  "[] (Federate"},
+             Case{"(spaces (space A (dimension b) ^", "[] (dimension"},
+             Case{"(spaces (space A) ^", "[] (space"},
+             Case{"(objects (class C (attribute a) (class b) (sec_level c) ^", "[] (attribute (class"},
+             Case{"(interactions (class I reliable receive (parameter p) (class b) ^",
+                  "[] (parameter (class (sec_level"},
+             Case{"(objects (class ObjectRoot (^ x)", "[] attribute class sec_level"},
+             Case{"(objects (class ObjectRoot (class Manager) (^)", "[] attribute class sec_level"},
+             Case{"(objects (class ObjectRoot (class Manager (class Federation (attribute FederationName) (attribute "
+                  "FederatesInFederation) (attribute RTIversion) (attribute FEDid) (attribute LastSaveName) (attribute "
+                  "LastSaveTime) (attribute NextSaveName) (^)",
+                  "[] attribute class sec_level attribute NextSaveTime reliable receive"},
          })
         EXPECT_EQ(completed(c.text), c.items) << c.text;
-    const auto snippet = [](const std::string &text, std::size_t index) {
+    const auto snippets = [](const std::string &text) {
         const Question asked(text);
-        const Completion item = completionsAt(asked.document, asked.offset, Markup::markdown).items.at(index);
-        return item.snippet.empty() ? item.text : item.snippet;
+        std::string all;
+        for (const Completion &item : completionsAt(asked.document, asked.offset, Markup::markdown).items)
+            all += item.snippet + ' ';
+        std::replace(all.begin(), all.end(), '\n', '/');
+        return all;
     };
-    EXPECT_EQ(snippet("(objects (class C (^)", 0),
-              "attribute ${1:Name} ${2|reliable,best_effort|} ${3|timestamp,receive|}");
-    EXPECT_EQ(snippet("(objects (class C (a^\n (class D)", 1), "class ${1:Name}\n  $0\n)");
-    EXPECT_EQ(snippet("(spaces ^", 0), "(space ${1:Name}\n  $0\n)");
-    EXPECT_EQ(snippet("(objects (class ObjectRoot (class Manager (class Federate) ^))", 3).substr(0, 58),
-              "(class Federation\n  (attribute FederationName        relia");
+    const std::string member = "${1:Name} ${2|reliable,best_effort|} ${3|timestamp,receive|}";
+    for (const auto &[text, expected] :
+         {std::pair<std::string, std::string>{"(objects (class C (^)",
+                                              "attribute " + member + " class ${1:Name}/  $0/ sec_level ${1:Level} "},
+          {"(objects (class C (a^\n (class D))",
+           "attribute " + member + ") class ${1:Name}/  $0/) sec_level ${1:Level}) "},
+          {"(FED ^", "(Federation ${1:Name}) (FEDversion ${1:v1.3}) (Federate ${1:Name} ${2:Level}) (spaces/  $0/) "
+                     "(objects/  $0/) (interactions/  $0/) "},
+          {"(spaces ^", "(space ${1:Name}/  $0/) "},
+          {"(spaces (space S ^", "(dimension ${1:Name}) "},
+          {"(interactions (class C reliable receive ^",
+           "(parameter ${1:Name}) (class " + member + "/  $0/) (sec_level ${1:Level}) "}})
+        EXPECT_EQ(snippets(text), expected) << text;
 }
 
 TEST(Language, RenamesOrSaysWhyNot) {
@@ -451,6 +488,11 @@ TEST(Language, ShowsTheHierarchyAndItsNumbers) {
     for (const InlayHint &hint : inlayHints(asked.document, above->span))
         hints += hint.label + " ";
     EXPECT_EQ(hints, "#3? +1 inherited #2? #4? +2 inherited #3? ");
+    const auto tug = static_cast<std::uint32_t>(asked.document.text().find("Tug\n"));
+    for (const auto &[span, count] : {std::pair(RtiFedSpan{tug - 5, 5}, 0U), {{tug, 1}, 2U}, {{tug + 3, 1}, 2U}})
+        EXPECT_EQ(inlayHints(asked.document, span).size(), count) << span.begin - tug;
+    const Question rooted("(FED (objects (class A (class B))))");
+    EXPECT_TRUE(superclassOf(rooted.document, ClauseKind::objectClass, "A.B"));
     for (const CodeLens &lens : codeLenses(asked.document))
         lenses += std::string(asked.at(lens.nameSpan)) + ": " + lens.text + "; ";
     EXPECT_EQ(lenses, "ObjectRoot: 3 subclasses; RTIprivate: 1 inherited attribute; Craft: 1 subclass, 1 inherited "
