@@ -2,6 +2,7 @@
 #include "tool/check/Checker.hh"
 #include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/Text.hh"
 #include "tool/report/Excerpt.hh"
 #include "tool/report/FileFindings.hh"
 
@@ -145,10 +146,12 @@ std::string reportOnFiles(ReportMaker *format, const std::string &missing = "non
     reportFindings({"a b.fed", "(FED\xE4 x"}, Severity::warning, 50, *report);
     reportFindings({"/i,:%.img", std::string(3, '\0')}, Severity::warning, 50, *report);
     reportFindings({"right.fed", example("minimal.fed")}, Severity::warning, 50, *report);
-    const std::string threeErrors = replaced(inPlace(kSound), "dimension X", "dimensions X");
-    reportFindings({"more.fed", replaced(threeErrors, "Width reliable receive", "Width fast never")}, Severity::warning,
+    const std::string oneError = replaced(inPlace(kSound), "Length reliable timestamp", "Length relaible timestamp");
+    reportFindings({"more.fed", replaced(oneError, "Width reliable receive", "Width fast receive")}, Severity::warning,
                    1, *report);
-    const std::string again = inPlace(std::regex_replace(kSound, std::regex("reliable"), "relaible"));
+    const std::string twice =
+        replaced(kSound, "(class RTIprivate)", "(class RTIprivate (attribute Width reliable receive))");
+    const std::string again = inPlace(std::regex_replace(twice, std::regex("reliable"), "relaible"));
     reportFindings({"./again.fed", again}, Severity::warning, 50, *report);
     report->failFile(missing, "No such file or directory");
     report->end();
@@ -192,7 +195,7 @@ TEST(Check, WritesWhatSarifNeeds) {
     const auto &invocation = run.at("invocations").at(0);
     EXPECT_FALSE(invocation.at("executionSuccessful"));
     const auto &notifications = invocation.at("toolExecutionNotifications");
-    EXPECT_EQ(notifications.at(0).at("message").at("text"), "2 more errors are not shown");
+    EXPECT_EQ(notifications.at(0).at("message").at("text"), "1 more error is not shown");
     EXPECT_EQ(notifications.at(1).at("message").at("text"), "No such file or directory");
 }
 
@@ -244,6 +247,22 @@ TEST(Check, ExplainsItsRules) {
     std::ostringstream page;
     explain({"", true}, Console{page, page});
     EXPECT_EQ(readFile(RTIFED_DOCS "/rules.md"), page.str()) << "docs/rules.md is made by: rtifed explain --markdown";
+    const auto explained = [](const std::string &rule, std::size_t width) {
+        std::ostringstream out;
+        Console console{out, out};
+        console.width = width;
+        explain({rule, false}, console);
+        return split(out.str(), '\n');
+    };
+    for (const auto &[width, widest] : {std::pair(0U, 78U), {1U, 27U}, {40U, 39U}, {200U, 78U}}) {
+        std::size_t columns = 0;
+        for (const std::string &line : explained("redeclared-member", width))
+            columns = std::max(columns, line.size());
+        EXPECT_EQ(columns, widest) << width;
+    }
+    EXPECT_EQ(explained("", 0)[0], "not-a-fed-text            error    The text does not begin with \"(FED\"");
+    EXPECT_EQ(explained("class-name", 0)[0], "class-name (warning, off by default)");
+    EXPECT_EQ(explained("text-too-long", 0)[10], "Right:");
 }
 
 TEST(Check, ReportsTheMomWhereItIsIncomplete) {
@@ -260,6 +279,11 @@ TEST(Check, ReportsTheMomWhereItIsIncomplete) {
                               "TransportationType, UpdateCounts\n"
                               "179:18: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
                               "  the interaction class Manager.Federate.Service.FederateSaveBegun\n");
+    text = replaced(example("minimal.fed"), "(class Federation\n", "(clas Federation\n");
+    EXPECT_EQ(errorsOf(replaced(text, "(attribute LastSaveName          reliable receive)", "")),
+              "28:14: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
+              "  the attribute LastSaveName of the object class Manager.Federation\n"
+              "54:10: expected \"attribute\" or \"class\", found \"clas\"; did you mean \"class\"?\n");
 }
 
 /// Each mistake gives one finding, which names a line at most one away.

@@ -38,6 +38,7 @@ std::optional<std::string> unescaped(std::string_view text) {
             name += text[at];
             continue;
         }
+        // equivalent: but for sanitizers, since a line end follows the line, or a zero byte
         const char letter = ++at < text.size() ? text[at] : '\0';
         const auto *escape = std::find_if(std::begin(kEscapes), std::end(kEscapes),
                                           [letter](const auto &candidate) { return candidate.second == letter; });
@@ -90,14 +91,15 @@ public:
     ManifestChecker(const ChecksumOptions &options, const Console &console)
         : _options(options), _nowhere(nullptr), _console{options.silent ? _nowhere : console.out,
                                                          options.silent ? _nowhere : console.err,
-                                                         false,
-                                                         false,
-                                                         0,
+                                                         false, // equivalent: this command uses no colours
+                                                         false, // equivalent: nor other characters
+                                                         0,     // equivalent: nor the width
                                                          console.stdinName} {}
 
     Status check(const Input &manifest) {
         if (!manifest.whole || manifest.contents.find('\0') != std::string::npos)
             throw CannotWork(manifest.name + ": a list of checksums has no zero byte");
+        // equivalent: the end is set before it is used
         for (std::size_t begin = 0, end = 0; begin < manifest.contents.size(); begin = end + 1) {
             end = std::min(manifest.contents.find('\n', begin), manifest.contents.size());
             checkLine(std::string_view(manifest.contents).substr(begin, end - begin));
@@ -134,6 +136,7 @@ private:
         const std::string name = manifestName(line.fileName);
         const auto compare = [&](Input file) {
             const bool agrees =
+                // equivalent: there are 8 or 64
                 RtiFedName::equal(digitsOf(std::move(file), line.digits.size() > 8, _console.err), line.digits);
             ++(agrees ? _numVerified : _numWrong);
             if (!agrees || !_options.quiet)

@@ -48,7 +48,7 @@ void writeRule(const Rule &rule, std::size_t width, std::ostream &out) {
 
 /// Writes a line for each rule.
 void writeRuleList(std::ostream &out) {
-    std::size_t width = 0;
+    std::size_t width = 0; // equivalent: each rule has a longer name
     for (const Rule &rule : allRules())
         width = std::max(width, std::string(rule.id).size());
     for (const Rule &rule : allRules()) {

@@ -11,7 +11,8 @@ using R = WordRole;
 // In the order of the enumeration.
 // clang-format off
 constexpr ClauseForm kForms[] = {
-    {"", "clause", {}, 0, false, {}, ""},
+    {"", "clause", {}, 0, false, {}, ""}, // equivalent: it is not offered, and nothing in it
+    // equivalent: FED is offered only where it is not yet
     {"FED", "FED clause", {}, 0, true, {K::federation, K::version, K::federate, K::spaces, K::objects, K::interactions},
      "The whole file: the federation, its routing spaces, and both class trees."},
     {"Federation", "federation", {R::name}, 1, true, {}, "The name of the federation."},

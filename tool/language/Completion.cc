@@ -74,9 +74,9 @@ private:
         case WordRole::value:
             if (_place.kind == ClauseKind::version)
                 _items.push_back({Completion::Kind::version, "v1.3", "the usual version", "", "v1.3"});
-            return;
+            return; // equivalent: the next does the same
         default:
-            return;
+            return; // equivalent: nothing follows
         }
     }
 
@@ -139,7 +139,7 @@ private:
             _items.push_back({kind, keyword + ' ' + name, "missing in this class", text, enclosed(bare, withOpen)});
         };
         for (const MomClass *child : missingClasses(parent))
-            if (child->path.rfind("Manager", 0) == 0)
+            if (child->path.rfind("Manager", 0) == 0) // equivalent: it is nowhere else in a path
                 offerMom(Completion::Kind::momClass, child->name, child->explanation, momClass(tree, child->path));
         if (!mom->path.empty())
             for (const std::string &member : missingMembers(parent))

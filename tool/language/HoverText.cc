@@ -131,6 +131,7 @@ private:
     /// its root, which is an error, has a shorter one that does not contain it.
     std::string_view nameWithin(Index descendant, Index ancestor) const {
         const std::string_view name = _entities[descendant].fullName, above = _entities[ancestor].fullName;
+        // equivalent: no class has the name of one above it
         const bool contains = name.size() > above.size() && RtiFedName::equal(name.substr(0, above.size()), above);
         return contains ? name.substr(above.size() + 1) : name;
     }

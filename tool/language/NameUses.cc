@@ -68,6 +68,7 @@ public:
                 add(spanOf(_tree, token), NameUse::use);
         });
         std::sort(_found.begin(), _found.end(),
+                  // equivalent: no two are at the same place
                   [](const Reference &a, const Reference &b) { return a.span.begin < b.span.begin; });
         return std::move(_found);
     }
@@ -85,7 +86,7 @@ private:
 
     void addMentions(Index token) {
         if (_tree.bytes(token).find('.') == std::string_view::npos)
-            return;
+            return; // equivalent: only speed
         for (const DottedWord &word : dottedWordsIn(_document.text(), spanOf(_tree, token)))
             addMentions(word);
     }
@@ -95,7 +96,7 @@ private:
         for (std::size_t i = 0; i < word.components.size(); ++i) {
             const RtiFedSpan component = word.components[i];
             if (!RtiFedName::equal(text.substr(component.begin, component.length), _name))
-                continue;
+                continue; // equivalent: only speed, since it cannot mean the entity
             const std::vector<DottedMeaning> meanings = meaningsOf(_entities, text, word);
             const auto isMeant = [&](const DottedMeaning &meaning) { return meaning[i].entity == _entity; };
             if (std::any_of(meanings.begin(), meanings.end(), isMeant))
@@ -136,6 +137,7 @@ std::vector<Reference> referencesAt(const Document &document, std::uint32_t offs
         for (const Reference &reference : referencesTo(document, meaning.entity))
             found.push_back(reference);
     std::sort(found.begin(), found.end(),
+              // equivalent: one of two at the same place is left
               [](const Reference &a, const Reference &b) { return a.span.begin < b.span.begin; });
     const auto isSame = [](const Reference &a, const Reference &b) { return a.span.begin == b.span.begin; };
     found.erase(std::unique(found.begin(), found.end(), isSame), found.end());

@@ -25,7 +25,7 @@ Key keyOf(const Change &change) {
     case Change::Kind::removed:
         return of(element.hasMembers() ? element.fullName() : std::string(element.owner));
     case Change::Kind::unclear:
-        return of(change.before ? "old" : "new");
+        return of(change.before ? "old" : "new"); // equivalent: any two words
     case Change::Kind::movedUp:
         return of(change.after->fullName());
     case Change::Kind::reordered:
@@ -140,7 +140,7 @@ std::string ChangeGroup::headline() const {
     case Change::Kind::transportation:
     case Change::Kind::ordering:
     case Change::Kind::space:
-        break;
+        break; // equivalent: these are the last ones
     }
     return std::string(Comparison::nameOf(first().kind)) + ' ' + shownValues(first()) + ": " + what;
 }
@@ -170,8 +170,10 @@ std::string ChangeGroup::item(std::size_t index) const {
 /// The distance by which the handles moved: one number, or the least and the greatest.
 std::string ChangeGroup::offsets() const {
     const auto offset = [](const Change *change) { return change->after->handle - change->before->handle; };
+    // equivalent: none moved by 0
     const auto signedNumber = [](long number) { return (number > 0 ? "+" : "") + std::to_string(number); };
     const auto [least, greatest] = std::minmax_element(
+        // equivalent: any of those that moved as far
         _changes.begin(), _changes.end(), [&](const Change *a, const Change *b) { return offset(a) < offset(b); });
     return signedNumber(offset(*least)) +
            (offset(*least) == offset(*greatest) ? "" : " to " + signedNumber(offset(*greatest)));

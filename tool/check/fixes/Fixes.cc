@@ -81,6 +81,7 @@ private:
     bool isBalanced() const {
         const auto &clauses = _tree.clauses();
         std::size_t numCloses = 0;
+        // equivalent: the first token is no ")", nor is what follows the last one
         for (Index token = 0; token < _tree.numTokens(); ++token)
             numCloses += _tree.kind(token) == Kind::close ? 1 : 0;
         return clauses[0].end == clauses.size() && numCloses == clauses.size();
@@ -258,6 +259,7 @@ private:
 
     std::vector<std::string> meaningsIn(Index clause) const {
         std::vector<std::string> meanings;
+        // equivalent: a parenthesis is no word
         for (Index token = _tree.clauses()[clause].open; token < _tree.clauses()[clause].close; ++token)
             if (SyntaxTree::isWord(_tree.kind(token)))
                 meanings.push_back(meaningOf(

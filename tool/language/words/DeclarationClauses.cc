@@ -43,8 +43,8 @@ DeclarationClauses::DeclarationClauses(const Checker &text) : _tree(text.tree())
 /// In a text, unlike in an image, the handle of a class is greater than that of its superclass.
 void DeclarationClauses::number() {
     std::map<ClauseKind, std::uint32_t> counts;
-    std::uint32_t owner = 0, member = 0;
-    _refs.reserve(_entities.size());
+    std::uint32_t owner = 0, member = 0; // equivalent: the first one is no member, and sets both
+    _refs.reserve(_entities.size());     // equivalent: only memory
     for (Entities::Index entity = 0; entity < _entities.size(); ++entity)
         if (const ClauseKind kind = _entities[entity].kind; isMember(kind)) {
             _refs.push_back({kind, owner, member++});
@@ -72,7 +72,8 @@ void DeclarationClauses::findClauses() {
         _declared[clause] = place.entity;
     }
     _about = _declared;
-    for (SyntaxTree::Index clause = 0; clause < _about.size(); ++clause) // a clause comes after the one around it
+    // A clause comes after the one around it. equivalent: none is around the first one
+    for (SyntaxTree::Index clause = 0; clause < _about.size(); ++clause)
         if (const SyntaxTree::Index around = _tree.clauses()[clause].parent;
             _about[clause] == kNone && around != SyntaxTree::kNone)
             _about[clause] = _about[around];
@@ -89,6 +90,7 @@ std::string DeclarationClauses::documentationOfFile() const {
     const auto numClauses = static_cast<Index>(_tree.clauses().size());
     const Index declaring = firstDeclaring(_tree);
     std::set<Index> others;
+    // equivalent: comments of the clause after it are not read
     for (Index clause = 0; clause < std::min(declaring + 1, numClauses); ++clause)
         if (clause == declaring || _tree.keyword(clause) == "Federate")
             for (const Index comment : commentsOf(_tree, clause))
@@ -101,7 +103,7 @@ std::string DeclarationClauses::documentationOfFile() const {
         paragraph.clear();
     };
     const Index end = declaring < numClauses ? _tree.clauses()[declaring].open : _tree.numTokens();
-    for (Index token = 0; token < end; ++token) {
+    for (Index token = 0; token < end; ++token) { // equivalent: no comment is there
         if (_tree.kind(token) != SyntaxTree::Kind::comment || others.count(token) > 0)
             continue;
         if (!paragraph.empty() && _tree.line(token) > _tree.line(paragraph.back()) + 1)
@@ -114,7 +116,7 @@ std::string DeclarationClauses::documentationOfFile() const {
 
 std::string DeclarationClauses::documentationOfSections(std::string_view keyword) const {
     std::string text;
-    for (Index clause = 0; clause < _declared.size(); ++clause)
+    for (Index clause = 0; clause < _declared.size(); ++clause) // equivalent: the first one is FED
         if (_declared[clause] == kNone && _tree.keyword(clause) == keyword)
             addDocumentation(_tree, clause, text);
     return text;
@@ -122,8 +124,8 @@ std::string DeclarationClauses::documentationOfSections(std::string_view keyword
 
 void DeclarationClauses::forEachDocumentation(
     const std::function<void(const DeclarationRef &, const std::string &)> &visit) const {
-    std::map<Entities::Index, std::string> texts; // a class that is declared again may have several
-    for (Index clause = 0; clause < _declared.size(); ++clause)
+    std::map<Entities::Index, std::string> texts;               // a class that is declared again may have several
+    for (Index clause = 0; clause < _declared.size(); ++clause) // equivalent: the first one is FED
         if (_declared[clause] != kNone)
             addDocumentation(_tree, clause, texts[_declared[clause]]);
     for (const auto &[entity, text] : texts)

@@ -15,6 +15,7 @@ Entities::Entities(const Checker &text) : _text(text) {
     linkClasses();
     sortNames();
     std::sort(_places.begin(), _places.end(),
+              // equivalent: no two are at the same place
               [](const Place &a, const Place &b) { return a.span.begin < b.span.begin; });
 }
 
@@ -62,7 +63,7 @@ void Entities::readClasses() {
 
 /// Each class comes after its superclass, so that a walk from the end has counted all below a class when it is there.
 void Entities::linkClasses() {
-    for (Index i = size(); i-- > 0;) {
+    for (Index i = size(); i-- > 0;) { // equivalent: the first one has no superclass
         Entity &entity = _entities[i];
         if (!isClass(entity.kind) || entity.owner == kNone)
             continue;
@@ -74,7 +75,7 @@ void Entities::linkClasses() {
 }
 
 void Entities::sortNames() {
-    _names.reserve(_entities.size());
+    _names.reserve(_entities.size()); // equivalent: only memory
     for (Index i = 0; i < size(); ++i)
         _names.push_back({RtiFedName(_entities[i].name).hash(), _entities[i].owner, i});
     std::sort(_names.begin(), _names.end());
@@ -94,6 +95,7 @@ std::vector<Entities::Place>::const_iterator Entities::placeFrom(std::uint32_t o
 
 std::vector<Entities::Index> Entities::named(std::string_view name, std::size_t most) const {
     std::vector<Index> found;
+    // equivalent: the first one is in none, so that it is not in itself
     const Name first{RtiFedName(name).hash(), 0, 0};
     for (auto at = std::lower_bound(_names.begin(), _names.end(), first); at != _names.end() && at->hash == first.hash;
          ++at) {
@@ -106,7 +108,7 @@ std::vector<Entities::Index> Entities::named(std::string_view name, std::size_t 
 }
 
 Entities::Index Entities::member(Index owner, std::string_view name) const {
-    const Name first{RtiFedName(name).hash(), owner, 0};
+    const Name first{RtiFedName(name).hash(), owner, 0}; // equivalent: the first one is no member
     for (auto at = std::lower_bound(_names.begin(), _names.end(), first);
          at != _names.end() && at->hash == first.hash && at->owner == owner; ++at)
         // unreached: another name with this hash
@@ -127,7 +129,8 @@ Entities::Index Entities::space(std::string_view name) const {
 
 Entities::Index Entities::classNamed(ClauseKind kind, std::string_view fullName) const {
     const std::string_view name = lastComponent(fullName);
-    const Name first{RtiFedName(name).hash(), 0, 0};
+    const Name first{RtiFedName(name).hash(), 0, 0}; // equivalent: the first one is not in itself
+    // equivalent: but for sanitizers, since names with another hash are other names
     for (auto at = std::lower_bound(_names.begin(), _names.end(), first); at != _names.end() && at->hash == first.hash;
          ++at)
         if (const Entity &entity = _entities[at->entity];
