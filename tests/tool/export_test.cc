@@ -263,12 +263,16 @@ TEST(Export, LacksTheDefaultSpaceOfTheMom) {
     const std::string text = example("minimal.fed"), space = "HLAMomDefaultSpace",
                       root = "(class InteractionRoot reliable timestamp";
     const auto hasSpace = [&](const std::string &fed) {
-        return exported('\n' + fed).out.find("<name>" + space + "</name>") != std::string::npos;
+        const std::string out = exported('\n' + fed).out;
+        return out.find(space) != std::string::npos || out.find("FED.space") != std::string::npos;
     };
     EXPECT_FALSE(hasSpace(text));
     EXPECT_TRUE(hasSpace(
         replaced(text, "(class RTIprivate)", "(attribute a reliable receive " + space + ") (class RTIprivate)")));
     EXPECT_TRUE(hasSpace(replaced(text, root, root + ' ' + space)));
+    EXPECT_NE(
+        exported("\n(FED (Federation F) (FEDversion v) (objects (class Quay)))").err.find("is outside of ObjectRoot"),
+        std::string::npos);
 }
 
 TEST(Export, IsTheSameFromAnImageButForComments) {
@@ -276,6 +280,7 @@ TEST(Export, IsTheSameFromAnImageButForComments) {
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);)
         plain += line.substr(0, line.find(';')) + '\n';
+    plain = replaced(plain, "(spaces", "(spaces (space Empty)");
     const TemporaryFile image(bytesOf(*load(plain)));
     EXPECT_EQ(run(optionsFor(image.path())).out, exported('\n' + plain).out);
     const std::string damaged = bytesOf(*load(plain)).substr(0, 5000);

@@ -58,7 +58,7 @@ Configurations::Known Configurations::nearest(fs::path folder) {
         const auto known = _byFolder.find(folder);
         if (known != _byFolder.end()) {
             found = known->second;
-            break;
+            break; // equivalent: only for speed, since the same is found again
         }
         passed.push_back(folder); // equivalent: only for speed
         const fs::path path = folder / kConfigurationName;

@@ -90,7 +90,7 @@ void ExportPlan::planSpaces(const Outline &outline) {
         if (!space.place && RtiFedName::equal(space.name, RtiFedDatabase::_momDefaultSpace) &&
             space.dimensions.empty() && !isUsed(outline, space.name)) {
             planned.isLeftOut = true;
-            continue;
+            continue; // equivalent: nothing refers to it
         }
         _spaceNames.emplace(RtiFedName::upper(space.name), _spaces.size() - 1);
         const std::string own = fomEmptySpace(space.name);

@@ -383,6 +383,7 @@ private:
 
     bool isRootPrivilege(const FomTree &tree, const Class &owner, const Member &member) const {
         const std::size_t root = _plan.tree(tree).root;
+        // equivalent: no interaction class is one of the object classes
         return &tree == &kFomObjects && root != Outline::kNone && &owner == &_outline.objects[root] &&
                RtiFedName::equal(member.name, kPrivilegeInFed);
     }

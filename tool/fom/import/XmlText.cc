@@ -138,6 +138,7 @@ void XmlText::explain(const pugi::xml_parse_result &failure) {
         // equivalent: no parse fails before the first "<"
         std::min<std::size_t>(static_cast<std::size_t>(std::max<std::ptrdiff_t>(failure.offset, 0)), _text.size()));
     const bool isNesting =
+        // equivalent: the parser fails at the first wrong end tag, wherever that is
         failure.status == pugi::status_end_element_mismatch || (mismatch && !mismatch->close && offset == _text.size());
     if (!mismatch || !isNesting) {
         // equivalent: no parse fails before the first "<"
