@@ -92,6 +92,7 @@ private:
         const auto &pattern = _settings.patterns[static_cast<std::size_t>(kind)];
         const std::string_view name = lastComponentOf(record);
         const auto place = _text.declarations().span(&record);
+        // equivalent: what a rule finds that is off is removed later
         if (!pattern || !place || _settings.level(ruleOf(kind)) == Level::off || pattern->value.matches(name))
             return;
         report(ruleOf(kind), *place,

@@ -39,6 +39,7 @@ private:
         }
         copy(module, open, extent.headEnd);
         if (opensUp)
+            // equivalent: the module is formatted, so blanks follow, which are written for the column
             copyBeside(module, close + 1, extent.end);
         for (const ModuleNode &child : node.children)
             write(child);
