@@ -36,10 +36,8 @@ private:
 
     void add(Index token) {
         SequencePiece piece{token, _clause, _gap, _lineEnds > 0 || _pieces.empty(), _lineEnds > 1};
-        if (piece.beginsLine) {
+        if (piece.beginsLine)
             _lineToken = token;
-            _linePiece = _pieces.size();
-        }
         const std::size_t lastComment = std::exchange(_lastComment, kNowhere);
         switch (_tree.kind(token)) {
         case Kind::comment:
@@ -79,7 +77,7 @@ private:
 
     /// Returns where a comment belongs that follows a piece on the same line.
     std::size_t placeOfTrailing() const {
-        for (std::size_t i = _pieces.size(); i-- > _linePiece && kindOf(i) == Kind::close;) {
+        for (std::size_t i = _pieces.size(); i-- > 0 && kindOf(i) == Kind::close;) {
             const Index clause = _pieces[i].clause;
             // unreached: likewise
             if (clause != SyntaxTree::kNone && _tree.clauses()[clause].open >= _lineToken)
@@ -126,7 +124,6 @@ private:
     std::size_t _lineEnds = 0;           // since then. equivalent: nothing separates the first piece
     std::uint32_t _lineBegin = 0;        // of the current line
     Index _lineToken = 0;                // its first piece. equivalent: set by the first piece
-    std::size_t _linePiece = 0;          // where that was added
     std::size_t _lastComment = kNowhere; // where the last piece of the text is, if it is a comment
     std::uint32_t _lastColumn = 0;       // of that comment. equivalent: set with it
 };
