@@ -284,6 +284,8 @@ TEST(Check, ReportsTheMomWhereItIsIncomplete) {
               "28:14: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
               "  the attribute LastSaveName of the object class Manager.Federation\n"
               "54:10: expected \"attribute\" or \"class\", found \"clas\"; did you mean \"class\"?\n");
+    EXPECT_EQ(errorsOf(replaced(example("minimal.fed"), "(class ObjectRoot", "(clas ObjectRoot")),
+              "17:6: expected \"class\", found \"clas\"; did you mean \"class\"?\n");
 }
 
 /// Each mistake gives one finding, which names a line at most one away.

@@ -279,6 +279,11 @@ TEST(Fix, AddsToTheMomWhatOnlyResemblesIt) {
     EXPECT_NE(withFixes({"a.fed", newer}, {}, {}).text.text().find("(attribute privilegeToDelete "), std::string::npos);
     const std::string loads = replaced(whole, "privilegeToDelete", "HLAprivilegeToDeleteObject");
     EXPECT_EQ(withFixes({"a.fed", loads}, {}, {}).text.text(), loads) << "programs may know the name";
+    const std::string root = "(class InteractionRoot reliable timestamp";
+    const std::string inSpace = replaced(example("harbour.fed"), root, root + " RadioTraffic");
+    EXPECT_EQ(withFixes({"a.fed", replaced(inSpace, "\n      (class RTIprivate reliable timestamp)", "")}, {}, {true})
+                  .text.text(),
+              inSpace);
 }
 
 /// Misspelt keywords hide what is in them, so that each needs a round of its own.
@@ -291,4 +296,30 @@ TEST(Fix, GoesOnAsDeepAsClassesNest) {
     const FixedText fixed = withFixes({"a.fed", withMom(deep + end)}, {}, {});
     EXPECT_TRUE(fixed.left.findings.empty());
     EXPECT_EQ(fixed.made.size(), 200U);
+}
+
+/// What parentheses are missing is known if all else is in order.
+TEST(Fix, ClosesWhatIsWholeButForItsParenthesis) {
+    const std::string whole = example("minimal.fed"), named = std::string(kNameLimit, 'n'),
+                      open = whole.substr(0, whole.rfind(')'));
+    const auto numMade = [](const std::string &text, const std::string &name = "a") {
+        return withFixes({name + ".fed", text}, {}, {true}).made.size();
+    };
+    EXPECT_EQ(numMade(replaced(whole, "(Federation Minimal)", ""), named), 1U);
+    EXPECT_EQ(numMade(replaced(whole, "(Federation Minimal)", ""), named + "n"), 0U);
+    EXPECT_EQ(numMade(replaced(whole, "(Federation Minimal)", "(Federate F)")), 0U);
+    EXPECT_EQ(numMade(open), 1U);
+    EXPECT_EQ(numMade(replaced(open, "(FEDversion v1.3)", "(FEDversion v1.3) (zzz)")), 0U);
+    EXPECT_EQ(numMade(replaced(open, "(interactions", "(objects)\n  (interactions")), 0U);
+    for (const auto &[words, count] : {std::pair("a reliable receive", 1U),
+                                       {"a", 0U},
+                                       {"a reliable", 0U},
+                                       {"a reliable receive S", 1U},
+                                       {"a reliable receive S T", 0U}})
+        EXPECT_EQ(numMade(withMom("(class A (attribute c reliable receive S) (attribute " + std::string(words) +
+                                      "\n(attribute b reliable receive))",
+                                  "", "(space S (dimension x))")),
+                  count)
+            << words;
+    EXPECT_EQ(numMade(withMom("", "(class I reliable receive (parameter\n(parameter b))")), 0U);
 }

@@ -130,6 +130,7 @@ private:
         if (!isBalanced())
             return {};
         const RtiFedParser &parser = _file.text->parser();
+        // equivalent: only a foreign comment before FED is before it, and is fixed as well
         for (std::size_t i = 0; i < parser.numErrors(); ++i)
             if (parser.error(i).problem != RtiFedParser::missingClause)
                 return {};
