@@ -74,6 +74,7 @@ public:
     }
 
 private:
+    // equivalent: only of what is in a comment it matters
     void add(RtiFedSpan span, NameUse use, bool isCertain = true) { _found.push_back({span, use, isCertain}); }
 
     void addDeclarations() {
