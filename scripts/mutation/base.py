@@ -184,14 +184,14 @@ class Base:
 
     def tests_for(self, mutant):
         """The tests that reach a mutant, and the functions it is in: those of the line's blocks, or else of the block before and
-        all others of its functions, since the block before may be one that a condition skips. Outside of functions, all tests
-        that reach the file, or its users."""
+        all others of its functions, since the block before may be one that a condition skips, and that of the line one for
+        exceptions. Outside of functions, all tests that reach the file, or its users."""
         lines = self.lines.get(mutant.file, {})
         if mutant.is_in_function or mutant.line in lines:  # the initial value of a member is in the constructors
             numbers = sorted(lines)
             at = bisect.bisect_right(numbers, mutant.line)
             tests, functions = lines[numbers[at - 1]] if at > 0 else (0, frozenset())
-            if mutant.line not in lines:
+            if mutant.line not in lines or not tests:
                 for of_line, its_functions in lines.values():
                     tests |= of_line if its_functions & functions else 0
         else:

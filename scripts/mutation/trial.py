@@ -137,7 +137,8 @@ class Trial:
                             0.7 + PATIENCE * sum(test.seconds for test in batch))
 
     def _is_sound(self, mutant, library, batch):
-        """Whether the tests pass with a library of the unchanged functions: the library itself if no mutant is switched on."""
+        """Whether the tests pass with a library of the unchanged functions: the library itself if no mutant is switched on. They
+        may once fail on a busy machine."""
         program = batch[0].program
         if mutant.number not in self.switched.ranges:
             names = self.base.objects_for(mutant, self.reached[mutant.number][1], program)
@@ -146,6 +147,6 @@ class Trial:
                 self.libraries[key] = self._compiled(names, mutant.text)[0]
             library = self.libraries[key]
         key = library, program
-        if key not in self.sound and self._passes(batch, library, 0):
+        if key not in self.sound and (self._passes(batch, library, 0) or self._passes(batch, library, 0)):
             self.sound.add(key)
         return key in self.sound
