@@ -346,7 +346,7 @@ TEST(LspProtocol, KeepsBytesThatAreNotUtf8) {
 }
 
 TEST(LspProtocol, RefusesMessagesThatWouldTakeMuchMemory) {
-    const auto nested = [](int depth) { return std::string(depth, '[') + std::string(depth, ']'); };
+    const auto nested = [](std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); };
     const std::string deep(65, '['), most(1999999, ','), tooDeep = "expected at most 64 levels of JSON, found more";
     for (const auto &[body, expected] : {std::pair<std::string, std::string>{nested(64), ""},
                                          {nested(65), tooDeep},
