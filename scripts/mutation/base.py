@@ -4,8 +4,10 @@ of the sources."""
 import bisect
 import collections
 import concurrent.futures
+import functools
 import json
 import math
+import operator
 import os
 import pathlib
 import pickle
@@ -59,6 +61,10 @@ class Test:
 def modules():
     """The code of the test programs."""
     return [path for path in sorted(BUILD.rglob("*.so")) if os.access(path.with_suffix(""), os.X_OK)]
+
+
+def union(sets):
+    return functools.reduce(operator.or_, sets, 0)
 
 
 class Base:
@@ -184,21 +190,21 @@ class Base:
 
     def tests_for(self, mutant):
         """The tests that reach a mutant, and the functions it is in: those of the line's blocks, or else of the block before and
-        all others of its functions, since the block before may be one that a condition skips, and that of the line one for
-        exceptions. Outside of functions, all tests that reach the file, or its users."""
+        all others of its functions, since the block before may be one that a condition skips. If no test is known to reach
+        these, or outside of functions, all tests that reach the file, or its users: some lines have only blocks for exceptions,
+        and of some functions the compiler leaves no block with a line."""
         lines = self.lines.get(mutant.file, {})
+        tests, functions = 0, frozenset()
         if mutant.is_in_function or mutant.line in lines:  # the initial value of a member is in the constructors
             numbers = sorted(lines)
             at = bisect.bisect_right(numbers, mutant.line)
-            tests, functions = lines[numbers[at - 1]] if at > 0 else (0, frozenset())
-            if mutant.line not in lines or not tests:
-                for of_line, its_functions in lines.values():
-                    tests |= of_line if its_functions & functions else 0
-        else:
-            tests, functions = 0, frozenset()
-            for file in {self.objects[name][0] for name in self.users_of(mutant.file)} | {mutant.file}:
-                for of_line, _ in self.lines.get(file, {}).values():
-                    tests |= of_line
+            if at > 0:
+                tests, functions = lines[numbers[at - 1]]
+            if mutant.line not in lines:
+                tests |= union(of_line for of_line, its_functions in lines.values() if its_functions & functions)
+        if not tests:
+            files = {self.objects[name][0] for name in self.users_of(mutant.file)} | {mutant.file}
+            tests = union(of_line for file in files for of_line, _ in self.lines.get(file, {}).values())
         return [test for test in self.tests if tests >> test.number & 1], functions
 
     def shares(self, file):
