@@ -2,17 +2,13 @@
 
 #include "fuzz/Syntax.hh"
 #include "tests/Support.hh"
+#include "tests/tool/FormattedText.hh"
 #include "tool/format/Columns.hh"
 
 #include <random>
 #include <regex>
 
 namespace {
-
-std::string format(const std::string &text, const FormatOptions &options = {}) {
-    const RtiFedParser parser(text);
-    return formatted(SyntaxTree(parser), options);
-}
 
 /// With a byte order mark and CR LF.
 std::string inOtherLines(const std::string &text) {
@@ -38,8 +34,8 @@ std::string untidy(const std::string &text, std::mt19937 &random) {
 TEST(Format, WritesTheCanonicalLayout) {
     forEachCase("format.txt", [](const std::string &text) {
         EXPECT_EQ(faultOfFormat(text), "");
-        EXPECT_EQ(format(inOtherLines(text + '\n')), inOtherLines(format(text)));
-        return format(text);
+        EXPECT_EQ(formattedText(inOtherLines(text + '\n')), inOtherLines(formattedText(text)));
+        return formattedText(text);
     });
 }
 
@@ -52,7 +48,7 @@ TEST(Format, IsTheOneOfItsDocument) {
         samples.push_back(page.substr(begin, page.find("```", begin) - begin));
     }
     ASSERT_EQ(samples.size(), 2U);
-    EXPECT_EQ(format(samples[0]), samples[1]);
+    EXPECT_EQ(formattedText(samples[0]), samples[1]);
     EXPECT_NE(page.find(std::to_string(kLineLimit) + " characters"), std::string::npos);
 }
 
@@ -65,22 +61,23 @@ TEST(Format, KeepsModelAndCommentsOfAnyLayout) {
             EXPECT_EQ(faultOfTree(text), "");
             EXPECT_EQ(faultOfFormat(text, {random() % kMaxIndentation + 1, {}}), "");
             EXPECT_EQ(faultOfFormat(text, {2, LineRange{line, line + 9}}), "");
-            EXPECT_EQ(format(text, {2, LineRange{1, text.size()}}), format(text));
+            EXPECT_EQ(formattedText(text, {2, LineRange{1, text.size()}}), formattedText(text));
         }
 }
 
 TEST(Format, ChangesOnlyTheClausesThatBeginInTheLines) {
     const std::string text = "(fed (federation F)\n (fedversion v)  ( spaces\n(SPACE  S)) ;; s\n )\n";
-    EXPECT_EQ(format(text, {2, LineRange{3, 3}}), replaced(text, "\n(SPACE  S)) ;; s", "\n    (space S)  ;; s\n  )"));
-    EXPECT_EQ(format(text, {2, LineRange{9, 9}}), text);
+    EXPECT_EQ(formattedText(text, {2, LineRange{3, 3}}),
+              replaced(text, "\n(SPACE  S)) ;; s", "\n    (space S)  ;; s\n  )"));
+    EXPECT_EQ(formattedText(text, {2, LineRange{9, 9}}), text);
     // Comments move with the clauses that they are about.
     const std::string more =
         "(FED (Federation F) (FEDversion v) (objects\n (class A\n   (class B\n (class C))) ; t\n  ; own\n"
         "  ; next\n (class D)) ; x\n            ; y\n (interactions))";
-    EXPECT_EQ(format(more, {2, LineRange{2, 2}}),
+    EXPECT_EQ(formattedText(more, {2, LineRange{2, 2}}),
               replaced(replaced(more, " (class A", "    (class A"), "))) ; t", "))\n    )  ; t"));
-    EXPECT_EQ(format(more, {2, LineRange{7, 7}}),
+    EXPECT_EQ(formattedText(more, {2, LineRange{7, 7}}),
               replaced(more, "  ; own\n  ; next\n (class D)) ; x\n            ; y",
                        "    ; own\n    ; next\n    (class D)  ; x\n               ; y\n  )"));
-    EXPECT_EQ(format(more, {2, LineRange{9, 9}}), replaced(more, " (interactions", "  (interactions"));
+    EXPECT_EQ(formattedText(more, {2, LineRange{9, 9}}), replaced(more, " (interactions", "  (interactions"));
 }

@@ -14,7 +14,7 @@ static bool operator==(TextPosition a, TextPosition b) {
 namespace {
 
 constexpr PositionEncoding kEncodings[] = {PositionEncoding::utf8, PositionEncoding::utf16, PositionEncoding::utf32};
-const std::string kUri = "file:///nowhere/a.fed";
+const std::string kDocument = "file:///nowhere/a.fed";
 
 constexpr const char *kText = R"((FED (Federation F)
   (FEDversion v1.3) ; the version
@@ -38,7 +38,7 @@ public:
                               {"textDocument",
                                {{"diagnostic", Json::object()},
                                 {"documentSymbol", {{"hierarchicalDocumentSymbolSupport", true}}}}}}}});
-        send(R"({"method": "textDocument/didOpen", "params": {"textDocument": {"uri": ")" + kUri +
+        send(R"({"method": "textDocument/didOpen", "params": {"textDocument": {"uri": ")" + kDocument +
              R"(", "languageId": "fed", "version": 1, "text": )" + quoted(text) + "}}}");
     }
 
@@ -50,13 +50,13 @@ public:
     void edit(TextPosition begin, TextPosition end, const std::string &text) {
         const Json range = {{"start", {{"line", begin.line}, {"character", begin.character}}},
                             {"end", {{"line", end.line}, {"character", end.character}}}};
-        send(R"({"method": "textDocument/didChange", "params": {"textDocument": {"uri": ")" + kUri +
+        send(R"({"method": "textDocument/didChange", "params": {"textDocument": {"uri": ")" + kDocument +
              R"(", "version": 2}, "contentChanges": [{"range": )" + range.dump() + R"(, "text": )" + quoted(text) +
              "}]}}");
     }
 
-    Received ask(const char *method) { return call(method, {{"textDocument", {{"uri", kUri}}}}); }
-    const std::string &text() { return _server.session().documents().at(kUri).text().text(); }
+    Received ask(const char *method) { return call(method, {{"textDocument", {{"uri", kDocument}}}}); }
+    const std::string &text() { return _server.session().documents().at(kDocument).text().text(); }
 
 private:
     /// A text in JSON with its bytes as they are, whether they are UTF-8 or not.

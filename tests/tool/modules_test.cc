@@ -2,6 +2,7 @@
 
 #include "fuzz/Modules.hh"
 #include "tests/Support.hh"
+#include "tests/tool/FormattedText.hh"
 #include "tool/commands/Commands.hh"
 
 #include <chrono>
@@ -32,11 +33,6 @@ std::string merged(const std::vector<std::string> &texts, bool firstMom = false,
 
 std::string extractedFrom(const std::string &text, const ExtractedClasses &classes) {
     return extracted(Module("a", std::make_unique<const Checker>(text)), classes);
-}
-
-std::string format(const std::string &text) {
-    const RtiFedParser parser(text);
-    return formatted(SyntaxTree(parser));
 }
 
 Outline outlineOf(const std::string &text) {
@@ -102,10 +98,10 @@ TEST(Merge, JoinsOrReportsConflicts) {
 TEST(Merge, OfAFileWithItselfOrNothingNewIsTheFormattedFile) {
     for (const char *const name : {"minimal.fed", "harbour.fed", "tolerances.fed"}) {
         const std::string text = example(name);
-        EXPECT_EQ(merged({text}), format(text));
-        EXPECT_EQ(merged({text, text, text}), format(text));
+        EXPECT_EQ(merged({text}), formattedText(text));
+        EXPECT_EQ(merged({text, text, text}), formattedText(text));
         const std::string part = extractedFrom(text, {});
-        EXPECT_EQ(merged({text, part}), format(text));
+        EXPECT_EQ(merged({text, part}), formattedText(text));
         EXPECT_LE(difference(text, merged({part, text})), Comparison::Verdict::renumbered);
     }
 }
@@ -280,7 +276,7 @@ TEST(Extract, KeepsWhatTheClassesNeed) {
                    b),
         Comparison::Verdict::same);
     const std::string all = extractedFrom(text, {{"OBJECTROOT"}, {"INTERACTIONROOT"}, true});
-    EXPECT_EQ(all, format(text));
+    EXPECT_EQ(all, formattedText(text));
     EXPECT_NE(extractedFrom(text, {{"OBJECTROOT.A.B"}, {}, true}).find("(class C)"), std::string::npos);
 }
 
@@ -300,13 +296,13 @@ TEST(ModuleCommands, WriteAFileWholeOrNotAtAll) {
     err.str("");
     EXPECT_EQ(extract({one.path(), {"objectroot.a"}, output.path()}, console), done);
     EXPECT_EQ(err.str() + out.str(), "");
-    EXPECT_EQ(readFile(output.path()), format(readFile(one.path())));
+    EXPECT_EQ(readFile(output.path()), formattedText(readFile(one.path())));
     EXPECT_EQ(merge({{output.path(), one.path()}}, console), done);
     EXPECT_EQ(out.str(), readFile(output.path()));
     const std::string same = ": the merged model, compared with this one: same, no handle moved\n";
     EXPECT_EQ(err.str(), output.path() + same + one.path() + same);
-    const TemporaryFile broken(
-        replaced(format(readFile(one.path())), "(class RTIprivate)", "(class RTIprivate) (attribute x reliable none)"));
+    const TemporaryFile broken(replaced(formattedText(readFile(one.path())), "(class RTIprivate)",
+                                        "(class RTIprivate) (attribute x reliable none)"));
     err.str("");
     EXPECT_EQ(merge({{broken.path()}}, console), wrong);
     EXPECT_NE(err.str().find(": same, as far as it can be understood\nrtifed: the result: the library"),
@@ -326,7 +322,7 @@ TEST(ModuleCommands, ReplaceTheirResultInAFolderAndNothingElse) {
     const std::string with = "(class A (attribute a reliable receive)) ;; kept", more = with + "\n(class B)";
     EXPECT_EQ(mergeFolder(with), done) << err.str();
     EXPECT_EQ(mergeFolder(more), done) << err.str();
-    EXPECT_EQ(readFile(all), format(withMom(more)));
+    EXPECT_EQ(readFile(all), formattedText(withMom(more)));
     for (const char *const other : {"(class A (attribute a reliable receive)) ;; kept", "(class A) ;; kept\n(class B)",
                                     "(class A (attribute a reliable receive)) (class B)",
                                     "(class A (attribute a best_effort receive)) ;; kept\n(class B)"})

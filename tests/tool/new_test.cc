@@ -2,6 +2,7 @@
 
 #include "infrastructure/RtiFedLimits.hh"
 #include "tests/Support.hh"
+#include "tests/tool/FormattedText.hh"
 #include "tool/commands/Commands.hh"
 
 #include <filesystem>
@@ -25,11 +26,6 @@ std::string checked(const std::string &text) {
     return out.str();
 }
 
-std::string format(const std::string &text) {
-    const RtiFedParser parser(text);
-    return formatted(SyntaxTree(parser));
-}
-
 } // namespace
 
 TEST(New, LoadsAndIsFormattedWithAndWithoutItsExamples) {
@@ -39,13 +35,13 @@ TEST(New, LoadsAndIsFormattedWithAndWithoutItsExamples) {
     EXPECT_NE(uncommented.find("\n      (class Vehicle\n"), std::string::npos);
     for (const std::string &each : {text, uncommented}) {
         EXPECT_EQ(checked(each), "");
-        EXPECT_EQ(format(each), each);
+        EXPECT_EQ(formattedText(each), each);
     }
 }
 
 TEST(New, LacksOnlyTheMomIfAskedTo) {
     const std::string text = newText({"Minimal", false});
-    EXPECT_EQ(format(text), text);
+    EXPECT_EQ(formattedText(text), text);
     EXPECT_NE(text.find(";;     rtifed fix --mom"), std::string::npos);
     const std::string findings = checked(text);
     const std::regex finding("error: [^\n]*\\[mom-incomplete\\]");
