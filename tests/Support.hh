@@ -26,10 +26,11 @@ std::string withMom(const std::string &objects, const std::string &interactions 
 std::string replaced(std::string text, const std::string &what, const std::string &with);
 
 /// Returns how often a random test is repeated: a quarter as often as usual with sanitizers, which take ten times as
-/// long; and RTIFED_ROUNDS in the environment times that.
+/// long; and RTIFED_ROUNDS in the environment, such as 20 or 0.1, times that.
 inline std::size_t rounds(std::size_t usual) {
     const char *times = std::getenv("RTIFED_ROUNDS");
-    return std::max<std::size_t>(usual * (times ? std::stoul(times) : 1) / RTIFED_SLOWNESS, 1);
+    const double wanted = static_cast<double>(usual) * (times ? std::stod(times) : 1) / RTIFED_SLOWNESS;
+    return std::max<std::size_t>(static_cast<std::size_t>(wanted), 1);
 }
 
 /// Compares what `actual` returns for each text with what is expected of it, from a file of tests/data: "----" lines

@@ -24,6 +24,7 @@ WORK = ROOT / "build/measured"
 SOURCE, BUILD = WORK / "source", WORK / "build"
 CODE = ("fed/", "infrastructure/", "tool/")
 NOT_RUN = r"host$"  # builds the libraries itself
+ROUNDS = "0.03"  # of random tests: the first rounds notice most mutants, and what one of hundreds reaches is hardly tested
 LIMIT = 120  # seconds for a test of the unchanged code
 WITHIN_LIMITS = "-Xmx512m -XX:ReservedCodeCacheSize=64m -XX:CompressedClassSpaceSize=128m"  # otherwise Java takes what there is
 COMPILE = ["-std=c++17", "-O0", "-fPIC", "-w"]
@@ -262,8 +263,8 @@ def run_test(tests, environment, seconds):
     if tests[0].filter:
         command[1:] = ["--gtest_filter=" + ":".join(test.filter for test in tests), "--gtest_fail_fast", "--gtest_brief=1"]
     limits = f'ulimit -v {4 << 20}; ulimit -t {math.ceil(seconds)}; ulimit -c 0; exec "$@"'
-    environment = {**os.environ, "LLVM_PROFILE_FILE": "/dev/null", "JAVA_TOOL_OPTIONS": WITHIN_LIMITS, **environment,
-                   "TEST_TMPDIR": environment["TMPDIR"] + "/"}
+    environment = {**os.environ, "LLVM_PROFILE_FILE": "/dev/null", "JAVA_TOOL_OPTIONS": WITHIN_LIMITS,
+                   "RTIFED_ROUNDS": ROUNDS, **environment, "TEST_TMPDIR": environment["TMPDIR"] + "/"}
     with tempfile.TemporaryFile() as output:
         process = subprocess.Popen(["sh", "-c", limits, "sh", *command], stdin=subprocess.DEVNULL, stdout=output,
                                    stderr=subprocess.STDOUT, cwd=environment["TMPDIR"], env=environment, start_new_session=True)

@@ -209,8 +209,9 @@ TEST(Image, SurvivesAnyCutAndAnyByte) {
 
     std::size_t accepted = 0;
     const std::string small = bytesOf(*smallDatabase());
+    const std::size_t step = 256 / rounds(256);
     for (std::size_t at = 0; at < small.size(); ++at)
-        for (int value = 0; value < 256; ++value) {
+        for (std::size_t value = at % step; value < 256; value += step) {
             std::string damaged = small;
             damaged[at] = static_cast<char>(value);
             RtiBuffer buffer(damaged.data(), damaged.size());
@@ -228,7 +229,7 @@ TEST(Image, SurvivesAnyCutAndAnyByte) {
                 ASSERT_STRNE(refused._reason, "");
             }
         }
-    EXPECT_GT(accepted, small.size());
+    EXPECT_GT(accepted, small.size() / step);
 }
 
 TEST(Image, RefusesCycles) {

@@ -98,6 +98,21 @@ Judgements judgeEach(const std::string &bytes, bool doubled) {
     return judgements;
 }
 
+std::function<std::size_t(std::size_t, std::size_t)> even(std::size_t width) {
+    return [width](std::size_t level, std::size_t) { return width * level; };
+}
+
+std::size_t uneven(std::size_t level, std::size_t line) {
+    return 4 * level + (line % 5 == 0 && level > 0 ? 1 : 0);
+}
+
+struct Laid {
+    const char *name, *expected; // of 28 missing and of 28 doubled ")": right, not judged, wrong
+    std::string text;
+};
+
+class RepairLayout : public testing::TestWithParam<Laid> {};
+
 } // namespace
 
 TEST(Repair, IsAllowedAsFarAsTheWholeTextIsOutOfBalance) {
@@ -116,30 +131,22 @@ TEST(Repair, IsAllowedAsFarAsTheWholeTextIsOutOfBalance) {
     EXPECT_EQ(allowedBy(none), "");
 }
 
-TEST(Repair, FindsTheLineOfAParenthesisByTheLayout) {
-    const auto even = [](std::size_t width) {
-        return [width](std::size_t level, std::size_t) { return width * level; };
-    };
-    const auto uneven = [](std::size_t level, std::size_t line) {
-        return 4 * level + (line % 5 == 0 && level > 0 ? 1 : 0);
-    };
-    const struct {
-        const char *name, *expected; // of 28 missing and of 28 doubled ")": right, not judged, wrong
-        std::string text;
-    } layouts[] = {{"two blanks", "28 0 0; 28 0 0", layOut(even(2), ' ', false)},
-                   {"tabs", "28 0 0; 28 0 0", layOut(even(1), '\t', false)},
-                   {"run", "23 5 0; 28 0 0", layOut(even(2), ' ', true)},
-                   {"uneven", "28 0 0; 28 0 0", layOut(uneven, ' ', false)},
-                   {"uneven run", "23 5 0; 28 0 0", layOut(uneven, ' ', true)},
-                   {"flat", "28 0 0; 26 2 0", layOut(even(0), ' ', false)},
-                   {"flat run", "18 7 3; 27 0 1", layOut(even(0), ' ', true)}};
-    for (const auto &layout : layouts) {
-        std::string judged;
-        for (const bool doubled : {false, true}) {
-            const Judgements j = judgeEach(layout.text, doubled);
-            judged += (doubled ? "; " : "") + std::to_string(j.right) + " " + std::to_string(j.none) + " " +
-                      std::to_string(j.wrong);
-        }
-        EXPECT_EQ(judged, layout.expected) << layout.name;
+TEST_P(RepairLayout, ShowsTheLineOfAParenthesis) {
+    std::string judged;
+    for (const bool doubled : {false, true}) {
+        const Judgements j = judgeEach(GetParam().text, doubled);
+        judged += (doubled ? "; " : "") + std::to_string(j.right) + " " + std::to_string(j.none) + " " +
+                  std::to_string(j.wrong);
     }
+    EXPECT_EQ(judged, GetParam().expected);
 }
+
+INSTANTIATE_TEST_SUITE_P(All, RepairLayout,
+                         testing::Values(Laid{"blanks", "28 0 0; 28 0 0", layOut(even(2), ' ', false)},
+                                         Laid{"tabs", "28 0 0; 28 0 0", layOut(even(1), '\t', false)},
+                                         Laid{"run", "23 5 0; 28 0 0", layOut(even(2), ' ', true)},
+                                         Laid{"uneven", "28 0 0; 28 0 0", layOut(uneven, ' ', false)},
+                                         Laid{"unevenRun", "23 5 0; 28 0 0", layOut(uneven, ' ', true)},
+                                         Laid{"flat", "28 0 0; 26 2 0", layOut(even(0), ' ', false)},
+                                         Laid{"flatRun", "18 7 3; 27 0 1", layOut(even(0), ' ', true)}),
+                         [](const auto &laid) { return std::string(laid.param.name); });

@@ -87,7 +87,7 @@ Verdict verdictOf(const std::string &before, const std::string &after) {
 
 TEST(Diff, JudgesAsTheLibraryAnswers) {
     std::map<Verdict, int> met;
-    for (unsigned seed = 0; seed < rounds(240); ++seed) {
+    for (unsigned seed = 0; seed < rounds(240) || (met.size() < 6 && seed < 60); ++seed) {
         SCOPED_TRACE(seed);
         RandomModel model(seed);
         const std::string before = model.text();

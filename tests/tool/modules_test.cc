@@ -179,7 +179,7 @@ TEST(Merge, OfRandomModulesLoadsWithAllThatTheyDeclare) {
         mergedText(texts, conflicts);
         numMerged += conflicts == 0 ? 1 : 0;
     }
-    EXPECT_GT(numMerged, rounds(30));
+    EXPECT_GE(numMerged, rounds(30));
     EXPECT_LT(numMerged, rounds(100));
 }
 
