@@ -13,6 +13,7 @@ template <class Set>
 auto containsAll(const Set &available, const Set &asked, int) -> decltype(available.containsAll(asked)) {
     return available.containsAll(asked);
 }
+// equivalent in this function: it is compiled only for a host's set, as the test `host` does
 template <class Set>
 bool containsAll(const Set &available, const Set &asked, long) {
     for (unsigned long i = 0; i < asked.size(); ++i)
@@ -27,6 +28,7 @@ template <class Set, class Holds>
 auto allRuns(const Set &set, Holds holds, int) -> decltype(set.allRuns(holds)) {
     return set.allRuns(holds);
 }
+// equivalent in this function: as above
 template <class Set, class Holds>
 bool allRuns(const Set &set, Holds holds, long) {
     bool all = true;

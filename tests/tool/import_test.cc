@@ -4,6 +4,7 @@
 #include "tests/tool/RandomModel.hh"
 #include "tool/commands/Commands.hh"
 #include "tool/fom/export/FomExport.hh"
+#include "tool/fom/import/XmlNesting.hh"
 
 #include <nlohmann/json.hpp>
 
@@ -465,4 +466,32 @@ TEST(ImportTest, DamagedModelsAreRefusedOrLoad) {
         numImported += Import({{"a.xml", out.str()}}).succeeds() ? 1 : 0;
     }
     EXPECT_GT(numImported, rounds(300));
+}
+
+TEST(XmlNesting, FindsTheFirstElementWithAnotherEndOrNone) {
+    const auto mismatch = [](const std::string &text) {
+        const auto shown = [&text](RtiFedSpan span) {
+            return text.substr(span.begin, span.length) + '@' + std::to_string(span.begin);
+        };
+        const std::optional<XmlMismatch> found = firstMismatch(text);
+        return !found ? "" : shown(found->open) + (found->close ? " " + shown(*found->close) : "");
+    };
+    const std::pair<const char *, const char *> cases[] = {{"<a><b x='y'></b ><c /></a>\n", ""},
+                                                           {"<a><b></a>", "b@4 a@8"},
+                                                           {"<a></a></b><c>", "c@12"},
+                                                           {"<a/><b>", "b@5"},
+                                                           {"<a/", "a@1"},
+                                                           {"<><b></>", "b@3 @7"},
+                                                           {"<a><!--><x>--></b>", "a@1 b@16"},
+                                                           {"<a><!----></b>", "a@1 b@12"},
+                                                           {"<a><!-- <b>", "a@1"},
+                                                           {"<a><![CDATA[<x>]]></b>", "a@1 b@20"},
+                                                           {"<?x <y> ?><a></b>", "a@11 b@15"},
+                                                           {"<!DOCTYPE a><b></b>", ""},
+                                                           {"<!DOCTYPE a [<?x y?> <b>]><a></b>", "a@27 b@31"},
+                                                           {"<a x=]><b></a>", "b@8 a@12"},
+                                                           {"<a x='>' y=\"<b>'\" z=''><c></a>", "c@24 a@28"},
+                                                           {"<a x='", "a@1"}};
+    for (const auto &[text, expected] : cases)
+        EXPECT_EQ(mismatch(text), expected) << text;
 }

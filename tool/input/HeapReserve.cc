@@ -11,6 +11,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+// equivalent in this function: only how long a command takes depends on it
 namespace {
 
 constexpr std::size_t kLeastFileSize = 262144; // smaller ones need less than two huge pages
@@ -29,6 +30,7 @@ void useHugePages(std::byte *oldEnd, const std::byte *newEnd) {
 
 } // namespace
 
+// equivalent in this function: as above
 void reserveHeap(std::size_t fileSize) {
     if (fileSize < kLeastFileSize)
         return;
