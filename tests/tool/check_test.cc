@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The errors of a text as lines, with their details and the places of the notes.
+/// The errors of a text as lines, with their details, the places of the notes, and the fix.
 std::string errorsOf(const std::string &fed) {
     const Checker text(fed);
     const auto placeOf = [&](RtiFedSpan span) { return textOf(text.parser().positionAt(span.begin)); };
@@ -26,6 +26,9 @@ std::string errorsOf(const std::string &fed) {
             lines += "  " + detail + "\n";
         for (const RtiFedParser::Note &note : finding.notes)
             lines += "  note at " + placeOf(note.span) + "\n";
+        for (const Replacement &edit : finding.fix.edits)
+            lines += (finding.fix.isSafe ? "  fix at " : "  unsafe fix at ") + placeOf(edit.span) + ": " +
+                     inQuotes(fed.substr(edit.span.begin, edit.span.length)) + " -> " + inQuotes(edit.text) + "\n";
         return true;
     });
     return lines;
