@@ -307,6 +307,7 @@ RtiAttributeHandle RtiFedDatabase::findAttribute(const RtiFedName &name,
     const RtiFedObjectClass *declaring = find(objectClass);
     if (!declaring)
         rtiFedRaise<RTI::ObjectClassNotDefined>("\"RtiFedDatabase\", line 1397: ");
+    // equivalent: only speed; without the index, all lookups walk
     _objectClasses.indexes().members.walked(_objectClasses, _attributeObjectClassMap.size());
     for (; declaring; declaring = declaring->getParentClass()) {
         const RtiFedAttribute *attribute = declaring->members().find(name);

@@ -101,7 +101,7 @@ void RtiFedDatabase::restoreSpaces(RtiFedImageReader &reader) {
 
 void RtiFedDatabase::restoreAttributeClasses(RtiFedImageReader &reader) {
     const unsigned long count = reader.count(2, "pairs of attribute and class");
-    _attributeObjectClassMap.reserve(reader.countToReserve(count));
+    _attributeObjectClassMap.reserve(reader.countToReserve(count)); // equivalent: only speed
     RtiAttributeHandle attribute, last;
     RtiObjectClassHandle objectClass;
     for (unsigned long i = 0; i < count; ++i) {

@@ -58,7 +58,7 @@ RtiFedParameter *RtiFedInteractionClass::addParameter(const RtiParameterHandle &
     if (memberIsInherited(name))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedInteractionClass\", line 423:  Duplicate attribute ", name.text(),
                                           " in interaction class hierarchy at class ", getName());
-    dropMemberIndex();
+    dropMemberIndex(); // equivalent: only speed; what the index does not know is found by a walk
     return _members.addNew(handle, name);
 }
 

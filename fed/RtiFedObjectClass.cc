@@ -50,7 +50,7 @@ RtiFedAttribute *RtiFedObjectClass::addAttribute(const RtiAttributeHandle &handl
     if (memberIsInherited(name))
         rtiFedRaise<RTI::ErrorReadingFED>("\"RtiFedObjectClass\", line 485:  Duplicate attribute ", name.text(),
                                           " in object class hierarchy at class ", getName());
-    dropMemberIndex();
+    dropMemberIndex(); // equivalent: only speed; what the index does not know is found by a walk
     return _members.addNew(handle, name, transport, ordering, space);
 }
 

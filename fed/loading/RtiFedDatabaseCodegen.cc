@@ -27,7 +27,7 @@ void RtiFedDatabaseCodegen::addDimension(std::string name) {
 }
 
 void RtiFedDatabaseCodegen::addObjectClass(std::string name) {
-    loadObjectClass(name, 0);
+    loadObjectClass(name, 0); // equivalent: only memory
 }
 
 void RtiFedDatabaseCodegen::addObjectClassAttribute(std::string name, std::string transportation, std::string ordering,
@@ -37,7 +37,7 @@ void RtiFedDatabaseCodegen::addObjectClassAttribute(std::string name, std::strin
 
 void RtiFedDatabaseCodegen::addInteractionClass(std::string name, std::string transportation, std::string ordering,
                                                 std::string space) {
-    loadInteractionClass(name, transportation, ordering, space, 0);
+    loadInteractionClass(name, transportation, ordering, space, 0); // equivalent: only memory
 }
 
 void RtiFedDatabaseCodegen::addParameter(std::string name) {
@@ -47,7 +47,7 @@ void RtiFedDatabaseCodegen::addParameter(std::string name) {
 void RtiFedDatabaseCodegen::loadObjectClass(std::string_view name, std::size_t numAttributes) {
     forgetReplacedRecords();
     _objectClass = _database->addObjectClass(name, _objectClass);
-    _objectClass->reserveMembers(numAttributes);
+    _objectClass->reserveMembers(numAttributes); // equivalent: only speed
 }
 
 void RtiFedDatabaseCodegen::loadObjectClassAttribute(std::string_view name, std::string_view transportation,
@@ -67,7 +67,7 @@ void RtiFedDatabaseCodegen::loadInteractionClass(std::string_view name, std::str
     const RtiTransportationHandle transport = _database->getTransportationHandle(transportation);
     _interactionClass = _database->addInteractionClass(name, transport, _database->getOrderingHandle(ordering), handle,
                                                        _interactionClass);
-    _interactionClass->reserveMembers(numParameters);
+    _interactionClass->reserveMembers(numParameters); // equivalent: only speed
 }
 
 void RtiFedDatabaseCodegen::loadParameter(std::string_view name) {
@@ -79,6 +79,7 @@ void RtiFedDatabaseCodegen::loadParameter(std::string_view name) {
     _interactionClass->addParameter(_database->createParameterHandle(), RtiFedName(name));
 }
 
+// equivalent in this function: only speed
 void RtiFedDatabaseCodegen::reserve(const RtiFedDeclarationCounts &counts) {
     _database->_objectClasses.reserve(counts.objects.number, counts.objects.numLetters);
     _database->_interactionClasses.reserve(counts.interactions.number, counts.interactions.numLetters);

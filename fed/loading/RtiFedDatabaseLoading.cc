@@ -25,6 +25,7 @@ public:
         loadInteractionClass(name, transportation, ordering, space, numParameters);
     }
     void declareParameter(std::string_view name) override { loadParameter(name); }
+    // equivalent: only speed
     void expectDeclarations(const RtiFedDeclarationCounts &counts) override { reserve(counts); }
 };
 

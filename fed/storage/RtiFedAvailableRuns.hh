@@ -100,7 +100,7 @@ public:
         if (const RtiFedAvailableRuns *runs = _runs.get())
             return runs;
         // Two threads may count one check together, which does no harm, and need not wait for each other.
-        const std::size_t checks = _checks.load(std::memory_order_relaxed) + 1;
+        const std::size_t checks = _checks.load(std::memory_order_relaxed) + 1; // equivalent: only speed
         _checks.store(checks, std::memory_order_relaxed);
         if (checks <= numClasses || greatest > 4 * numClasses + 64) // handles far apart would need too many lines
             return nullptr;
@@ -109,12 +109,12 @@ public:
 
     void drop() {
         if (!_runs.get())
-            return;
+            return; // equivalent: only speed; the count begins anew
         _runs.set(nullptr);
         _checks.store(0, std::memory_order_relaxed);
     }
 
 private:
     RtiFedPublished<RtiFedAvailableRuns> _runs;
-    mutable std::atomic<std::size_t> _checks{0};
+    mutable std::atomic<std::size_t> _checks{0}; // equivalent: only speed
 };

@@ -85,12 +85,13 @@ public:
 
     /// Allocates the maps for `size` classes with the handles from 1 on, but not the classes themselves.
     void reserve(std::size_t size) {
-        _nameMap.reserve(size);
-        _handleMap.reserve(size);
+        _nameMap.reserve(size);   // equivalent: only speed
+        _handleMap.reserve(size); // equivalent: only speed
     }
     /// The same, and the names of these classes, whose full names have `numLetters` letters in all.
     void reserve(std::size_t size, std::size_t numLetters) {
-        reserve(size);
+        reserve(size); // equivalent: only speed
+        // equivalent: only speed
         _nameMap.reserveEntries(size, numLetters - std::min(numLetters, size * kPrefix.size()));
     }
 
@@ -111,9 +112,9 @@ public:
     void restore(RtiFedImageReader &reader, const char *classes) {
         clear();
         unsigned long count = reader.count(Node::_numImageValues, classes);
-        reserve(reader.countToReserve(count));
+        reserve(reader.countToReserve(count)); // equivalent: only speed
         RtiFedImageLinks<Node> links;
-        links.reserve(reader.countToReserve(count));
+        links.reserve(reader.countToReserve(count)); // equivalent: only speed
         for (; count > 0; --count) {
             const std::size_t byte = reader.byte();
             Owner node = make(store(reader.string()));

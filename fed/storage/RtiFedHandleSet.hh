@@ -29,7 +29,7 @@ public:
         const Number number = handle._value;
         if (extendsLast(number)) {
             ++_runs[_numRuns - 1].last;
-            return;
+            return; // equivalent: only speed; the search finds that the run has it
         }
         Run *next = std::upper_bound(begin(), end(), number, isBefore); // the first run after it
         const bool joinsNext = next != end() && next->first - 1 == number;
@@ -61,6 +61,7 @@ public:
     void reserveFor(Handle handle) {
         if (_numRuns < _capacity || extendsLast(handle._value))
             return;
+        // equivalent: only memory
         const std::uint32_t capacity = _capacity == 0 ? 1 : 2 * _capacity; // nearly all sets stay one run
         std::unique_ptr<Run[]> runs(new Run[capacity]);
         std::copy(begin(), end(), runs.get());

@@ -37,8 +37,8 @@ public:
     bool insert(const RtiFedName &name, Value value) {
         if (entryOf(name))
             return false;
-        if (numBucketsFor(_size + 1) > _tags.size())
-            grow(numBucketsFor(_size + 1));
+        if (numBucketsFor(_size + 1) > _tags.size()) // equivalent: only speed
+            grow(numBucketsFor(_size + 1));          // equivalent: only speed
         const auto hash = static_cast<std::uint32_t>(name.hash());
         enter(hash, append(name.text(), hash, value));
         ++_size;
@@ -52,13 +52,14 @@ public:
 
     /// Allocates the buckets for `size` names, but not the entries.
     void reserve(std::size_t size) {
-        if (numBucketsFor(size) > _tags.size())
+        if (numBucketsFor(size) > _tags.size()) // equivalent: only speed
             grow(numBucketsFor(size));
     }
     /// Reserves memory for `size` names of `numLetters` letters in all. What pads them is estimated, so that the memory
     /// may still have to grow.
     void reserveEntries(std::size_t size, std::size_t numLetters) {
-        const std::size_t padding = sizeof(Word) / 2; // of a name, on average
+        const std::size_t padding = sizeof(Word) / 2; // of a name, on average; equivalent: an estimate
+        // equivalent: only speed
         _block.reserve(size * kHeadWords + (numLetters + size * padding) / sizeof(Word));
     }
 
@@ -69,7 +70,7 @@ public:
     /// Returns each name in upper case with its value, sorted by bytes. The names are owned by the map.
     std::vector<std::pair<std::string_view, Value>> sorted() const {
         std::vector<std::pair<std::string_view, Value>> all;
-        all.reserve(_size);
+        all.reserve(_size); // equivalent: only speed
         for (const Word *entry = _block.data(); entry != _block.data() + _block.size();) {
             const std::string_view name = textAt(entry);
             all.emplace_back(name, valueAt(entry));
@@ -94,14 +95,15 @@ private:
 
     /// The top byte of a hash, but not 0, which marks a free slot.
     static std::uint64_t tagOf(std::uint32_t hash) { return hash >> 24 != 0 ? hash >> 24 : 1; }
+    // equivalent: more padding only takes memory
     static std::size_t wordsOf(std::size_t size) { return kHeadWords + (size + sizeof(Word) - 1) / sizeof(Word); }
     /// Finds the bytes that are 0. Sets the high bit of each and, if there is one, perhaps of bytes above it.
     static std::uint64_t zeroBytes(std::uint64_t word) { return (word - kOnes) & ~word & kHighBits; }
     static std::size_t lowestByte(std::uint64_t word) { return static_cast<unsigned>(__builtin_ctzll(word)) / 8; }
 
     std::size_t numBucketsFor(std::size_t size) const {
-        std::size_t buckets = std::max<std::size_t>(_tags.size(), 1);
-        while (2 * size > 13 * buckets)
+        std::size_t buckets = std::max<std::size_t>(_tags.size(), 1); // equivalent: only speed
+        while (2 * size > 13 * buckets) // equivalent: only speed, as long as a slot remains free
             buckets *= 2;
         return buckets;
     }
@@ -129,7 +131,7 @@ private:
         const std::uint64_t wanted = tagOf(hash) * kOnes;
         const std::size_t mask = _tags.size() - 1;
         for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-            __builtin_prefetch(_buckets.data() + at); // while the tags are loaded
+            __builtin_prefetch(_buckets.data() + at); // while the tags are loaded; equivalent: only speed
             const std::uint64_t tags = _tags.data()[at];
             for (std::uint64_t found = zeroBytes(tags ^ wanted); found; found &= found - 1) {
                 const Word *entry = _block.data() + _buckets.data()[at].places[lowestByte(found)];
@@ -150,7 +152,8 @@ private:
             // unreached: takes gigabytes
             throw std::length_error(
                 "a name is longer than 4 GiB, or all names of one map together are longer than 16 GiB");
-        if (end > _block.capacity())
+        if (end > _block.capacity()) // equivalent: only speed
+            // equivalent: only speed
             _block.reserve(std::max(end, _block.capacity() + _block.capacity() / 2));
         _block.resize(end);
         std::memcpy(&_block[place], &value, kValueSize);

@@ -3,6 +3,7 @@
 #include "fed/storage/RtiFedHandleSet.hh"
 #include "fed/storage/RtiFedNameMap.hh"
 #include "infrastructure/RtiStringUtility.hh"
+#include "tests/Support.hh"
 
 #include <gtest/gtest.h>
 
@@ -74,6 +75,7 @@ TEST(NameMap, AgreesWithAPlainModel) {
         } else if (i == 20001) {
             map.reserve(3 * map.size());
             map.reserve(1);
+            map.reserveEntries(100, 10);
         }
         ASSERT_EQ(map.size(), model.size());
     }
@@ -113,9 +115,24 @@ TEST(HandleSet, AgreesWithAPlainModel) {
         RtiBuffer image;
         set.save(image);
         RtiFedHandleSet<RtiObjectClassHandle> restored;
+        restored.insert(4294967000UL); // which the image replaces
         RtiFedImageReader reader(image);
         restored.restore(reader);
         EXPECT_EQ(restored.toSet(), model);
+        EXPECT_TRUE(set.containsAll(restored)); // as runs that were joined, whatever came between
+    }
+}
+
+TEST(HandleSet, RefusesAnImageThatDoesNotAscend) {
+    for (const unsigned long second : {5UL, 3UL}) {
+        RtiBuffer image;
+        image.put(2UL);
+        for (const unsigned long handle : {5UL, second})
+            writeHandle(image, RtiObjectClassHandle(handle));
+        RtiFedImageReader reader(image);
+        RtiFedHandleSet<RtiObjectClassHandle> set;
+        const std::string reason = reasonOf<RTI::RTIinternalError>([&] { set.restore(reader); });
+        EXPECT_NE(reason.find("the handle " + std::to_string(second) + " follows 5"), std::string::npos) << reason;
     }
 }
 
