@@ -8,9 +8,9 @@
 #include <string>
 
 /// Replaces a file, whole or not at all: the bytes are written to a new file beside it, which gets the mode, owner and
-/// group of the old one and is renamed. A symbolic link is followed; its target must exist. Anything but a regular file,
-/// such as a device or pipe, is written in place. Throws CannotWork and leaves the old file as it is. A signal that ends
-/// the program while it writes leaves no new file, if cleanUpWhenInterrupted was called.
+/// group of the old one and is renamed. A symbolic link is followed; its target must exist. Anything but a regular
+/// file, such as a device or pipe, is written in place. Throws CannotWork and leaves the old file as it is. A signal
+/// that ends the program while it writes leaves no new file, if cleanUpWhenInterrupted was called.
 void writeFile(const std::string &fileName, const void *bytes, std::size_t size);
 
 /// The same for a file that must not exist; not even one made meanwhile by another program is replaced.
