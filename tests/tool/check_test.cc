@@ -277,6 +277,7 @@ TEST(Check, ReportsTheMomWhereItIsIncomplete) {
                               "  the attribute LBTS of the object class Manager.Federate\n"
                               "94:26: the Management Object Model (MOM) has no parameter \"LogingState\"; did you mean "
                               "\"LoggingState\"?\n"
+                              "  fix at 94:26: \"LogingState\" -> \"LoggingState\"\n"
                               "111:18: the Management Object Model (MOM) is incomplete, 3 names are missing:\n"
                               "  the interaction class Manager.Federate.Report.ReportUpdatesSent with the parameters "
                               "TransportationType, UpdateCounts\n"
@@ -286,9 +287,11 @@ TEST(Check, ReportsTheMomWhereItIsIncomplete) {
     EXPECT_EQ(errorsOf(replaced(text, "(attribute LastSaveName          reliable receive)", "")),
               "28:14: the Management Object Model (MOM) is incomplete, 1 name is missing:\n"
               "  the attribute LastSaveName of the object class Manager.Federation\n"
-              "54:10: expected \"attribute\" or \"class\", found \"clas\"; did you mean \"class\"?\n");
+              "54:10: expected \"attribute\" or \"class\", found \"clas\"; did you mean \"class\"?\n"
+              "  fix at 54:10: \"clas\" -> \"class\"\n");
     EXPECT_EQ(errorsOf(replaced(example("minimal.fed"), "(class ObjectRoot", "(clas ObjectRoot")),
-              "17:6: expected \"class\", found \"clas\"; did you mean \"class\"?\n");
+              "17:6: expected \"class\", found \"clas\"; did you mean \"class\"?\n"
+              "  fix at 17:6: \"clas\" -> \"class\"\n");
 }
 
 /// Each mistake gives one finding, which names a line at most one away.
