@@ -30,7 +30,7 @@ class Trial:
         self.share = base.shares(self.file)
         self.hopeless = set()  # numbers of mutants that do not compile
         self.libraries = {}  # by objects, and by mutant if it is compiled alone: the folder, None if they do not compile
-        self.sound = set()  # folders and programs, if the tests pass with unchanged functions
+        self.sound = set()  # folders and numbers of tests that pass together with unchanged functions
         self.unsound = set()  # numbers of tests that fail even so, because they count allocations, for example
 
     def attempt(self, mutant, patience):
@@ -39,7 +39,9 @@ class Trial:
         if not tests:
             return "unreached"
         spent, is_tried, begin = 0, False, time.monotonic()
-        for batch in list(self._batches(tests)):
+        waiting = collections.deque(self._batches(tests))
+        while waiting:
+            batch = waiting.popleft()
             if patience and (spent > patience or time.monotonic() - begin > LONGEST):
                 return "survived the first tests"
             spent += sum(test.seconds for test in batch)
@@ -49,7 +51,10 @@ class Trial:
             is_switched = mutant.number in self.switched.ranges
             passed = self._passes(batch, library, mutant.number if is_switched else 0)
             if not passed and not self._is_sound(mutant, library, batch):
-                self.unsound |= {test.number for test in batch}
+                if len(batch) > 1:
+                    waiting.extendleft([test] for test in reversed(batch))
+                else:
+                    self.unsound.add(batch[0].number)
                 continue
             is_tried = True
             if not passed:
@@ -139,14 +144,13 @@ class Trial:
     def _is_sound(self, mutant, library, batch):
         """Whether the tests pass with a library of the unchanged functions: the library itself if no mutant is switched on. They
         may once fail on a busy machine."""
-        program = batch[0].program
         if mutant.number not in self.switched.ranges:
-            names = self.base.objects_for(mutant, self.reached[mutant.number][1], program)
+            names = self.base.objects_for(mutant, self.reached[mutant.number][1], batch[0].program)
             key = *names, "unchanged"
             if key not in self.libraries:
                 self.libraries[key] = self._compiled(names, mutant.text)[0]
             library = self.libraries[key]
-        key = library, program
+        key = library, *(test.number for test in batch)
         if key not in self.sound and (self._passes(batch, library, 0) or self._passes(batch, library, 0)):
             self.sound.add(key)
         return key in self.sound
