@@ -13,7 +13,7 @@ NUMBERS = re.compile(r"\b(?:0[xX][0-9A-Fa-f]+|[0-9]+)(?=[uUlL]*\b)(?!\.)")
 STATEMENTS = re.compile(r"(?:[;{}]|(?:[:)]|\belse|\bdo)(?= *\n))\s+"
                         r"(?=(?:(?:\+\+|--|\*|delete |throw\b|break;|continue;|return;)"
                         r"|[A-Za-z_][\w:]*(?:<[^;(]*>\(|\(|\.|->|\[| [-+*/|&^]?= |\+\+|--)))")
-BEFORE_CONDITION = re.compile(r"(?:[(\[{,;]\s*|(?:\breturn| [-+|&^]?=| <<| [?:+])\s+)$")
+BEFORE_CONDITION = re.compile(r"(?:[(\[{,;]\s*|(?:\breturn| [-+|&^]?=| [?:])\s+)$")
 
 
 COMMENT_OR_STRING = re.compile(r"//[^\n]*|/\*.*?\*/|\bR\"\(.*?\)\"|\"(?:\\.|[^\"\\])*\"|(?<![0-9A-F])'(?:\\.|[^'\\])+'", re.S)

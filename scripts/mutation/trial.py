@@ -55,6 +55,7 @@ class Trial:
                     waiting.extendleft([test] for test in reversed(batch))
                 else:
                     self.unsound.add(batch[0].number)
+                    print("not used for %s, since it fails without a mutant: %s" % (self.file, batch[0].name), flush=True)
                 continue
             is_tried = True
             if not passed:
