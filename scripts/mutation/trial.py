@@ -11,7 +11,7 @@ from mutation.base import BUILD, RECORD, ROOT, SOURCE, run, run_test
 from mutation.switched import Switched
 
 PATIENCE = 5  # times the time of the unchanged code
-LONGEST = 20  # seconds: a mutant of a header that is compiled alone can need many sources for each test program
+LONGEST = 20  # seconds besides: a mutant of a header that is compiled alone can need many sources for each test program
 TOGETHER = 0.3  # seconds: faster tests of one program run in one process
 SWITCH = ["-include", str(ROOT / "scripts/mutation/switch.hh"), "-Wno-invalid-constexpr", "-ferror-limit=0",
           "-ftemplate-backtrace-limit=0", "-fconstexpr-backtrace-limit=0", "-fno-caret-diagnostics", "-fno-color-diagnostics"]
@@ -34,7 +34,7 @@ class Trial:
         self.unsound = set()  # numbers of tests that fail even so, because they count allocations, for example
 
     def attempt(self, mutant, patience):
-        """The outcome. Runs the fastest tests only, as many as take `patience` seconds, or all."""
+        """The outcome. Runs the fastest tests only, as many as take `patience` seconds."""
         tests, _ = self.reached[mutant.number]
         if not tests:
             return "unreached"
@@ -42,7 +42,7 @@ class Trial:
         waiting = collections.deque(self._batches(tests))
         while waiting:
             batch = waiting.popleft()
-            if patience and (spent > patience or time.monotonic() - begin > LONGEST):
+            if spent > patience or time.monotonic() - begin > LONGEST + patience:
                 return "survived the first tests"
             spent += sum(test.seconds for test in batch)
             library = self._library(mutant, batch)
