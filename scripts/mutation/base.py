@@ -157,15 +157,13 @@ class Base:
                     places_of[module].add(place)
         for module, places in places_of.items():
             places = sorted(places)
-            out = run("llvm-symbolizer", "--obj=" + module, "--functions=linkage", "--no-demangle", "--no-inlines",
-                      "--output-style=GNU", input="".join("0x%x\n" % place for place in places)).splitlines()
-            for place, function, position in zip(places, out[::2], out[1::2]):
-                file, _, line = position.partition(" ")[0].rpartition(":")
-                file = os.path.relpath(file, SOURCE)
-                if file.startswith(CODE) and line.isdigit() and line != "0":
-                    tests, functions = self.lines[file].get(int(line), (0, frozenset()))
-                    tests_here = reached.get((module, place), 0)
-                    self.lines[file][int(line)] = tests | tests_here, functions | ({function} if tests_here else set())
+            functions = run("llvm-symbolizer", "--obj=" + module, "--functions=linkage", "--no-demangle", "--no-inlines",
+                            "--output-style=GNU", input="".join("0x%x\n" % place for place in places)).splitlines()[::2]
+            for address, file, line in lines_of(module):
+                at = bisect.bisect_right(places, address) - 1
+                tests_here = reached.get((module, places[at]), 0) if at >= 0 else 0
+                tests, functions_here = self.lines[file].get(line, (0, frozenset()))
+                self.lines[file][line] = tests | tests_here, functions_here | ({functions[at]} if tests_here else set())
         self._read_symbols({function for lines in self.lines.values() for _, here in lines.values() for function in here})
 
     def _read_symbols(self, wanted):
@@ -243,6 +241,28 @@ class Base:
             chosen.append(best)
             missing = {function for function in missing if best not in candidates[function]}
         return chosen or [name for name in self.users_of(mutant.file) if program in self.loadable[name]]
+
+
+def lines_of(module):
+    """The addresses of the module at which the code of a line begins, with the file and the line. The line of an address alone does
+    not say enough: a block has the code of several lines, and the line of a condition that of several blocks."""
+    folders, files, index = {}, {}, None
+    for entry in run("llvm-dwarfdump", "--debug-line", module).splitlines():
+        row = re.match(r"0x([0-9a-f]+) +(\d+) +\d+ +(\d+) ", entry)
+        if row:
+            address, line, file = int(row[1], 16), int(row[2]), files[int(row[3])]
+            if address and line and file.startswith(CODE) and "end_sequence" not in entry:  # what the linker left out is at 0
+                yield address, file, line
+            continue
+        if entry.startswith("include_directories["):
+            index, folder = re.match(r"include_directories\[ *(\d+)\] = \"(.*)\"", entry).groups()
+            folders[int(index)] = folder
+        elif entry.startswith("file_names["):
+            index = int(re.search(r"\d+", entry)[0])
+        elif entry.lstrip().startswith("name: "):
+            name = entry.partition('"')[2][:-1]
+        elif entry.lstrip().startswith("dir_index: "):
+            files[index] = os.path.relpath(os.path.join(folders[int(entry.split()[1])], name), SOURCE)
 
 
 def places_in(folder):
