@@ -282,7 +282,8 @@ def run_test(tests, environment, seconds):
     command = list(tests[0].command)
     if tests[0].filter:
         command[1:] = ["--gtest_filter=" + ":".join(test.filter for test in tests), "--gtest_fail_fast", "--gtest_brief=1"]
-    limits = f'ulimit -v {4 << 20}; ulimit -t {math.ceil(seconds)}; ulimit -c 0; exec "$@"'
+    # the signals that nohup has ignored end a test as on a terminal
+    limits = f'ulimit -v {4 << 20}; ulimit -t {math.ceil(seconds)}; ulimit -c 0; exec env --default-signal "$@"'
     environment = {**os.environ, "LLVM_PROFILE_FILE": "/dev/null", "JAVA_TOOL_OPTIONS": WITHIN_LIMITS,
                    "RTIFED_ROUNDS": ROUNDS, **environment, "TEST_TMPDIR": environment["TMPDIR"] + "/"}
     with tempfile.TemporaryFile() as output:
