@@ -32,6 +32,7 @@ COMPILE = ["-std=c++17", "-O0", "-fPIC", "-w"]
 RECORD = ["-gline-tables-only", "-fsanitize-coverage=inline-8bit-counters,pc-table",
           "-mllvm", "-sanitizer-coverage-prune-blocks=0",
           "-fprofile-instr-generate", "-fcoverage-mapping"]
+HARDENED = ["-D_GLIBCXX_ASSERTIONS"]  # mutants, so that reading beyond an end is noticed as in the hardened builds
 # Not precompiled: headers that define variables in each source, whose names the code has too, or that few include.
 NOT_PRECOMPILED = re.compile(r"<(?:CLI|gtest|iomanip|nettle|re2|sys|toml|.*\.h>|pugi)")
 PROFILES = WORK / "profiles"
@@ -102,7 +103,7 @@ class Base:
             return
         header.write_text(text)
         (BUILD / "empty.cc").write_text("")
-        for name, flags in ("system.pch", RECORD), ("mutant.pch", []):
+        for name, flags in ("system.pch", RECORD), ("mutant.pch", HARDENED):
             run("clang++", *COMPILE, *flags, "-fpch-instantiate-templates", "-x", "c++-header", header, "-o", BUILD / name)
         for name, source in ("reached", ROOT / "scripts/mutation/reached.cc"), ("mutant", BUILD / "empty.cc"):
             run("clang++", "-std=c++17", "-O1", "-fPIC", "-shared", f"-Wl,-soname,lib{name}.so",

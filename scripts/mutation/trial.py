@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 import time
 
-from mutation.base import BUILD, RECORD, ROOT, SOURCE, run, run_test
+from mutation.base import BUILD, HARDENED, RECORD, ROOT, SOURCE, run, run_test
 from mutation.switched import Switched
 
 PATIENCE = 5  # times the time of the unchanged code
@@ -127,7 +127,7 @@ class Trial:
             pch = words.index("-include-pch") + 1
             words[pch] = str(BUILD / "mutant.pch")
             words[words.index("-c") + 1] = str(folder / file if (folder / file).exists() else SOURCE / file)
-            words[pch + 1:pch + 1] = flags
+            words[pch + 1:pch + 1] = [*HARDENED, *flags]
             words.insert(1, "-I" + str(folder))
             done = subprocess.run(words, cwd=BUILD, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
             if done.returncode != 0:
