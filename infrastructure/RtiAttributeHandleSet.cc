@@ -41,6 +41,7 @@ void RtiAttributeHandleSet::add(RtiAttributeHandle handle) {
 RtiAttributeHandleSet::Run *RtiAttributeHandleSet::reserve(std::size_t numRuns) {
     if (!_many && numRuns <= kFew)
         return _few;
+    // equivalent: a copy too many is only slow
     if (numRuns > _capacity || _many.use_count() > 1) {
         const std::size_t capacity = numRuns > _capacity ? 2 * _capacity : _capacity;
         std::shared_ptr<Run[]> runs(new Run[capacity]);

@@ -89,7 +89,7 @@ void RtiBuffer::putBytes(const void *bytes, std::size_t size) {
 void RtiBuffer::getBytes(void *bytes, std::size_t size) {
     if (size > remaining())
         underflow(size);
-    if (size > 0)
+    if (size > 0) // equivalent: else `bytes` may be null, which no machine minds
         std::memcpy(bytes, _bytes.data() + _position, size);
     _position += size;
 }

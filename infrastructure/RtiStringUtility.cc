@@ -25,7 +25,7 @@ std::string RtiStringUtility::getString(RtiBuffer &buffer) {
     buffer.getBytes(text.data(), text.size());
     while (text.size() < size) {
         const std::size_t begin = text.size();
-        text.resize(std::min<std::size_t>(size, 2 * begin));
+        text.resize(std::min<std::size_t>(size, 2 * begin)); // equivalent: how much more at once is a matter of speed
         buffer.getBytes(&text[begin], text.size() - begin);
     }
     return text;

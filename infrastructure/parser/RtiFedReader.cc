@@ -7,8 +7,9 @@
 using Kind = RtiFedToken::Kind;
 
 namespace {
-constexpr std::size_t kBytesPerAttribute = 80; // of a large text, in which most clauses are attributes
-}
+// Of a large text, in which most clauses are attributes. equivalent: only speed
+constexpr std::size_t kBytesPerAttribute = 80;
+} // namespace
 
 RtiFedReader::RtiFedReader(const RtiFedText &text, RtiFedRepair repair)
     : nesting(std::move(repair)), _text(text), _lexer(text, text.begin()) {
@@ -57,6 +58,7 @@ void RtiFedReader::openFed() {
         nesting.fedKeyword = _token.text;
         if (isKeywordOf(RtiFedClause::fed, wordOf(_token))) {
             nesting.open({RtiFedClause::fed, nesting.fed, _token.text});
+            // equivalent: only speed
             declarations.objects.members.reserve(_text.bytes().size() / kBytesPerAttribute);
             return advance();
         }

@@ -244,16 +244,21 @@ TEST(Parser, IsBoundedOnHostileText) {
     EXPECT_EQ(countOf(kHead + "(objects " + classes + std::string(100002, ')')), 1u);
     EXPECT_EQ(countOf(kHead + "(objects " + classes), 2u); // too deep, and left open
     EXPECT_EQ(countOf(kHead + "(objects " + classes + std::string(100001, ')') + "(oops))"), 2u);
-    EXPECT_EQ(sectionErrors("(objects (class " + std::string(kMaxNameLength + 1, 'n') + " (class a)))"),
-              "2:17: expected a name of at most 16384 bytes, found one of 16385\n");
-    EXPECT_EQ(sectionErrors("(objects (class " + std::string(kMaxNameLength, 'n') + " (class a)))"),
-              "2:16409: expected a full class name of at most 16384 bytes, found one of 16386\n");
     std::string siblings;
     for (std::size_t i = 0; i < kMaxFullNames / 16000; ++i)
         siblings += "(class a)";
     EXPECT_EQ(countOf(kHead + "(objects (class " + std::string(15990, 'n') + siblings + ")))"), 0u);
     EXPECT_EQ(sectionErrors("(objects (class " + std::string(16000, 'n') + siblings + "))").substr(0, 80),
               "2:53745: expected full class names of at most 67108864 bytes together, found mor");
+}
+
+TEST(Parser, LimitsTheLengthOfANameAndOfAFullName) {
+    EXPECT_EQ(sectionErrors("(objects (class " + std::string(kMaxNameLength, 'n') + "))"), "");
+    EXPECT_EQ(sectionErrors("(objects (class ab (class " + std::string(kMaxNameLength - 3, 'n') + ")))"), "");
+    EXPECT_EQ(sectionErrors("(objects (class " + std::string(kMaxNameLength + 1, 'n') + " (class a)))"),
+              "2:17: expected a name of at most 16384 bytes, found one of 16385\n");
+    EXPECT_EQ(sectionErrors("(objects (class " + std::string(kMaxNameLength, 'n') + " (class a)))"),
+              "2:16409: expected a full class name of at most 16384 bytes, found one of 16386\n");
 }
 
 TEST(Parser, CountsLinesAndColumns) {

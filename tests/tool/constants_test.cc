@@ -199,26 +199,34 @@ TEST(Constants, OfModelsThatAreTooLargeAreRefused) {
         }
         return text + ends;
     };
-    const auto areWritten = [](const std::string &text, const ConstantLanguage &language) {
+    const auto refusal = [](const std::string &text, const ConstantLanguage &language) -> std::string {
         const TemporaryFile file(text), output("old");
         std::ostringstream out, err;
         try {
             constants({file.path(), &language, "", language.packages == nullptr ? output.path() : "-"}, {out, err});
-        } catch (const CannotWork &) {
+        } catch (const CannotWork &refused) {
             EXPECT_EQ(readFile(output.path()) + out.str(), "old");
-            return false;
+            return std::regex_replace(refused.what(), std::regex(file.path()), "a.fed");
         }
-        return true;
+        return "";
     };
-    EXPECT_TRUE(areWritten(nested(99, 0), kPythonConstants));
-    EXPECT_FALSE(areWritten(nested(100, 0), kPythonConstants));
-    EXPECT_TRUE(areWritten(nested(40, 0), kJavaConstants));
-    EXPECT_FALSE(areWritten(nested(120, 0), kJavaConstants));
-    EXPECT_TRUE(areWritten(nested(120, 1), kCppConstants));
-    EXPECT_FALSE(areWritten(nested(120, 80), kCppConstants));
-    EXPECT_FALSE(areWritten(nested(250, 12, std::string(55, 'n')), kCppConstants)); // few, but 300 MB
-    EXPECT_TRUE(areWritten(nested(2, 19990), kJavaConstants));
-    EXPECT_FALSE(areWritten(nested(2, 20001), kJavaConstants));
+    EXPECT_EQ(refusal(nested(99, 0), kPythonConstants), "");
+    EXPECT_EQ(refusal(nested(100, 0), kPythonConstants),
+              "the classes are too deep for Python: 100 would be in each other, and 99 may be");
+    EXPECT_EQ(refusal(nested(40, 0), kJavaConstants), "");
+    EXPECT_EQ(
+        refusal(nested(120, 0), kJavaConstants),
+        "the classes are too deep for Java: the name of a class file would have 505 characters, and may have 255");
+    EXPECT_EQ(refusal(nested(120, 1), kCppConstants), "");
+    EXPECT_EQ(refusal(nested(120, 80), kCppConstants),
+              "a.fed: the classes would have 571320 constants, since each has those of its superclasses too; at most "
+              "500000 are written");
+    EXPECT_EQ(refusal(nested(250, 12, std::string(55, 'n')), kCppConstants),
+              "a.fed: the constants of the classes would take some 309 MB, since each has those of its superclasses "
+              "too; at most 100 MB are written");
+    EXPECT_EQ(refusal(nested(2, 19990), kJavaConstants), "");
+    EXPECT_EQ(refusal(nested(2, 20001), kJavaConstants),
+              "a class would have 20002 constants, and in Java may have 20000");
 }
 
 TEST(Constants, HaveLegalAndUniqueIdentifiersForAnyNames) {

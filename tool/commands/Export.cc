@@ -45,6 +45,7 @@ std::optional<ReadModel> readModel(const Input &input, const Console &console) {
 /// Prints the notes in the order of the file.
 void print(std::vector<ExportNote> notes, const std::string &fileName, const Console &console) {
     const auto key = [](const ExportNote &note) {
+        // equivalent: any place before the first
         return note.place ? std::tuple(note.place->line, note.place->column) : std::tuple(0UL, 0UL);
     };
     std::stable_sort(notes.begin(), notes.end(),

@@ -14,8 +14,9 @@ using Index = SyntaxTree::Index;
 class Folder {
 public:
     explicit Folder(const SyntaxTree &tree) : _tree(tree) {
-        _lines.reserve(tree.numTokens() + std::size_t(1));
-        std::uint32_t line = 0;
+        _lines.reserve(tree.numTokens() + std::size_t(1)); // equivalent: only speed
+        std::uint32_t line = 0;                            // equivalent: only differences of lines matter
+        // equivalent: one token less shifts all by a line
         for (Index token = 0; token < tree.numTokens(); ++token) {
             _lines.push_back(line);
             line += tree.kind(token) == SyntaxTree::Kind::lineEnd ? 1 : 0;

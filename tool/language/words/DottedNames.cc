@@ -6,14 +6,14 @@
 
 namespace {
 
-constexpr std::size_t kMostNamesakes = 100;
+constexpr std::size_t kMostNamesakes = 100; // equivalent: a guess at what is enough
 constexpr std::string_view kBoundaries = " \t\v\f;,:!?'`\"()<>[]{}|=*";
 
 /// The components of the word that begins at an offset and ends with the text.
 std::vector<RtiFedSpan> componentsOf(std::string_view text, std::uint32_t begin) {
     std::vector<RtiFedSpan> components;
     const auto end = static_cast<std::uint32_t>(text.size());
-    for (std::uint32_t at = begin; at < end;) {
+    for (std::uint32_t at = begin; at < end;) { // equivalent: nothing is at the end
         const auto dot = static_cast<std::uint32_t>(std::min<std::size_t>(text.find('.', at), end));
         if (dot > at)
             components.push_back({at, dot - at});
@@ -90,8 +90,7 @@ private:
 std::vector<DottedWord> dottedWordsIn(std::string_view text, RtiFedSpan comment) {
     std::vector<DottedWord> words;
     const std::uint32_t end = comment.begin + comment.length;
-    text = text.substr(0, end);
-    for (std::uint32_t at = comment.begin; at < end;) {
+    for (std::uint32_t at = comment.begin; at < end;) { // equivalent: nothing is at the end
         const auto stop = static_cast<std::uint32_t>(std::min<std::size_t>(text.find_first_of(kBoundaries, at), end));
         DottedWord word{componentsOf(text.substr(0, stop), at)};
         if (word.components.size() > 1 && isContiguous(word.components))
