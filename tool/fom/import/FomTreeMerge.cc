@@ -91,7 +91,11 @@ void FomTreeReader::compareMembers(std::size_t index, const FomClass &draft) {
         FomMember &known = node.members[found->second];
         const std::string what = "the " + kind + ' ' + quoted(member.name) + ofClass(node);
         mergeDelivery({known.delivery, known.name.place}, member.delivery, member.name.place, what, true);
-        if (!known.dataType.empty() && !member.dataType.empty() && known.dataType != member.dataType)
+        if (known.semantics.empty())
+            known.semantics = member.semantics;
+        if (known.dataType.empty())
+            known.dataType = member.dataType;
+        else if (!member.dataType.empty() && known.dataType != member.dataType)
             _modules.add(RuleId::conflictingModules, member.name.place,
                          what + " has the data type " + inQuotes(member.dataType) + " here and " +
                              inQuotes(known.dataType) + " in another module",
