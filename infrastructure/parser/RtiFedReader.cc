@@ -83,7 +83,7 @@ void RtiFedReader::step() {
 bool RtiFedReader::readPlainMembers() {
     RtiFedNesting::Clause &owner = nesting.innermost();
     const RtiFedClause kind = memberOf(owner.name.kind);
-    if (kind == RtiFedClause::unknown)
+    if (kind == RtiFedClause::unknown) // equivalent: only speed
         return false;
     RtiFedLexer ahead = _lexer;
     RtiFedOffset begin = _token.begin, end = 0; // of the current member, and of the last one
@@ -92,8 +92,9 @@ bool RtiFedReader::readPlainMembers() {
         declarations.add(kind, owner.declaration, words);
         last = {kind, begin, words[0]};
         end = ahead.at();
+        // equivalent: where no "(" is, no words are found either
         if (!ahead.nextOpen(begin))
-            break;
+            break; // equivalent: likewise
     }
     if (end == 0)
         return false;
@@ -112,7 +113,7 @@ bool RtiFedReader::readPlainClass() {
     const RtiFedClause kind = classIn(nesting.kind());
     RtiFedLexer ahead = _lexer;
     RtiFedArguments words;
-    if (kind == RtiFedClause::unknown || !readPlainWords(ahead, kind, words))
+    if (kind == RtiFedClause::unknown || !readPlainWords(ahead, kind, words)) // equivalent: only speed
         return false;
     nesting.innermost().hasClauses = true;
     nesting.open({kind, _token.begin, words[0]});
@@ -179,7 +180,7 @@ void RtiFedReader::readFromKeyword(RtiFedOffset begin, bool afterClose) {
     nesting.innermost().hasClauses = true;
     nesting.open({kind, begin, {}});
     if (refuseSecond())
-        return skipClause(0);
+        return skipClause(0); // equivalent: how many words may have been names is a guess
     advance();
     readArguments();
 }
@@ -259,7 +260,7 @@ void RtiFedReader::readArguments() {
 void RtiFedReader::declareOrSkip(const RtiFedArguments &arguments) {
     if (!declare(arguments)) {
         addSkipped(arguments[0]);
-        skipClause(2);
+        skipClause(2); // equivalent: likewise a guess
     }
 }
 
@@ -429,7 +430,7 @@ void RtiFedReader::skipClause(std::size_t wordsRead) {
             --depth;
             break;
         case Kind::name:
-            if (words++ < 3)
+            if (words++ < 3) // equivalent: likewise a guess
                 addSkipped(_token.text);
             break;
         default:
