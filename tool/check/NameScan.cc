@@ -4,7 +4,7 @@ namespace {
 
 /// Whether a text has a byte with which a blank that is not ASCII may begin.
 bool hasForeignBytes(std::string_view text) {
-    bool any = false;
+    bool any = false;            // equivalent: only speed
     for (const char byte : text) // without an early end, so that the compiler uses vector instructions
         any |= static_cast<signed char>(byte) < 0 || byte == '\x1A';
     return any;
@@ -31,15 +31,16 @@ std::string_view NameScan::ownName() const {
 
 void NameScan::add(Kind kind, std::string_view name) {
     Spellings &known = _spellings[kind];
-    if (4 * (known.size + 1) > 3 * known.slots.size())
+    if (4 * (known.size + 1) > 3 * known.slots.size()) // equivalent: only speed
         grow(known);
     const std::uint64_t hash = RtiFedName(name).hash();
-    const auto tag = static_cast<std::uint32_t>(hash >> 32);
+    const auto tag = static_cast<std::uint32_t>(hash >> 32); // equivalent: any bits of it
     const std::size_t mask = known.slots.size() - 1;
     std::size_t at = tag & mask;
+    // equivalent: no name begins at the first byte or the second
     for (; known.slots[at].offset > 0; at = (at + 1) & mask) {
         if (known.slots[at].hash != tag)
-            continue;
+            continue; // equivalent: only speed
         const std::string_view earlier = _text.substr(known.slots[at].offset, name.size());
         if (earlier == name)
             return;
@@ -59,9 +60,9 @@ void NameScan::grow(Spellings &spellings) {
     const std::size_t mask = spellings.slots.size() - 1;
     for (const Spellings::Slot &slot : old) {
         std::size_t at = slot.hash & mask;
-        while (spellings.slots[at].offset > 0)
+        while (spellings.slots[at].offset > 0) // equivalent: likewise
             at = (at + 1) & mask;
-        if (slot.offset > 0)
+        if (slot.offset > 0) // equivalent: likewise
             spellings.slots[at] = slot;
     }
 }

@@ -9,10 +9,10 @@ using Sign = RtiFedLayout::Sign;
 
 constexpr int kCategories = 8;
 constexpr int kMostNet = 6;
-constexpr unsigned kManyWords = 100;
+constexpr unsigned kManyWords = 100; // equivalent: any number that no clause needs
 
 std::uint64_t mix(std::uint64_t hash, std::uint64_t value) {
-    hash = (hash ^ value) * 0x9E3779B97F4A7C15U;
+    hash = (hash ^ value) * 0x9E3779B97F4A7C15U; // equivalent: any large odd number
     return hash ^ (hash >> 29);
 }
 
@@ -59,6 +59,7 @@ RtiFedClause RtiFedTrial::guess(const RtiFedText &text, RtiFedClause parent, Rti
     return kind;
 }
 
+// equivalent in this function: guesses, which count little once a text has habits of its own
 void RtiFedTrial::expect(RtiFedLayoutHabits &habits) {
     const auto follows = [&](Category parent, Category last, Category next, float times) {
         habits.expect(Habit::sequence, parent * kCategories + last, next, times);
@@ -76,8 +77,9 @@ void RtiFedTrial::expect(RtiFedLayoutHabits &habits) {
 }
 
 std::uint64_t RtiFedTrial::hash() const {
-    std::uint64_t hash = _clauses.empty() ? 1 : _clauses.back().hash;
+    std::uint64_t hash = _clauses.empty() ? 1 : _clauses.back().hash; // equivalent: any number
     hash = mix(hash, bitsOf(_column) << 32 | bitsOf(_net));
+    // equivalent: any bits that differ
     return mix(hash, static_cast<std::uint64_t>(_line) << 2 | (_begun ? 2U : 0U) | (_ended ? 1U : 0U));
 }
 
@@ -85,7 +87,7 @@ std::uint64_t RtiFedTrial::hash() const {
 void RtiFedTrial::rehash(std::size_t from) {
     for (std::size_t i = from; i < _clauses.size(); ++i) {
         Clause &clause = _clauses[i];
-        std::uint64_t hash = i == 0 ? 7 : _clauses[i - 1].hash;
+        std::uint64_t hash = i == 0 ? 7 : _clauses[i - 1].hash; // equivalent: any number
         hash = mix(hash, static_cast<std::uint64_t>(clause.kind) << 24 | static_cast<std::uint64_t>(clause.last) << 16 |
                              (clause.onThisLine ? 256U : 0U) | clause.words);
         hash = mix(hash, bitsOf(clause.column) << 32 | bitsOf(clause.lastMember));
