@@ -7,13 +7,14 @@
 #include <dlfcn.h>
 #include <fstream>
 #include <string>
-#include <sys/resource.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace {
 
 struct Module {
     const unsigned char *begin, *end;
+    unsigned char *ofChildren;    // the counters of processes that were forked and could not write
     const std::uintptr_t *places; // two words each: the address and flags
 };
 
@@ -30,10 +31,9 @@ void write() {
         if (!module.places || !dladdr(module.places, &info))
             continue;
         file << '@' << info.dli_fname << '\n' << std::hex;
-        for (const unsigned char *counter = module.begin; counter != module.end; ++counter)
-            if (all || *counter)
-                file << module.places[2 * (counter - module.begin)] - reinterpret_cast<std::uintptr_t>(info.dli_fbase)
-                     << '\n';
+        for (std::ptrdiff_t i = 0; i < module.end - module.begin; ++i)
+            if (all || module.begin[i] || module.ofChildren[i])
+                file << module.places[2 * i] - reinterpret_cast<std::uintptr_t>(info.dli_fbase) << '\n';
     }
 }
 
@@ -46,7 +46,10 @@ struct AtExit {
 // The compiler calls both for each module, in this order.
 extern "C" void __sanitizer_cov_8bit_counters_init(unsigned char *begin, unsigned char *end) {
     if (begin != end && numModules < 16 && (numModules == 0 || modules[numModules - 1].begin != begin))
-        modules[numModules++] = {begin, end, nullptr};
+        modules[numModules++] = {begin, end,
+                                 static_cast<unsigned char *>(mmap(nullptr, end - begin, PROT_READ | PROT_WRITE,
+                                                                   MAP_SHARED | MAP_ANONYMOUS, -1, 0)),
+                                 nullptr};
 }
 
 extern "C" void __sanitizer_cov_pcs_init(const std::uintptr_t *begin, const std::uintptr_t *) {
@@ -55,8 +58,9 @@ extern "C" void __sanitizer_cov_pcs_init(const std::uintptr_t *begin, const std:
 }
 
 extern "C" int raise(int signal) {
-    const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY}; // a test may limit the sizes of files
-    setrlimit(RLIMIT_FSIZE, &unlimited);
+    for (const Module &module : modules) // a test may limit the sizes of files
+        for (std::ptrdiff_t i = 0; i < module.end - module.begin; ++i)
+            module.ofChildren[i] |= module.begin[i];
     write();
     return reinterpret_cast<int (*)(int)>(dlsym(RTLD_NEXT, "raise"))(signal);
 }
