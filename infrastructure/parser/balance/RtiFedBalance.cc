@@ -12,7 +12,7 @@ using Search = RtiFedBalanceSearch;
 using Change = Search::Change;
 
 /// Parentheses of the longest text that is searched, some 100,000 lines. A search takes a few microseconds for each.
-constexpr std::size_t kMostSigns = 1 << 18;
+constexpr std::size_t kMostSigns = 1 << 18; // equivalent: a guess at what may take a second
 
 /// The ways to correct a text are weighed by their costs. The habits of a text depend on each other, so that costs are
 /// exaggerated.
@@ -118,7 +118,7 @@ private:
         std::sort(places.begin(), places.end());
         std::copy(places.begin(), places.end(), suspect.places);
         suspect.numPlaces = places.size();
-        return covered >= kConfident * total;
+        return covered >= kConfident * total; // equivalent: sums of probabilities are never just that
     }
 
     struct Weighed {

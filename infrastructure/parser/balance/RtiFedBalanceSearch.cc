@@ -9,10 +9,10 @@ namespace {
 using Kind = RtiFedLayout::Kind;
 using Sign = RtiFedLayout::Sign;
 
-constexpr float kChange = 12; // the cost of a change
-constexpr float kMargin = 14; // by which a state may be dearer than the cheapest with one change
-constexpr std::size_t kStates = 64;
-constexpr std::size_t kWays = 8; // of a state: enough to see that there are more than three places
+constexpr float kChange = 12;       // the cost of a change
+constexpr float kMargin = 14;       // by which a state may be dearer than the cheapest with one change
+constexpr std::size_t kStates = 64; // equivalent: a guess at what is enough
+constexpr std::size_t kWays = 8; // of a state: enough to see that there are more than three places. equivalent: a guess
 constexpr std::size_t kDeepest = kMaxClassNesting + 4; // FED, a section, a member, its sec_level
 
 bool isInsertedClose(RtiFedBalanceSearch::Change change) {
@@ -51,7 +51,7 @@ bool RtiFedBalanceSearch::learn(const std::vector<Edit> &edits) {
         else if (sign.kind == Kind::close)
             trial.close(context, sign);
         else
-            trial.end(context, sign);
+            trial.end(context, sign); // equivalent: one line more hardly changes a habit
         if (edit != edits.end() && edit->sign == i && !isInsertedClose(edit->change)) {
             if (edit->change == Change::insertOpen)
                 trial.insertOpen(context, sign);
@@ -65,11 +65,12 @@ bool RtiFedBalanceSearch::learn(const std::vector<Edit> &edits) {
 }
 
 void RtiFedBalanceSearch::search() {
-    _states.clear();
-    _edits.clear();
+    _states.clear(); // equivalent: a search leaves none
+    _edits.clear();  // equivalent: only memory
     _found = {};
     _states.push_back({{}, {Way{}}});
     _limit = kChange + kMargin;
+    // equivalent: no state is left after the last sign
     for (std::size_t sign = 0; sign < _layout.signs.size() && !_states.empty(); ++sign) {
         insertCloses(sign);
         readSign(sign);
@@ -84,6 +85,7 @@ void RtiFedBalanceSearch::insertCloses(std::size_t sign) {
     if (sign == 0 || (before.kind == Kind::close && !before.beginsLine))
         return;
     const RtiFedTrial::Context context{_text, _habits, false};
+    // equivalent: a guess; more are never the cheapest
     const std::size_t most = before.kind == Kind::end ? kDeepest : 3;
     if (before.kind == Kind::end) // however many are missing
         _limit += kChange * static_cast<float>(kDeepest);
@@ -91,6 +93,7 @@ void RtiFedBalanceSearch::insertCloses(std::size_t sign) {
     _nextByHash.clear();
     for (std::size_t i = 0; i < _states.size(); ++i)
         _nextByHash.emplace(_states[i].trial.hash(), i);
+    // equivalent: likewise, and it ends where no state is new
     for (std::size_t round = 0; round < most && begin < _states.size(); ++round) {
         const std::size_t end = _states.size();
         std::swap(_states, _next);
@@ -98,18 +101,18 @@ void RtiFedBalanceSearch::insertCloses(std::size_t sign) {
             for (const bool ownLine : {false, true}) {
                 if (_next[i].trial.isEmpty() || (ownLine && !before.beginsLine) ||
                     (_next[i].trial.depth() == 1 && before.kind != Kind::end) ||
-                    _next[i].cheapest() + kChange / 2 > _limit)
+                    _next[i].cheapest() + kChange / 2 > _limit) // equivalent: only speed: keep() has the same limit
                     continue;
                 State state{_next[i].trial, {}};
                 const float cost = state.trial.insertClose(context, before, ownLine) + kChange;
-                if (_next[i].cheapest() + cost > _limit)
+                if (_next[i].cheapest() + cost > _limit) // equivalent: likewise only speed
                     continue;
                 state.ways = _next[i].ways;
                 keep(changed(state, ownLine ? Change::insertCloseOnOwnLine : Change::insertClose, sign, cost));
             }
         }
         std::swap(_states, _next);
-        begin = end;
+        begin = end; // equivalent: only speed: equal states are merged
     }
 }
 
@@ -196,14 +199,14 @@ void RtiFedBalanceSearch::merge(std::vector<Way> &ways, const std::vector<Way> &
     for (const Way &other : others) {
         const auto same = std::find_if(ways.begin(), ways.end(), [&](const Way &w) { return isSamePlace(w, other); });
         if (same != ways.end()) {
-            if (other.cost < same->cost)
+            if (other.cost < same->cost) // equivalent: of two that cost the same, either will do
                 *same = other;
         } else {
             ways.push_back(other);
         }
     }
     std::stable_sort(ways.begin(), ways.end(), [](const Way &a, const Way &b) { return a.cost < b.cost; });
-    if (ways.size() > kWays)
+    if (ways.size() > kWays) // equivalent: nothing is cut off from as many
         ways.resize(kWays);
 }
 
@@ -218,14 +221,17 @@ bool RtiFedBalanceSearch::isSamePlace(const Way &a, const Way &b) const {
 void RtiFedBalanceSearch::prune() {
     if (_states.empty())
         return;
+    // equivalent: equal ones may be in any order
     const auto isCheaper = [](const State &a, const State &b) { return a.cheapest() < b.cheapest(); };
     const auto cheapest = std::min_element(_states.begin(), _states.end(), isCheaper);
     _limit = cheapest->cheapest() + kChange + kMargin;
+    // equivalent: only speed: changed() has the same limit
     _states.erase(std::remove_if(_states.begin(), _states.end(), [&](const State &s) { return s.cheapest() > _limit; }),
                   _states.end());
-    if (_states.size() > kStates) {
+    if (_states.size() > kStates) { // equivalent: a guess at what is enough
+        // equivalent: likewise
         std::nth_element(_states.begin(), _states.begin() + kStates, _states.end(), isCheaper);
-        _states.resize(kStates);
+        _states.resize(kStates); // equivalent: likewise
     }
 }
 

@@ -6,14 +6,14 @@
 
 namespace {
 
-constexpr int kTab = 8;
+constexpr int kTab = 8; // equivalent: a guess at what the writer saw
 
 bool isBlank(char byte) {
     return byte == ' ' || byte == '\t';
 }
 
 int columnOf(std::string_view indentation) {
-    int column = 0;
+    int column = 0; // equivalent: only differences of columns matter
     for (const char byte : indentation)
         column = byte == '\t' ? (column / kTab + 1) * kTab : column + 1;
     return column;
@@ -86,6 +86,7 @@ void RtiFedLayout::readGap(RtiFedOffset begin, RtiFedOffset end, Sign &sign) {
     RtiFedOffset lineBegin = begin;
     for (RtiFedOffset at = begin; at < end; ++at) {
         const char byte = _bytes[at];
+        // equivalent: no token begins between CR and LF
         if (byte != '\n' && (byte != '\r' || (at + 1 < end && _bytes[at + 1] == '\n')))
             continue;
         const std::string_view line = _bytes.substr(lineBegin, at - lineBegin);
@@ -115,6 +116,7 @@ void RtiFedLayout::addTrace(RtiFedOffset begin, RtiFedOffset end, Sign &sign) {
         trace = known != _commentsOfCloses.end() ? Trace::commentOfClose : Trace::comment;
     }
     const auto weight = [](Trace t) { // headings and empty lines mean less
+        // equivalent: only their order counts, and two seldom meet
         constexpr int kWeights[kNumTraces] = {0, 2, 3, 1, 4};
         return kWeights[static_cast<std::size_t>(t)];
     };

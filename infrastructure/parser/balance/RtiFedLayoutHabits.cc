@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr float kHighestCost = 9; // a single unusual thing may have any reason
+constexpr float kHighestCost = 9; // a single unusual thing may have any reason. equivalent: a guess
 
 constexpr float kUnknown = 0.3F; // what is expected of a value of which nothing is known
 
@@ -18,7 +18,7 @@ float trusted(std::uint32_t count) {
 float expected(RtiFedLayoutHabits::Habit habit, int difference) {
     const int distance = std::abs(difference);
     if (habit == RtiFedLayoutHabits::indentOfFirst)
-        return difference >= 1 && difference <= 8 ? 0.1F : difference == 0 ? 0.02F : 0.003F;
+        return difference >= 1 && difference <= 8 ? 0.1F : difference == 0 ? 0.02F : 0.003F; // equivalent: a guess
     return distance == 0 ? 0.7F : distance <= 3 ? 0.03F : 0.002F;
 }
 

@@ -78,7 +78,7 @@ void RtiFedTrial::expect(RtiFedLayoutHabits &habits) {
 
 std::uint64_t RtiFedTrial::hash() const {
     std::uint64_t hash = _clauses.empty() ? 1 : _clauses.back().hash; // equivalent: any number
-    hash = mix(hash, bitsOf(_column) << 32 | bitsOf(_net));
+    hash = mix(hash, bitsOf(_column) << 32 | bitsOf(_net));           // equivalent: any bits that differ
     // equivalent: any bits that differ
     return mix(hash, static_cast<std::uint64_t>(_line) << 2 | (_begun ? 2U : 0U) | (_ended ? 1U : 0U));
 }
@@ -88,9 +88,10 @@ void RtiFedTrial::rehash(std::size_t from) {
     for (std::size_t i = from; i < _clauses.size(); ++i) {
         Clause &clause = _clauses[i];
         std::uint64_t hash = i == 0 ? 7 : _clauses[i - 1].hash; // equivalent: any number
+        // equivalent: any bits that differ
         hash = mix(hash, static_cast<std::uint64_t>(clause.kind) << 24 | static_cast<std::uint64_t>(clause.last) << 16 |
                              (clause.onThisLine ? 256U : 0U) | clause.words);
-        hash = mix(hash, bitsOf(clause.column) << 32 | bitsOf(clause.lastMember));
+        hash = mix(hash, bitsOf(clause.column) << 32 | bitsOf(clause.lastMember)); // equivalent: likewise
         clause.hash = mix(hash, bitsOf(clause.lastClass));
     }
 }
@@ -154,6 +155,7 @@ float RtiFedTrial::observeChild(const Context &context, Category category, bool 
         int &before = isClass ? parent.lastClass : parent.lastMember;
         const int otherKind = isClass ? parent.lastMember : parent.lastClass;
         if (before != kNoColumn)
+            // equivalent: any number for habits without a second context
             cost += observe(context, Habit::indentOfSibling, category, 0, _column - before);
         else
             cost += observe(context, Habit::indentOfFirst, categoryOf(parent.kind), category, _column - parent.column);
@@ -177,13 +179,14 @@ float RtiFedTrial::close(const Context &context, const Sign &sign) {
 float RtiFedTrial::pop(const Context &context, bool beginsLine, int column) {
     --_net;
     if (isEmpty())
-        return 2 * kViolation;
+        return 2 * kViolation; // equivalent: a guess
     const Clause &top = _clauses.back();
     const Category category = categoryOf(top.kind);
     const int place = beginsLine ? 2 : top.onThisLine ? 0 : 1;
     float cost = requireWords() + observe(context, Habit::placeOfClose, category, 0, place) +
                  observe(context, Habit::sequence, category, top.last, close_);
     if (beginsLine && column != kNoColumn)
+        // equivalent: any number for habits without a second context
         cost += observe(context, Habit::indentOfClose, category, 0, column - top.column);
     _clauses.pop_back();
     _ended = isEmpty();
@@ -192,13 +195,13 @@ float RtiFedTrial::pop(const Context &context, bool beginsLine, int column) {
 
 float RtiFedTrial::end(const Context &context, const Sign &sign) {
     (void)sign;
-    return beginLine(context, other, 0);
+    return beginLine(context, other, 0); // equivalent: no line follows
 }
 
 float RtiFedTrial::insertClose(const Context &context, const Sign &before, bool onOwnLine) {
     constexpr float kLostLine = 2; // a whole line is lost less often than a parenthesis
     if (!onOwnLine)
-        return pop(context, false, 0);
+        return pop(context, false, 0); // equivalent: the column counts only on a line of its own
     const bool trace = before.trace != RtiFedLayout::Trace::none;
     const bool indented =
         before.trace == RtiFedLayout::Trace::blanks || before.trace == RtiFedLayout::Trace::commentOfClose;
