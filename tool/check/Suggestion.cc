@@ -9,9 +9,10 @@
 
 namespace {
 
+// equivalent: a guess at what costs too much time
 constexpr std::size_t kLongest = 64; // length of the words that are compared
 constexpr std::size_t kShortest = 3; // in shorter words, a changed letter is no mere typing error
-constexpr std::size_t kMost = 1000;  // candidates that one word is compared with
+constexpr std::size_t kMost = 1000;  // candidates that one word is compared with. equivalent: likewise a guess
 
 /// Returns a word without the differences that do not count.
 std::string skeletonOf(std::string_view word) {
@@ -58,13 +59,13 @@ bool isTypingError(std::string_view written, std::string_view meant) {
 } // namespace
 
 std::string suggestionFor(std::string_view word, const std::vector<std::string> &candidates) {
-    if (word.size() > kLongest || candidates.size() > kMost)
+    if (word.size() > kLongest || candidates.size() > kMost) // equivalent: likewise a guess
         return {};
     const std::string meant = skeletonOf(word);
     const std::string *nearest = nullptr;
     std::size_t least = std::max<std::size_t>(1, meant.size() / 3) + 1; // longer words may have more mistakes
     for (const std::string &candidate : candidates) {
-        if (candidate.size() > kLongest)
+        if (candidate.size() > kLongest) // equivalent: likewise a guess
             continue;
         const std::string skeleton = skeletonOf(candidate);
         // equivalent: only speed, since the distance is as large at least

@@ -195,19 +195,19 @@ Finding findingOf(RtiFedParser::Error error, std::string_view text) {
         explainClassWithDelivery(finding, text);
         fixSpaceClause(finding, text);
         explainSurplusWord(finding, text);
-        break;
+        break; // equivalent: what follows would be the same again
     case RtiFedParser::expectedClause:
         fixSpaceClause(finding, text);
-        break;
+        break; // equivalent: no comment begins where a clause does
     case RtiFedParser::foreignComment:
         if (const std::string_view mark = text.substr(error.span.begin, error.span.length); mark == "//" || mark == "#")
             finding.fix = {{{error.span, ";"}}, true};
         break;
     case RtiFedParser::foreignBlank:
         finding.fix = {{{error.span, finding.text.find("a blank") == std::string::npos ? "" : " "}}, true};
-        break;
+        break; // equivalent: nothing follows
     default:
-        break;
+        break; // equivalent: likewise
     }
     return finding;
 }

@@ -23,7 +23,7 @@ struct Place {
     RtiFedSpan span;
 
     bool operator<(const Place &other) const {
-        if (name.hash() != other.name.hash())
+        if (name.hash() != other.name.hash())       // equivalent: any order that brings the same names together
             return name.hash() < other.name.hash(); // equivalent: they differ
         // unreached: no two names with the same hash are known
         return !RtiFedName::equal(name.text(), other.name.text()) &&
@@ -49,7 +49,7 @@ public:
             return spelling.name == place.name.text();
         });
         if (known == _spellings.end()) {
-            if (_spellings.size() < kMost)
+            if (_spellings.size() < kMost)                                // equivalent: a guess at what is enough
                 _spellings.push_back({place.name.text(), place.span, 1}); // equivalent: any number for all
             return;
         }
@@ -62,6 +62,7 @@ public:
     template <class Visit>
     void forEachUnusual(Visit visit) const {
         const auto isLess = [](const Spelling &a, const Spelling &b) {
+            // equivalent: the numbers, or else the places differ
             return a.count != b.count ? a.count < b.count : a.first.begin > b.first.begin;
         };
         const auto usual = std::max_element(_spellings.begin(), _spellings.end(), isLess);
@@ -71,7 +72,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kMost = 16; // spellings
+    static constexpr std::size_t kMost = 16; // spellings. equivalent: likewise a guess
 
     std::vector<Spelling> _spellings;
 };
