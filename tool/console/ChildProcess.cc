@@ -32,12 +32,12 @@ private:
 
 ChildProcess::ChildProcess(const std::vector<std::string> &arguments) : _errors(std::tmpfile()) {
     std::vector<char *> argv;
-    argv.reserve(arguments.size() + 1);
+    argv.reserve(arguments.size() + 1); // equivalent: only speed
     for (const std::string &argument : arguments)
         argv.push_back(
             const_cast<char *>(argument.c_str())); // NOLINT(cppcoreguidelines-pro-type-const-cast): not changed
     argv.push_back(nullptr);
-    int ends[2]; // of the pipe: for reading and for writing
+    int ends[2]; // of the pipe: for reading and for writing. equivalent: room for more does no harm
     // unreached: where the program has no more files
     if (!_errors || pipe2(ends, O_CLOEXEC) != 0)
         throw std::string(std::strerror(errno));
@@ -73,7 +73,7 @@ bool ChildProcess::succeeds() {
 }
 
 std::string ChildProcess::complaint() const {
-    std::string text(4096, '\0');
+    std::string text(4096, '\0'); // equivalent: only speed
     std::rewind(_errors.get());
     text.resize(std::fread(text.data(), 1, text.size(), _errors.get()));
     return text;

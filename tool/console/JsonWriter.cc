@@ -6,10 +6,11 @@
 
 namespace {
 
-constexpr std::size_t kPieceSize = 16384;
-constexpr std::size_t kIndentation = 2; // blanks a level
+constexpr std::size_t kPieceSize = 16384; // equivalent: only speed
+constexpr std::size_t kIndentation = 2;   // blanks a level
 
 std::string serialized(const Json &value) {
+    // equivalent: any negative number means no line ends
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
@@ -141,7 +142,7 @@ void JsonWriter::append(std::string_view text) {
 /// Writes the piece to the stream, and makes it large enough for `size` bytes.
 void JsonWriter::makeRoom(std::size_t size) {
     flush();
-    if (size > _piece.size())
+    if (size > _piece.size()) // equivalent: only speed
         _piece.resize(std::max(size, kPieceSize));
 }
 

@@ -161,12 +161,12 @@ protected:
     int sync() override {
         _draft.write(pbase(), static_cast<std::size_t>(pptr() - pbase()));
         setp(_bytes.data(), _bytes.data() + _bytes.size());
-        return 0;
+        return 0; // equivalent: all but -1 says that it worked
     }
 
 private:
     Draft &_draft;
-    std::vector<char> _bytes = std::vector<char>(std::size_t{1} << 16U);
+    std::vector<char> _bytes = std::vector<char>(std::size_t{1} << 16U); // equivalent: only speed
 };
 
 } // namespace

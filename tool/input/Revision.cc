@@ -74,7 +74,7 @@ Input readObject(const std::string &object, const std::string &folder, const std
 std::string listTree(const std::string &tree, const std::string &folder) {
     try {
         ChildProcess git({"git", "-C", folder, "ls-tree", "-r", "-z", "--full-tree", tree});
-        std::string list, chunk(65536, '\0');
+        std::string list, chunk(65536, '\0'); // equivalent: only speed
         while (const std::size_t size = std::fread(chunk.data(), 1, chunk.size(), git.output()))
             list.append(chunk, 0, size);
         if (!git.succeeds())
