@@ -65,7 +65,7 @@ Character characterAt(std::string_view bytes) {
     if ((at(0) & 0xF0U) == 0xE0 && continues(1) && continues(2))
         return {(at(0) & 0x0FU) << 12 | (at(1) & 0x3FU) << 6 | (at(2) & 0x3FU), 3};
     if ((at(0) & 0xF8U) == 0xF0 && continues(1) && continues(2) && continues(3))
-        return {0x10000, 4};
+        return {0x10000, 4}; // equivalent: any code that is no blank
     return {at(0), 1};
 }
 

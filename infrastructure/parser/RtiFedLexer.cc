@@ -149,13 +149,14 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
     if (!isSame(bytes + _at, keyword) || _habits.any())
         return kNotPlain;
     RtiFedOffset at = _at + static_cast<RtiFedOffset>(keyword.size());
+    // equivalent: only speed, since the slow path takes all that this one refuses
     for (std::size_t count = 0;; ++count) {
         const RtiFedOffset end = at;
-        if (bytes[at] == ' ')
+        if (bytes[at] == ' ') // equivalent: only speed
             ++at;
         if (bytes[at] <= ' ') // perhaps another blank, which is less common
             at = _runs.endOfBlanks(at);
-        if (bytes[at] == '(' || bytes[at] == ')') {
+        if (bytes[at] == '(' || bytes[at] == ')') { // equivalent: likewise only speed
             _at = at;
             return count;
         }
@@ -163,7 +164,7 @@ std::size_t RtiFedLexer::nextPlainWords(std::string_view keyword, std::array<Rti
         if (count == words.size() || at == end)
             return kNotPlain;
         const RtiFedOffset begin = at;
-        at = _runs.endOfWord(at); // the NUL after the text ends a word, too
+        at = _runs.endOfWord(at); // the NUL after the text ends a word, too. equivalent: likewise
         if (at - begin > longest) // equivalent: only speed, as above
             return kNotPlain;
         words[count] = {begin, at - begin};

@@ -9,7 +9,7 @@ bool RtiFedNesting::isKeywordNearby(std::string_view word) const {
 }
 
 RtiFedOffset RtiFedNesting::ownerOfInnermost() const {
-    for (std::size_t i = _open.size(); i > 1; --i)
+    for (std::size_t i = _open.size(); i > 1; --i) // equivalent: the outermost clause is no class
         if (isClass(_open[i - 2].name.kind))
             return _open[i - 2].name.label.begin;
     return 0;
