@@ -36,19 +36,24 @@ struct Candidate {
     explicit Candidate(Change &of) : change(&of) {
         const std::size_t ownLength = of.element().fullName().size();
         std::string_view owner;
-        std::uint64_t ownerHash = 0;
+        std::uint64_t ownerHash = 0; // equivalent: the first owner gives another
         for (const Element &content : of.contents) {
             if (owner.data() != content.owner.data() || owner.size() != content.owner.size()) { // hash long paths once
                 owner = content.owner;
                 ownerHash = hashOf(owner.substr(std::min(ownLength, owner.size())));
             }
-            parts.push_back((ownerHash * 31 + hashOf(content.name)) * 2 + (content.isClass() ? 1 : 0));
+            parts.push_back(spread((ownerHash * 31 + hashOf(content.name)) * 2 + (content.isClass() ? 1 : 0)));
             sum += parts.back();
         }
     }
 
 private:
     static std::uint64_t hashOf(std::string_view name) { return std::hash<std::string>()(upper(name)); }
+    /// Without this, the sum would be the same if members only changed places with others.
+    static std::uint64_t spread(std::uint64_t hash) {
+        hash = (hash ^ (hash >> 32)) * 0x9E3779B97F4A7C15U; // equivalent: any large odd number
+        return hash ^ (hash >> 29);                         // equivalent: any bits of it
+    }
 };
 
 /// The classes of one superclass, or the spaces, that were removed and added.
