@@ -77,7 +77,7 @@ private:
     template <class Handle>
     void readClasses(const std::set<Handle> &handles, Outline::Classes &classes) const {
         RtiFedHandleMap<Handle, std::size_t> index;
-        classes.reserve(handles.size());
+        classes.reserve(handles.size()); // equivalent: only speed
         for (const Handle &handle : handles)
             readClass(*_database.find(handle), classes, index);
         for (std::size_t i = classes.size(); i-- > 0;)
@@ -96,7 +96,7 @@ private:
         const std::size_t added = classes.size();
         Outline::Class &shown = classes.emplace_back(Outline::Class{
             std::string(node.nameText()), node.getHandle()._value, properties(node), place(&node), parent, {}, 0, {}});
-        shown.members.reserve(node.members().size());
+        shown.members.reserve(node.members().size()); // equivalent: only speed
         for (const auto &member : node.members())
             shown.members.push_back({std::string(member.nameText()), member.getHandle()._value, properties(member),
                                      place(&member), laterPlaces(&member)});
