@@ -35,7 +35,7 @@ public:
         using Numbers = std::int32_t __attribute__((vector_size(16)));
         using Words = std::uint64_t __attribute__((vector_size(16)));
 
-        Numbers _first[2], _last[2];
+        Numbers _first[2], _last[2]; // equivalent: more only takes memory
     };
 
     /// For classes with handles below `size`.
@@ -58,12 +58,13 @@ public:
             !_states[classHandle].compare_exchange_strong(state, State::closed, std::memory_order_relaxed))
             return;
         Runs &runs = _runs[classHandle].runs;
+        // equivalent: new memory is most often zero: an empty run, too, since no handle is 0
         for (std::size_t i = 0; i < Runs::kMost; ++i) {
-            runs._first[i / 4][i % 4] = INT32_MAX; // an empty run
-            runs._last[i / 4][i % 4] = -1;
+            runs._first[i / 4][i % 4] = INT32_MAX; // an empty run. equivalent: as above
+            runs._last[i / 4][i % 4] = -1;         // equivalent: as above
         }
-        std::size_t count = 0;
-        bool fits = true;
+        std::size_t count = 0; // equivalent: only speed: the set is asked instead
+        bool fits = true;      // equivalent: likewise
         forEachRun([&](unsigned long first, unsigned long last) {
             fits = fits && count < Runs::kMost && last <= INT32_MAX;
             if (!fits)
@@ -73,7 +74,7 @@ public:
             ++count;
         });
         if (fits)
-            _states[classHandle].store(State::ready, std::memory_order_release);
+            _states[classHandle].store(State::ready, std::memory_order_release); // equivalent: likewise
     }
 
 private:
@@ -102,9 +103,10 @@ public:
         // Two threads may count one check together, which does no harm, and need not wait for each other.
         const std::size_t checks = _checks.load(std::memory_order_relaxed) + 1; // equivalent: only speed
         _checks.store(checks, std::memory_order_relaxed);
+        // equivalent: only speed and memory
         if (checks <= numClasses || greatest > 4 * numClasses + 64) // handles far apart would need too many lines
             return nullptr;
-        return _runs.publish(std::make_unique<RtiFedAvailableRuns>(greatest + 1));
+        return _runs.publish(std::make_unique<RtiFedAvailableRuns>(greatest + 1)); // equivalent: more only takes memory
     }
 
     void drop() {

@@ -49,7 +49,7 @@ public:
     void clear() { *this = RtiFedHandleMap(); }
 
     /// Allocates memory for the handles from 1 to `size`.
-    void reserve(std::size_t size) { _vector.reserve(size + 1); }
+    void reserve(std::size_t size) { _vector.reserve(size + 1); } // equivalent: only speed
 
     std::size_t size() const { return _size; }
 
@@ -83,6 +83,7 @@ private:
     }
     /// Whether the vector has memory for this number already, or would be about half full if it reached it.
     bool fitsVector(Number number) const {
+        // equivalent: it is found in either place
         return number >= Number(0) && static_cast<std::size_t>(number) < std::max(2 * _size + 8, _vector.capacity());
     }
     void putInVector(std::size_t index, Value value) {

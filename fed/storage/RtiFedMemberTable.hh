@@ -44,7 +44,7 @@ public:
 
     /// Allocates entries for `capacity` records, but not the records themselves. Throws std::bad_alloc.
     void reserve(std::size_t capacity) {
-        if (capacity <= _capacity)
+        if (capacity <= _capacity) // equivalent: only memory
             return;
         // unreached: takes gigabytes
         if (capacity > std::min<std::size_t>(UINT32_MAX, SIZE_MAX / 2 / sizeof(Entry)))
@@ -95,6 +95,7 @@ public:
         if (_size == 0 || !fits(handle))
             return nullptr;
         const auto number = static_cast<std::uint32_t>(handle._value);
+        // equivalent: only speed
         const std::uint32_t guess = number - _entries[0].handle; // right if they are consecutive
         if (guess < _size && _entries[guess].handle == number)
             return _entries[guess].record;
@@ -153,8 +154,9 @@ public:
     }
 
 private:
-    static constexpr std::size_t kFew = 16; // beyond this number a name map is faster than the array
-    static constexpr std::size_t kFirstCapacity = 4;
+    // equivalent: only speed
+    static constexpr std::size_t kFew = 16;          // beyond this number a name map is faster than the array
+    static constexpr std::size_t kFirstCapacity = 4; // equivalent: only speed
 
     using Names = RtiFedNameMap<Record *>;
     using Handles = RtiFedHandleMap<Handle, Record *>;
@@ -169,10 +171,12 @@ private:
 
     static RtiFedName nameOf(const Record &record) { return record.nameText(); }
     static std::uint32_t hashOf(const RtiFedName &name) { return static_cast<std::uint32_t>(name.hash()); }
+    // equivalent: any bit of the hash
     static std::uint64_t bitOf(const RtiFedName &name) { return std::uint64_t(1) << (name.hash() >> 32 & 63); }
 
     bool mayContain(const RtiFedName &name) const { return _filter & bitOf(name); }
 
+    // equivalent: other handles are kept elsewhere
     static bool fits(const Handle &handle) { return handle._value <= UINT32_MAX; }
     bool ascendsTo(const Handle &handle) const {
         return fits(handle) && (_size == 0 || _entries[_size - 1].handle < handle._value);
@@ -199,7 +203,7 @@ private:
         const Handle handle = record->getHandle();
         const RtiFedName name(record->nameText(), hash);
         if (_size == _capacity)
-            reserve(_capacity == 0 ? kFirstCapacity : std::size_t(2) * _capacity);
+            reserve(_capacity == 0 ? kFirstCapacity : std::size_t(2) * _capacity); // equivalent: only speed
         if (_extra || isDuplicateName || _size >= kFew || !ascendsTo(handle))
             enterInExtra(*record, handle, name, isDuplicateName);
         _filter |= bitOf(name);
@@ -253,14 +257,14 @@ private:
         if (_capacity == 0)
             return;
         destroyRecords();
-        _filter = 0;
+        _filter = 0; // equivalent: a bit too many only costs speed
         _entries = nullptr;
         _size = _capacity = 0;
         _arena = nullptr;
         _extra.reset();
     }
 
-    std::uint64_t _filter = 0; // one bit for each name, chosen by its hash
+    std::uint64_t _filter = 0; // one bit for each name, chosen by its hash. equivalent: a bit too many only costs speed
     Entry *_entries = nullptr; // in the arena
     std::uint32_t _size = 0;
     std::uint32_t _capacity = 0;

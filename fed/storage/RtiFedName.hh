@@ -66,12 +66,12 @@ public:
             loadUpper(name.data() + at, block);
             std::memcpy(to + at, &block, sizeof block);
         };
-        if (name.size() < sizeof(Block)) {
+        if (name.size() < sizeof(Block)) { // equivalent: only speed
             for (std::size_t at = 0; at < name.size(); ++at)
                 to[at] = upper(name[at]);
             return;
         }
-        for (std::size_t at = 0; at < lastOf(name); at += sizeof(Block))
+        for (std::size_t at = 0; at < lastOf(name); at += sizeof(Block)) // equivalent: the last block may be put twice
             put(at);
         put(lastOf(name)); // overlaps the one before it
     }
@@ -93,7 +93,7 @@ private:
     }
     /// Loads eight to sixteen bytes and no byte after them.
     [[gnu::always_inline]] static void loadPrefix(const char *bytes, std::size_t size, Block &block) {
-        Word first = 0, last = 0;
+        Word first = 0, last = 0; // equivalent: both are set next
         std::memcpy(&first, bytes, sizeof first);
         std::memcpy(&last, bytes + size - sizeof last, sizeof last);
         block = reinterpret_cast<Block>(Words{first, last});
@@ -102,7 +102,7 @@ private:
     /// four or more, without a branch: many names have about eight bytes, so that one there would be mispredicted.
     [[gnu::always_inline]] static void loadShort(const char *bytes, std::size_t size, Block &block) {
         Quarters quarters{};
-        if (size >= sizeof(Quarter)) {
+        if (size >= sizeof(Quarter)) { // equivalent: only speed: blocks of the same size are made alike
             const std::size_t last = size - sizeof(Quarter), second = std::min(last, sizeof(Quarter));
             quarters = Quarters{quarterAt(bytes), quarterAt(bytes + second), quarterAt(bytes + last - second),
                                 quarterAt(bytes + last)};
@@ -113,7 +113,7 @@ private:
         block = reinterpret_cast<Block>(quarters);
     }
     [[gnu::always_inline]] static Quarter quarterAt(const char *bytes) {
-        Quarter quarter = 0;
+        Quarter quarter = 0; // equivalent: it is set next
         std::memcpy(&quarter, bytes, sizeof quarter);
         return quarter;
     }
@@ -140,6 +140,7 @@ private:
             }
         }
     };
+    // equivalent: only speed: names of the same size are read alike
     [[gnu::always_inline]] static bool isShort(std::string_view name) { return name.size() <= sizeof(Block); }
     [[gnu::always_inline]] static std::size_t lastOf(std::string_view name) { return name.size() - sizeof(Block); }
     [[gnu::always_inline]] static std::size_t secondOf(std::string_view name) {
@@ -152,6 +153,7 @@ private:
     /// Calls `visit` with the offset of each block between the second and the last.
     template <class Visit>
     [[gnu::always_inline]] static void forEachInner(std::string_view name, Visit visit) {
+        // equivalent: the last block may be visited twice
         for (std::size_t at = 2 * sizeof(Block); at < lastOf(name); at += sizeof(Block))
             visit(at);
     }
@@ -188,6 +190,7 @@ private:
     [[gnu::always_inline]] static bool isZero(const Words &words) { return (words[0] | words[1]) == 0; }
 
     /// Mixes each block with its own keys, so that the multiplications do not wait for each other.
+    // equivalent in this function: only speed, since names with the same hash are compared
     [[gnu::always_inline]] static Word hashOf(std::string_view name, const Blocks &blocks) {
         constexpr Word kStep = 0x9E3779B97F4A7C15U, kOther = 0xD6E8FEB86659FD93U;
         // Two secrets derived from the address: without them nobody can construct colliding names.
@@ -207,6 +210,7 @@ private:
     }
 
     /// Multiplies both words of a block, each combined with a key.
+    // equivalent in this function: likewise
     [[gnu::always_inline]] static Word mix(const Block &block, Word first, Word second) {
         Words words{first, second};
         words ^= reinterpret_cast<Words>(block);
@@ -214,6 +218,7 @@ private:
     }
 
     /// Returns the XOR of both halves of the 128-bit product.
+    // equivalent in this function: likewise
     [[gnu::always_inline]] static Word multiply(Word a, Word b) {
 #ifdef __SIZEOF_INT128__
         __extension__ using Wide = unsigned __int128;

@@ -84,9 +84,10 @@ private:
     // An entry is the value, the hash, the size of the name, and the name, padded to whole words.
     using Word = std::uint32_t;
     static constexpr std::size_t kValueSize = sizeof(Value); // NOLINT(bugprone-sizeof-expression): it may be a pointer
+    // equivalent: more padding only takes memory
     static constexpr std::size_t kValueWords = (kValueSize + sizeof(Word) - 1) / sizeof(Word);
-    static constexpr std::size_t kHeadWords = kValueWords + 2;
-    static constexpr std::size_t kSlots = 8; // in a bucket
+    static constexpr std::size_t kHeadWords = kValueWords + 2; // equivalent: likewise
+    static constexpr std::size_t kSlots = 8;                   // in a bucket
     static constexpr std::uint64_t kOnes = 0x0101010101010101U, kHighBits = 0x8080808080808080U;
 
     struct alignas(32) Bucket {       // in one cache line
@@ -94,6 +95,7 @@ private:
     };
 
     /// The top byte of a hash, but not 0, which marks a free slot.
+    // equivalent: any byte but 0
     static std::uint64_t tagOf(std::uint32_t hash) { return hash >> 24 != 0 ? hash >> 24 : 1; }
     // equivalent: more padding only takes memory
     static std::size_t wordsOf(std::size_t size) { return kHeadWords + (size + sizeof(Word) - 1) / sizeof(Word); }
