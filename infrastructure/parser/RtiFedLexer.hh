@@ -13,7 +13,7 @@ struct RtiFedToken {
     enum class Kind : unsigned char { open, close, name, nul, end };
 
     Kind kind = Kind::end;
-    bool quoted = false;
+    bool quoted = false;    // equivalent: set before it is read
     RtiFedOffset begin = 0; ///< The first byte, an opening quote included.
     RtiFedSpan text;        ///< Of a name: its bytes without the quotes.
     /// The first quote before it that is not closed on its line.
@@ -49,7 +49,7 @@ public:
     /// words. If anything else is there, too many words or one longer than `longest`, nothing is read and kNotPlain is
     /// returned.
     std::size_t nextPlainWords(std::string_view keyword, std::array<RtiFedSpan, 4> &words, std::size_t longest);
-    static constexpr std::size_t kNotPlain = 0xFFFF;
+    static constexpr std::size_t kNotPlain = 0xFFFF; // equivalent: any number that no clause has
 
     /// Goes back to an offset that was read.
     void goBack(RtiFedOffset at) { _at = at; }

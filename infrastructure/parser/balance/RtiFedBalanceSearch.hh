@@ -27,7 +27,7 @@ public:
 
     struct Edit {
         Change change{};
-        std::uint32_t sign = 0; ///< It, or before it, is the change.
+        std::uint32_t sign = 0; ///< It, or before it, is the change. equivalent: set before it is read
         std::int32_t before = kNone;
     };
 
@@ -45,7 +45,7 @@ public:
     std::vector<Edit> editsOf(const Way &way) const;
 
 private:
-    static constexpr std::int32_t kNone = -1;
+    static constexpr std::int32_t kNone = -1; // equivalent: any negative number
 
     struct State {
         RtiFedTrial trial;
@@ -73,5 +73,5 @@ private:
     std::unordered_map<std::uint64_t, std::size_t> _nextByHash;
     std::vector<Edit> _edits;
     State _found;
-    float _limit = 0; // states that cost more are dropped
+    float _limit = 0; // states that cost more are dropped. equivalent: set before it is read
 };
