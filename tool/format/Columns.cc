@@ -19,6 +19,7 @@ std::optional<std::array<std::size_t, 4>> widthsOf(const SyntaxTree &tree, Index
     // unreached: a text with syntax errors is not formatted
     if (words.size() > widths.size() + 1)
         return std::nullopt;
+    // equivalent: the last word is no comment
     for (Index token = tree.clauses()[clause].open; token < words.back(); ++token)
         if (tree.kind(token) == Kind::comment)
             return std::nullopt;
@@ -51,9 +52,11 @@ Columns::Columns(const SyntaxTree &tree, std::size_t indentation) : _tableOf(tre
 }
 
 void Columns::addTable(std::vector<Row> &rows, std::size_t indentation) {
+    // equivalent: rows with equal widths may be in any order
     std::stable_sort(rows.begin(), rows.end(), [](const Row &a, const Row &b) { return a.widths[0] < b.widths[0]; });
     // A table grows with each row, so the rows with shorter names are in it up to the first one that makes it too wide.
     Table table{};
+    // equivalent: every ordering is longer
     std::size_t widestEnd = 0, widestSpace = 0; // the ordering of an attribute without space; the space
     for (const Row &row : rows) {
         const auto &[name, transportation, ordering, space] = row.widths;
