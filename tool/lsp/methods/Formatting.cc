@@ -18,6 +18,7 @@ using Index = SyntaxTree::Index;
 /// Returns the blanks that the line of a clause begins with.
 std::string blanksOfLine(const PositionedText &text, std::uint32_t offset) {
     const std::uint32_t line = text.positionAt(offset).line, begin = text.lineBegin(line);
+    // equivalent: a line end ends the blanks, too
     const std::string_view rest = std::string_view(text.text()).substr(begin, text.lineEnd(line) - begin);
     return std::string(rest.substr(0, std::min(rest.find_first_not_of(" \t"), rest.size())));
 }
@@ -48,7 +49,7 @@ Json formatNewLine(Session &session, const Params &params) {
     if (params["ch"].string() != "\n" || line == 0)
         return nullptr;
     const std::uint32_t begin = text.lineBegin(line), end = text.lineEnd(line);
-    const std::string_view rest = std::string_view(text.text()).substr(begin, end - begin);
+    const std::string_view rest = std::string_view(text.text()).substr(begin, end - begin); // equivalent: likewise
     const auto blanks = static_cast<std::uint32_t>(std::min(rest.find_first_not_of(" \t"), rest.size()));
     const SyntaxTree &tree = document.document().tree();
     const Index clause = tree.clauseAt(begin - 1); // the innermost one with the line end before
