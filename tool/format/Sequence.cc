@@ -1,5 +1,7 @@
 #include "tool/format/Sequence.hh"
 
+#include "tool/console/Line.hh"
+
 #include <algorithm>
 #include <utility>
 
@@ -56,7 +58,7 @@ private:
     }
 
     void addComment(SequencePiece &comment, std::size_t lastComment) {
-        const std::uint32_t column = _tree.begin(comment.token) - _lineBegin;
+        const std::size_t column = columns(_tree.text().substr(_lineBegin, _tree.begin(comment.token) - _lineBegin));
         std::size_t at = _pieces.size();
         if (!comment.beginsLine) {
             at = placeOfTrailing();
@@ -125,7 +127,7 @@ private:
     std::uint32_t _lineBegin = 0;        // of the current line
     Index _lineToken = 0;                // its first piece. equivalent: set by the first piece
     std::size_t _lastComment = kNowhere; // where the last piece of the text is, if it is a comment
-    std::uint32_t _lastColumn = 0;       // of that comment. equivalent: set with it
+    std::size_t _lastColumn = 0;         // of that comment. equivalent: set with it
 };
 
 } // namespace
