@@ -98,7 +98,7 @@ class Base:
         for file in SOURCE.rglob("*.[ch][ch]"):
             lines.update(line for line in re.findall(r"^#include <.*>", file.read_text(), re.M) if not NOT_PRECOMPILED.search(line))
         header = BUILD / "precompiled.hh"
-        text = "\n".join(sorted(lines)) + "\n"
+        text = "\n".join(["// " + " ".join([*COMPILE, *RECORD, *HARDENED]), *sorted(lines)]) + "\n"  # built anew with other flags
         if header.exists() and header.read_text() == text and (BUILD / "mutant.pch").exists():
             return
         header.write_text(text)
