@@ -103,7 +103,6 @@ public:
         // Two threads may count one check together, which does no harm, and need not wait for each other.
         const std::size_t checks = _checks.load(std::memory_order_relaxed) + 1; // equivalent: only speed
         _checks.store(checks, std::memory_order_relaxed);
-        // equivalent: only speed and memory
         if (checks <= numClasses || greatest > 4 * numClasses + 64) // handles far apart would need too many lines
             return nullptr;
         return _runs.publish(std::make_unique<RtiFedAvailableRuns>(greatest + 1)); // equivalent: more only takes memory

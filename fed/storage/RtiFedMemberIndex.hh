@@ -76,7 +76,7 @@ private:
     template <class Node, class Tree>
     static std::vector<Links<Node>> linksOf(const Tree &tree) {
         const std::uint64_t greatest = tree.greatest()._value;
-        if (greatest > 4 * static_cast<std::uint64_t>(tree.numHandles()) + 64) // equivalent: only speed and memory
+        if (greatest > 4 * static_cast<std::uint64_t>(tree.numHandles()) + 64)
             return {};
         std::vector<Links<Node>> links(static_cast<std::size_t>(greatest) + 1);
         for (auto handle = static_cast<std::uint32_t>(greatest); handle > 0; --handle) {

@@ -95,7 +95,6 @@ private:
     };
 
     /// The top byte of a hash, but not 0, which marks a free slot.
-    // equivalent: any byte but 0
     static std::uint64_t tagOf(std::uint32_t hash) { return hash >> 24 != 0 ? hash >> 24 : 1; }
     // equivalent: more padding only takes memory
     static std::size_t wordsOf(std::size_t size) { return kHeadWords + (size + sizeof(Word) - 1) / sizeof(Word); }

@@ -37,12 +37,12 @@ enum class WordRole : unsigned char {
 /// What an editor knows of a kind of clause. A test compares it with the parser.
 struct ClauseForm {
     std::string_view keyword;
-    const char *noun;                   ///< In texts, before its name.
-    std::array<WordRole, 4> words;      ///< Those after the keyword. equivalent: room for more does no harm
-    std::size_t numRequired;            ///< Of these words.
-    bool isUnique;                      ///< Whether only one is allowed in the enclosing clause.
-    std::array<ClauseKind, 6> children; // equivalent: likewise
-    const char *explanation;            ///< One sentence, for a person who does not know the keyword.
+    const char *noun;              ///< In texts, before its name.
+    std::array<WordRole, 4> words; ///< Those after the keyword.
+    std::size_t numRequired;       ///< Of these words.
+    bool isUnique;                 ///< Whether only one is allowed in the enclosing clause.
+    std::array<ClauseKind, 6> children;
+    const char *explanation; ///< One sentence, for a person who does not know the keyword.
 };
 
 const ClauseForm &formOf(ClauseKind kind);
