@@ -24,7 +24,10 @@ Index commentLineAbove(const SyntaxTree &tree, Index token) {
 
 /// The comment line directly below a comment, or kNone.
 Index commentLineBelow(const SyntaxTree &tree, Index token) {
-    Index at = token + 2; // a line end, or the end of the text, is between them
+    Index at = token + 1;
+    if (at >= tree.numTokens() || tree.kind(at) != Kind::lineEnd)
+        return SyntaxTree::kNone;
+    ++at;
     if (at < tree.numTokens() && tree.kind(at) == Kind::blanks)
         ++at;
     return at < tree.numTokens() && tree.kind(at) == Kind::comment ? at : SyntaxTree::kNone;
