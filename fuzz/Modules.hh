@@ -5,6 +5,7 @@
 #include "fuzz/Syntax.hh"
 #include "tool/check/ReadOutline.hh"
 #include "tool/comparison/Comparison.hh"
+#include "tool/console/Console.hh"
 #include "tool/constants/Constants.hh"
 #include "tool/modules/Extract.hh"
 #include "tool/modules/Merge.hh"
@@ -142,7 +143,11 @@ inline std::string faultOfConstants(const std::string &text) {
         if (std::string fault = faultOfScope(file.scope, *language, file.path); !fault.empty())
             return language->name + (": " + fault);
         std::ostringstream written;
-        language->write(file, written);
+        try {
+            language->write(file, written);
+        } catch (const CannotWork &) { // such as classes that are too deep for Java
+            continue;
+        }
         if (written.str().find_first_of(std::string("\0\r\t", 3)) != std::string::npos)
             return std::string(language->name) + ": a control character";
     }

@@ -170,7 +170,7 @@ RtiFedPosition RtiFedParser::position(std::size_t argument) const {
 }
 
 RtiFedSpan RtiFedParser::span(std::size_t argument) const {
-    return given(argument) ? _contents->text.withQuotes(_contents->current[argument])
+    return given(argument) ? withQuotes(_contents->text, _contents->current, argument)
                            : RtiFedSpan{_contents->read.nesting.fed, 1};
 }
 

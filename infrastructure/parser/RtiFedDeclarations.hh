@@ -4,11 +4,15 @@
 #include "infrastructure/parser/RtiFedText.hh"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
 /// The words of a declaration: name, transportation, ordering, space, as far as its kind has them.
 using RtiFedArguments = std::array<RtiFedSpan, 4>;
+
+/// A word with its quotes, if it is in quotes.
+RtiFedSpan withQuotes(const RtiFedText &text, const RtiFedArguments &arguments, std::size_t index);
 
 /// What a FED text declares, as spans of the text, in the order of the text.
 struct RtiFedDeclarations {

@@ -288,7 +288,7 @@ bool RtiFedReader::readArgument(std::size_t index, RtiFedArguments &arguments) {
 /// lexer skip that from now on, and reads again from there: then `count` arguments are left. Returns whether it did.
 bool RtiFedReader::rereadForeign(RtiFedArguments &arguments, std::size_t &count) {
     for (std::size_t i = 0; i < count && !nesting.innermost().hasStrayQuote; ++i) {
-        const bool quoted = _text.withQuotes(arguments[i]).begin < arguments[i].begin;
+        const bool quoted = withQuotes(_text, arguments, i).begin < arguments[i].begin;
         const bool mayBeComment = i > 0; // a name may begin with any of the marks
         if (quoted || !learnForeign(_text.at(arguments[i]), mayBeComment))
             continue;

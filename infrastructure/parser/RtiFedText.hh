@@ -24,7 +24,7 @@ public:
     static constexpr std::size_t kPadding = 64;
     std::string_view at(RtiFedSpan span) const { return bytes().substr(span.begin, span.length); }
 
-    /// A name with its quotes, if it is in quotes.
+    /// The first word of a clause with its quotes, if it is in quotes: before it there is no other that has any.
     RtiFedSpan withQuotes(RtiFedSpan name) const;
 
     /// What the reader has found out about the text, for each lexer that is made from then on.
