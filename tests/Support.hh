@@ -25,7 +25,7 @@ std::string withMom(const std::string &objects, const std::string &interactions 
 
 std::string replaced(std::string text, const std::string &what, const std::string &with);
 
-/// Returns how often a random test is repeated: a quarter as often as usual with sanitizers, which take ten times as
+/// Returns how often a random test is repeated: an eighth as often as usual with sanitizers, which take ten times as
 /// long; and RTIFED_ROUNDS in the environment, such as 20 or 0.1, times that.
 inline std::size_t rounds(std::size_t usual) {
     const char *times = std::getenv("RTIFED_ROUNDS");
