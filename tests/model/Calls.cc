@@ -2,6 +2,7 @@
 
 #include "fed/loading/RtiFedDatabaseCodegen.hh"
 #include "tests/model/Answers.hh"
+#include "tests/model/PlainImage.hh"
 
 #include <algorithm>
 #include <cctype>
@@ -21,7 +22,7 @@ std::string imageOf(Record &record) {
     if constexpr (std::is_base_of_v<RtiSaveableType, Record>)
         record.save(buffer);
     else
-        record.image({buffer, false});
+        plain::Image(buffer, false)(record);
     return bytesOf(buffer);
 }
 
@@ -399,14 +400,14 @@ struct Both {
     void restore() {
         loseClasses();
         RtiBuffer image(kept.data(), kept.size()), same = image;
-        SAME(db->restore(image), void(model = std::make_unique<plain::Database>(same)));
+        SAME(db->restore(image), void(model = plain::restored(same)));
     }
 
     void restoreElsewhere() {
         loseClasses();
         RtiBuffer image(kept.data(), kept.size()), same = image;
         codegen.reset();
-        SAME(void(db = std::make_unique<RtiFedDatabase>(image)), void(model = std::make_unique<plain::Database>(same)));
+        SAME(void(db = std::make_unique<RtiFedDatabase>(image)), void(model = plain::restored(same)));
         codegen = std::make_unique<RtiFedDatabaseCodegen>(db.get());
     }
 
@@ -446,11 +447,11 @@ struct Both {
             return;
         RtiBuffer image, plainImage;
         origin.library->save(image);
-        origin.model->image({plainImage, false});
+        plain::Image(plainImage, false)(*origin.model);
         SAME(bytesOf(image), bytesOf(plainImage));
         Alone<Node> made;
         made.model = std::make_shared<plain::Record>(origin.model->kind);
-        made.model->image({plainImage, true});
+        plain::Image(plainImage, true)(*made.model);
         if (index % 2 == 0 && !alone.empty()) {
             alone.back().library->restore(image);
             alone.back().model = made.model;
