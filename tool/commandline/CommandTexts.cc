@@ -67,7 +67,7 @@ CommandTexts commandTexts(const CLI::App &app, const std::string &name) {
 
 std::optional<TableRow> tableRow(const std::string &line) {
     const std::size_t gap = line.find("  ", 2);
-    if (line.rfind("  ", 0) != 0 || line.rfind("  rtifed ", 0) == 0 || gap == std::string::npos)
+    if (!beginsWith(line, "  ") || beginsWith(line, "  rtifed ") || gap == std::string::npos)
         return {};
     return TableRow{line.substr(2, gap - 2), line.substr(line.find_first_not_of(' ', gap))};
 }

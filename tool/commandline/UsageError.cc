@@ -15,7 +15,7 @@ std::string similarOption(const std::string &option, const CLI::App &program, co
         if (app)
             for (const OptionTexts &known : commandTexts(*app, "").options)
                 names.insert(names.end(), known.names.begin(), known.names.end());
-    const auto beginsSo = [&option](const std::string &name) { return name.rfind(option, 0) == 0; };
+    const auto beginsSo = [&option](const std::string &name) { return beginsWith(name, option); };
     if (option.size() > 2 && std::count_if(names.begin(), names.end(), beginsSo) == 1)
         return *std::find_if(names.begin(), names.end(), beginsSo);
     return suggestionFor(option, names);

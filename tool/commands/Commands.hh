@@ -4,6 +4,7 @@
 #include "tool/comparison/Comparison.hh"
 #include "tool/console/Console.hh"
 #include "tool/console/Progress.hh"
+#include "tool/console/Text.hh"
 #include "tool/constants/Constants.hh"
 #include "tool/control/Configurations.hh"
 #include "tool/fix/Fixing.hh"
@@ -173,7 +174,7 @@ Status fix(const FixOptions &options, const Console &console);
 
 /// Returns why a file cannot be read without its name, which such reasons begin with.
 inline std::string withoutName(const std::string &failure, const std::string &name) {
-    return failure.rfind(name + ": ", 0) == 0 ? failure.substr(name.size() + 2) : failure;
+    return beginsWith(failure, name + ": ") ? failure.substr(name.size() + 2) : failure;
 }
 
 /// Calls `work`, which returns false for a file with errors, on each file. A file that cannot be read stops no other:

@@ -1,5 +1,6 @@
 #include "tool/check/Suggestion.hh"
 #include "tool/commands/Commands.hh"
+#include "tool/console/Text.hh"
 
 #include <algorithm>
 #include <functional>
@@ -11,7 +12,7 @@ constexpr std::size_t kPageWidth = 120;
 
 /// Returns an example in its language: FED, XML or a command.
 std::string codeBlock(const std::string &text) {
-    const char *language = text.rfind("rtifed ", 0) == 0 ? "sh" : text.rfind('<', 0) == 0 ? "xml" : "lisp";
+    const char *language = beginsWith(text, "rtifed ") ? "sh" : beginsWith(text, "<") ? "xml" : "lisp";
     return std::string("```") + language + '\n' + text + "\n```\n";
 }
 

@@ -34,6 +34,10 @@ std::string joined(const std::vector<std::string> &words, std::string_view separ
     return line;
 }
 
+bool beginsWith(std::string_view text, std::string_view beginning) {
+    return text.substr(0, beginning.size()) == beginning;
+}
+
 std::vector<std::string> split(const std::string &text, char separator) {
     std::vector<std::string> parts;
     for (std::size_t begin = 0, end = 0; begin < text.size(); begin = end + 1) {

@@ -32,6 +32,8 @@ std::string counted(std::size_t count, const std::string &noun);
 
 std::string joined(const std::vector<std::string> &words, std::string_view separator = ", ");
 
+bool beginsWith(std::string_view text, std::string_view beginning);
+
 /// Returns the parts of a text that end at a separator or at the end of the text.
 std::vector<std::string> split(const std::string &text, char separator);
 

@@ -165,7 +165,7 @@ std::string fishCompletion(const ProgramTexts &all) {
     const auto add = [&script](const std::string &condition, const OptionTexts &option) {
         script += "complete -c rtifed -n " + shellQuoted(condition, "\\");
         for (const std::string &name : option.names)
-            script += name.rfind("--", 0) == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1);
+            script += beginsWith(name, "--") ? " -l " + name.substr(2) : " -s " + name.substr(1);
         if (!option.argument.empty())
             script += option.values.empty() ? " -x" : " -x -a " + shellQuoted(joined(option.values, " "), "\\");
         script += " -d " + shellQuoted(option.purpose, "\\") + "\n";

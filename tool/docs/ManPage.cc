@@ -42,7 +42,7 @@ bool isHeading(const std::string &line) {
 std::string prose(const std::string &text) {
     const std::vector<std::string> lines = split(text, '\n');
     const auto asItIs = [&lines](std::size_t i) {
-        return i < lines.size() && lines[i].rfind("  ", 0) == 0 && !tableRow(lines[i]);
+        return i < lines.size() && beginsWith(lines[i], "  ") && !tableRow(lines[i]);
     };
     std::string roff;
     for (std::size_t i = 0; i < lines.size(); ++i) {

@@ -1,6 +1,7 @@
 #include "tool/input/FedFiles.hh"
 
 #include "fed/storage/RtiFedName.hh"
+#include "tool/console/Text.hh"
 
 #include <algorithm>
 #include <filesystem>
@@ -20,7 +21,7 @@ bool isFedFile(const fs::directory_entry &entry) {
 
 /// The files in "." are named as people and reports name them. None of them is "-", which would be standard input.
 std::string withoutDot(const std::string &name) {
-    return name.rfind("./", 0) == 0 ? name.substr(std::min(name.find_first_not_of('/', 1), name.size())) : name;
+    return beginsWith(name, "./") ? name.substr(std::min(name.find_first_not_of('/', 1), name.size())) : name;
 }
 
 /// Adds the FED files in a folder and in its folders, in the order of their names.

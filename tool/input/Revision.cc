@@ -42,11 +42,11 @@ std::string complaintOf(const ChildProcess &git) {
     if (lines.empty())
         return "git failed";
     for (const char *prefix : {"fatal: ", "error: "})
-        if (lines[0].rfind(prefix, 0) == 0)
+        if (beginsWith(lines[0], prefix))
             lines[0].erase(0, std::char_traits<char>::length(prefix));
     if (!lines[0].empty() && lines[0].back() == '.')
         lines[0].pop_back();
-    const bool hint = lines.size() > 1 && lines[1].rfind("hint: ", 0) == 0;
+    const bool hint = lines.size() > 1 && beginsWith(lines[1], "hint: ");
     return shown(lines[0] + (hint ? "; " + lines[1].substr(6) : ""), kTextLimit);
 }
 
@@ -58,7 +58,7 @@ Input readObject(const std::string &object, const std::string &folder, const std
         Input input = readStream(git.output(), name);
         if (!git.succeeds() && input.whole)
             throw CannotWork(name + ": " + complaintOf(git));
-        if (input.contents.rfind("tree " + object + "\n", 0) == 0)
+        if (beginsWith(input.contents, "tree " + object + "\n"))
             throw CannotWork(name + ": Is a directory");
         return input;
     } catch (const std::string &reason) {
@@ -105,7 +105,7 @@ Input readRevision(const std::string &revision, const std::string &fileName) {
     // git need not know the whole path: it may be absolute, or in another repository.
     const std::filesystem::path path(fileName);
     const std::string folder = path.parent_path().empty() ? "." : path.parent_path().string();
-    const bool above = fileName.rfind("../", 0) == 0 || fileName.rfind("./", 0) == 0 || path.is_absolute();
+    const bool above = beginsWith(fileName, "../") || beginsWith(fileName, "./") || path.is_absolute();
     return readObject(revision + ":./" + path.filename().string(), folder, revision + (above ? ":" : ":./") + fileName);
 }
 
@@ -126,7 +126,7 @@ FolderAtRevision::FolderAtRevision(const std::string &revision, const std::strin
     const std::string list = listTree(_namesFolder ? revision : revision + ":./", _namesFolder ? "." : folder);
     for (const std::string &entry : split(list, '\0')) {
         const std::string path = entry.substr(std::min(entry.find('\t'), entry.size() - 1) + 1);
-        if (entry.rfind("100", 0) == 0 && !isHidden(path) && isFedName(path))
+        if (beginsWith(entry, "100") && !isHidden(path) && isFedName(path))
             _paths.push_back(path);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "fed/storage/RtiFedName.hh"
 #include "tool/check/Suggestion.hh"
+#include "tool/console/Text.hh"
 #include "tool/language/Document.hh"
 #include "tool/language/Hover.hh"
 #include "tool/language/HoverText.hh"
@@ -139,7 +140,7 @@ private:
             _items.push_back({kind, keyword + ' ' + name, "missing in this class", text, enclosed(bare, withOpen)});
         };
         for (const MomClass *child : missingClasses(parent))
-            if (child->path.rfind("Manager", 0) == 0) // equivalent: it is nowhere else in a path
+            if (beginsWith(child->path, "Manager"))
                 offerMom(Completion::Kind::momClass, child->name, child->explanation, momClass(tree, child->path));
         if (!mom->path.empty())
             for (const std::string &member : missingMembers(parent))

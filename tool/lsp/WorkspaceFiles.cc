@@ -1,5 +1,6 @@
 #include "tool/lsp/WorkspaceFiles.hh"
 
+#include "tool/console/Text.hh"
 #include "tool/input/FedFiles.hh"
 #include "tool/input/Input.hh"
 #include "tool/language/DocumentSymbols.hh"
@@ -39,9 +40,8 @@ WorkspaceFile contentsOf(const Session &session, const OpenDocument &document) {
 
 bool isInFolder(const Session &session, const std::string &path) {
     const auto &folders = session.client.folders;
-    return std::any_of(folders.begin(), folders.end(), [&path](const std::string &folder) {
-        return path.rfind(folder + '/', 0) == 0; // equivalent: from which place on it is searched backwards
-    });
+    return std::any_of(folders.begin(), folders.end(),
+                       [&path](const std::string &folder) { return beginsWith(path, folder + '/'); });
 }
 
 } // namespace
