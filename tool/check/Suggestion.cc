@@ -20,7 +20,7 @@ std::string skeletonOf(std::string_view word) {
     for (const char c : word)
         if (c != '_' && c != '-' && c != ' ')
             letters += static_cast<char>(RtiStringUtility::toupper(c));
-    return letters.compare(0, 3, "HLA") == 0 ? letters.substr(3) : letters;
+    return beginsWith(letters, "HLA") ? letters.substr(3) : letters;
 }
 
 /// Returns how many letters must be inserted, removed, replaced or swapped with the next one to make `b` of `a`.

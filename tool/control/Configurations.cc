@@ -1,6 +1,7 @@
 #include "tool/control/Configurations.hh"
 
 #include "tool/console/Console.hh"
+#include "tool/console/Text.hh"
 
 namespace fs = std::filesystem;
 
@@ -17,7 +18,7 @@ fs::path absolute(const fs::path &path) {
 /// Returns how messages name a configuration: relative to the current directory if it is in there.
 std::string nameOf(const fs::path &path) {
     const std::string relative = path.lexically_relative(absolute(".").parent_path()).string();
-    return relative.compare(0, 2, "..") == 0 ? path.string() : relative;
+    return beginsWith(relative, "..") ? path.string() : relative;
 }
 
 /// Whether there is a configuration in a folder. Throws CannotWork for one that is not a regular file, such as a folder

@@ -28,7 +28,7 @@ std::size_t colonOf(const std::string &name) {
 /// folder, which git would list, nor ":/TEXT", which searches messages.
 bool maybeRevision(const std::string &name) {
     const std::size_t colon = colonOf(name);
-    return colon != std::string::npos && name[0] != '-' && colon + 1 < name.size() && name.compare(0, 2, ":/") != 0;
+    return colon != std::string::npos && name[0] != '-' && colon + 1 < name.size() && !beginsWith(name, ":/");
 }
 
 bool exists(const std::string &fileName) {

@@ -34,7 +34,7 @@ Json idOf(const Received &id) {
 
 /// Whether a message may be ignored: those whose names begin so are extensions of other clients and servers.
 bool isOptional(const std::string &method) {
-    return method.compare(0, 2, "$/") == 0;
+    return beginsWith(method, "$/");
 }
 
 } // namespace

@@ -12,7 +12,7 @@ std::optional<std::string> pathOfUri(const std::string &uri) {
     if (RtiStringUtility::toupper(uri.substr(0, kScheme.size())) != kScheme)
         return {};
     std::string_view encoded = std::string_view(uri).substr(kScheme.size());
-    if (encoded.substr(0, 2) == "//") // the host, which is this one
+    if (beginsWith(encoded, "//")) // the host, which is this one
         encoded.remove_prefix(std::min(encoded.find('/', 2), encoded.size()));
     std::string path;
     for (std::size_t i = 0; i < encoded.size(); ++i) {

@@ -1,5 +1,6 @@
 #include "tool/model/MomText.hh"
 
+#include "tool/console/Text.hh"
 #include "tool/model/ClassTrees.hh"
 #include "tool/model/Names.hh"
 
@@ -70,7 +71,7 @@ std::string momClass(const TreeKind &tree, const std::string &className) {
     const std::vector<Requirement> &all = momRequirements(tree);
     for (std::size_t i = 0; i < all.size(); ++i) {
         const std::string &name = all[i].className;
-        if (name != className && name.compare(0, className.size() + 1, className + '.') != 0)
+        if (name != className && !beginsWith(name, className + '.'))
             continue;
         const std::size_t depth = depthOf(name) - outermost;
         closeTo(depth);

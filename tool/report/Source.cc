@@ -41,7 +41,7 @@ std::size_t Source::charactersBefore(std::uint32_t offset) const {
 }
 
 std::string pathInRepository(std::string fileName) {
-    while (fileName.compare(0, 2, "./") == 0)
+    while (beginsWith(fileName, "./"))
         fileName.erase(0, std::min(fileName.find_first_not_of('/', 1), fileName.size()));
     return fileName;
 }

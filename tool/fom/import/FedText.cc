@@ -23,7 +23,7 @@ constexpr std::string_view kImported = "Imported by rtifed import from ", kLeftO
 
 /// Returns what may follow the semicolons of a comment: a text that would allow findings becomes a quotation.
 std::string quotedIfCommand(const std::string &text) {
-    return (text.compare(0, 7, "rtifed:") == 0 ? "> " : "") + text;
+    return (beginsWith(text, "rtifed:") ? "> " : "") + text;
 }
 
 /// Returns a paragraph as lines of comments. The width is less where the formatting will indent them.
@@ -53,7 +53,7 @@ std::string comment(const std::string &text, std::size_t depth = 0) {
             paragraph += line + ' ';
             continue;
         }
-        const bool isOfImport = paragraph.compare(0, kImported.size(), kImported) == 0;
+        const bool isOfImport = beginsWith(paragraph, kImported);
         const std::string more = isOfImport ? "" : commentLines(paragraph, depth);
         comments += (comments.empty() || more.empty() ? "" : ";;\n") + more;
         paragraph.clear();

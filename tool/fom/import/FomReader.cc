@@ -118,7 +118,7 @@ private:
             _model.description += (_model.description.empty() ? "" : "\n\n") + description;
         forEachChild(identification, "other", [&](pugi::xml_node child) {
             const std::string other = text(module).contentOf(child);
-            if (other.compare(0, kFedVersionInOther.size(), kFedVersionInOther) == 0)
+            if (beginsWith(other, kFedVersionInOther))
                 _model.version = other.substr(kFedVersionInOther.size());
         });
     }
@@ -169,7 +169,7 @@ private:
             dimension.isEmptySpace = true;
         else if (note != notes.end() && label == name)
             dimension.semantics = note->second;
-        else if (note != notes.end() && name.compare(0, label.size() + 1, label + '.') == 0)
+        else if (note != notes.end() && beginsWith(name, label + '.'))
             dimension.spaceSemantics = note->second;
     }
 

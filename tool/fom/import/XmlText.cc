@@ -67,7 +67,7 @@ std::optional<std::string> whyUnreadable(std::string_view text) {
     const std::size_t begin = text.find_first_not_of(std::string(kByteOrderMark) + std::string(kBlanks));
     if (begin == std::string_view::npos)
         return "expected an object model in XML, found an empty file";
-    if (contains(text, std::string_view("\0", 1)) || text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF")
+    if (contains(text, std::string_view("\0", 1)) || beginsWith(text, "\xFF\xFE") || beginsWith(text, "\xFE\xFF"))
         return "expected XML in UTF-8, found another encoding, such as UTF-16: save the file as UTF-8";
     if (const std::string encoding = encodingOf(text);
         !isUtf8(encoding) && !isLatin1(encoding) && !isWindowsLatin(encoding))
@@ -166,7 +166,7 @@ void XmlText::step(Line &line, std::uint32_t offset) const {
 }
 
 RtiFedPosition XmlText::positionAt(std::uint32_t offset) const {
-    const std::uint32_t begin = _text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0 ? 3 : 0;
+    const std::uint32_t begin = beginsWith(_text, kByteOrderMark) ? 3 : 0;
     if (_checkpoints.empty()) {
         Line line{1, begin};
         for (std::uint32_t at = 0; at < _text.size(); ++at) { // equivalent: the NUL after the text ends no line

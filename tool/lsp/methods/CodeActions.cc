@@ -38,7 +38,7 @@ bool wants(const Params &params, const std::string &kind) {
     const std::vector<Params> kinds = only->items();
     return std::any_of(kinds.begin(), kinds.end(), [&](const Params &each) {
         const std::string wanted = each.string();
-        return wanted.empty() || kind == wanted || kind.compare(0, wanted.size() + 1, wanted + '.') == 0;
+        return wanted.empty() || kind == wanted || beginsWith(kind, wanted + '.');
     });
 }
 
